@@ -1,0 +1,31 @@
+# Settings that every target of the tree shares, and how its libraries are declared.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(NIMBREL_WERROR)
+  add_compile_options(-Werror)
+endif()
+if(NIMBREL_SANITIZE)
+  add_compile_options(-fsanitize=${NIMBREL_SANITIZE} -fno-omit-frame-pointer
+                      -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${NIMBREL_SANITIZE})
+endif()
+
+# nimbrel_library(NAME source...): a library with hidden symbols, Nimbrel::NAME in the tree.
+function(nimbrel_library name)
+  add_library(${name} ${ARGN})
+  add_library(Nimbrel::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION}
+                        SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_compile_features(${name} PUBLIC cxx_std_17)
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig>)
+endfunction()

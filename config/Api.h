@@ -1,0 +1,7 @@
+#pragma once
+
+/// Marks a declaration as part of the interface of `libnimbrelconfig`.
+///
+/// The libraries are compiled with hidden visibility: what does not bear this mark does not leave
+/// the shared object.
+#define NIMBREL_CONFIG_API __attribute__((visibility("default")))

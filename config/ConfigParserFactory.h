@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "config/Api.h"
+#include "config/ConfigParser.h"
+#include "util/SharedPtr.h"
+
+namespace orvane::nimbrel::config {
+
+/// A parser on the library's own services: where a new user starts.
+///
+///     auto parser = createConfigParser({"en-us", "en"});
+///     auto record = parser->parse("config.xml", nullptr);
+///
+/// `userAgentLocales` are language tags, most preferred first, written exactly as documents write
+/// them in `xml:lang`. Throws only `std::bad_alloc`. For any thread.
+[[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<ConfigParser> createConfigParser(
+    const std::vector<std::string>& userAgentLocales);
+
+}  // namespace orvane::nimbrel::config

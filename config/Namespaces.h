@@ -1,0 +1,17 @@
+#pragma once
+
+#include "config/Api.h"
+
+namespace orvane::nimbrel::config {
+
+/// The namespace of the W3C Widgets vocabulary.
+inline constexpr char W3C_WIDGETS_NAMESPACE[] = "http://www.w3.org/ns/widgets";
+
+/// The namespace of `xml:lang` (Namespaces in XML 1.0).
+inline constexpr char XML_NAMESPACE[] = "http://www.w3.org/XML/1998/namespace";
+
+/// The namespace of the runtime's extension elements. Its host part belongs to the device maker,
+/// who sets it when the library is configured (CMake variable NIMBREL_EXTENSION_NAMESPACE).
+NIMBREL_CONFIG_API extern const char EXTENSION_NAMESPACE[];
+
+}  // namespace orvane::nimbrel::config

@@ -1,0 +1,141 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "config/Api.h"
+#include "config/BasicConfig.h"
+#include "config/ConfigParser.h"
+#include "config/ConfigRules.h"
+#include "util/IDNConverter.h"
+#include "util/IRI.h"
+#include "util/IRIParser.h"
+#include "util/Option.h"
+#include "util/SharedPtr.h"
+#include "util/UnicodeUtil.h"
+#include "util/XmlDocument.h"
+#include "util/XmlNode.h"
+#include "util/XmlParser.h"
+
+namespace orvane::nimbrel::config {
+
+/// The parser of configuration documents: walks the root's children in the order of the locales,
+/// keeps each and hands it to the handler of its element (W3C Widgets, "Packaging and XML
+/// Configuration", and the runtime's extension elements).
+///
+/// May be used for any number of documents, one after the other. Each parse makes a new record.
+/// Three things carry over on purpose: the error text, the last valid id, and that some document
+/// had a "content" element, after which later documents get no start file.
+///
+/// It shares its services with the caller and its last record with whoever received it. One parser
+/// serves one thread at a time. When a parse throws, the parser holds the record as far as it was
+/// filled and may be used again.
+class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
+ public:
+  /// `userAgentLocales` are language tags, most preferred first, matched byte for byte. Throws
+  /// `std::invalid_argument`, naming the argument, for a null service.
+  NimbrelConfigParser(const std::vector<std::string>& userAgentLocales,
+                      std::shared_ptr<util::XmlParser> xmlParser,
+                      std::shared_ptr<util::IRIParser> iriParser,
+                      std::shared_ptr<util::IDNConverter> idnConverter,
+                      std::shared_ptr<util::UnicodeUtil> unicodeUtil);
+  NimbrelConfigParser(const NimbrelConfigParser&) = delete;
+  NimbrelConfigParser& operator=(const NimbrelConfigParser&) = delete;
+  ~NimbrelConfigParser() override;
+
+  std::shared_ptr<Config> parse(const char* buffer, unsigned int size, const char* url,
+                                const char* encoding) override;
+  std::shared_ptr<Config> parse(const char* path, const char* encoding) override;
+
+  /// Makes a record of a document that was parsed already. Throws as `parse` does, but for what
+  /// reading the XML throws; `std::invalid_argument` "document cannot be NULL" for a null document.
+  virtual std::shared_ptr<Config> process(const std::shared_ptr<util::XmlDocument>& document,
+                                          const std::vector<std::string>& locales);
+
+  /// Replaces the error text.
+  void setError(const std::string& message);
+  /// Replaces the error text; null stands for the empty text.
+  void setError(const char* message);
+  /// What the last element-level problem was; empty when there was none. No parse clears it.
+  [[nodiscard]] const std::string& getErrorText() const noexcept;
+
+  /// @name Steps of the walk
+  /// They write the record that the last call of `process` made, and throw `std::logic_error` when
+  /// there is none.
+  /// @{
+
+  /// Reads the attributes of the root element.
+  void processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root);
+  /// Completes the record's locales: the document's default when it is new, then "*".
+  void processDefaultLocale(const util::Option<std::string>& defaultLocale);
+  /// Reads the list of view modes, dropping repeated ones.
+  void processViewMode(const util::Option<std::string>& viewModes);
+  /// Appends the root's element children in visiting order: for each locale in turn those whose own
+  /// `xml:lang` equals it, for "*" those without one.
+  void processUserAgentLocales(std::vector<std::shared_ptr<util::XmlNode>>& nodes);
+  /// Keeps each node and calls the handler of its element.
+  void processWidgetElements(std::vector<std::shared_ptr<util::XmlNode>> nodes);
+  /// @}
+
+  /// @name Handlers of the W3C elements
+  /// Each writes its part of the record and drops invalid values silently; single-valued fields
+  /// keep the first element that reaches them. They throw `std::logic_error` when there is no
+  /// record and `std::invalid_argument` "node cannot be NULL" for a null node.
+  /// @{
+  void processName(const std::shared_ptr<util::XmlNode>& node);
+  void processDescription(const std::shared_ptr<util::XmlNode>& node);
+  void processLicense(const std::shared_ptr<util::XmlNode>& node);
+  void processAuthor(const std::shared_ptr<util::XmlNode>& node);
+  void processContent(const std::shared_ptr<util::XmlNode>& node);
+  void processIcon(const std::shared_ptr<util::XmlNode>& node);
+  void processPreference(const std::shared_ptr<util::XmlNode>& node);
+  /// Throws `ConfigException` "Feature name is not a valid IRI." for a required feature.
+  void processFeature(const std::shared_ptr<util::XmlNode>& node);
+  void processAccess(const std::shared_ptr<util::XmlNode>& node);
+  /// @}
+
+  /// @name Handlers of the extension elements
+  /// Each visits its element's children in document order and stops at the first malformed one with
+  /// an error text; what earlier children wrote stays. False when it stopped, or for a null node,
+  /// or without a record; no error is set in the last two cases.
+  /// @{
+  bool processCookieJar(const std::shared_ptr<util::XmlNode>& node);
+  /// Also false when a value was not "token"; such a child does not stop it.
+  bool processAuth(const std::shared_ptr<util::XmlNode>& node);
+  /// Throws what `ConfigRules::parseNonNegativeInteger` throws for a bad counter.
+  bool processNetwork(const std::shared_ptr<util::XmlNode>& node);
+  bool processGestures(const std::shared_ptr<util::XmlNode>& node);
+  bool processPermissions(const std::shared_ptr<util::XmlNode>& node);
+  bool processChrome(const std::shared_ptr<util::XmlNode>& node);
+  /// Asks the device for its screen density once. The setting "debug" switches on the debug lines
+  /// of the whole process.
+  bool processSettings(const std::shared_ptr<util::XmlNode>& node);
+  bool processMessaging(const std::shared_ptr<util::XmlNode>& node);
+  /// Throws what `ConfigRules::parseNonNegativeInteger` throws for a bad quota.
+  bool processLocalResources(const std::shared_ptr<util::XmlNode>& node);
+  bool processExport(const std::shared_ptr<util::XmlNode>& node);
+  /// @}
+
+ protected:
+  /// The record being filled, or last filled; null before the first parse.
+  [[nodiscard]] const std::shared_ptr<BasicConfig>& getConfig() const noexcept { return config; }
+
+ private:
+  std::vector<std::string> userAgentLocales;
+  std::shared_ptr<util::XmlParser> xmlParser;
+  std::shared_ptr<util::IRIParser> iriParser;
+  std::shared_ptr<util::IDNConverter> idnConverter;
+  std::shared_ptr<util::UnicodeUtil> unicodeUtil;
+  ConfigRules rules;
+  std::shared_ptr<BasicConfig> config;
+  util::Option<util::IRI> idIri;
+  bool contentSeen = false;
+  std::string errorText;
+};
+
+/// A width or height: None for an absent value, for one that is no number and for 0. Throws only
+/// `std::bad_alloc`. For any thread.
+[[nodiscard]] NIMBREL_CONFIG_API util::Option<unsigned int> parseWidthOrHeight(
+    const ConfigRules& rules, const util::Option<std::string>& value);
+
+}  // namespace orvane::nimbrel::config

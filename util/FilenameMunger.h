@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "util/Api.h"
+
+namespace orvane::zel::util {
+
+/// Turns a text into the name of a directory entry; see `PortableFilenameMunger` for our own.
+class NIMBREL_UTIL_API FilenameMunger {
+ public:
+  virtual ~FilenameMunger();
+
+  /// Rewrites `name`, any bytes, in place. May throw; callers pass on what it throws.
+  virtual void munge(std::string& name) = 0;
+
+ protected:
+  FilenameMunger() = default;
+  FilenameMunger(const FilenameMunger&) = default;
+  FilenameMunger& operator=(const FilenameMunger&) = default;
+};
+
+}  // namespace orvane::zel::util

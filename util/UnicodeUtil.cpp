@@ -1,0 +1,7 @@
+#include "util/UnicodeUtil.h"
+
+namespace orvane::nimbrel::util {
+
+UnicodeUtil::~UnicodeUtil() = default;
+
+}  // namespace orvane::nimbrel::util

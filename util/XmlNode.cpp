@@ -1,0 +1,143 @@
+#include "util/XmlNode.h"
+
+#include "util/XmlDocument.h"
+#include "util/XmlTree.h"
+
+namespace orvane::nimbrel::util {
+namespace {
+
+constexpr std::string_view XML_NAMESPACE_URI = "http://www.w3.org/XML/1998/namespace";
+
+std::string_view viewOf(const char* text) noexcept {
+  return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+std::string_view viewOf(const internal::XmlSymbol* symbol) noexcept {
+  return symbol == nullptr ? std::string_view() : symbol->view();
+}
+
+/// None for a view with null data.
+Option<std::string> optionOf(std::string_view view) {
+  Option<std::string> option;
+  if (view.data() != nullptr) {
+    option = std::string(view);
+  }
+  return option;
+}
+
+const XmlNode* elementFrom(const XmlNode* node) noexcept {
+  while (node != nullptr && node->getNodeType() != XmlNode::ELEMENT) {
+    node = node->nextSibling();
+  }
+  return node;
+}
+
+std::shared_ptr<XmlNode> shareIfAny(const XmlNode* node) {
+  return node == nullptr ? nullptr : node->share();
+}
+
+}  // namespace
+
+std::string XmlNode::getName() const {
+  return std::string(nameView());
+}
+
+Option<std::string> XmlNode::getNamespace() const {
+  return optionOf(namespaceView());
+}
+
+Option<std::string> XmlNode::getAttribute(const char* name) const {
+  return getAttribute(name, nullptr);
+}
+
+Option<std::string> XmlNode::getAttribute(const char* name, const char* namespaceUri) const {
+  return name == nullptr ? Option<std::string>()
+                         : optionOf(attributeView(name, viewOf(namespaceUri)));
+}
+
+std::string XmlNode::getXmlLang() const {
+  return std::string(xmlLangView());
+}
+
+Option<std::string> XmlNode::getContent() const {
+  return type_ == TEXT ? optionOf(contentView()) : Option<std::string>();
+}
+
+std::vector<std::shared_ptr<XmlNode>> XmlNode::getChildren() const {
+  std::vector<std::shared_ptr<XmlNode>> children;
+  for (const XmlNode* child = firstChild(); child != nullptr; child = child->nextSibling_) {
+    children.push_back(child->share());
+  }
+  return children;
+}
+
+std::shared_ptr<XmlNode> XmlNode::getFirstElementChild() const {
+  return shareIfAny(firstElementChild());
+}
+
+std::shared_ptr<XmlNode> XmlNode::getNextElementSibling() const {
+  return shareIfAny(nextElementSibling());
+}
+
+std::shared_ptr<XmlNode> XmlNode::getParent() const {
+  return shareIfAny(parent_);
+}
+
+std::string_view XmlNode::nameView() const noexcept {
+  return type_ == ELEMENT ? data_.element->name->view() : std::string_view();
+}
+
+std::string_view XmlNode::namespaceView() const noexcept {
+  return type_ == ELEMENT ? viewOf(data_.element->namespaceUri) : std::string_view();
+}
+
+std::string_view XmlNode::contentView() const noexcept {
+  return type_ == TEXT ? std::string_view(data_.text, size_) : std::string_view();
+}
+
+std::string_view XmlNode::attributeView(std::string_view name,
+                                        std::string_view namespaceUri) const noexcept {
+  if (type_ != ELEMENT) {
+    return {};
+  }
+  const internal::XmlAttribute* attribute = data_.element->attributes();
+  const internal::XmlAttribute* const end = attribute + size_;
+  for (; attribute != end; ++attribute) {
+    const bool sameNamespace =
+        attribute->namespaceUri == nullptr
+            ? namespaceUri.data() == nullptr
+            : namespaceUri.data() != nullptr && attribute->namespaceUri->view() == namespaceUri;
+    if (sameNamespace && attribute->name->view() == name) {
+      return {attribute->value, attribute->valueSize};
+    }
+  }
+  return {};
+}
+
+std::string_view XmlNode::xmlLangView() const noexcept {
+  for (const XmlNode* node = this; node != nullptr; node = node->parent_) {
+    const std::string_view lang = node->attributeView("lang", XML_NAMESPACE_URI);
+    if (lang.data() != nullptr) {
+      return lang;
+    }
+  }
+  return {};
+}
+
+const XmlNode* XmlNode::firstChild() const noexcept {
+  return type_ == ELEMENT ? data_.element->firstChild : nullptr;
+}
+
+const XmlNode* XmlNode::firstElementChild() const noexcept {
+  return elementFrom(firstChild());
+}
+
+const XmlNode* XmlNode::nextElementSibling() const noexcept {
+  return elementFrom(nextSibling_);
+}
+
+std::shared_ptr<XmlNode> XmlNode::share() const {
+  return document_->share(this);
+}
+
+}  // namespace orvane::nimbrel::util

@@ -1,0 +1,504 @@
+#include "util/XmlTreeBuilder.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace orvane::nimbrel::util::internal {
+namespace {
+
+constexpr std::size_t MAX_DEPTH = 256;
+constexpr int MAX_ATTRIBUTES = 2000;
+constexpr int MAX_NAMESPACES = 1000;
+constexpr std::size_t EXPANSION_FACTOR = 5;
+constexpr std::size_t EXPANSION_FLOOR = 1'000'000;
+constexpr std::size_t REFERENCE_COST = 16;  // so that references to nothing count, too
+
+constexpr const char* TOO_DEEP = "Elements are nested too deeply";
+constexpr const char* TOO_MANY_ATTRIBUTES = "Too many attributes in one element";
+constexpr const char* TOO_MANY_NAMESPACES = "Too many namespace declarations in scope";
+constexpr const char* TOO_MUCH_EXPANSION = "Entities or default attributes expand to too much text";
+constexpr const char* TOO_LONG = "A text is too long";
+
+const char* asChars(const xmlChar* text) noexcept {
+  return reinterpret_cast<const char*>(text);
+}
+
+std::string_view asView(const xmlChar* text) noexcept {
+  return text == nullptr ? std::string_view() : std::string_view(asChars(text));
+}
+
+unsigned int asPosition(int value) noexcept {
+  return value > 0 ? static_cast<unsigned int>(value) : 0U;
+}
+
+std::string withoutLineBreak(const char* message) {
+  std::string text(message == nullptr ? "The document is not well-formed" : message);
+  while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) {
+    text.pop_back();
+  }
+  return text;
+}
+
+std::size_t slotOf(const xmlChar* key, std::size_t slots) noexcept {
+  const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key));
+  return static_cast<std::size_t>((address * 0x9E3779B97F4A7C15ULL) >> 32) & (slots - 1);
+}
+
+}  // namespace
+
+/// The C face of the builder. Nothing may throw through libxml2, and nothing acts once stopped.
+struct XmlTreeBuilder::Callbacks {
+  static XmlTreeBuilder& builderOf(void* context) noexcept {
+    return *static_cast<XmlTreeBuilder*>(static_cast<xmlParserCtxt*>(context)->_private);
+  }
+
+  template <typename Action>
+  static void run(void* context, Action action) noexcept {
+    XmlTreeBuilder& builder = builderOf(context);
+    if (builder.stopped_) {
+      stop(static_cast<xmlParserCtxt*>(context));
+      return;
+    }
+    try {
+      action(builder);
+    } catch (...) {
+      builder.exception_ = std::current_exception();
+      builder.stopped_ = true;
+    }
+    if (builder.stopped_) {
+      stop(static_cast<xmlParserCtxt*>(context));
+    }
+  }
+
+  /// Ends a context, the outermost one included; libxml2 then unwinds by itself.
+  static void stop(xmlParserCtxt* context) noexcept {
+    xmlParserCtxt* const outermost = builderOf(context).context_;
+    outermost->wellFormed = 0;
+    context->wellFormed = 0;
+    xmlStopParser(outermost);
+    if (context != outermost) {
+      xmlStopParser(context);
+    }
+  }
+
+  static void startElement(void* context, const xmlChar* localName, const xmlChar* prefix,
+                           const xmlChar* uri, int /*namespaceCount*/,
+                           const xmlChar** /*namespaces*/, int attributeCount, int defaultedCount,
+                           const xmlChar** attributes) noexcept {
+    run(context, [&](XmlTreeBuilder& builder) {
+      builder.startElement(static_cast<xmlParserCtxt*>(context), localName, prefix, uri,
+                           attributeCount, defaultedCount, attributes);
+    });
+  }
+
+  static void endElement(void* context, const xmlChar* /*localName*/, const xmlChar* /*prefix*/,
+                         const xmlChar* /*uri*/) noexcept {
+    run(context, [](XmlTreeBuilder& builder) { builder.endElement(); });
+  }
+
+  static void characters(void* context, const xmlChar* text, int size) noexcept {
+    run(context, [&](XmlTreeBuilder& builder) {
+      builder.appendText(asChars(text), static_cast<std::size_t>(std::max(size, 0)));
+    });
+  }
+
+  static void comment(void* context, const xmlChar* /*text*/) noexcept {
+    run(context, [](XmlTreeBuilder& builder) { builder.appendOther(XmlNode::COMMENT); });
+  }
+
+  static void processingInstruction(void* context, const xmlChar* /*target*/,
+                                    const xmlChar* /*data*/) noexcept {
+    run(context,
+        [](XmlTreeBuilder& builder) { builder.appendOther(XmlNode::PROCESSING_INSTRUCTION); });
+  }
+
+  // libxml2 keeps its entities in a document of its own, which exists only if there is a DTD.
+  static void internalSubset(void* context, const xmlChar* name, const xmlChar* publicId,
+                             const xmlChar* systemId) noexcept {
+    if (static_cast<xmlParserCtxt*>(context)->myDoc == nullptr) {
+      xmlSAX2StartDocument(context);
+    }
+    xmlSAX2InternalSubset(context, name, publicId, systemId);
+  }
+
+  // An external entity is declared as an empty internal one: it is never read, its references
+  // contribute nothing, and a later declaration of the name does not count, as XML asks.
+  static void entityDecl(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                         const xmlChar* systemId, xmlChar* content) noexcept {
+    static xmlChar nothing[] = {0};
+    if (type == XML_EXTERNAL_GENERAL_PARSED_ENTITY) {
+      xmlSAX2EntityDecl(context, name, XML_INTERNAL_GENERAL_ENTITY, nullptr, nullptr, nothing);
+    } else if (type == XML_EXTERNAL_PARAMETER_ENTITY) {
+      xmlSAX2EntityDecl(context, name, XML_INTERNAL_PARAMETER_ENTITY, nullptr, nullptr, nothing);
+    } else {
+      // What stands in an entity is parsed without our being asked for more bytes in between.
+      if (content != nullptr) {
+        const std::string_view text = asView(content);
+        if (std::count(text.begin(), text.end(), '=') > MAX_ATTRIBUTES) {
+          run(context, [](XmlTreeBuilder& builder) { builder.refuse(TOO_MANY_ATTRIBUTES); });
+          return;
+        }
+      }
+      xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+    }
+  }
+
+  // libxml2 remembers defaults by itself; here they are only counted.
+  static void attributeDecl(void* context, const xmlChar* /*element*/, const xmlChar* /*name*/,
+                            int /*type*/, int /*default*/, const xmlChar* /*value*/,
+                            xmlEnumeration* enumeration) noexcept {
+    xmlFreeEnumeration(enumeration);
+    run(context, [](XmlTreeBuilder& builder) {
+      if (++builder.attributeDeclarations_ > MAX_ATTRIBUTES) {
+        builder.refuse(TOO_MANY_ATTRIBUTES);
+      }
+    });
+  }
+
+  // Each reference, nested ones included, passes here, wherever it stands and however often.
+  static xmlEntity* charged(void* context, xmlEntity* entity) noexcept {
+    if (entity != nullptr) {
+      run(context, [&](XmlTreeBuilder& builder) {
+        builder.charge(static_cast<std::size_t>(std::max(entity->length, 0)) + REFERENCE_COST);
+      });
+    }
+    return builderOf(context).stopped_ ? nullptr : entity;
+  }
+
+  static xmlEntity* getEntity(void* context, const xmlChar* name) noexcept {
+    return charged(context, xmlSAX2GetEntity(context, name));
+  }
+
+  static xmlEntity* getParameterEntity(void* context, const xmlChar* name) noexcept {
+    return charged(context, xmlSAX2GetParameterEntity(context, name));
+  }
+
+  static void error(void* context, xmlError* error) noexcept {
+    XmlTreeBuilder& builder = builderOf(context);
+    try {
+      builder.noteError(*error);
+    } catch (...) {
+      builder.exception_ = std::current_exception();
+    }
+  }
+
+  // What is not named here is not wanted: no external subset, no declarations beyond the above.
+  static xmlSAXHandler handler() noexcept {
+    xmlSAXHandler sax = {};
+    sax.initialized = XML_SAX2_MAGIC;
+    sax.startElementNs = startElement;
+    sax.endElementNs = endElement;
+    sax.characters = characters;
+    sax.ignorableWhitespace = characters;
+    sax.cdataBlock = characters;
+    sax.comment = comment;
+    sax.processingInstruction = processingInstruction;
+    sax.internalSubset = internalSubset;
+    sax.entityDecl = entityDecl;
+    sax.attributeDecl = attributeDecl;
+    sax.getEntity = getEntity;
+    sax.getParameterEntity = getParameterEntity;
+    sax.serror = error;
+    return sax;
+  }
+};
+
+XmlTreeBuilder::XmlTreeBuilder(xmlParserCtxt* context, std::size_t inputSize)
+    : context_(context), inputSize_(inputSize) {
+  // A typical document takes two to four bytes of tree for each of its own.
+  auto arena = std::make_unique<XmlArena>(std::clamp<std::size_t>(3 * inputSize, 1024, 65536));
+  arena_ = arena.get();
+  document_ = std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(arena));
+  symbols_.resize(64);
+  open_.reserve(MAX_DEPTH);
+  *context->sax = Callbacks::handler();
+  context->_private = this;
+}
+
+void XmlTreeBuilder::noteInputSize(std::size_t inputSize) noexcept {
+  inputSize_ = std::max(inputSize_, inputSize);
+}
+
+bool XmlTreeBuilder::checkOpenTag() noexcept {
+  if (!stopped_) {
+    // libxml2 doubles its table of attributes, five places each, so this is off by two at most.
+    if (context_->maxatts > 5 * 2 * MAX_ATTRIBUTES) {
+      refuse(TOO_MANY_ATTRIBUTES);
+    } else if (context_->nsNr > 2 * MAX_NAMESPACES) {
+      refuse(TOO_MANY_NAMESPACES);
+    }
+  }
+  if (stopped_) {
+    Callbacks::stop(context_);
+  }
+  return !stopped_;
+}
+
+void XmlTreeBuilder::refuse(const char* message) noexcept {
+  stopped_ = true;
+  try {
+    refusal_.emplace(message, line(), column());
+  } catch (...) {
+    exception_ = std::current_exception();
+  }
+}
+
+std::shared_ptr<XmlDocument> XmlTreeBuilder::finish() {
+  if (exception_) {
+    std::rethrow_exception(exception_);
+  }
+  if (outOfMemory_) {
+    throw std::bad_alloc();
+  }
+  if (refusal_) {
+    throw ParseException(*refusal_);
+  }
+  if (context_->wellFormed == 0 || document_->root_ == nullptr) {
+    throw error_ ? ParseException(*error_)
+                 : ParseException(withoutLineBreak(context_->lastError.message),
+                                  asPosition(context_->lastError.line),
+                                  asPosition(context_->lastError.int2));
+  }
+  return std::move(document_);
+}
+
+void XmlTreeBuilder::noteError(const xmlError& error) {
+  if (error.code == XML_ERR_NO_MEMORY) {
+    outOfMemory_ = true;
+  }
+  // Broken namespace rules and validity are reported, too, but refuse no document.
+  if (error.level != XML_ERR_FATAL || error_) {
+    return;
+  }
+  if (error.ctxt == context_) {
+    error_.emplace(withoutLineBreak(error.message), asPosition(error.line), asPosition(error.int2));
+  } else {
+    // Positions inside an entity mean nothing to a reader; name its reference.
+    error_.emplace(withoutLineBreak(error.message), line(), column());
+  }
+}
+
+void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* localName,
+                                  const xmlChar* prefix, const xmlChar* uri, int attributeCount,
+                                  int defaultedCount, const xmlChar** attributes) {
+  closeText();
+  if (open_.size() >= MAX_DEPTH) {
+    refuse(TOO_DEEP);
+    return;
+  }
+  if (attributeCount > MAX_ATTRIBUTES) {
+    refuse(TOO_MANY_ATTRIBUTES);
+    return;
+  }
+  if (context->nsNr > 2 * MAX_NAMESPACES) {
+    refuse(TOO_MANY_NAMESPACES);
+    return;
+  }
+  const auto count = static_cast<std::size_t>(attributeCount);
+  XmlNode* const node = newNode(XmlNode::ELEMENT, lineOfOpenTag(context));
+  auto* const element = ::new (arena_->allocate(
+      sizeof(XmlElementData) + count * sizeof(XmlAttribute), alignof(XmlElementData)))
+      XmlElementData{internQualified(localName, prefix, uri), intern(uri), nullptr};
+  node->data_.element = element;
+  auto* const copies = reinterpret_cast<XmlAttribute*>(element + 1);
+  const auto written = count - static_cast<std::size_t>(std::max(defaultedCount, 0));
+  for (std::size_t i = 0; i < count; ++i) {
+    // libxml2 hands out five pointers each: local name, prefix, namespace, value, end of value.
+    const xmlChar* const* const source = attributes + 5 * i;
+    const auto size = static_cast<std::size_t>(source[4] - source[3]);
+    if (i >= written) {
+      charge(size + REFERENCE_COST);
+      if (stopped_) {
+        return;
+      }
+    }
+    ::new (copies + i)
+        XmlAttribute{internQualified(source[0], source[1], source[2]), intern(source[2]),
+                     copy(asChars(source[3]), size), static_cast<std::uint32_t>(size)};
+  }
+  node->size_ = static_cast<std::uint32_t>(count);
+  link(node);
+  open_.push_back({node, nullptr});
+}
+
+void XmlTreeBuilder::endElement() noexcept {
+  closeText();
+  if (!open_.empty()) {
+    open_.pop_back();
+  }
+}
+
+void XmlTreeBuilder::appendText(const char* text, std::size_t size) {
+  if (open_.empty() || size == 0) {
+    return;
+  }
+  if (text_ == nullptr) {
+    XmlNode* const node = newNode(XmlNode::TEXT, lastLine_);
+    char* const bytes = copy(text, size);
+    node->data_.text = bytes;
+    node->size_ = static_cast<std::uint32_t>(size);
+    link(node);
+    text_ = node;
+    textEnd_ = bytes + size;
+    textCapacity_ = size;
+    return;
+  }
+  const std::size_t oldSize = text_->size_;
+  if (size > std::numeric_limits<std::uint32_t>::max() - oldSize) {
+    refuse(TOO_LONG);
+    return;
+  }
+  if (oldSize + size > textCapacity_) {
+    // The arena hands out bytes one behind the other, so the text usually just goes on.
+    const std::size_t more = oldSize + size - textCapacity_;
+    char* const bytes = static_cast<char*>(arena_->allocate(more, 1));
+    if (bytes == text_->data_.text + textCapacity_) {
+      textCapacity_ += more;
+    } else {
+      const std::size_t capacity = 2 * (oldSize + size);
+      char* const moved = static_cast<char*>(arena_->allocate(capacity, 1));
+      std::memcpy(moved, text_->data_.text, oldSize);
+      text_->data_.text = moved;
+      textEnd_ = moved + oldSize;
+      textCapacity_ = capacity;
+    }
+  }
+  std::memcpy(textEnd_, text, size);
+  textEnd_ += size;
+  text_->size_ = static_cast<std::uint32_t>(oldSize + size);
+}
+
+void XmlTreeBuilder::appendOther(XmlNode::Type type) {
+  if (open_.empty()) {
+    return;  // before or behind the root, or in the DTD
+  }
+  closeText();
+  link(newNode(type, lastLine_));
+}
+
+void XmlTreeBuilder::charge(std::size_t bytes) noexcept {
+  expanded_ += bytes;
+  if (expanded_ > EXPANSION_FLOOR + EXPANSION_FACTOR * inputSize_) {
+    refuse(TOO_MUCH_EXPANSION);
+  }
+}
+
+void XmlTreeBuilder::closeText() noexcept {
+  text_ = nullptr;
+  lastLine_ = line();
+}
+
+void XmlTreeBuilder::link(XmlNode* node) noexcept {
+  if (open_.empty()) {
+    document_->root_ = node;
+    return;
+  }
+  OpenElement& parent = open_.back();
+  if (parent.lastChild == nullptr) {
+    const_cast<XmlElementData*>(parent.node->data_.element)->firstChild = node;
+  } else {
+    parent.lastChild->nextSibling_ = node;
+  }
+  parent.lastChild = node;
+}
+
+XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int lineNumber) {
+  const XmlNode* const parent = open_.empty() ? nullptr : open_.back().node;
+  return ::new (arena_->allocate(sizeof(XmlNode), alignof(XmlNode)))
+      XmlNode(document_.get(), parent, type, lineNumber);
+}
+
+char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
+  char* const bytes = static_cast<char*>(arena_->allocate(size, 1));
+  std::memcpy(bytes, text, size);
+  return bytes;
+}
+
+const XmlSymbol* XmlTreeBuilder::newSymbol(std::string_view prefix, std::string_view name) {
+  const std::size_t size = name.size() + (prefix.empty() ? 0 : prefix.size() + 1);
+  void* const memory = arena_->allocate(sizeof(XmlSymbol) + size, alignof(XmlSymbol));
+  auto* const symbol = ::new (memory) XmlSymbol{static_cast<std::uint32_t>(size)};
+  char* bytes = reinterpret_cast<char*>(symbol + 1);
+  if (!prefix.empty()) {
+    std::memcpy(bytes, prefix.data(), prefix.size());
+    bytes[prefix.size()] = ':';
+    bytes += prefix.size() + 1;
+  }
+  std::memcpy(bytes, name.data(), name.size());
+  return symbol;
+}
+
+const XmlSymbol* XmlTreeBuilder::intern(const xmlChar* name) {
+  if (name == nullptr) {
+    return nullptr;
+  }
+  std::size_t slot = slotOf(name, symbols_.size());
+  while (symbols_[slot].key != nullptr) {
+    if (symbols_[slot].key == name) {
+      return symbols_[slot].symbol;
+    }
+    slot = (slot + 1) & (symbols_.size() - 1);
+  }
+  const XmlSymbol* const symbol = newSymbol({}, asView(name));
+  symbols_[slot] = {name, symbol};
+  if (++symbolCount_ * 2 > symbols_.size()) {
+    growSymbols();
+  }
+  return symbol;
+}
+
+const XmlSymbol* XmlTreeBuilder::internQualified(const xmlChar* localName, const xmlChar* prefix,
+                                                 const xmlChar* uri) {
+  // A prefix that is not declared stays part of the name.
+  return prefix != nullptr && uri == nullptr ? newSymbol(asView(prefix), asView(localName))
+                                             : intern(localName);
+}
+
+void XmlTreeBuilder::growSymbols() {
+  std::vector<Symbol> larger(symbols_.size() * 2);
+  for (const Symbol& entry : symbols_) {
+    if (entry.key != nullptr) {
+      std::size_t slot = slotOf(entry.key, larger.size());
+      while (larger[slot].key != nullptr) {
+        slot = (slot + 1) & (larger.size() - 1);
+      }
+      larger[slot] = entry;
+    }
+  }
+  symbols_.swap(larger);
+}
+
+unsigned int XmlTreeBuilder::line() const noexcept {
+  return context_->input == nullptr ? 0U : asPosition(context_->input->line);
+}
+
+unsigned int XmlTreeBuilder::column() const noexcept {
+  return context_->input == nullptr ? 0U : asPosition(context_->input->col);
+}
+
+// libxml2 reports an element at the end of its start tag; the reader looks for its beginning. A "<"
+// cannot stand within a tag, so the last one begins it.
+unsigned int XmlTreeBuilder::lineOfOpenTag(const xmlParserCtxt* context) const noexcept {
+  const unsigned int end = line();
+  const xmlParserInput* const input = context_->input;
+  if (context != context_ || input == nullptr) {
+    return end;
+  }
+  const std::string_view before(asChars(input->base),
+                                static_cast<std::size_t>(input->cur - input->base));
+  const std::size_t begin = before.rfind('<');
+  if (begin == std::string_view::npos) {
+    return end;
+  }
+  const auto breaks =
+      std::count(before.begin() + static_cast<std::ptrdiff_t>(begin), before.end(), '\n');
+  return end - static_cast<unsigned int>(std::min<std::ptrdiff_t>(breaks, end));
+}
+
+}  // namespace orvane::nimbrel::util::internal
