@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "util/Api.h"
+#include "util/UriMunger.h"
+
+namespace orvane::zel::util {
+
+/// Makes one name of the spellings of a host; different hosts never share a name.
+///
+///     "Example.ORG"        example.org             hosts compare without case
+///     "bücher.example"     xn--bcher-kva.example   and by their ASCII form (UTS #46)
+///     "example.org."       example.org%2E          the root dot makes another host, as it does
+///                                                  for the origins of the web
+///     "::1", "[0::1]"      %3A%3A1                 an IPv6 address, by RFC 5952
+///     "..", "a/b", "a%62"  %2E%2E, %61%2Fb, ...    no host: each byte sequence has its own name
+///     300 times "a"        %61aa...aa~9835...      over 255 bytes: a prefix, "~", SHA-256
+///
+/// The argument is a decoded host, as libsoup hands it out: no percent escape is decoded here, so
+/// that "a%62", which came from "a%2562", is no spelling of "ab". IPv6 addresses come with or
+/// without brackets. IPv4 addresses are names like any other; only the dotted form is one.
+///
+/// The name is 1 to 255 bytes of ASCII letters, digits and "-._~%", and safe as a directory entry
+/// as `PortableFilenameMunger` says, which leaves it alone. Only the empty host gives the empty
+/// name.
+///
+/// Why it is injective: take as the text of a host its lower-case ASCII form, of an IPv6 address
+/// its canonical form, of anything else its bytes. A name is that text, some bytes of it, "%" and
+/// "~" always among them, as "%XX" with upper-case hex digits; undoing the escapes gives the text
+/// back. A host keeps its first byte and its inner dots; what is none has its first byte and all
+/// dots escaped. (A host that begins with "-" has that escaped; but its text converts to itself and
+/// so belongs to nothing that is no host.) A "~" is in long names only, for which the guarantee is
+/// that of the digest of the text.
+///
+/// Stateless: any number of threads may share one.
+class NIMBREL_UTIL_API HostUriMunger : public UriMunger {
+ public:
+  HostUriMunger();
+  ~HostUriMunger() override;
+
+  /// The name of `host`: NUL-terminated, any bytes, null counts as empty. Throws only
+  /// `std::bad_alloc`.
+  std::string munge(const char* host) override;
+};
+
+}  // namespace orvane::zel::util
