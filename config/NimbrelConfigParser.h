@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,10 @@
 #include "util/XmlParser.h"
 
 namespace orvane::nimbrel::config {
+
+namespace internal {
+struct WalkIndexes;
+}  // namespace internal
 
 /// The parser of configuration documents: walks the root's children in the order of the locales,
 /// keeps each and hands it to the handler of its element (W3C Widgets, "Packaging and XML
@@ -131,6 +136,11 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   util::Option<util::IRI> idIri;
   bool contentSeen = false;
   std::string errorText;
+
+  std::unique_ptr<internal::WalkIndexes> indexes;  // only while a walk is going on
+
+  [[nodiscard]] BasicConfig& record() const;
+  [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name);
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

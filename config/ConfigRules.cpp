@@ -1,0 +1,230 @@
+#include "config/ConfigRules.h"
+
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "config/Namespaces.h"
+#include "config/RuleReaders.h"
+#include "util/StringUtil.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using util::LocalizableString;
+using util::Option;
+using util::XmlNode;
+using zel::util::StringUtil;
+
+using Direction = LocalizableString::Direction;
+
+constexpr struct {
+  std::string_view word;
+  Direction direction;
+} DIRECTIONS[] = {
+    {"ltr", Direction::LTR},
+    {"rtl", Direction::RTL},
+    {"lro", Direction::LRO},
+    {"rlo", Direction::RLO},
+};
+
+/// The direction that a node itself asks for; nothing when it asks for none or for an unknown one.
+std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
+  const std::string_view dir = node.attributeView("dir");
+  for (const auto& row : DIRECTIONS) {
+    if (row.word == dir) {
+      return row.direction;
+    }
+  }
+  return std::nullopt;
+}
+
+/// Appends one run for each text node below `node`, whose language and direction are given: both
+/// are handed down rather than looked up anew at each node. Documents are at most 256 deep.
+void appendTextOf(const XmlNode& node, std::string_view language, Direction direction,
+                  LocalizableString& text) {
+  for (const XmlNode* child = node.firstChild(); child != nullptr; child = child->nextSibling()) {
+    if (child->getNodeType() == XmlNode::TEXT) {
+      text.append(std::string(child->contentView()), direction, std::string(language));
+    } else if (child->getNodeType() == XmlNode::ELEMENT) {
+      const std::string_view own = child->attributeView("lang", XML_NAMESPACE);
+      appendTextOf(*child, own.data() != nullptr ? own : language,
+                   ownDirection(*child).value_or(direction), text);
+    }
+  }
+}
+
+std::string_view viewOf(const char* text) noexcept {
+  return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+const XmlNode& required(const std::shared_ptr<XmlNode>& node) {
+  if (node == nullptr) {
+    throw std::invalid_argument("node cannot be NULL");
+  }
+  return *node;
+}
+
+void requireInput(const char* input) {
+  if (input == nullptr) {
+    throw std::invalid_argument("input is null");
+  }
+}
+
+}  // namespace
+
+ConfigRules::ConfigRules(std::shared_ptr<util::UnicodeUtil> unicodeUtil)
+    : unicodeUtil_(std::move(unicodeUtil)) {
+  if (unicodeUtil_ == nullptr) {
+    throw std::invalid_argument("unicodeUtil cannot be NULL");
+  }
+}
+
+Option<std::string> ConfigRules::getSingleAttributeValue(const std::shared_ptr<XmlNode>& node,
+                                                         const char* namespaceUri,
+                                                         const char* name) const {
+  return getSingleAttributeValue(required(node), namespaceUri, name);
+}
+
+Option<std::string> ConfigRules::getSingleAttributeValue(const XmlNode& node,
+                                                         const char* namespaceUri,
+                                                         const char* name) const {
+  Option<std::string> value;
+  if (name != nullptr) {
+    const std::string_view written = node.attributeView(name, viewOf(namespaceUri));
+    if (written.data() != nullptr) {
+      value = StringUtil::squeezeAndTrim(written);
+    }
+  }
+  return value;
+}
+
+Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(
+    const std::shared_ptr<XmlNode>& node, const char* namespaceUri, const char* name) const {
+  return getSingleDisplayableAttributeValue(required(node), namespaceUri, name);
+}
+
+Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const XmlNode& node,
+                                                                          const char* namespaceUri,
+                                                                          const char* name) const {
+  Option<LocalizableString> result;
+  const Option<std::string> value = getSingleAttributeValue(node, namespaceUri, name);
+  if (value) {
+    LocalizableString text(unicodeUtil_, determineDirectionality(node), node.getXmlLang());
+    text.append(value.get());
+    result = std::move(text);
+  }
+  return result;
+}
+
+LocalizableString ConfigRules::getTextContent(const std::shared_ptr<XmlNode>& node,
+                                              bool normalize) const {
+  return getTextContent(required(node), normalize);
+}
+
+LocalizableString ConfigRules::getTextContent(const XmlNode& node, bool normalize) const {
+  if (node.firstChild() == nullptr) {
+    return {unicodeUtil_, Direction::LTR, std::string()};
+  }
+  const std::string_view language = node.xmlLangView();
+  const Direction direction = determineDirectionality(node);
+  LocalizableString text(unicodeUtil_, direction, std::string(language));
+  appendTextOf(node, language, direction, text);
+  if (normalize) {
+    text.normalizeWhitespace();
+    text.trim();
+  }
+  return text;
+}
+
+Direction ConfigRules::determineDirectionality(const std::shared_ptr<XmlNode>& node) const {
+  return determineDirectionality(required(node));
+}
+
+Direction ConfigRules::determineDirectionality(const XmlNode& node) const {
+  for (const XmlNode* current = &node; current != nullptr; current = current->parent()) {
+    const std::optional<Direction> own = ownDirection(*current);
+    if (own) {
+      return *own;
+    }
+  }
+  return Direction::LTR;
+}
+
+bool ConfigRules::xmlNodeHasName(const std::shared_ptr<XmlNode>& node, const char* namespaceUri,
+                                 const char* name) const {
+  return xmlNodeHasName(required(node), namespaceUri, name);
+}
+
+bool ConfigRules::xmlNodeHasName(const XmlNode& node, const char* namespaceUri,
+                                 const char* name) const {
+  if (name == nullptr || node.getNodeType() != XmlNode::ELEMENT || node.nameView() != name) {
+    return false;
+  }
+  const std::string_view wanted = viewOf(namespaceUri);
+  const std::string_view found = node.namespaceView();
+  return (wanted.data() == nullptr) == (found.data() == nullptr) && wanted == found;
+}
+
+bool ConfigRules::xmlNodeHasExplicitLang(const std::shared_ptr<XmlNode>& node) const {
+  return xmlNodeHasExplicitLang(required(node));
+}
+
+bool ConfigRules::xmlNodeHasExplicitLang(const XmlNode& node) const {
+  return !node.attributeView("lang", XML_NAMESPACE).empty();
+}
+
+bool ConfigRules::xmlNodeHasExplicitLang(const std::shared_ptr<XmlNode>& node,
+                                         const char* lang) const {
+  return xmlNodeHasExplicitLang(required(node), lang);
+}
+
+bool ConfigRules::xmlNodeHasExplicitLang(const XmlNode& node, const char* lang) const {
+  const std::string_view own = node.attributeView("lang", XML_NAMESPACE);
+  return own.data() != nullptr && lang != nullptr && own == lang;
+}
+
+bool ConfigRules::parseBoolean(const char* input) const {
+  requireInput(input);
+  const std::optional<bool> value = internal::readBoolean(input);
+  if (!value) {
+    throw std::invalid_argument("input is not a valid boolean");
+  }
+  return *value;
+}
+
+unsigned int ConfigRules::parseNonNegativeInteger(const char* input) const {
+  requireInput(input);
+  const internal::IntegerReading reading = internal::readNonNegativeInteger(input);
+  if (reading.fault == internal::IntegerFault::NO_NUMBER) {
+    throw std::invalid_argument("input");
+  }
+  if (reading.fault == internal::IntegerFault::TOO_LARGE) {
+    throw std::overflow_error("input");
+  }
+  return reading.value;
+}
+
+std::vector<std::string> ConfigRules::parseListOfKeywords(const char* input) const {
+  requireInput(input);
+  return StringUtil::split(StringUtil::squeezeAndTrim(input), ' ');
+}
+
+bool ConfigRules::isValidTavloApplicationId(const char* id) const {
+  constexpr std::size_t MAX_LENGTH = 32;
+  if (id == nullptr) {
+    return false;
+  }
+  std::size_t length = 0;
+  for (; id[length] != '\0'; ++length) {
+    const char c = id[length];
+    const bool allowed = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    if (length == MAX_LENGTH || !allowed) {
+      return false;
+    }
+  }
+  return length != 0;
+}
+
+}  // namespace orvane::nimbrel::config

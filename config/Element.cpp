@@ -1,0 +1,62 @@
+#include "config/Element.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace orvane::nimbrel::config {
+
+using util::LocalizableString;
+using util::Option;
+
+Element::Element(std::shared_ptr<util::XmlNode> node, const ConfigRules& rules)
+    : node_(std::move(node)), rules_(rules) {
+  if (node_ == nullptr) {
+    throw std::invalid_argument("node cannot be NULL");
+  }
+}
+
+Element::Element(const Element&) = default;
+Element::Element(Element&&) noexcept = default;
+Element& Element::operator=(const Element&) = default;
+Element& Element::operator=(Element&&) noexcept = default;
+Element::~Element() = default;
+
+Option<std::string> Element::getName() const {
+  Option<std::string> name;
+  if (node_->getNodeType() == util::XmlNode::ELEMENT) {
+    name = node_->getName();
+  }
+  return name;
+}
+
+Option<std::string> Element::getNamespace() const {
+  return node_->getNamespace();
+}
+
+LocalizableString Element::getTextContent(bool normalize) const {
+  return rules_.getTextContent(node_, normalize);
+}
+
+LocalizableString Element::getTextContent() const {
+  return getTextContent(false);
+}
+
+Option<std::string> Element::getSingleAttributeValue(const char* name,
+                                                     const char* namespaceUri) const {
+  return rules_.getSingleAttributeValue(node_, namespaceUri, name);
+}
+
+Option<std::string> Element::getSingleAttributeValue(const char* name) const {
+  return getSingleAttributeValue(name, nullptr);
+}
+
+Option<LocalizableString> Element::getSingleDisplayableAttributeValue(
+    const char* name, const char* namespaceUri) const {
+  return rules_.getSingleDisplayableAttributeValue(node_, namespaceUri, name);
+}
+
+Option<LocalizableString> Element::getSingleDisplayableAttributeValue(const char* name) const {
+  return getSingleDisplayableAttributeValue(name, nullptr);
+}
+
+}  // namespace orvane::nimbrel::config

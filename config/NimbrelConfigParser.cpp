@@ -1,0 +1,252 @@
+#include "config/NimbrelConfigParser.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "config/KeyIndex.h"
+#include "config/Namespaces.h"
+#include "util/ParseException.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using util::Option;
+using util::XmlDocument;
+using util::XmlNode;
+
+using Node = std::shared_ptr<XmlNode>;
+using Handler = void (*)(NimbrelConfigParser& parser, const Node& node);
+
+template <auto Method>
+void call(NimbrelConfigParser& parser, const Node& node) {
+  (parser.*Method)(node);
+}
+
+void skip(NimbrelConfigParser& /*parser*/, const Node& /*node*/) {}
+
+using Parser = NimbrelConfigParser;
+
+// In the order in which they are tried; the first match acts.
+constexpr struct {
+  std::string_view name;
+  const char* namespaceUri;
+  Handler handler;
+} DISPATCH[] = {
+    {"name", W3C_WIDGETS_NAMESPACE, call<&Parser::processName>},
+    {"description", W3C_WIDGETS_NAMESPACE, call<&Parser::processDescription>},
+    {"license", W3C_WIDGETS_NAMESPACE, call<&Parser::processLicense>},
+    {"icon", W3C_WIDGETS_NAMESPACE, call<&Parser::processIcon>},
+    {"author", W3C_WIDGETS_NAMESPACE, call<&Parser::processAuthor>},
+    {"preference", W3C_WIDGETS_NAMESPACE, call<&Parser::processPreference>},
+    {"content", W3C_WIDGETS_NAMESPACE, call<&Parser::processContent>},
+    {"param", W3C_WIDGETS_NAMESPACE, skip},  // means something only within a feature
+    {"feature", W3C_WIDGETS_NAMESPACE, call<&Parser::processFeature>},
+    {"access", W3C_WIDGETS_NAMESPACE, call<&Parser::processAccess>},
+    {"cookiejar", EXTENSION_NAMESPACE, call<&Parser::processCookieJar>},
+    {"auth", EXTENSION_NAMESPACE, call<&Parser::processAuth>},
+    {"network", EXTENSION_NAMESPACE, call<&Parser::processNetwork>},
+    {"gestures", EXTENSION_NAMESPACE, call<&Parser::processGestures>},
+    {"permissions", EXTENSION_NAMESPACE, call<&Parser::processPermissions>},
+    {"chrome", EXTENSION_NAMESPACE, call<&Parser::processChrome>},
+    {"settings", EXTENSION_NAMESPACE, call<&Parser::processSettings>},
+    {"messaging", EXTENSION_NAMESPACE, call<&Parser::processMessaging>},
+    {"resources", EXTENSION_NAMESPACE, call<&Parser::processLocalResources>},
+    {"export", EXTENSION_NAMESPACE, call<&Parser::processExport>},
+};
+
+Handler findHandler(const ConfigRules& rules, const XmlNode& node) {
+  const std::string_view name = node.nameView();
+  for (const auto& row : DISPATCH) {
+    if (row.name == name && rules.xmlNodeHasName(node, row.namespaceUri, row.name.data())) {
+      return row.handler;
+    }
+  }
+  return nullptr;
+}
+
+/// Stands for the elements that carry no language.
+constexpr std::string_view ANY_LOCALE = "*";
+
+template <typename Service>
+void requireService(const std::shared_ptr<Service>& service, const char* message) {
+  if (service == nullptr) {
+    throw std::invalid_argument(message);
+  }
+}
+
+/// Calls an XML parser and gives its refusals the type that our callers know.
+template <typename Parse>
+std::shared_ptr<XmlDocument> parseXml(Parse parse) {
+  try {
+    return parse();
+  } catch (const ParseException& refusal) {
+    throw ConfigParser::ConfigException(refusal.what(), refusal.line, refusal.column);
+  }
+}
+
+/// Holds the indexes of a walk for its duration.
+class WalkScope {
+ public:
+  explicit WalkScope(std::unique_ptr<internal::WalkIndexes>& indexes) : indexes_(indexes) {
+    indexes_ = std::make_unique<internal::WalkIndexes>();
+  }
+  WalkScope(const WalkScope&) = delete;
+  WalkScope& operator=(const WalkScope&) = delete;
+  ~WalkScope() { indexes_.reset(); }
+
+ private:
+  std::unique_ptr<internal::WalkIndexes>& indexes_;
+};
+
+}  // namespace
+
+NimbrelConfigParser::NimbrelConfigParser(const std::vector<std::string>& locales,
+                                         std::shared_ptr<util::XmlParser> xml,
+                                         std::shared_ptr<util::IRIParser> iri,
+                                         std::shared_ptr<util::IDNConverter> idn,
+                                         std::shared_ptr<util::UnicodeUtil> unicode)
+    : userAgentLocales(locales),
+      xmlParser(std::move(xml)),
+      iriParser(std::move(iri)),
+      idnConverter(std::move(idn)),
+      unicodeUtil(std::move(unicode)),
+      rules(unicodeUtil) {
+  requireService(xmlParser, "xmlParser cannot be NULL");
+  requireService(iriParser, "iriParser cannot be NULL");
+  requireService(idnConverter, "idnConverter cannot be NULL");
+  requireService(unicodeUtil, "unicodeUtil cannot be NULL");
+}
+
+NimbrelConfigParser::~NimbrelConfigParser() = default;
+
+std::shared_ptr<Config> NimbrelConfigParser::parse(const char* buffer, unsigned int size,
+                                                   const char* url, const char* encoding) {
+  if (buffer == nullptr) {
+    throw std::invalid_argument("buffer cannot be NULL");
+  }
+  return process(parseXml([&] { return xmlParser->parse(buffer, size, url, encoding); }),
+                 userAgentLocales);
+}
+
+std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char* encoding) {
+  if (path == nullptr) {
+    throw std::invalid_argument("path cannot be NULL");
+  }
+  return process(parseXml([&] { return xmlParser->parse(path, encoding); }), userAgentLocales);
+}
+
+std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDocument>& document,
+                                                     const std::vector<std::string>& locales) {
+  if (document == nullptr) {
+    throw std::invalid_argument("document cannot be NULL");
+  }
+  // Both arguments may belong to the previous record, which ends here.
+  std::shared_ptr<XmlDocument> keptDocument = document;
+  std::vector<std::string> keptLocales = locales;
+  config = std::make_shared<BasicConfig>();
+  config->document() = std::move(keptDocument);
+  const Node root = config->document()->getDocumentElement();
+  if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
+    throw ConfigException(
+        std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
+        root == nullptr ? 0U : root->getLineNumber(), 0U);
+  }
+  config->userAgentLocales() = std::move(keptLocales);
+  config->orvnAuthMode() = 0;
+  processWidgetAttributes(root);
+  if (root->firstElementChild() != nullptr) {
+    std::vector<Node> nodes;
+    processUserAgentLocales(nodes);
+    processWidgetElements(std::move(nodes));
+  }
+  return config;
+}
+
+void NimbrelConfigParser::setError(const std::string& message) {
+  errorText = message;
+}
+
+void NimbrelConfigParser::setError(const char* message) {
+  errorText = message == nullptr ? "" : message;
+}
+
+const std::string& NimbrelConfigParser::getErrorText() const noexcept {
+  return errorText;
+}
+
+void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
+  const BasicConfig& target = record();
+  const std::vector<std::string>& locales = target.getUserAgentLocales();
+
+  // One pass over the children, whatever the number of locales: each finds its locale's list.
+  std::vector<std::string_view> order(locales.begin(), locales.end());
+  std::sort(order.begin(), order.end());
+  order.erase(std::unique(order.begin(), order.end()), order.end());
+  std::vector<std::vector<const XmlNode*>> lists(order.size());
+  const auto listOf = [&](std::string_view locale) -> std::vector<const XmlNode*>* {
+    const auto found = std::lower_bound(order.begin(), order.end(), locale);
+    return found != order.end() && *found == locale
+               ? &lists[static_cast<std::size_t>(found - order.begin())]
+               : nullptr;
+  };
+  std::vector<const XmlNode*>* const anyLocale = listOf(ANY_LOCALE);
+
+  const Node root =
+      config->document() == nullptr ? nullptr : config->document()->getDocumentElement();
+  std::size_t count = 0;
+  for (const XmlNode* child = root == nullptr ? nullptr : root->firstElementChild();
+       child != nullptr; child = child->nextElementSibling()) {
+    ++count;
+    const std::string_view lang = child->attributeView("lang", XML_NAMESPACE);
+    if (lang.empty() && anyLocale != nullptr) {
+      anyLocale->push_back(child);
+    }
+    // An empty language is no language, yet it equals an empty locale; "*" is never a language.
+    if (lang.data() != nullptr && lang != ANY_LOCALE) {
+      std::vector<const XmlNode*>* const list = listOf(lang);
+      if (list != nullptr) {
+        list->push_back(child);
+      }
+    }
+  }
+  nodes.reserve(nodes.size() + count);
+  for (const std::string& locale : locales) {
+    for (const XmlNode* child : *listOf(locale)) {
+      nodes.push_back(child->share());
+    }
+  }
+}
+
+void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
+  std::vector<Element>& elements = record().elements();
+  const WalkScope scope(indexes);
+  elements.reserve(elements.size() + nodes.size());
+  for (const Node& node : nodes) {
+    elements.emplace_back(node, rules);
+    const Handler handler = findHandler(rules, *node);
+    if (handler != nullptr) {
+      handler(*this, node);
+    } else {
+      setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
+    }
+  }
+}
+
+BasicConfig& NimbrelConfigParser::record() const {
+  if (config == nullptr) {
+    throw std::logic_error("There is no record: no document has been processed.");
+  }
+  return *config;
+}
+
+Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char* name) {
+  Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
+  if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
+    value.reset();
+  }
+  return value;
+}
+
+}  // namespace orvane::nimbrel::config

@@ -1,0 +1,40 @@
+#include "config/NimbrelConfigParser.h"
+#include "config/handlers/ExtensionFrame.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using internal::ChildRule;
+using internal::ExtensionFrame;
+using internal::Setting;
+
+constexpr ChildRule RULE = {"asset", "tavlo:auth is missing tavlo:asset element ", "key",
+                            "tavlo:auth, missing attributes for tavlo:asset element"};
+constexpr const char* SITE = "NimbrelConfigParser::processAuth";
+constexpr std::int32_t TOKEN_AUTHENTICATION = 1;
+
+}  // namespace
+
+bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node) {
+  if (node == nullptr || config == nullptr) {
+    return false;
+  }
+  std::int32_t& mode = config->orvnAuthMode();
+  bool allKnown = true;
+  const bool complete =
+      ExtensionFrame(*this, rules)
+          .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+            internal::logKeyValue(SITE, setting);
+            // Only the value counts, whatever the key.
+            if (setting.valueText() == "token") {
+              mode = TOKEN_AUTHENTICATION;
+            } else {
+              // Without its first letter on purpose: hosts know the text as it is.
+              setError("nvalid certification key: ");
+              allKnown = false;
+            }
+          });
+  return complete && allKnown;
+}
+
+}  // namespace orvane::nimbrel::config

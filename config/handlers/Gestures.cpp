@@ -1,0 +1,59 @@
+#include "config/NimbrelConfigParser.h"
+#include "config/handlers/ExtensionFrame.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using internal::ChildRule;
+using internal::ExtensionFrame;
+using internal::Setting;
+
+// The second text is the one of the network element, on purpose: hosts know it as it is.
+constexpr ChildRule RULE = {"param", "Invalid gesture's param format", "name",
+                            "tavlo:network, missing attributes for tavlo:asset element"};
+constexpr const char* SITE = "NimbrelConfigParser::processGestures";
+
+using Gestures = Config::GestureSettings;
+
+constexpr struct Row {
+  std::string_view key;
+  Config::Gesture Gestures::*gesture;
+} NAMES[] = {
+    {"pinchzoom", &Gestures::pinchzoom},
+    {"flick", &Gestures::flick},
+    {"drag", &Gestures::drag},
+    {"swipe", &Gestures::swipe},
+    {"tap", &Gestures::tap},
+    {"multi_tap", &Gestures::multi_tap},
+    {"hold", &Gestures::hold},
+};
+
+}  // namespace
+
+bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& node) {
+  if (node == nullptr || config == nullptr) {
+    return false;
+  }
+  // Each element starts with all gestures off, their properties kept.
+  Gestures& gestures = config->gestureSettings();
+  for (const Row& row : NAMES) {
+    (gestures.*row.gesture).enabled = false;
+  }
+  return ExtensionFrame(*this, rules)
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& child) {
+        const util::Option<std::string> properties =
+            rules.getSingleAttributeValue(child, nullptr, "properties");
+        const Row* const row = internal::findRow(NAMES, setting.keyText());
+        if (row != nullptr && setting.valueText() == "yes") {
+          Config::Gesture& gesture = gestures.*row->gesture;
+          gesture.enabled = true;
+          if (properties) {
+            gesture.properties = properties.get();
+          }
+        }
+        NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
+                          setting.value.c_str(), properties.c_str());
+      });
+}
+
+}  // namespace orvane::nimbrel::config

@@ -1,0 +1,14 @@
+#include "config/NimbrelConfigParser.h"
+
+namespace orvane::nimbrel::config {
+
+void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node) {
+  BasicConfig& target = record();
+  if (target.name()) {
+    return;
+  }
+  target.name() = rules.getTextContent(node, true);
+  target.shortName() = rules.getSingleDisplayableAttributeValue(node, nullptr, "short");
+}
+
+}  // namespace orvane::nimbrel::config

@@ -1,0 +1,32 @@
+#include "config/NimbrelConfigParser.h"
+#include "config/handlers/ExtensionFrame.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using internal::ChildRule;
+using internal::ExtensionFrame;
+using internal::Setting;
+
+constexpr ChildRule RULE = {"permission", "Invalid permissions param format", "name",
+                            "tavlo:permission, missing attribute name for tavlo:permission element",
+                            false};
+constexpr const char* SITE = "NimbrelConfigParser::processPermissions";
+
+}  // namespace
+
+bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode>& node) {
+  if (node == nullptr || config == nullptr) {
+    return false;
+  }
+  std::map<std::string, bool>& permissions = config->appPermissions();
+  return ExtensionFrame(*this, rules)
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+        // Granted unless refused in so many words; messaging is the other way round on purpose.
+        const bool allowed = !(setting.value == "no") && !(setting.value == "false");
+        permissions[setting.keyText()] = allowed;
+        NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
+      });
+}
+
+}  // namespace orvane::nimbrel::config
