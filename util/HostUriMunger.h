@@ -13,7 +13,7 @@ namespace orvane::zel::util {
 ///     "bücher.example"     xn--bcher-kva.example   and by their ASCII form (UTS #46)
 ///     "example.org."       example.org%2E          the root dot makes another host, as it does
 ///                                                  for the origins of the web
-///     "::1", "[0::1]"      %3A%3A1                 an IPv6 address, by RFC 5952
+///     "::1", "[0::1]"      %3A%3A1                 an IPv6 address, in its short form
 ///     "..", "a/b", "a%62"  %2E%2E, %61%2Fb, ...    no host: each byte sequence has its own name
 ///     300 times "a"        %61aa...aa~9835...      over 255 bytes: a prefix, "~", SHA-256
 ///
@@ -26,7 +26,7 @@ namespace orvane::zel::util {
 /// name.
 ///
 /// Why it is injective: take as the text of a host its lower-case ASCII form, of an IPv6 address
-/// its canonical form, of anything else its bytes. A name is that text, some bytes of it, "%" and
+/// its short form, of anything else its bytes. A name is that text, some bytes of it, "%" and
 /// "~" always among them, as "%XX" with upper-case hex digits; undoing the escapes gives the text
 /// back. A host keeps its first byte and its inner dots; what is none has its first byte and all
 /// dots escaped. (A host that begins with "-" has that escaped; but its text converts to itself and

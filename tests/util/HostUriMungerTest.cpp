@@ -1,0 +1,171 @@
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "util/HostUriMunger.h"
+#include "util/PortableFilenameMunger.h"
+
+namespace orvane::zel::util {
+namespace {
+
+std::string munge(const std::string& host) {
+  return HostUriMunger().munge(host.c_str());
+}
+
+// Why `name` is no safe directory entry; empty when it is one.
+std::string fault(const std::string& name) {
+  std::string munged = name;
+  PortableFilenameMunger().munge(munged);
+  return name.empty() ? "empty" : munged == name ? "" : "unsafe";
+}
+
+TEST(HostUriMunger, GivesSpellingsOfAHostOneName) {
+  const struct {
+    const char* name;
+    std::vector<std::string> spellings;
+  } cases[] = {
+      {"example.org", {"example.org", "Example.ORG", "example\u3002org", "ｅxample.org"}},
+      {"xn--bcher-kva.example",
+       {"bücher.example", "BÜCHER.example", "bu\u0308cher.Example", "XN--BCHER-KVA.example"}},
+      {"example.org%2E", {"example.org.", "EXAMPLE.org\u3002"}},
+      {"a_b-c.d", {"a_b-c.d", "A_B-C.D"}},
+      {"%2Dx.example", {"-x.example", "-X.example"}},
+      {"127.0.0.1", {"127.0.0.1"}},
+      {"%3A%3A1", {"::1", "[::1]", "0:0:0:0:0:0:0:1", "[0000::0001]"}},
+      {"%32001%3Adb8%3A%3Aab", {"2001:db8::ab", "2001:DB8:0::AB"}},
+      {"%3A%3Affff%3A1%2E2%2E3%2E4", {"::ffff:1.2.3.4", "::FFFF:102:304"}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(fault(c.name), "");
+    for (const std::string& spelling : c.spellings) {
+      SCOPED_TRACE(spelling);
+      EXPECT_EQ(munge(spelling), c.name);
+    }
+  }
+}
+
+TEST(HostUriMunger, NamesWhatIsNoHostByItsBytes) {
+  const std::string label64(64, 'a');
+  const struct {
+    std::string host, name;
+  } cases[] = {
+      {"..", "%2E%2E"},
+      {".", "%2E"},
+      {"a/b", "%61%2Fb"},
+      {"/", "%2F"},
+      {"a..b", "%61%2E%2Eb"},
+      {"A..b", "%41%2E%2Eb"},
+      {".a", "%2Ea"},
+      {"a%62", "%61%2562"},
+      {"%2E%2E", "%252E%252E"},
+      {"a b", "%61%20b"},
+      {"a~b=c", "%61%7Eb%3Dc"},
+      {"\xFF", "%FF"},
+      {"a\n", "%61%0A"},
+      {label64, "%61" + label64.substr(1)},
+      {"fe80::1%eth0", "%66e80%3A%3A1%25eth0"},
+      {"[v1.x]", "%5Bv1%2Ex%5D"},
+      {"[]", "%5B%5D"},
+      {"[example.org]", "%5Bexample%2Eorg%5D"},
+      {"1::2::3", "%31%3A%3A2%3A%3A3"},
+      {"a\\b", "%61%5Cb"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.host);
+    EXPECT_EQ(munge(c.host), c.name);
+    EXPECT_EQ(fault(c.name), "");
+  }
+  EXPECT_EQ(munge(""), "");
+  EXPECT_EQ(HostUriMunger().munge(nullptr), "");
+}
+
+TEST(HostUriMunger, GivesLongNamesAPrefixAndTheDigest) {
+  const std::string digest = "9835fa6bf4e20a9b9ea812506302e98982721a6cf8d2cae67af57129bf21ae90";
+  EXPECT_EQ(munge(std::string(300, 'a')), "%61" + std::string(187, 'a') + "~" + digest);
+  EXPECT_NE(munge(std::string(300, 'a')), munge(std::string(301, 'a')));
+
+  std::string longest;  // 253 bytes, the most a host may have
+  for (int label = 0; label < 4; ++label) {
+    longest += std::string(label < 3 ? 63 : 61, 'h') + ".";
+  }
+  EXPECT_EQ(munge(longest.substr(0, 253)), longest.substr(0, 253));
+  EXPECT_EQ(munge(longest).find('~'), 190U);  // the escaped root dot is too much
+  EXPECT_EQ(fault(munge(longest)), "");
+}
+
+// A second, plain statement of which inputs are one host, for ASCII.
+std::string identity(const std::string& host) {
+  std::string bare = host;
+  if (bare.size() > 2 && bare.front() == '[' && bare.back() == ']') {
+    bare = bare.substr(1, bare.size() - 2);
+  }
+  std::array<unsigned char, 16> address{};
+  if (inet_pton(AF_INET6, bare.c_str(), address.data()) == 1) {
+    return "address " + std::string(address.begin(), address.end());
+  }
+  std::string lower;
+  for (char byte : host) {
+    lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+  }
+  const bool isHost =
+      lower.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_.") == std::string::npos &&
+      lower.front() != '.' && lower.find("..") == std::string::npos;
+  return isHost ? "host " + lower : "other " + host;
+}
+
+TEST(HostUriMunger, IsInjectiveOnAllShortStrings) {
+  constexpr std::string_view ALPHABET = "aA1.-%:[]/";
+  std::unordered_map<std::string, std::string> identities;
+  std::unordered_map<std::string, std::string> names;
+  std::vector<std::string> level = {""};
+  for (int length = 1; length <= 5; ++length) {
+    std::vector<std::string> next;
+    for (const std::string& stem : level) {
+      for (char byte : ALPHABET) {
+        next.push_back(stem + byte);
+        const std::string& host = next.back();
+        const std::string name = munge(host);
+        const std::string key = identity(host);
+        ASSERT_EQ(fault(name), "") << host;
+        ASSERT_EQ(identities.emplace(name, key).first->second, key) << host;
+        ASSERT_EQ(names.emplace(key, name).first->second, name) << host;
+      }
+    }
+    level.swap(next);
+  }
+  EXPECT_GT(names.size(), 80000U);
+}
+
+TEST(HostUriMunger, IsSafeAndInjectiveOnGeneratedBytes) {
+  std::mt19937 random(20240117);
+  std::unordered_map<std::string, std::string> hosts;
+  const std::vector<std::string> pieces = {"a",  "B", ".",      "-",      "%2E", "xn--",
+                                           "ü",  "ß", "\u3002", "\xFF",   "/",   "~",
+                                           "::", "[", "]",      "\u202E", "1"};
+  for (int i = 0; i < 50000; ++i) {
+    std::string host;
+    for (std::size_t count = 1 + random() % (random() % 20 == 0 ? 150 : 6); count > 0; --count) {
+      host += pieces[random() % pieces.size()];
+    }
+    const std::string name = munge(host);
+    ASSERT_EQ(fault(name), "") << host;
+    const auto [known, isNew] = hosts.emplace(name, host);
+    // A name that says "host" is a host and its own name; others are shared by equal bytes only,
+    // or by spellings of an address or of a host at whose edge a byte was escaped.
+    if (name.find_first_of("%~") == std::string::npos) {
+      ASSERT_EQ(munge(name), name);
+    } else if (!isNew && name.front() == '%' && name.compare(0, 3, "%2D") != 0) {
+      ASSERT_EQ(identity(known->second), identity(host));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane::zel::util

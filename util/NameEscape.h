@@ -1,0 +1,60 @@
+#pragma once
+
+#include <glib.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+// What the two mungers share; not part of the interface.
+namespace orvane::zel::util::internal {
+
+/// The longest name of a directory entry, in bytes, on the usual file systems.
+constexpr std::size_t MAX_NAME_BYTES = 255;
+
+constexpr bool isAsciiLetterOrDigit(char byte) noexcept {
+  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+         (byte >= '0' && byte <= '9');
+}
+
+constexpr bool isHexDigit(char byte) noexcept {
+  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') ||
+         (byte >= 'a' && byte <= 'f');
+}
+
+/// Appends `introducer` and two upper-case hex digits.
+inline void appendEscape(std::string& name, char introducer, char byte) {
+  constexpr char DIGITS[] = "0123456789ABCDEF";
+  const unsigned int value = static_cast<unsigned char>(byte);
+  name += introducer;
+  name += DIGITS[value >> 4U];
+  name += DIGITS[value & 0xFU];
+}
+
+/// The SHA-256 digest of some bytes, in 64 lower-case hex digits.
+inline std::string sha256Hex(std::string_view bytes) {
+  const std::unique_ptr<gchar, decltype(&g_free)> digest(
+      g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes.data()),
+                                  bytes.size()),
+      &g_free);
+  return digest.get();
+}
+
+/// The name of a text whose escaped form is too long: as much of that form as fits without cutting
+/// an escape begun by one of `introducers`, `marker`, and the digest of the text.
+inline std::string longName(std::string_view escaped, std::string_view introducers,
+                            std::string_view marker, std::string_view text) {
+  constexpr std::size_t DIGEST_BYTES = 64;
+  std::size_t size = MAX_NAME_BYTES - DIGEST_BYTES - marker.size();
+  const std::size_t introducer = escaped.find_first_of(introducers, size - 2);
+  if (introducer < size) {
+    size = introducer;
+  }
+  std::string name(escaped.substr(0, size));
+  name += marker;
+  name += sha256Hex(text);
+  return name;
+}
+
+}  // namespace orvane::zel::util::internal
