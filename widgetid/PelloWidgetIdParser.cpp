@@ -1,0 +1,60 @@
+#include "widgetid/PelloWidgetIdParser.h"
+
+#include <glib.h>
+
+#include <utility>
+
+#include "widgetid/PelloWidgetIdParserImpl.h"
+#include "widgetid/WidgetIdError.h"
+
+namespace orvane::zel::config {
+
+namespace {
+
+// Directory names are refused with the same words as authorities; hosts match on them.
+void requireSomething(const std::string& normalizedId) {
+  if (normalizedId.empty()) {
+    throw WidgetIdError("We were unable to derive a valid authority from the widget's identifier.");
+  }
+}
+
+}  // namespace
+
+PelloWidgetIdParser::PelloWidgetIdParser(std::shared_ptr<util::UriMunger> uriMunger,
+                                         std::shared_ptr<util::FilenameMunger> filenameMunger)
+    : impl_(std::make_unique<PelloWidgetIdParserImpl>(std::move(uriMunger),
+                                                      std::move(filenameMunger))) {}
+
+PelloWidgetIdParser::~PelloWidgetIdParser() = default;
+
+std::string PelloWidgetIdParser::deriveWidgetIdAuthority(const char* widgetId) const {
+  const std::string normalizedId = createNormalizedWidgetId(widgetId, false);
+  requireSomething(normalizedId);
+  const std::unique_ptr<gchar, decltype(&g_free)> escaped(
+      g_uri_escape_string(normalizedId.c_str(), "%", TRUE), &g_free);
+  if (escaped == nullptr) {
+    throw WidgetIdError(
+        "g_uri_escape_string failed to encode the widget identifier. Cannot derive a canonical "
+        "identifier from the widget identifier.");
+  }
+  std::string authority = escaped.get();
+  impl_->mungeFilename(authority);
+  return authority;
+}
+
+std::string PelloWidgetIdParser::deriveDirectoryName(const char* widgetId) const {
+  std::string name = createNormalizedWidgetId(widgetId, true);
+  requireSomething(name);
+  if (name.back() == '/') {
+    name.pop_back();
+  }
+  impl_->mungeFilename(name);
+  return name;
+}
+
+std::string PelloWidgetIdParser::createNormalizedWidgetId(const char* widgetId,
+                                                          bool mungeHost) const {
+  return impl_->createNormalizedWidgetId(widgetId, mungeHost);
+}
+
+}  // namespace orvane::zel::config
