@@ -1,0 +1,88 @@
+#include "tools/Host.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/Escape.h"
+#include "tools/Output.h"
+#include "util/Log.h"
+
+// The tool is the library's host: it supplies the symbols that a device would. They are C functions
+// without a place for state of their own, so what they answer is kept here, written once before a
+// document is parsed.
+namespace {
+
+std::optional<int> density;
+bool copyLog = false;
+
+void copyLine(const char* format, std::va_list arguments) {
+  std::va_list again;
+  va_copy(again, arguments);
+  const int size = std::vsnprintf(nullptr, 0, format, again);
+  va_end(again);
+  if (size < 0) {
+    return;
+  }
+  std::vector<char> line(static_cast<std::size_t>(size) + 1);
+  va_copy(again, arguments);  // the caller goes on with its own
+  std::vsnprintf(line.data(), line.size(), format, again);
+  va_end(again);
+  orvane::nimbrel::tools::writeError(std::string_view(line.data(), line.size() - 1));
+}
+
+void logLine(int priority, const char* format, std::va_list arguments) {
+  if (copyLog) {
+    copyLine(format, arguments);
+  }
+  vsyslog(priority, format, arguments);
+}
+
+}  // namespace
+
+extern "C" {
+
+int corvel_get_int(const char* group, const char* name, int* status, int defaultValue) {
+  if (density && std::string_view(group) == "screen" && std::string_view(name) == "dpi") {
+    return *density;
+  }
+  *status = -1;
+  return defaultValue;
+}
+
+// The next two stand before the C library's functions of these names, so that the lines reach
+// standard error whether or not a system log runs, free of what a document could do to a terminal.
+// They still go to the system log.
+__attribute__((visibility("default"))) void syslog(int priority, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  logLine(priority, format, arguments);
+  va_end(arguments);
+}
+
+// What code compiled with _FORTIFY_SOURCE calls instead.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the C library's name.
+__attribute__((visibility("default"))) void __syslog_chk(int priority, int /*flag*/,
+                                                         const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  logLine(priority, format, arguments);
+  va_end(arguments);
+}
+}
+
+namespace orvane::nimbrel::tools {
+
+void answerDensity(int answer) noexcept {
+  density = answer;
+}
+
+void copyLogToStandardError() noexcept {
+  copyLog = true;
+  util::setLogMask(util::logMask() | util::LOG_MASK_DEBUG);
+}
+
+}  // namespace orvane::nimbrel::tools

@@ -1,0 +1,55 @@
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "tools/Command.h"
+#include "tools/Failure.h"
+#include "tools/Input.h"
+#include "tools/Output.h"
+#include "tools/RecordJson.h"
+#include "tools/TextReport.h"
+#include "widgetid/LocalizedElementParser.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+struct Options {
+  std::string element;
+  std::string file;
+  std::string format = "text";
+  bool raw = false;
+};
+
+std::string runLocalized(const Options& options) {
+  const std::string bytes = readAll(options.file);
+  const std::map<std::string, std::string> texts = readingDocument(options.file, [&] {
+    return zel::config::LocalizedElementParser::getLocalizedElementMap(
+        bytes.data(), static_cast<unsigned int>(bytes.size()), options.element.c_str(),
+        !options.raw);
+  });
+  if (options.format == "json") {
+    return printJson(Json(texts));
+  }
+  TextReport report(isColourWanted());
+  for (const auto& [language, text] : texts) {
+    report.lines(language, text);
+  }
+  return report.finish();
+}
+
+}  // namespace
+
+Command addLocalizedCommand(CLI::App& tool) {
+  auto options = std::make_shared<Options>();
+  CLI::App* app = tool.add_subcommand(
+      "localized", "Print the texts of one element by language; \"*\" is the one without");
+  app->add_flag("--raw", options->raw, "Keep the white space as it is written");
+  addFormatOption(*app, options->format);
+  app->add_option("ELEMENT", options->element, "Local name of the element, such as \"name\"")
+      ->required();
+  app->add_option("FILE", options->file, "The document; \"-\" reads standard input")->required();
+  return {app, [options] { return runLocalized(*options); }};
+}
+
+}  // namespace orvane::nimbrel::tools

@@ -1,0 +1,245 @@
+#include "tools/RecordText.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "tools/Number.h"
+#include "tools/RecordFields.h"
+#include "tools/TextReport.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+using config::Config;
+using util::LocalizableString;
+
+std::string languageNote(const std::string& language, LocalizableString::Direction direction) {
+  return '(' + (language.empty() ? std::string() : language + ", ") + directionName(direction) +
+         ')';
+}
+
+void addText(TextReport& report, const char* label, const LocalizableString& text) {
+  report.lines(label, text.c_str(), languageNote(text.getLanguageTag(), text.getDirection()));
+  const auto& runs = text.getTextNodes();
+  for (const auto& run : runs) {
+    if (runs.size() > 1 || run.languageTag != text.getLanguageTag() ||
+        run.direction != text.getDirection()) {
+      report.detail("run", run.text, languageNote(run.languageTag, run.direction));
+    }
+  }
+}
+
+void addText(TextReport& report, const char* label, const util::Option<LocalizableString>& text) {
+  if (text) {
+    addText(report, label, text.get());
+  }
+}
+
+void addOption(TextReport& report, const char* label, const util::Option<std::string>& value) {
+  if (value) {
+    report.row(label, value.get());
+  }
+}
+
+void addOption(TextReport& report, const char* label, const util::Option<unsigned int>& value) {
+  if (value) {
+    report.row(label, std::to_string(value.get()));
+  }
+}
+
+std::string sizeNote(const Config::Icon& icon) {
+  if (icon.width && icon.height) {
+    return std::to_string(icon.width.get()) + " x " + std::to_string(icon.height.get());
+  }
+  if (icon.width) {
+    return "width " + std::to_string(icon.width.get());
+  }
+  return icon.height ? "height " + std::to_string(icon.height.get()) : "";
+}
+
+std::string join(const std::vector<std::string>& words) {
+  std::string joined;
+  for (const std::string& word : words) {
+    joined += (joined.empty() ? "" : ", ") + word;
+  }
+  return joined;
+}
+
+void addWidget(TextReport& report, const Config& config) {
+  report.section("Widget");
+  addText(report, "name", config.getName());
+  addText(report, "short name", config.getShortName());
+  addText(report, "version", config.getVersion());
+  addOption(report, "id", config.getId());
+  addOption(report, "store id", config.getTavloApplicationId());
+  addOption(report, "store version", config.getTavloApplicationVersion());
+  addText(report, "description", config.getDescription());
+  if (config.getAuthor()) {
+    const Config::Author& author = config.getAuthor().get();
+    addText(report, "author", author.name);
+    addOption(report, "  link", author.href);
+    addOption(report, "  e-mail", author.email);
+  }
+  if (config.getLicense()) {
+    addText(report, "license", config.getLicense().get().text);
+    addOption(report, "  link", config.getLicense().get().href);
+  }
+  addOption(report, "width", config.getWidth());
+  addOption(report, "height", config.getHeight());
+  if (!config.getWindowModes().empty()) {
+    report.row("view modes", join(config.getWindowModes()));
+  }
+  report.row("locales", join(config.getUserAgentLocales()));
+  if (config.getStartFile()) {
+    const Config::StartFile& file = config.getStartFile().get();
+    report.row("start file", file.src);
+    if (!file.encoding.empty()) {
+      report.row("  encoding", file.encoding);
+    }
+    if (!file.type.empty()) {
+      report.row("  type", file.type);
+    }
+  }
+}
+
+void addLists(TextReport& report, const Config& config) {
+  report.section("Icons");
+  for (const auto& icon : config.getIcons()) {
+    report.row(icon.src, sizeNote(icon).empty() ? "no size" : sizeNote(icon));
+  }
+  report.section("Preferences");
+  for (const auto& preference : config.getPreferences()) {
+    report.row(preference.name, preference.value ? preference.value.get() : "no value",
+               preference.readonly ? "(read-only)" : "");
+  }
+  report.section("Features");
+  for (const auto& feature : config.getFeatures()) {
+    report.row(feature.name, feature.required ? "required" : "optional");
+    for (const auto& [name, value] : feature.params) {
+      report.detail(name, value);
+    }
+  }
+  report.section("Network access");
+  for (const auto& request : config.getAccessRequestList()) {
+    if (request.allOrigins != 0) {
+      report.row("*", "every origin");
+    } else {
+      report.row(request.scheme + "://" + request.host + ':' + std::to_string(request.port),
+                 request.subdomains ? "with subdomains" : "this host");
+    }
+  }
+}
+
+template <typename Value>
+void addSetting(TextReport& report, const char* label, const Value& value, const Value& unset) {
+  if (value == unset) {
+    return;
+  }
+  if constexpr (std::is_same_v<Value, bool>) {
+    report.row(label, value ? "yes" : "no");
+  } else if constexpr (std::is_floating_point_v<Value>) {
+    report.row(label, shortest(value));
+  } else if constexpr (std::is_integral_v<Value>) {
+    report.row(label, std::to_string(value));
+  } else {
+    report.row(label, value);
+  }
+}
+
+void addSetting(TextReport& report, const char* label, const std::vector<std::string>& values,
+                const std::vector<std::string>& /*unset*/) {
+  for (const std::string& value : values) {
+    report.row(label, value);
+  }
+}
+
+void addSetting(TextReport& report, const char* /*label*/,
+                const std::map<std::string, std::string>& values,
+                const std::map<std::string, std::string>& /*unset*/) {
+  for (const auto& [key, value] : values) {
+    report.row(key, value);
+  }
+}
+
+void addSetting(TextReport& report, const char* label, const Config::Gesture& gesture,
+                const Config::Gesture& unset) {
+  if (gesture.enabled || gesture.properties != unset.properties) {
+    report.row(label, gesture.enabled ? "enabled" : "disabled", gesture.properties);
+  }
+}
+
+template <typename Record, typename Table>
+void addFields(TextReport& report, const char* title, const Record& record, const Table& table) {
+  report.section(title);
+  const Record unset;
+  forEachField(table, [&](const auto& field) {
+    addSetting(report, field.name, record.*field.member, unset.*field.member);
+  });
+}
+
+void addPermissions(TextReport& report, const char* title,
+                    const std::map<std::string, bool>& permissions) {
+  report.section(title);
+  for (const auto& [name, allowed] : permissions) {
+    report.row(name, allowed ? "allowed" : "refused");
+  }
+}
+
+void addExtensions(TextReport& report, const Config& config) {
+  addFields(report, "Network", config.getNetSettings(), NET_FIELDS);
+  addFields(report, "Cookie jar", config.getCookieJarSettings(), COOKIE_JAR_FIELDS);
+  report.section("Authentication");
+  if (config.getOrvnAuthMode() != 0) {
+    report.row("mode", config.getOrvnAuthMode() == 1 ? "token" : "unknown");
+  }
+  addFields(report, "Settings", config.getAppSettings(), APP_FIELDS);
+  report.section("Browser chrome");
+  if (config.getChromeSettings() != "system") {
+    report.row("search bar", config.getChromeSettings());
+  }
+  addFields(report, "Gestures", config.getGestureSettings(), GESTURE_FIELDS);
+  addPermissions(report, "Permissions", config.getAppPermissions());
+  addPermissions(report, "Messaging", config.getMessagingPermissions());
+  addFields(report, "Local resources", config.getLocalResources(), LOCAL_RESOURCES_FIELDS);
+
+  std::set<std::string> paths;
+  for (const auto& entry : config.getExports()) {
+    paths.insert(entry.second.resourcePath);
+  }
+  report.section("Exports");
+  for (const std::string& path : paths) {
+    report.row("resource", path);
+  }
+}
+
+void addElements(TextReport& report, const std::vector<config::Element>& elements) {
+  std::map<std::pair<std::string, std::string>, std::size_t> counts;  // by namespace, then name
+  for (const config::Element& element : elements) {
+    const auto namespaceUri = element.getNamespace();
+    ++counts[{namespaceUri ? namespaceUri.get() : "no namespace", element.getName().c_str()}];
+  }
+  report.section("Elements read");
+  for (const auto& [names, count] : counts) {
+    report.row(names.second, names.first, count == 1 ? "" : std::to_string(count) + " times");
+  }
+}
+
+}  // namespace
+
+std::string recordToText(config::BasicConfig& record, const std::string& errorText, bool colour) {
+  TextReport report(colour);
+  addWidget(report, record);
+  addLists(report, record);
+  addExtensions(report, record);
+  addElements(report, record.elements());
+  report.section("Last problem");
+  if (!errorText.empty()) {
+    report.row("message", errorText);
+  }
+  return report.finish();
+}
+
+}  // namespace orvane::nimbrel::tools

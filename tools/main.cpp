@@ -1,0 +1,82 @@
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <exception>
+#include <new>
+#include <sstream>
+#include <string>
+
+#include "tools/Command.h"
+#include "tools/Failure.h"
+#include "tools/Output.h"
+
+namespace orvane::nimbrel::tools {
+
+void addFormatOption(CLI::App& command, std::string& format) {
+  command.add_option("--format", format, "Print for a person (text) or for a program (json)")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+}
+
+namespace {
+
+constexpr char VERSION_TEXT[] = "nimbrel-config " NIMBREL_VERSION;
+
+/// Prints what `--help` and `--version` ask for; throws `Failure` for a wrong usage.
+void answerParseOutcome(const CLI::App& tool, const CLI::ParseError& outcome) {
+  std::ostringstream output;
+  std::ostringstream error;
+  if (tool.exit(outcome, output, error) == 0) {
+    writeOutput(output.str());
+    return;
+  }
+  std::string message = outcome.what();
+  if (const auto lineBreak = message.find('\n'); lineBreak != std::string::npos) {
+    message.resize(lineBreak);
+  }
+  throw Failure(EXIT_UNUSABLE, "nimbrel-config: " + message + "; --help tells how it is used");
+}
+
+void run(int argc, const char* const* argv) {
+  CLI::App tool("Reads the configuration documents of web applications.", "nimbrel-config");
+  tool.footer(
+      "Exit status: 0 done; 1 the document was rejected or the identifier refused;\n"
+      "2 wrong usage, or something cannot be read or written.");
+  tool.require_subcommand(1);
+  const Command commands[] = {addShowCommand(tool), addLocalizedCommand(tool), addIdCommand(tool)};
+  tool.set_version_flag("--version", VERSION_TEXT, "Print the version and exit");
+  for (const Command& command : commands) {
+    command.app->set_version_flag("--version", VERSION_TEXT, "Print the version and exit");
+  }
+  try {
+    tool.parse(argc, argv);
+  } catch (const CLI::ParseError& outcome) {
+    answerParseOutcome(tool, outcome);
+    return;
+  }
+  for (const Command& command : commands) {
+    if (command.app->parsed()) {
+      writeOutput(command.run());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::tools
+
+int main(int argc, char** argv) {
+  using namespace orvane::nimbrel::tools;
+  secureStandardStreams();
+  try {
+    run(argc, argv);
+    return EXIT_DONE;
+  } catch (const Failure& failure) {
+    writeError(failure.what());
+    return failure.status();
+  } catch (const std::bad_alloc&) {
+    writeError("nimbrel-config: out of memory");
+  } catch (const std::exception& error) {
+    writeError(std::string("nimbrel-config: ") + error.what());
+  }
+  return EXIT_UNUSABLE;
+}
