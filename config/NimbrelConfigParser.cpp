@@ -56,10 +56,22 @@ constexpr struct {
     {"export", EXTENSION_NAMESPACE, call<&Parser::processExport>},
 };
 
-Handler findHandler(const ConfigRules& rules, const XmlNode& node) {
+/// The namespace of a node as the table spells it; null when the table does not know it.
+const char* dispatchNamespace(const XmlNode& node) {
+  const std::string_view uri = node.namespaceView();
+  for (const char* known : {static_cast<const char*>(W3C_WIDGETS_NAMESPACE), EXTENSION_NAMESPACE}) {
+    if (uri == known) {
+      return known;
+    }
+  }
+  return nullptr;
+}
+
+Handler findHandler(const XmlNode& node) {
   const std::string_view name = node.nameView();
+  const char* const namespaceUri = dispatchNamespace(node);
   for (const auto& row : DISPATCH) {
-    if (row.name == name && rules.xmlNodeHasName(node, row.namespaceUri, row.name.data())) {
+    if (row.namespaceUri == namespaceUri && row.name == name) {
       return row.handler;
     }
   }
@@ -180,41 +192,58 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
   const BasicConfig& target = record();
   const std::vector<std::string>& locales = target.getUserAgentLocales();
 
-  // One pass over the children, whatever the number of locales: each finds its locale's list.
-  std::vector<std::string_view> order(locales.begin(), locales.end());
-  std::sort(order.begin(), order.end());
-  order.erase(std::unique(order.begin(), order.end()), order.end());
-  std::vector<std::vector<const XmlNode*>> lists(order.size());
-  const auto listOf = [&](std::string_view locale) -> std::vector<const XmlNode*>* {
-    const auto found = std::lower_bound(order.begin(), order.end(), locale);
-    return found != order.end() && *found == locale
-               ? &lists[static_cast<std::size_t>(found - order.begin())]
-               : nullptr;
+  // One pass over the children, whatever the number of locales: each child joins the queue of its
+  // locale. A queue is chained through the visits; 0 ends it.
+  struct Visit {
+    const XmlNode* child;
+    std::size_t next;
   };
-  std::vector<const XmlNode*>* const anyLocale = listOf(ANY_LOCALE);
+  struct Queue {
+    std::string_view locale;
+    std::size_t first = 0;
+    std::size_t last = 0;
+  };
+  std::vector<Visit> visits(1);
+  std::vector<Queue> queues;
+  queues.reserve(locales.size());
+  for (const std::string& locale : locales) {
+    queues.push_back({locale});
+  }
+  const auto byLocale = [](const Queue& queue, std::string_view locale) {
+    return queue.locale < locale;
+  };
+  std::sort(queues.begin(), queues.end(),
+            [](const Queue& left, const Queue& right) { return left.locale < right.locale; });
+  const auto queueOf = [&](std::string_view locale) -> Queue* {
+    const auto found = std::lower_bound(queues.begin(), queues.end(), locale, byLocale);
+    return found != queues.end() && found->locale == locale ? &*found : nullptr;
+  };
+  const auto enqueue = [&](Queue* queue, const XmlNode* child) {
+    if (queue != nullptr) {
+      (queue->first == 0 ? queue->first : visits[queue->last].next) = visits.size();
+      queue->last = visits.size();
+      visits.push_back({child, 0});
+    }
+  };
 
-  const Node root =
-      config->document() == nullptr ? nullptr : config->document()->getDocumentElement();
-  std::size_t count = 0;
+  Queue* const anyLocale = queueOf(ANY_LOCALE);
+  const std::shared_ptr<XmlDocument>& document = config->document();
+  const Node root = document == nullptr ? nullptr : document->getDocumentElement();
   for (const XmlNode* child = root == nullptr ? nullptr : root->firstElementChild();
        child != nullptr; child = child->nextElementSibling()) {
-    ++count;
     const std::string_view lang = child->attributeView("lang", XML_NAMESPACE);
-    if (lang.empty() && anyLocale != nullptr) {
-      anyLocale->push_back(child);
+    if (lang.empty()) {
+      enqueue(anyLocale, child);
     }
     // An empty language is no language, yet it equals an empty locale; "*" is never a language.
     if (lang.data() != nullptr && lang != ANY_LOCALE) {
-      std::vector<const XmlNode*>* const list = listOf(lang);
-      if (list != nullptr) {
-        list->push_back(child);
-      }
+      enqueue(queueOf(lang), child);
     }
   }
-  nodes.reserve(nodes.size() + count);
+  nodes.reserve(nodes.size() + visits.size());
   for (const std::string& locale : locales) {
-    for (const XmlNode* child : *listOf(locale)) {
-      nodes.push_back(child->share());
+    for (std::size_t at = queueOf(locale)->first; at != 0; at = visits[at].next) {
+      nodes.push_back(visits[at].child->share());
     }
   }
 }
@@ -225,7 +254,7 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   elements.reserve(elements.size() + nodes.size());
   for (const Node& node : nodes) {
     elements.emplace_back(node, rules);
-    const Handler handler = findHandler(rules, *node);
+    const Handler handler = findHandler(*node);
     if (handler != nullptr) {
       handler(*this, node);
     } else {

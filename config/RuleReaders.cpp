@@ -8,6 +8,17 @@ namespace orvane::nimbrel::config::internal {
 
 using zel::util::StringUtil;
 
+std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
+  std::string_view value = node.attributeView(name);
+  while (!value.empty() && StringUtil::isSpace(value.front())) {
+    value.remove_prefix(1);
+  }
+  while (!value.empty() && StringUtil::isSpace(value.back())) {
+    value.remove_suffix(1);
+  }
+  return value;
+}
+
 IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
   constexpr unsigned int MAX = std::numeric_limits<unsigned int>::max();
   unsigned int value = 0;
@@ -30,6 +41,15 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
     return {0, IntegerFault::NO_NUMBER};
   }
   return {value, IntegerFault::NONE};
+}
+
+util::Option<unsigned int> readSize(std::string_view text) noexcept {
+  util::Option<unsigned int> size;
+  const IntegerReading reading = readNonNegativeInteger(text);
+  if (reading.fault == IntegerFault::NONE && reading.value != 0) {
+    size = reading.value;
+  }
+  return size;
 }
 
 std::optional<bool> readBoolean(std::string_view text) noexcept {

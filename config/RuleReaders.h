@@ -3,9 +3,17 @@
 #include <optional>
 #include <string_view>
 
+#include "util/Option.h"
+#include "util/XmlNode.h"
+
 // The value parsers of `ConfigRules` without exceptions, for handlers to which a bad value is an
 // ordinary thing.
 namespace orvane::nimbrel::config::internal {
+
+/// The value of an attribute without namespace, trimmed, for readers to which white space within
+/// the value makes no difference. A view with null data when it is absent. Never copies.
+[[nodiscard]] std::string_view trimmedAttribute(const util::XmlNode& node,
+                                                std::string_view name) noexcept;
 
 enum class IntegerFault {
   NONE,
@@ -19,6 +27,9 @@ struct IntegerReading {
 };
 
 [[nodiscard]] IntegerReading readNonNegativeInteger(std::string_view text) noexcept;
+
+/// A width, height or size: None for a view with null data, for what is no number and for 0.
+[[nodiscard]] util::Option<unsigned int> readSize(std::string_view text) noexcept;
 
 /// Nothing for what is neither "true" nor "false".
 [[nodiscard]] std::optional<bool> readBoolean(std::string_view text) noexcept;

@@ -47,10 +47,9 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
     if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri || !isOrigin(idIri.get())) {
       return;
     }
-    const util::Option<std::string> subdomains =
-        rules.getSingleAttributeValue(node, nullptr, "subdomains");
-    if (subdomains) {
-      const std::optional<bool> wanted = internal::readBoolean(subdomains.get());
+    const std::string_view subdomains = internal::trimmedAttribute(*node, "subdomains");
+    if (subdomains.data() != nullptr) {
+      const std::optional<bool> wanted = internal::readBoolean(subdomains);
       if (!wanted) {
         return;
       }

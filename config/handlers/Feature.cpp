@@ -12,10 +12,9 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
   if (!name) {
     return;
   }
-  const util::Option<std::string> required =
-      rules.getSingleAttributeValue(node, nullptr, "required");
   Config::Feature feature;
-  feature.required = !required || internal::readBoolean(required.get()).value_or(true);
+  feature.required =
+      internal::readBoolean(internal::trimmedAttribute(*node, "required")).value_or(true);
   if (!iriParser->tryParse(name.get().c_str(), idIri)) {
     if (feature.required) {
       throw ConfigException("Feature name is not a valid IRI.", node->getLineNumber(), 0U);

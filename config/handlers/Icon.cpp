@@ -2,6 +2,7 @@
 
 #include "config/KeyIndex.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/RuleReaders.h"
 
 namespace orvane::nimbrel::config {
 
@@ -16,10 +17,9 @@ void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node
   if (internal::hasKey(icons, &Config::Icon::src, src.get(), index)) {
     return;
   }
-  const auto size = [&](const char* name) {
-    return parseWidthOrHeight(rules, rules.getSingleAttributeValue(node, nullptr, name));
-  };
-  icons.push_back(Config::Icon{std::move(src.get()), size("height"), size("width")});
+  icons.push_back(Config::Icon{std::move(src.get()),
+                               internal::readSize(internal::trimmedAttribute(*node, "height")),
+                               internal::readSize(internal::trimmedAttribute(*node, "width"))});
 }
 
 }  // namespace orvane::nimbrel::config

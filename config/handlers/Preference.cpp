@@ -1,3 +1,4 @@
+#include <optional>
 #include <utility>
 
 #include "config/KeyIndex.h"
@@ -17,11 +18,11 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
   if (internal::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
     return;
   }
-  const util::Option<std::string> readonly =
-      rules.getSingleAttributeValue(node, nullptr, "readonly");
-  preferences.push_back(Config::Preference{
-      std::move(name.get()), rules.getSingleAttributeValue(node, nullptr, "value"),
-      readonly && internal::readBoolean(readonly.get()).value_or(false)});
+  const std::optional<bool> readonly =
+      internal::readBoolean(internal::trimmedAttribute(*node, "readonly"));
+  preferences.push_back(Config::Preference{std::move(name.get()),
+                                           rules.getSingleAttributeValue(node, nullptr, "value"),
+                                           readonly.value_or(false)});
 }
 
 }  // namespace orvane::nimbrel::config

@@ -37,8 +37,8 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
       target.tavloApplicationVersion() = reading.value;
     }
   }
-  target.height() = parseWidthOrHeight(rules, attribute("height"));
-  target.width() = parseWidthOrHeight(rules, attribute("width"));
+  target.height() = internal::readSize(internal::trimmedAttribute(*root, "height"));
+  target.width() = internal::readSize(internal::trimmedAttribute(*root, "width"));
   processViewMode(attribute("viewmodes"));
 }
 
@@ -69,14 +69,7 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
 
 Option<unsigned int> parseWidthOrHeight(const ConfigRules& /*rules*/,
                                         const Option<std::string>& value) {
-  Option<unsigned int> size;
-  if (value) {
-    const internal::IntegerReading reading = internal::readNonNegativeInteger(value.get());
-    if (reading.fault == internal::IntegerFault::NONE && reading.value != 0) {
-      size = reading.value;
-    }
-  }
-  return size;
+  return value ? internal::readSize(value.get()) : Option<unsigned int>();
 }
 
 }  // namespace orvane::nimbrel::config
