@@ -287,7 +287,7 @@ void XmlTreeBuilder::noteError(const xmlError& error) {
 void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* localName,
                                   const xmlChar* prefix, const xmlChar* uri, int attributeCount,
                                   int defaultedCount, const xmlChar** attributes) {
-  closeText();
+  text_ = nullptr;
   if (open_.size() >= MAX_DEPTH) {
     refuse(TOO_DEEP);
     return;
@@ -325,6 +325,7 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
   node->size_ = static_cast<std::uint32_t>(count);
   link(node);
   open_.push_back({node, nullptr});
+  lastLine_ = line();
 }
 
 void XmlTreeBuilder::endElement() noexcept {
@@ -338,8 +339,9 @@ void XmlTreeBuilder::appendText(const char* text, std::size_t size) {
   if (open_.empty() || size == 0) {
     return;
   }
+  const unsigned int begin = std::exchange(lastLine_, line());
   if (text_ == nullptr) {
-    XmlNode* const node = newNode(XmlNode::TEXT, lastLine_);
+    XmlNode* const node = newNode(XmlNode::TEXT, begin);
     char* const bytes = copy(text, size);
     node->data_.text = bytes;
     node->size_ = static_cast<std::uint32_t>(size);
@@ -487,7 +489,7 @@ unsigned int XmlTreeBuilder::column() const noexcept {
 unsigned int XmlTreeBuilder::lineOfOpenTag(const xmlParserCtxt* context) const noexcept {
   const unsigned int end = line();
   const xmlParserInput* const input = context_->input;
-  if (context != context_ || input == nullptr) {
+  if (end == lastLine_ || context != context_ || input == nullptr) {
     return end;
   }
   const std::string_view before(asChars(input->base),

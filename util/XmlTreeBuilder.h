@@ -85,7 +85,7 @@ class XmlTreeBuilder {
   XmlNode* text_ = nullptr;  // the text node that grows; its bytes end at textEnd_
   char* textEnd_ = nullptr;
   std::size_t textCapacity_ = 0;
-  unsigned int lastLine_ = 1;  // where the last markup ended, and so where the next text begins
+  unsigned int lastLine_ = 1;  // where the last event ended, and so where a text that follows begins
 
   std::vector<Symbol> symbols_;
   std::size_t symbolCount_ = 0;
