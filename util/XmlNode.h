@@ -60,8 +60,8 @@ class NIMBREL_UTIL_API XmlNode {
   [[nodiscard]] std::shared_ptr<XmlNode> getParent() const;
   /// One of `Type`.
   [[nodiscard]] int getNodeType() const noexcept { return type_; }
-  /// The line, counted from 1, in which the node begins; for what came out of an entity, the line
-  /// of the reference. 0 when unknown.
+  /// The line, counted from 1, in which an element or a text begins and anything else ends; for
+  /// what came out of an entity, the line of the reference. 0 when unknown.
   [[nodiscard]] unsigned int getLineNumber() const noexcept { return line_; }
 
   /// The local name of an element without copying; empty for other nodes.

@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <libxml/encoding.h>
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/xmlerror.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,7 +15,6 @@
 #include <memory>
 #include <new>
 #include <string>
-#include <system_error>
 
 #include "util/ParseException.h"
 #include "util/XmlTreeBuilder.h"
@@ -24,12 +25,47 @@ namespace {
 using internal::XmlTreeBuilder;
 
 constexpr std::size_t MAX_SIZE = std::numeric_limits<int>::max();
-// Up to here a whole document is handed over at once; beyond, libxml2 asks for it piece by piece,
-// which lets the builder look at a start tag before it ends.
-constexpr std::size_t MAX_UNWATCHED_SIZE = 65536;
 // Entities are replaced; that alone would also read external ones, which the builder never
 // declares.
 constexpr int OPTIONS = XML_PARSE_NOENT | XML_PARSE_NONET;
+constexpr int CHUNK = 4000;  // what libxml2 asks for by itself
+
+/// Takes what libxml2 reports without a context, which would otherwise go to the host's handler or
+/// to standard error, and leaves the thread's last error as it was. Both belong to one thread.
+class ErrorGuard {
+ public:
+  ErrorGuard() : handler_(xmlStructuredError), handlerContext_(xmlStructuredErrorContext) {
+    if (xmlLastError.code != XML_ERR_OK) {
+      xmlCopyError(&xmlLastError, &lastError_);
+    }
+    xmlSetStructuredErrorFunc(this, report);
+  }
+  ErrorGuard(const ErrorGuard&) = delete;
+  ErrorGuard& operator=(const ErrorGuard&) = delete;
+  ~ErrorGuard() {
+    xmlSetStructuredErrorFunc(handlerContext_, handler_);
+    if (lastError_.code == XML_ERR_OK) {
+      xmlResetLastError();
+    } else {
+      xmlCopyError(&lastError_, &xmlLastError);
+      xmlResetError(&lastError_);
+    }
+  }
+
+  void reportTo(XmlTreeBuilder* builder) noexcept { builder_ = builder; }
+
+ private:
+  static void report(void* self, xmlError* error) noexcept {
+    if (XmlTreeBuilder* const builder = static_cast<ErrorGuard*>(self)->builder_) {
+      builder->noteError(*error);
+    }
+  }
+
+  xmlStructuredErrorFunc handler_;
+  void* handlerContext_;
+  xmlError lastError_ = {};
+  XmlTreeBuilder* builder_ = nullptr;
+};
 
 struct ContextDeleter {
   void operator()(xmlParserCtxt* context) const noexcept {
@@ -40,29 +76,37 @@ struct ContextDeleter {
 };
 using Context = std::unique_ptr<xmlParserCtxt, ContextDeleter>;
 
-Context newContext() {
-  xmlInitParser();  // each time: a host may have shut libxml2 down since
-  Context context(xmlNewParserCtxt());
-  if (!context) {
+template <typename T>
+T* orBadAlloc(T* pointer) {
+  if (pointer == nullptr) {
     throw std::bad_alloc();
   }
-  return context;
+  return pointer;
 }
 
-// libxml2 ignores a name that it does not know.
-void requireKnownEncoding(const char* encoding) {
-  if (encoding == nullptr) {
-    return;
-  }
-  xmlCharEncodingHandler* const handler = xmlFindCharEncodingHandler(encoding);
+xmlCharEncodingHandler* findEncoding(const char* name) {
+  // A slash would choose among iconv's ways of converting, an empty name what the locale says.
+  xmlCharEncodingHandler* const handler = *name == '\0' || std::strchr(name, '/') != nullptr
+                                              ? nullptr
+                                              : xmlFindCharEncodingHandler(name);
   if (handler == nullptr) {
-    throw ParseException(std::string("Unknown encoding: ") + encoding, 0, 0);
+    throw ParseException(std::string("Unknown encoding: ") + name, 0, 0);
   }
-  xmlCharEncCloseFunc(handler);
+  return handler;
 }
 
-void freeResult(xmlDoc* document) noexcept {
-  xmlFreeDoc(document);
+std::string reason(int error) {
+  // The C library would give it in the language of the locale.
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return "there is no such file";
+    case EACCES:
+    case EPERM:
+      return "permission denied";
+    default:
+      return "error " + std::to_string(error);
+  }
 }
 
 class File {
@@ -72,9 +116,7 @@ class File {
       // Without waiting: opening a FIFO for reading would block until somebody writes.
       : descriptor_(::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
     if (descriptor_ < 0) {
-      throw ParseException(
-          "Cannot open the file: " + std::error_code(errno, std::generic_category()).message(), 0,
-          0);
+      throw ParseException("Cannot open the file: " + reason(errno), 0, 0);
     }
     struct stat status = {};
     if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -121,46 +163,65 @@ class Buffer {
   std::size_t left_;
 };
 
-/// What libxml2 reads from when it asks piece by piece.
+/// What libxml2 asks for bytes, piece by piece.
 template <typename Bytes>
-struct WatchedInput {
+struct Input {
   Bytes& bytes;
   XmlTreeBuilder& builder;
   std::size_t total = 0;
   int error = 0;
 
   static int read(void* self, char* target, int size) noexcept {
-    auto& input = *static_cast<WatchedInput*>(self);
-    if (!input.builder.checkOpenTag()) {
-      return -1;
+    auto& input = *static_cast<Input*>(self);
+    if (!input.builder.wantsMore()) {
+      return 0;
     }
     const int count = input.bytes.read(target, size);
     if (count < 0) {
       input.error = errno;
-      return -1;
+      return 0;
     }
     input.total += static_cast<std::size_t>(count);
     if (input.total > MAX_SIZE) {
       input.builder.refuse("The document is too large");
-      return -1;
+      return 0;
     }
     input.builder.noteInputSize(input.total);
     return count;
   }
 };
 
+/// What `xmlCtxtReadIO` does, but for a tree. There, too, an encoding that the caller names would
+/// be switched to before the first bytes are there, and a byte order mark taken for a character.
 template <typename Bytes>
-std::shared_ptr<XmlDocument> parseWatched(Bytes& bytes, std::size_t size, const char* url,
-                                          const char* encoding) {
-  const Context context = newContext();
+std::shared_ptr<XmlDocument> parseBytes(Bytes& bytes, std::size_t size, const char* encoding) {
+  xmlInitParser();  // each time: a host may have shut libxml2 down since
+  ErrorGuard guard;
+  const Context context(orBadAlloc(xmlNewParserCtxt()));
   XmlTreeBuilder builder(context.get(), size);
-  WatchedInput<Bytes> input{bytes, builder};
-  freeResult(xmlCtxtReadIO(context.get(), WatchedInput<Bytes>::read, nullptr, &input, url, encoding,
-                           OPTIONS));
+  guard.reportTo(&builder);
+  Input<Bytes> input{bytes, builder};
+
+  xmlCtxtUseOptions(context.get(), OPTIONS);
+  xmlParserInputBuffer* const buffer = orBadAlloc(
+      xmlParserInputBufferCreateIO(Input<Bytes>::read, nullptr, &input, XML_CHAR_ENCODING_NONE));
+  xmlParserInput* const stream = xmlNewIOInputStream(context.get(), buffer, XML_CHAR_ENCODING_NONE);
+  if (stream == nullptr) {
+    xmlFreeParserInputBuffer(buffer);
+    throw std::bad_alloc();
+  }
+  if (inputPush(context.get(), stream) < 0) {
+    xmlFreeInputStream(stream);
+    throw std::bad_alloc();
+  }
+  xmlParserInputGrow(stream, CHUNK);
+  if (encoding != nullptr) {
+    context->encoding = orBadAlloc(xmlStrdup(reinterpret_cast<const xmlChar*>(encoding)));
+    xmlSwitchToEncoding(context.get(), findEncoding(encoding));
+  }
+  xmlParseDocument(context.get());
   if (input.error != 0) {
-    throw ParseException(
-        "Cannot read the file: " + std::error_code(input.error, std::generic_category()).message(),
-        0, 0);
+    throw ParseException("Cannot read the file: " + reason(input.error), 0, 0);
   }
   return builder.finish();
 }
@@ -176,16 +237,16 @@ std::shared_ptr<XmlDocument> XmlParserLibXml::parseFile(const char* path,
   if (path == nullptr) {
     throw ParseException("There is no path", 0, 0);
   }
-  requireKnownEncoding(encoding);
   File file(path);
   if (file.size() > MAX_SIZE) {
     throw ParseException("The document is too large", 0, 0);
   }
-  return parseWatched(file, file.size(), path, encoding);
+  return parseBytes(file, file.size(), encoding);
 }
 
+// The URL would be the base of what a document refers to, and none of that is read.
 std::shared_ptr<XmlDocument> XmlParserLibXml::parseBuffer(const char* buffer, unsigned int size,
-                                                          const char* url,
+                                                          const char* /*url*/,
                                                           const char* encoding) const {
   if (buffer == nullptr) {
     throw ParseException("There is no document", 0, 0);
@@ -196,16 +257,8 @@ std::shared_ptr<XmlDocument> XmlParserLibXml::parseBuffer(const char* buffer, un
   if (size > MAX_SIZE) {
     throw ParseException("The document is too large", 0, 0);
   }
-  requireKnownEncoding(encoding);
-  if (size > MAX_UNWATCHED_SIZE) {
-    Buffer bytes(buffer, size);
-    return parseWatched(bytes, size, url, encoding);
-  }
-  const Context context = newContext();
-  XmlTreeBuilder builder(context.get(), size);
-  freeResult(
-      xmlCtxtReadMemory(context.get(), buffer, static_cast<int>(size), url, encoding, OPTIONS));
-  return builder.finish();
+  Buffer bytes(buffer, size);
+  return parseBytes(bytes, size, encoding);
 }
 
 }  // namespace orvane::nimbrel::util

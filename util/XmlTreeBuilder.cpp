@@ -17,13 +17,21 @@ constexpr int MAX_ATTRIBUTES = 2000;
 constexpr int MAX_NAMESPACES = 1000;
 constexpr std::size_t EXPANSION_FACTOR = 5;
 constexpr std::size_t EXPANSION_FLOOR = 1'000'000;
-constexpr std::size_t REFERENCE_COST = 16;  // so that references to nothing count, too
+// What a reference costs beyond the text it brings: a context of libxml2's for each.
+constexpr std::size_t REFERENCE_COST = 32;
+constexpr int MAX_NAMES = 100'000;
+constexpr std::size_t MAX_CHOICES = 5000;
+// libxml2 looks up each default namespace of an element among all that are in scope; so many steps
+// cost about as much as a byte.
+constexpr std::size_t LOOKUPS_PER_BYTE = 64;
 
 constexpr const char* TOO_DEEP = "Elements are nested too deeply";
 constexpr const char* TOO_MANY_ATTRIBUTES = "Too many attributes in one element";
 constexpr const char* TOO_MANY_NAMESPACES = "Too many namespace declarations in scope";
 constexpr const char* TOO_MUCH_EXPANSION = "Entities or default attributes expand to too much text";
 constexpr const char* TOO_LONG = "A text is too long";
+constexpr const char* TOO_MANY_NAMES = "Too many different names";
+constexpr const char* TOO_MANY_CHOICES = "Too many choices in the document type";
 
 const char* asChars(const xmlChar* text) noexcept {
   return reinterpret_cast<const char*>(text);
@@ -37,12 +45,26 @@ unsigned int asPosition(int value) noexcept {
   return value > 0 ? static_cast<unsigned int>(value) : 0U;
 }
 
-std::string withoutLineBreak(const char* message) {
+std::string onOneLine(const char* message) {
   std::string text(message == nullptr ? "The document is not well-formed" : message);
   while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) {
     text.pop_back();
   }
+  std::replace(text.begin(), text.end(), '\n', ' ');
   return text;
+}
+
+/// The most attributes that a single tag in the text could have; never less than it has.
+std::ptrdiff_t attributesOfOneTag(std::string_view text) noexcept {
+  std::ptrdiff_t most = 0;
+  // A "<" cannot stand within a tag.
+  for (std::size_t tag = text.find('<'); tag != std::string_view::npos;) {
+    const std::size_t next = text.find('<', tag + 1);
+    const std::string_view piece = text.substr(tag, next - tag);
+    most = std::max(most, std::count(piece.begin(), piece.end(), '='));
+    tag = next;
+  }
+  return most;
 }
 
 std::size_t slotOf(const xmlChar* key, std::size_t slots) noexcept {
@@ -85,6 +107,12 @@ struct XmlTreeBuilder::Callbacks {
     if (context != outermost) {
       xmlStopParser(context);
     }
+  }
+
+  // A catalogue that a document names would be remembered, one behind the other, unless libxml2
+  // takes itself to be past the place where it counts.
+  static void startDocument(void* context) noexcept {
+    static_cast<xmlParserCtxt*>(context)->instate = XML_PARSER_PROLOG;
   }
 
   static void startElement(void* context, const xmlChar* localName, const xmlChar* prefix,
@@ -131,33 +159,34 @@ struct XmlTreeBuilder::Callbacks {
   // contribute nothing, and a later declaration of the name does not count, as XML asks.
   static void entityDecl(void* context, const xmlChar* name, int type, const xmlChar* publicId,
                          const xmlChar* systemId, xmlChar* content) noexcept {
-    static xmlChar nothing[] = {0};
+    xmlChar nothing[] = {0};
     if (type == XML_EXTERNAL_GENERAL_PARSED_ENTITY) {
       xmlSAX2EntityDecl(context, name, XML_INTERNAL_GENERAL_ENTITY, nullptr, nullptr, nothing);
     } else if (type == XML_EXTERNAL_PARAMETER_ENTITY) {
       xmlSAX2EntityDecl(context, name, XML_INTERNAL_PARAMETER_ENTITY, nullptr, nullptr, nothing);
     } else {
       // What stands in an entity is parsed without our being asked for more bytes in between.
-      if (content != nullptr) {
-        const std::string_view text = asView(content);
-        if (std::count(text.begin(), text.end(), '=') > MAX_ATTRIBUTES) {
-          run(context, [](XmlTreeBuilder& builder) { builder.refuse(TOO_MANY_ATTRIBUTES); });
-          return;
-        }
+      if (attributesOfOneTag(asView(content)) > MAX_ATTRIBUTES) {
+        run(context, [](XmlTreeBuilder& builder) { builder.refuse(TOO_MANY_ATTRIBUTES); });
+        return;
       }
       xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
     }
   }
 
   // libxml2 remembers defaults by itself; here they are only counted.
-  static void attributeDecl(void* context, const xmlChar* /*element*/, const xmlChar* /*name*/,
-                            int /*type*/, int /*default*/, const xmlChar* /*value*/,
+  static void attributeDecl(void* context, const xmlChar* /*element*/, const xmlChar* name,
+                            int /*type*/, int /*default*/, const xmlChar* value,
                             xmlEnumeration* enumeration) noexcept {
     xmlFreeEnumeration(enumeration);
-    run(context, [](XmlTreeBuilder& builder) {
-      if (++builder.attributeDeclarations_ > MAX_ATTRIBUTES) {
+    if (value == nullptr) {
+      return;
+    }
+    run(context, [&](XmlTreeBuilder& builder) {
+      if (++builder.attributeDefaults_ > MAX_ATTRIBUTES) {
         builder.refuse(TOO_MANY_ATTRIBUTES);
       }
+      builder.namespaceDefaults_ += asView(name).substr(0, 5) == "xmlns" ? 1 : 0;
     });
   }
 
@@ -165,7 +194,10 @@ struct XmlTreeBuilder::Callbacks {
   static xmlEntity* charged(void* context, xmlEntity* entity) noexcept {
     if (entity != nullptr) {
       run(context, [&](XmlTreeBuilder& builder) {
-        builder.charge(static_cast<std::size_t>(std::max(entity->length, 0)) + REFERENCE_COST);
+        const auto* parser = static_cast<xmlParserCtxt*>(context);
+        builder.charge(asView(entity->content).size() + REFERENCE_COST +
+                       static_cast<std::size_t>(parser->nsNr / 2));
+        builder.checkNames();
       });
     }
     return builderOf(context).stopped_ ? nullptr : entity;
@@ -176,22 +208,22 @@ struct XmlTreeBuilder::Callbacks {
   }
 
   static xmlEntity* getParameterEntity(void* context, const xmlChar* name) noexcept {
-    return charged(context, xmlSAX2GetParameterEntity(context, name));
+    xmlEntity* const entity = charged(context, xmlSAX2GetParameterEntity(context, name));
+    if (entity != nullptr) {
+      run(context, [&](XmlTreeBuilder& builder) { builder.countChoices(asView(entity->content)); });
+    }
+    return builderOf(context).stopped_ ? nullptr : entity;
   }
 
   static void error(void* context, xmlError* error) noexcept {
-    XmlTreeBuilder& builder = builderOf(context);
-    try {
-      builder.noteError(*error);
-    } catch (...) {
-      builder.exception_ = std::current_exception();
-    }
+    builderOf(context).noteError(*error);
   }
 
   // What is not named here is not wanted: no external subset, no declarations beyond the above.
   static xmlSAXHandler handler() noexcept {
     xmlSAXHandler sax = {};
     sax.initialized = XML_SAX2_MAGIC;
+    sax.startDocument = startDocument;
     sax.startElementNs = startElement;
     sax.endElementNs = endElement;
     sax.characters = characters;
@@ -225,25 +257,56 @@ void XmlTreeBuilder::noteInputSize(std::size_t inputSize) noexcept {
   inputSize_ = std::max(inputSize_, inputSize);
 }
 
-bool XmlTreeBuilder::checkOpenTag() noexcept {
-  if (!stopped_) {
+bool XmlTreeBuilder::wantsMore() noexcept {
+  if (!stopped_ && !refusal_) {
     // libxml2 doubles its table of attributes, five places each, so this is off by two at most.
     if (context_->maxatts > 5 * 2 * MAX_ATTRIBUTES) {
       refuse(TOO_MANY_ATTRIBUTES);
     } else if (context_->nsNr > 2 * MAX_NAMESPACES) {
       refuse(TOO_MANY_NAMESPACES);
     }
+    checkNames();
+    countNewChoices();
   }
-  if (stopped_) {
-    Callbacks::stop(context_);
+  // What follows an error is of no interest, and its errors would be as many as its bytes.
+  return !stopped_ && !refusal_;
+}
+
+void XmlTreeBuilder::checkNames() noexcept {
+  // libxml2's dictionary of names has a fixed number of slots.
+  if (xmlDictSize(context_->dict) > MAX_NAMES) {
+    refuse(TOO_MANY_NAMES);
   }
-  return !stopped_;
+}
+
+void XmlTreeBuilder::countNewChoices() noexcept {
+  if (context_->inSubset != 1 || context_->inputNr == 0 || context_->inputTab[0]->buf == nullptr) {
+    return;
+  }
+  const xmlParserInput& input = *context_->inputTab[0];
+  // Not what lies between the pointers of the input: they may dangle while the buffer grows.
+  const std::string_view known(asChars(xmlBufContent(input.buf->buffer)),
+                               xmlBufUse(input.buf->buffer));
+  const std::size_t counted =
+      choicesCountedTo_ > input.consumed ? choicesCountedTo_ - input.consumed : 0;
+  countChoices(known.substr(std::min(counted, known.size())));
+  choicesCountedTo_ = input.consumed + known.size();
+}
+
+void XmlTreeBuilder::countChoices(std::string_view declarations) noexcept {
+  choices_ += static_cast<std::size_t>(std::count(declarations.begin(), declarations.end(), '|'));
+  if (choices_ > MAX_CHOICES) {
+    refuse(TOO_MANY_CHOICES);
+  }
 }
 
 void XmlTreeBuilder::refuse(const char* message) noexcept {
   stopped_ = true;
+  if (refusal_) {
+    return;
+  }
   try {
-    refusal_.emplace(message, line(), column());
+    refusal_.emplace(onOneLine(message), line(), column());
   } catch (...) {
     exception_ = std::current_exception();
   }
@@ -256,31 +319,39 @@ std::shared_ptr<XmlDocument> XmlTreeBuilder::finish() {
   if (outOfMemory_) {
     throw std::bad_alloc();
   }
+  if (!refusal_) {
+    // libxml2 takes a zero byte behind the root for the end.
+    const xmlParserInput* const input = context_->input;
+    if (context_->wellFormed == 0 || (input != nullptr && input->cur < input->end)) {
+      refuse("The document is not well-formed");
+    } else if (document_->root_ == nullptr) {
+      throw std::bad_alloc();  // whatever is wrong with a document is reported, but not that
+    }
+  }
   if (refusal_) {
     throw ParseException(*refusal_);
-  }
-  if (context_->wellFormed == 0 || document_->root_ == nullptr) {
-    throw error_ ? ParseException(*error_)
-                 : ParseException(withoutLineBreak(context_->lastError.message),
-                                  asPosition(context_->lastError.line),
-                                  asPosition(context_->lastError.int2));
   }
   return std::move(document_);
 }
 
-void XmlTreeBuilder::noteError(const xmlError& error) {
-  if (error.code == XML_ERR_NO_MEMORY) {
-    outOfMemory_ = true;
-  }
+void XmlTreeBuilder::noteError(const xmlError& error) noexcept {
   // Broken namespace rules and validity are reported, too, but refuse no document.
-  if (error.level != XML_ERR_FATAL || error_) {
+  if (refusal_ || error.level != XML_ERR_FATAL) {
     return;
   }
-  if (error.ctxt == context_) {
-    error_.emplace(withoutLineBreak(error.message), asPosition(error.line), asPosition(error.int2));
-  } else {
-    // Positions inside an entity mean nothing to a reader; name its reference.
-    error_.emplace(withoutLineBreak(error.message), line(), column());
+  if (error.code == XML_ERR_NO_MEMORY) {
+    if (xmlDictGetUsage(context_->dict) > XML_MAX_DICTIONARY_LIMIT) {
+      refuse(TOO_MANY_NAMES);
+    } else {
+      outOfMemory_ = true;
+    }
+    return;
+  }
+  try {
+    // Positions inside an entity mean nothing to a reader; ours is that of the reference.
+    refusal_.emplace(onOneLine(error.message), line(), column());
+  } catch (...) {
+    exception_ = std::current_exception();
   }
 }
 
@@ -300,6 +371,15 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
     refuse(TOO_MANY_NAMESPACES);
     return;
   }
+  if (namespaceDefaults_ > 0) {
+    charge(namespaceDefaults_ * static_cast<std::size_t>(context->nsNr / 2) / LOOKUPS_PER_BYTE);
+  }
+  if (context != context_) {
+    checkNames();
+  }
+  if (stopped_) {
+    return;
+  }
   const auto count = static_cast<std::size_t>(attributeCount);
   XmlNode* const node = newNode(XmlNode::ELEMENT, lineOfOpenTag(context));
   auto* const element = ::new (arena_->allocate(
@@ -311,9 +391,12 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
   for (std::size_t i = 0; i < count; ++i) {
     // libxml2 hands out five pointers each: local name, prefix, namespace, value, end of value.
     const xmlChar* const* const source = attributes + 5 * i;
+    if (source[0] == nullptr || source[3] == nullptr) {
+      throw std::bad_alloc();  // libxml2 leaves out what did not fit into memory
+    }
     const auto size = static_cast<std::size_t>(source[4] - source[3]);
     if (i >= written) {
-      charge(size + REFERENCE_COST);
+      charge(size + asView(source[0]).size() + asView(source[1]).size() + REFERENCE_COST);
       if (stopped_) {
         return;
       }

@@ -29,15 +29,20 @@ class XmlTreeBuilder {
   XmlTreeBuilder(const XmlTreeBuilder&) = delete;
   XmlTreeBuilder& operator=(const XmlTreeBuilder&) = delete;
 
+  /// To be asked whenever libxml2 wants more bytes: false once the document is refused, and then
+  /// the input must end there. This is the only moment at which a start tag or a declaration that
+  /// goes on and on can be noticed: libxml2 compares each of its parts with each of the others.
+  ///
+  /// Must not stop the parser by itself: libxml2 would free the buffer it is about to fill.
+  [[nodiscard]] bool wantsMore() noexcept;
+
   /// More bytes are known than before; the entities may grow accordingly.
   void noteInputSize(std::size_t inputSize) noexcept;
 
-  /// Refuses the document and stops the parser if the start tag that libxml2 is reading has more
-  /// attributes or namespaces than allowed: it compares each with each when the tag ends. Called
-  /// whenever libxml2 asks for more bytes. False when the parser was stopped.
-  bool checkOpenTag() noexcept;
+  /// What libxml2 reports, with or without a context; the first that is fatal refuses the document.
+  void noteError(const xmlError& error) noexcept;
 
-  /// Refuses the document, with the present position, and stops the parser.
+  /// Refuses the document at the present position, unless it is already.
   void refuse(const char* message) noexcept;
 
   /// The document, once libxml2 is done. Throws why there is none: `ParseException`, or what went
@@ -57,8 +62,10 @@ class XmlTreeBuilder {
   void endElement() noexcept;
   void appendText(const char* text, std::size_t size);
   void appendOther(XmlNode::Type type);
-  void noteError(const xmlError& error);
 
+  void checkNames() noexcept;
+  void countNewChoices() noexcept;
+  void countChoices(std::string_view declarations) noexcept;
   void charge(std::size_t bytes) noexcept;
   void closeText() noexcept;
   void link(XmlNode* node) noexcept;
@@ -85,18 +92,21 @@ class XmlTreeBuilder {
   XmlNode* text_ = nullptr;  // the text node that grows; its bytes end at textEnd_
   char* textEnd_ = nullptr;
   std::size_t textCapacity_ = 0;
-  unsigned int lastLine_ = 1;  // where the last event ended, and so where a text that follows begins
+  unsigned int lastLine_ =
+      1;  // where the last event ended, and so where a text that follows begins
 
   std::vector<Symbol> symbols_;
   std::size_t symbolCount_ = 0;
 
   std::size_t inputSize_;
-  std::size_t expanded_ = 0;  // bytes that entities and defaulted attributes have added
-  int attributeDeclarations_ = 0;
+  std::size_t expanded_ = 0;           // bytes that entities and defaulted attributes have added
+  std::size_t attributeDefaults_ = 0;  // in the DTD, namespaces included
+  std::size_t namespaceDefaults_ = 0;
+  std::size_t choices_ = 0;  // "|" in the DTD
+  std::size_t choicesCountedTo_ = 0;
 
-  bool stopped_ = false;
+  bool stopped_ = false;  // let nothing more happen
   std::optional<ParseException> refusal_;
-  std::optional<ParseException> error_;  // the first that makes the document ill-formed
   bool outOfMemory_ = false;
   std::exception_ptr exception_;  // must not pass through libxml2
 };
