@@ -1,0 +1,94 @@
+#include "util/StringUtil.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace orvane::zel::util {
+namespace {
+
+constexpr bool isWhite(char byte) noexcept {
+  return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
+
+std::string_view trimmed(std::string_view text) noexcept {
+  std::size_t begin = 0;
+  std::size_t end = text.size();
+  while (begin < end && isWhite(text[begin])) {
+    ++begin;
+  }
+  while (begin < end && isWhite(text[end - 1])) {
+    --end;
+  }
+  return text.substr(begin, end - begin);
+}
+
+/// The length of the part in front that `squeeze` leaves as it is. The rest is empty or begins with
+/// a run of white space that has to change.
+std::size_t squeezedPrefix(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (isWhite(text[at]) && (text[at] != ' ' || (at + 1 < text.size() && isWhite(text[at + 1])))) {
+      return at;
+    }
+  }
+  return text.size();
+}
+
+/// Squeezes what stands from `from` on, in place.
+void squeezeFrom(std::string& text, std::size_t from) {
+  std::size_t write = from;
+  bool afterWhite = false;
+  for (std::size_t read = from; read < text.size(); ++read) {
+    const bool white = isWhite(text[read]);
+    if (!white) {
+      text[write++] = text[read];
+    } else if (!afterWhite) {
+      text[write++] = ' ';
+    }
+    afterWhite = white;
+  }
+  text.resize(write);
+}
+
+}  // namespace
+
+bool StringUtil::isSpace(char byte) noexcept {
+  return isWhite(byte);
+}
+
+void StringUtil::trim(std::string& text) {
+  const std::string_view kept = trimmed(text);
+  const auto begin = static_cast<std::size_t>(kept.data() - text.data());
+  text.resize(begin + kept.size());
+  text.erase(0, begin);
+}
+
+void StringUtil::squeeze(std::string& text) {
+  squeezeFrom(text, squeezedPrefix(text));
+}
+
+std::string StringUtil::squeezeAndTrim(std::string_view text) {
+  const std::string_view kept = trimmed(text);
+  std::string result(kept);
+  if (const std::size_t prefix = squeezedPrefix(kept); prefix < kept.size()) {
+    squeezeFrom(result, prefix);
+  }
+  return result;
+}
+
+std::vector<std::string> StringUtil::split(const std::string& text, char separator) {
+  std::vector<std::string> pieces;
+  if (text.empty()) {
+    return pieces;
+  }
+  pieces.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
+  std::size_t begin = 0;
+  for (std::size_t end = text.find(separator); end != std::string::npos;
+       end = text.find(separator, begin)) {
+    pieces.emplace_back(text, begin, end - begin);
+    begin = end + 1;
+  }
+  pieces.emplace_back(text, begin);
+  return pieces;
+}
+
+}  // namespace orvane::zel::util
