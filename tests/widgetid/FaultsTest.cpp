@@ -1,0 +1,208 @@
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <syslog.h>
+
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tests/widgetid/Mungers.h"
+#include "tests/widgetid/Refusal.h"
+#include "util/Log.h"
+#include "widgetid/FilenameWidgetIdParser.h"
+#include "widgetid/PelloWidgetIdParser.h"
+#include "widgetid/WidgetIdError.h"
+
+// This program stands between the library and libsoup, GLib and syslog: it makes them fail, and
+// sees whether what they hand out comes back.
+namespace {
+
+bool failBase = false;
+bool failEscape = false;
+const void* escapedText = nullptr;  // handed out and not freed
+
+std::set<const void*>& liveUris() {
+  static std::set<const void*> uris;
+  return uris;
+}
+
+std::vector<std::string>& lines() {
+  static std::vector<std::string> all;
+  return all;
+}
+
+template <typename F>
+F* next(const char* name) {
+  return reinterpret_cast<F*>(dlsym(RTLD_NEXT, name));
+}
+
+void* keep(void* uri) {
+  if (uri != nullptr) {
+    liveUris().insert(uri);
+  }
+  return uri;
+}
+
+void record(int priority, const char* format, va_list arguments) {
+  char text[1000];
+  std::vsnprintf(text, sizeof text, format, arguments);
+  lines().push_back(std::to_string(priority) + " " + text);
+}
+
+}  // namespace
+
+extern "C" {
+
+#define REPLACES __attribute__((visibility("default")))
+
+const char* APP_ID = "host";
+std::uint32_t g_quillo_log_mask = 0;
+
+REPLACES void* soup_uri_new(const char* text) {
+  if (failBase && std::strcmp(text, "http://") == 0) {
+    return nullptr;
+  }
+  return keep(next<void*(const char*)>("soup_uri_new")(text));
+}
+
+REPLACES void* soup_uri_new_with_base(void* base, const char* text) {
+  return keep(next<void*(void*, const char*)>("soup_uri_new_with_base")(base, text));
+}
+
+REPLACES void soup_uri_free(void* uri) {
+  liveUris().erase(uri);
+  next<void(void*)>("soup_uri_free")(uri);
+}
+
+REPLACES char* g_uri_escape_string(const char* text, const char* allowed, int allowUtf8) {
+  if (failEscape) {
+    return nullptr;
+  }
+  char* escaped =
+      next<char*(const char*, const char*, int)>("g_uri_escape_string")(text, allowed, allowUtf8);
+  escapedText = escaped;
+  return escaped;
+}
+
+REPLACES void g_free(void* memory) {
+  if (memory == escapedText) {
+    escapedText = nullptr;
+  }
+  next<void(void*)>("g_free")(memory);
+}
+
+REPLACES void syslog(int priority, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  record(priority, format, arguments);
+  va_end(arguments);
+}
+
+// What syslog is when the C library's checks are compiled in.
+REPLACES void __syslog_chk(int priority, int /*flag*/, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  record(priority, format, arguments);
+  va_end(arguments);
+}
+}
+
+namespace orvane::zel::config {
+namespace {
+
+using nimbrel::util::LOG_MASK_DEBUG;
+using nimbrel::util::LOG_MASK_WARNING;
+using nimbrel::util::setLogMask;
+
+const auto uriMunger = std::make_shared<MarkingUriMunger>();
+const auto filenameMunger = std::make_shared<MarkingFilenameMunger>();
+
+class Faults : public testing::Test {
+ protected:
+  ~Faults() override {
+    EXPECT_EQ(escapedText, nullptr);
+    EXPECT_TRUE(liveUris().empty());
+    failBase = failEscape = false;
+    setLogMask(0);
+    lines().clear();
+  }
+};
+
+TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
+  failBase = true;
+  setLogMask(LOG_MASK_WARNING);
+  const PelloWidgetIdParser parser(uriMunger, filenameMunger);
+  EXPECT_EQ(lines(),
+            std::vector<std::string>{
+                "4 W host:pellowidgetidparserimpl_nodefaultbaseuri:soup_uri_new failed to create "
+                "our default base URI. Calls to PelloWidgetIdParserImpl.getDefaultBaseURI will "
+                "throw a runtime_error.:"});
+  EXPECT_EQ(parser.deriveWidgetIdAuthority("http://h/a"), "{h%2Fa}");
+  EXPECT_EQ(parser.deriveDirectoryName("http://h/a"), "{<h>/a}");
+  for (const char* id : {"app", "http:foo"}) {
+    EXPECT_EQ(refusal<std::runtime_error>([&] { (void)parser.deriveWidgetIdAuthority(id); }),
+              "soup_uri_new failed to create our default base URI.");
+    EXPECT_EQ(refusal<std::runtime_error>([&] { (void)parser.deriveDirectoryName(id); }),
+              "soup_uri_new failed to create our default base URI.");
+  }
+  EXPECT_EQ(lines().size(), 1U);
+}
+
+TEST_F(Faults, NoWarningIsWrittenWhenItIsNotAskedForOrNotDue) {
+  setLogMask(LOG_MASK_WARNING);
+  const PelloWidgetIdParser sound(uriMunger, filenameMunger);
+  failBase = true;
+  EXPECT_EQ(refusal<std::invalid_argument>([] { PelloWidgetIdParser(nullptr, filenameMunger); }),
+            "uriMunger cannot be NULL.");
+  EXPECT_EQ(refusal<std::invalid_argument>([] { PelloWidgetIdParser(uriMunger, nullptr); }),
+            "filenameMunger cannot be NULL.");
+  setLogMask(LOG_MASK_DEBUG);
+  const PelloWidgetIdParser quiet(uriMunger, filenameMunger);
+  EXPECT_EQ(lines(), std::vector<std::string>());
+}
+
+TEST_F(Faults, AFailedEscapeIsReportedByEachParserInItsWay) {
+  failEscape = true;
+  const PelloWidgetIdParser pello(uriMunger, filenameMunger);
+  EXPECT_EQ(refusal<WidgetIdError>([&] { (void)pello.deriveWidgetIdAuthority("http://h/"); }),
+            "g_uri_escape_string failed to encode the widget identifier. Cannot derive a canonical "
+            "identifier from the widget identifier.");
+  EXPECT_EQ(pello.deriveDirectoryName("http://h/"), "{<h>}");
+  const FilenameWidgetIdParser filename(filenameMunger);
+  EXPECT_EQ(refusal<std::runtime_error>([&] { (void)filename.deriveWidgetIdAuthority("a.wgt"); }),
+            "g_uri_escape_string failed to encode the filename. Cannot derive an authority from "
+            "the widget identifier.");
+}
+
+// What is still held after each call is seen here, and once more by the fixture at the end.
+TEST_F(Faults, NothingLeaksWhenAMungerThrows) {
+  const PelloWidgetIdParser badHost(std::make_shared<ThrowingUriMunger>(), filenameMunger);
+  const PelloWidgetIdParser badName(uriMunger, std::make_shared<ThrowingFilenameMunger>());
+  const std::size_t bases = liveUris().size();
+  EXPECT_EQ(bases, 2U);
+  for (const char* id : {"http://h/a", "//h/a"}) {
+    EXPECT_EQ(refusal<std::length_error>([&] { (void)badHost.deriveDirectoryName(id); }),
+              "URI munger");
+    EXPECT_EQ(refusal<std::length_error>([&] { (void)badName.deriveDirectoryName(id); }),
+              "filename munger");
+    EXPECT_EQ(refusal<std::length_error>([&] { (void)badName.deriveWidgetIdAuthority(id); }),
+              "filename munger");
+    EXPECT_EQ(escapedText, nullptr);
+    EXPECT_EQ(liveUris().size(), bases);
+  }
+  const FilenameWidgetIdParser filename(filenameMunger);
+  EXPECT_EQ(filename.deriveWidgetIdAuthority("a.wgt"), "a");
+  EXPECT_EQ(badHost.deriveWidgetIdAuthority("app"), "{%2Fapp}");
+  EXPECT_EQ(refusal<WidgetIdError>([&] { (void)badHost.deriveWidgetIdAuthority("http:foo"); }),
+            "The provided widget id is not a valid URI.");
+  EXPECT_EQ(liveUris().size(), bases);
+}
+
+}  // namespace
+}  // namespace orvane::zel::config

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "tests/widgetid/Refusal.h"
+#include "widgetid/BasicWidgetId.h"
+#include "widgetid/PelloWidgetIdParser.h"
+#include "widgetid/ProductionWidgetId.h"
+#include "widgetid/WidgetId.h"
+#include "widgetid/WidgetIdError.h"
+
+namespace orvane::zel::config {
+namespace {
+
+class FakeParser : public WidgetIdParser {
+ public:
+  std::string deriveWidgetIdAuthority(const char* widgetId) const override {
+    calls += 'a';
+    if (fails) {
+      throw WidgetIdError("no authority");
+    }
+    return std::string("authority of ") + widgetId;
+  }
+  std::string deriveDirectoryName(const char* widgetId) const override {
+    calls += 'd';
+    return std::string("directory of ") + widgetId;
+  }
+
+  bool fails = false;
+  mutable std::string calls;
+};
+
+TEST(BasicWidgetId, RefusesBadArgumentsInOrder) {
+  const auto parser = std::make_shared<FakeParser>();
+  const struct {
+    const char* id;
+    std::shared_ptr<WidgetIdParser> parser;
+    const char* text;
+  } cases[] = {
+      {nullptr, nullptr, "id cannot be NULL."},
+      {nullptr, parser, "id cannot be NULL."},
+      {"", nullptr, "id cannot be the empty string."},
+      {"", parser, "id cannot be the empty string."},
+      {"x", nullptr, "idParser cannot be NULL."},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(refusal<std::invalid_argument>([&] { BasicWidgetId(c.id, c.parser); }), c.text);
+  }
+  EXPECT_EQ(parser->calls, "");
+}
+
+TEST(BasicWidgetId, AsksItsParserOnceForEachNameAndDoesNotKeepIt) {
+  const auto parser = std::make_shared<FakeParser>();
+  const BasicWidgetId id("x", parser);
+  EXPECT_EQ(parser->calls, "ad");
+  EXPECT_EQ(parser.use_count(), 1);
+
+  const BasicWidgetId copy = id;
+  for (const WidgetId* each : {&id, &copy}) {
+    EXPECT_STREQ(each->toString(), "x");
+    EXPECT_STREQ(each->toAuthority(), "authority of x");
+    EXPECT_STREQ(each->toDirectoryName(), "directory of x");
+    EXPECT_STREQ(each->topLevelApplicationDataDirectory(), ".mirelda_sandbox");
+  }
+  EXPECT_EQ(parser->calls, "ad");
+}
+
+TEST(BasicWidgetId, StopsAtTheFirstNameThatIsRefused) {
+  const auto parser = std::make_shared<FakeParser>();
+  parser->fails = true;
+  EXPECT_EQ(refusal<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");
+  EXPECT_EQ(parser->calls, "a");
+}
+
+TEST(ProductionWidgetId, IsItsOwnNameUnchanged) {
+  for (const char* text : {"0123abc", "../A b/%41."}) {
+    const ProductionWidgetId id(text);
+    EXPECT_STREQ(id.toString(), text);
+    EXPECT_STREQ(id.toAuthority(), text);
+    EXPECT_STREQ(id.toDirectoryName(), text);
+    EXPECT_STREQ(id.topLevelApplicationDataDirectory(), ".mirelda");
+  }
+  EXPECT_EQ(refusal<std::invalid_argument>([] { ProductionWidgetId(nullptr); }),
+            "tavloApplicationId cannot be NULL.");
+  EXPECT_EQ(refusal<std::invalid_argument>([] { ProductionWidgetId(""); }),
+            "tavloApplicationId cannot be the empty string.");
+}
+
+#ifdef __x86_64__
+template <typename Member>
+std::uintptr_t slot(Member member) {
+  std::uintptr_t word = 0;  // Itanium C++ ABI: 1 plus the offset in the virtual table
+  std::memcpy(&word, &member, sizeof word);
+  return (word - 1) / sizeof(void*);
+}
+
+// Compiled hosts call through these slots; a destructor takes the first two.
+TEST(WidgetId, KeepsItsVirtualSlots) {
+  EXPECT_EQ(slot(&WidgetId::toString), 2U);
+  EXPECT_EQ(slot(&WidgetId::toAuthority), 3U);
+  EXPECT_EQ(slot(&WidgetId::toDirectoryName), 4U);
+  EXPECT_EQ(slot(&WidgetId::topLevelApplicationDataDirectory), 5U);
+  EXPECT_EQ(slot(&WidgetIdParser::deriveWidgetIdAuthority), 2U);
+  EXPECT_EQ(slot(&WidgetIdParser::deriveDirectoryName), 3U);
+  EXPECT_EQ(slot(&PelloWidgetIdParser::createNormalizedWidgetId), 4U);
+}
+#endif
+
+}  // namespace
+}  // namespace orvane::zel::config
