@@ -16,8 +16,10 @@ constexpr char LABEL[] = "\x1b[36m";
 constexpr char NOTE[] = "\x1b[2m";
 constexpr char PLAIN[] = "\x1b[0m";
 
+// In quotes where its ends could not be seen otherwise.
 std::string valueOf(std::string_view text) {
-  return text.empty() ? "\"\"" : escape(text);
+  const bool visible = !text.empty() && text.front() != ' ' && text.back() != ' ';
+  return visible ? escape(text) : '"' + escape(text) + '"';
 }
 
 }  // namespace
@@ -53,12 +55,6 @@ void TextReport::add(Row row) {
 }
 
 std::string TextReport::finish() const {
-  std::size_t labelWidth = 0;
-  for (const Section& section : sections_) {
-    for (const Row& row : section.rows) {
-      labelWidth = std::max(labelWidth, std::min(width(row.label), MAXIMUM_LABEL_WIDTH));
-    }
-  }
   std::string out;
   for (const Section& section : sections_) {
     if (section.rows.empty()) {
@@ -68,6 +64,10 @@ std::string TextReport::finish() const {
       out += out.empty() ? "" : "\n";
       out += colour_ ? BOLD + section.title + PLAIN : section.title;
       out += '\n';
+    }
+    std::size_t labelWidth = 0;
+    for (const Row& row : section.rows) {
+      labelWidth = std::max(labelWidth, std::min(width(row.label), MAXIMUM_LABEL_WIDTH));
     }
     for (const Row& row : section.rows) {
       print(row, labelWidth, out);

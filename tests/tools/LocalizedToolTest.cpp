@@ -1,0 +1,48 @@
+#include <gtest/gtest.h>
+
+#include "tests/tools/Tool.h"
+
+namespace nimbrel_test {
+namespace {
+
+const std::string DOCUMENT = widget(
+    "<name>Maps</name><name xml:lang='de'> Karten\n\xC2\x9B"
+    "2J </name><name>late</name>");
+
+TEST(LocalizedTool, PrintsOneTextForEachLanguage) {
+  const struct {
+    std::vector<std::string> options;
+    const char* expected;
+  } cases[] = {
+      {{}, "*   Maps\nde  Karten \\u009b2J\n"},
+      {{"--raw"}, "*   Maps\nde   Karten\n    \\u009b2J \n"},
+      {{"--format", "json"}, "{\n  \"*\": \"Maps\",\n  \"de\": \"Karten \\u009b2J\"\n}\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.expected);
+    std::vector<std::string> arguments = {"localized"};
+    arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+    arguments.insert(arguments.end(), {"name", "-"});
+    const Outcome outcome = run(arguments, DOCUMENT);
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    EXPECT_EQ(outcome.out, c.expected);
+  }
+}
+
+TEST(LocalizedTool, ReadsFilesAndTellsWhyItCannot) {
+  const TemporaryFile good(DOCUMENT);
+  EXPECT_EQ(run({"localized", "name", good.path()}).status, 0);
+  EXPECT_EQ(run({"localized", "shortname", good.path(), "--format", "json"}).out, "{}\n");
+
+  const TemporaryFile bad("<widget>\n<name>");
+  const Outcome rejected = run({"localized", "name", bad.path()});
+  EXPECT_EQ(rejected.status, 1);
+  EXPECT_EQ(rejected.error.rfind(bad.path() + ":2:", 0), 0U) << rejected.error;
+
+  const Outcome directory = run({"localized", "name", "/"});
+  EXPECT_EQ(directory.status, 2);
+  EXPECT_EQ(directory.error, "/: cannot be read: Is a directory\n");
+}
+
+}  // namespace
+}  // namespace nimbrel_test

@@ -1,0 +1,221 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/tools/Tool.h"
+
+namespace nimbrel_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(ShowTool, RejectsADocumentInOneLine) {
+  const struct {
+    std::string document;
+    std::string error;
+  } cases[] = {
+      {"", "-: The document is empty\n"},
+      {"<a/>", "-:1: Document root is not a 'widget' from 'http://www.w3.org/ns/widgets'.\n"},
+      {widget("\n<feature name='no IRI'/>"), "-:2: Feature name is not a valid IRI.\n"},
+      {widget("<t:network><t:asset key='maxConnections' value=''/></t:network>"), "-: input\n"},
+      {widget("<t:resources><t:asset key='LocalStorageQuota' value='4294967296'/></t:resources>"),
+       "-: input\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.document);
+    const Outcome outcome = run({"show", "-"}, c.document);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.error, c.error);
+    EXPECT_EQ(outcome.out, "");
+  }
+}
+
+TEST(ShowTool, GivesLineAndColumnAndEscapesWhatItQuotes) {
+  const TemporaryFile file(
+      "<widget>\n  <\xC2\x9B"
+      "31m></other></widget>");
+  const Outcome outcome = run({"show", file.path()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.error, testing::StartsWith(file.path() + ":2:"));
+  EXPECT_THAT(outcome.error, Not(HasSubstr("\xC2\x9B")));
+  EXPECT_EQ(outcome.error.find('\n'), outcome.error.size() - 1);
+}
+
+TEST(ShowTool, TellsUnreadableInputFromARejectedDocument) {
+  const struct {
+    std::string path;
+    std::string reason;
+  } cases[] = {{"/nowhere/config.xml", "No such file or directory"},
+               {"/", "Is a directory"},
+               {"/dev/null", "Not a regular file"}};
+  for (const auto& c : cases) {
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--url", "http://a.example/"}}) {
+      std::vector<std::string> arguments = {"show", c.path};
+      arguments.insert(arguments.end(), options.begin(), options.end());
+      const Outcome outcome = run(arguments);
+      EXPECT_EQ(outcome.status, 2);
+      EXPECT_EQ(outcome.error, c.path + ": cannot be read: " + c.reason + "\n");
+    }
+  }
+  EXPECT_EQ(run({"show", "line\nbreak"}).error,
+            "line\\nbreak: cannot be read: No such file or directory\n");
+}
+
+TEST(ShowTool, RefusesWrongUsage) {
+  const std::vector<std::string> cases[] = {
+      {},
+      {"parse"},
+      {"show"},
+      {"show", "a", "b"},
+      {"show", "--format", "yaml", "-"},
+      {"show", "--density", "high", "-"},
+      {"show", "--locale"},
+      {"show", "--unknown", "-"},
+  };
+  for (const auto& arguments : cases) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.error, testing::StartsWith("nimbrel-config: "));
+  }
+}
+
+TEST(ShowTool, HelpAndVersionWorkEverywhere) {
+  for (const char* command : {"", "show", "localized", "id"}) {
+    SCOPED_TRACE(command);
+    std::vector<std::string> words;
+    if (*command != '\0') {
+      words.emplace_back(command);
+    }
+    words.emplace_back("--help");
+    const Outcome help = run(words);
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.out, HasSubstr("Usage: nimbrel-config"));
+    words.back() = "--version";
+    const Outcome version = run(words);
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out, "nimbrel-config " NIMBREL_VERSION "\n");
+  }
+}
+
+TEST(ShowTool, FailsWhenItsOutputIsLost) {
+  for (const Stdout target : {Stdout::CLOSED, Stdout::FULL_DISK, Stdout::BROKEN_PIPE}) {
+    for (const char* argument : {"-", "--help"}) {
+      SCOPED_TRACE(testing::Message() << static_cast<int>(target) << ' ' << argument);
+      const Outcome outcome = run({"show", argument}, widget(""), target);
+      EXPECT_EQ(outcome.status, 2);
+      EXPECT_THAT(outcome.error, HasSubstr("standard output cannot be written"));
+    }
+  }
+}
+
+TEST(ShowTool, TextShowsOnlyWhatIsSet) {
+  EXPECT_EQ(run({"show", "-"}, widget("")).out, "Widget\n  locales  *\n");
+  EXPECT_EQ(
+      run({"show", "--locale", "he", "-"},
+          widget("<name xml:lang='he' dir='rtl'>a<span dir='lro' xml:lang='en'> b</span></name>"
+                 "<license xml:lang='he'>one\ntwo</license><icon src='i' width='3'/>"
+                 "<preference name='p' value=''/><t:gestures><t:param name='tap' value='yes'"
+                 " properties='x'/></t:gestures><t:chrome/><other/>"))
+          .out,
+      "Widget\n"
+      "  name     a b  (he, rtl)\n"
+      "    run    a  (he, rtl)\n"
+      "    run    \" b\"  (en, lro)\n"
+      "  license  one\n"
+      "           two  (he, ltr)\n"
+      "  locales  he, *\n"
+      "\nIcons\n  i  width 3\n"
+      "\nPreferences\n  p  \"\"\n"
+      "\nGestures\n  tap  enabled  x\n"
+      "\nElements read\n"
+      "  chrome      http://tavlo.example/ns/widget-extensions\n"
+      "  gestures    http://tavlo.example/ns/widget-extensions\n"
+      "  icon        http://www.w3.org/ns/widgets\n"
+      "  license     http://www.w3.org/ns/widgets\n"
+      "  name        http://www.w3.org/ns/widgets\n"
+      "  other       http://www.w3.org/ns/widgets\n"
+      "  preference  http://www.w3.org/ns/widgets\n"
+      "\nLast problem\n"
+      "  message  !Error: ConfigParser::processWidgetElements, Found unknown xml element\n");
+}
+
+// Each place where a stranger's bytes reach the output carries a control sequence introducer, a
+// delete and an override of the direction.
+TEST(ShowTool, AHostileDocumentSendsNothingToTheTerminal) {
+  const std::string evil = "x&#x9B;31m&#x7F;&#x202E;y";
+  const std::string attribute = "='" + evil + "'";
+  const std::string setting = " value" + attribute + "/>";
+  const std::string document =
+      widget("<name short" + attribute + ">" + evil + "</name><description>&#13;" + evil +
+                 "</description><author email" + attribute + "/><content src" + attribute +
+                 " encoding" + attribute + " type" + attribute + "/><icon src" + attribute +
+                 "/><preference name" + attribute + setting + "<feature name='urn:x'><param name" +
+                 attribute + setting + "</feature><t:network><t:asset key='user-agent'" + setting +
+                 "</t:network><t:permissions><t:permission name" + attribute +
+                 "/></t:permissions><t:chrome><t:asset key='configureSearchBar'" + setting +
+                 "</t:chrome><t:gestures><t:param name='tap' value='yes' properties" + attribute +
+                 "/></t:gestures><t:resources><t:asset key" + attribute + setting +
+                 "</t:resources><t:export resource" + attribute +
+                 "/><t:settings><t:setting "
+                 "name='defaultFontSize' value='0" +
+                 evil + "'/></t:settings>",
+             "version" + attribute + " viewmodes" + attribute + " defaultlocale" + attribute);
+  for (const char* format : {"text", "json"}) {
+    SCOPED_TRACE(format);
+    const Outcome outcome = run({"show", "--debug", "--format", format, "-"}, document);
+    ASSERT_EQ(outcome.status, 0) << outcome.error;
+    for (const std::string& stream : {outcome.out, outcome.error}) {
+      EXPECT_THAT(stream, HasSubstr("x\\u009b31m\\u007f\\u202ey"));
+      for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\r", "\x1B"}) {
+        EXPECT_THAT(stream, Not(HasSubstr(raw)));
+      }
+    }
+  }
+  EXPECT_EQ(show(document)["name"]["text"],
+            "x\xC2\x9B"
+            "31m\x7F\xE2\x80\xAE"
+            "y");
+}
+
+TEST(ShowTool, DebugCopiesTheLogLines) {
+  const std::string document = widget("<t:export resource='a'/>");
+  EXPECT_EQ(run({"show", "--debug", "-"}, document).error,
+            "D nimbrel:NimbrelConfigParser::processExport:resourcePath = a:\n");
+  EXPECT_EQ(run({"show", "-"}, document).error, "");
+}
+
+TEST(ShowTool, DensityStandsInForTheDevice) {
+  const std::string document = widget(
+      "<t:settings><t:setting name='defaultFontSize' value='10'/><t:setting name='defaultFontSize'"
+      " value='11'/><t:setting name='defaultFontSize300' value='22'/><t:setting "
+      "name='defaultFontSize-1' value='33'/></t:settings>");
+  const struct {
+    std::vector<std::string> options;
+    int size;
+  } cases[] = {{{}, 11},  // no answer: the plain key is the density's, and the last one counts
+               {{"--density", "160"}, 10},
+               {{"--density", "300"}, 22},
+               {{"--density", "-1"}, 33}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.options));
+    EXPECT_EQ(show(document, c.options)["appSettings"]["defaultFontSize"], c.size);
+  }
+}
+
+TEST(ShowTool, EncodingAndUrlReachTheParser) {
+  const std::string latin = widget("<name>\xE9</name>");
+  EXPECT_EQ(run({"show", "-"}, latin).status, 1);
+  EXPECT_EQ(
+      show(latin, {"--encoding", "ISO-8859-1", "--url", "http://a.example/c.xml"})["name"]["text"],
+      "\xC3\xA9");
+  const TemporaryFile file(latin);
+  EXPECT_EQ(run({"show", "--encoding", "ISO-8859-1", file.path()}).status, 0);
+}
+
+}  // namespace
+}  // namespace nimbrel_test

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace nimbrel_test {
+
+using Json = nlohmann::ordered_json;
+
+/// How a run of the tool ended.
+struct Outcome {
+  int status = -1;  ///< exit status; minus the number of the signal that ended it
+  std::string out;
+  std::string error;
+};
+
+/// Where the standard output of a run goes.
+enum class Stdout { CAPTURED, CLOSED, FULL_DISK, BROKEN_PIPE };
+
+/// Runs the tool's executable with these arguments and this standard input.
+Outcome run(const std::vector<std::string>& arguments, const std::string& input = {},
+            Stdout target = Stdout::CAPTURED);
+
+/// The record that `show` prints as JSON of a document on standard input. Fails the test, and gives
+/// null, when the document is rejected.
+Json show(const std::string& document, std::vector<std::string> options = {});
+
+/// A document around children of the root, with the prefix "t" for the extension elements.
+std::string widget(const std::string& children, const std::string& attributes = {});
+
+/// A file that lives as long as the object.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const std::string& content);
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile();
+
+  [[nodiscard]] const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+}  // namespace nimbrel_test
