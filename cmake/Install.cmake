@@ -5,6 +5,10 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/NimbrelConfig)
 
+# What is installed finds its libraries wherever the whole is moved to. Packages for a system's own
+# folders switch this off with CMAKE_SKIP_INSTALL_RPATH.
+set_target_properties(nimbrelutil nimbrelconfig PROPERTIES INSTALL_RPATH "$ORIGIN")
+
 install(TARGETS nimbrelutil nimbrelconfig EXPORT NimbrelConfigTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
@@ -32,8 +36,26 @@ install(FILES ${PROJECT_BINARY_DIR}/NimbrelConfigConfig.cmake
               ${PROJECT_BINARY_DIR}/NimbrelConfigConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT Development)
 
+# The prefix as pkg-config finds it from the folder of the .pc files: it moves with them.
+file(RELATIVE_PATH prefix_of_pkgconfig
+     ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" prefix_of_pkgconfig ${prefix_of_pkgconfig})
+# Shared libraries bring what they need, so that their users do without its headers and .pc files;
+# static ones leave it to their user's linker.
+set(requirements_of_nimbrelconfig "nimbrelutil = ${PROJECT_VERSION}")
+if(NOT BUILD_SHARED_LIBS)
+  set(requirements_of_nimbrelutil "libxml-2.0 icu-uc glib-2.0")
+  string(APPEND requirements_of_nimbrelconfig " libsoup-2.4 glib-2.0")
+endif()
 foreach(library nimbrelutil nimbrelconfig)
+  set(requirements ${requirements_of_${library}})
   configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
+
+if(NIMBREL_BUILD_TOOL)
+  file(RELATIVE_PATH libraries_of_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(nimbrel-config PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_of_tool}")
+  install(TARGETS nimbrel-config RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tool)
+endif()

@@ -28,4 +28,13 @@ function(nimbrel_library name)
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig>)
+  if(BUILD_SHARED_LIBS)
+    set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
+    target_link_options(${name} PRIVATE LINKER:--version-script=${exports})
+    # What a sanitizer or a fuzzer needs comes with the program.
+    if(NOT NIMBREL_SANITIZE AND NOT NIMBREL_BUILD_FUZZ)
+      target_link_options(${name} PRIVATE LINKER:-z,defs)
+    endif()
+  endif()
 endfunction()
