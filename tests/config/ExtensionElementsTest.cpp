@@ -1,0 +1,472 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <stdexcept>
+
+#include "tests/support/ConfigReader.h"
+#include "util/Log.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using test::asset;
+using test::extension;
+using test::named;
+using test::read;
+using test::Reader;
+using test::thrownBy;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+using P = NimbrelConfigParser;
+
+std::string setting(const std::string& name, const std::string& value) {
+  return named("setting", name, value);
+}
+
+/// The record of one extension element around these children.
+std::shared_ptr<Config> readIn(const std::string& element, const std::string& children) {
+  return read(extension(element, children));
+}
+
+/// How many of the good children below had their effect.
+std::size_t effects(const Config& record) {
+  const bool flags[] = {record.getCookieJarSettings().persistent,
+                        record.getOrvnAuthMode() == 1,
+                        record.getNetSettings().maxConnections == 1,
+                        record.getAppSettings().inspector,
+                        record.getChromeSettings() == "none",
+                        record.getGestureSettings().tap.enabled,
+                        record.getLocalResources().localStorageQuota == 1};
+  return static_cast<std::size_t>(std::count(std::begin(flags), std::end(flags), true)) +
+         record.getAppPermissions().size() + record.getMessagingPermissions().size();
+}
+
+TEST(ExtensionElements, StopAtTheFirstMalformedChildAndKeepWhatWasRead) {
+  struct Element {
+    bool (P::*handler)(const std::shared_ptr<util::XmlNode>&);
+    std::string good;  // a child that complies
+  };
+  const std::map<std::string, Element> elements = {
+      {"cookiejar", {&P::processCookieJar, asset("persistent", "true")}},
+      {"auth", {&P::processAuth, asset("any", "token")}},
+      {"network", {&P::processNetwork, asset("maxConnections", "1")}},
+      {"settings", {&P::processSettings, setting("inspector", "yes")}},
+      {"chrome", {&P::processChrome, asset("configureSearchBar", "none")}},
+      {"gestures", {&P::processGestures, named("param", "tap", "yes")}},
+      {"permissions", {&P::processPermissions, named("permission", "a", "no")}},
+      {"messaging", {&P::processMessaging, named("app", "a", "yes")}},
+      {"resources", {&P::processLocalResources, asset("LocalStorageQuota", "1")}}};
+  const struct {
+    const char* element;
+    std::string bad;
+    const char* message;
+  } cases[] = {{"cookiejar", "<tavlo:x/>", "tavlo:cookiejar is missing tavlo:asset element "},
+               {"cookiejar", "<asset key='a' value='b'/>",
+                "tavlo:cookiejar is missing tavlo:asset element "},
+               {"cookiejar", "<tavlo:asset key='a'/>",
+                "tavlo:cookie, missing attributes for tavlo:asset element"},
+               {"auth", "<tavlo:Asset/>", "tavlo:auth is missing tavlo:asset element "},
+               {"auth", "<tavlo:asset value='token'/>",
+                "tavlo:auth, missing attributes for tavlo:asset element"},
+               {"network", "<errorPage src='a'/>", "tavlo:network unknown sub element"},
+               {"network", "<tavlo:errorPage/>",
+                "tavlo:network, missing 'src' attribute for tavlo:errorPage element"},
+               {"network", "<tavlo:asset tavlo:key='a' value='b'/>",
+                "tavlo:network, missing attributes for tavlo:asset element"},
+               {"settings", "<tavlo:asset/>", "tavlo:settings unknown sub element"},
+               {"settings", "<tavlo:setting name='a'/>",
+                "tavlo:settings, missing attributes for tavlo:settings element\n"},
+               {"chrome", "<tavlo:setting/>", "tavlo:chrome unknown sub element"},
+               {"chrome", "<tavlo:asset key='a'/>",
+                "tavlo:chrome, missing attributes for tavlo:asset element"},
+               {"gestures", "<param name='a' value='b'/>", "Invalid gesture's param format"},
+               {"gestures", "<tavlo:param name='a' properties='p'/>",
+                "tavlo:network, missing attributes for tavlo:asset element"},
+               {"permissions", "<tavlo:app/>", "Invalid permissions param format"},
+               {"permissions", "<tavlo:permission value='no'/>",
+                "tavlo:permission, missing attribute name for tavlo:permission element"},
+               {"messaging", "<tavlo:permission/>", "tavlo:messaging unknown sub element"},
+               {"messaging", "<tavlo:app name='b'/>",
+                "tavlo:messaging, missing attributes for tavlo:messaging element"},
+               {"resources", "<tavlo:setting/>", "tavlo:resources unknown sub element"},
+               {"resources", "<tavlo:asset key='a'/>",
+                "tavlo:resources, missing attributes for tavlo:resources element"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.element + c.bad);
+    const auto& [handler, good] = elements.at(c.element);
+    const auto node = [&](const std::string& children) {
+      return test::rootOf(test::widget(extension(c.element, children)))->getFirstElementChild();
+    };
+    Reader reader;
+    EXPECT_FALSE((reader.*handler)(node(c.bad)));  // there is no record yet
+    reader.read("");
+    EXPECT_FALSE((reader.*handler)(nullptr));
+    EXPECT_TRUE((reader.*handler)(node(" x <!-- y -->" + good + "<?p?>")));
+    EXPECT_EQ(reader.getErrorText(), "");
+    EXPECT_EQ(effects(reader.record()), 1U);
+    EXPECT_FALSE((reader.*handler)(node(c.bad)));
+
+    EXPECT_EQ(effects(*reader.read(extension(c.element, good + c.bad))), 1U);
+    EXPECT_EQ(reader.getErrorText(), c.message);
+    EXPECT_EQ(reader.record().elements().size(), 1U);
+    EXPECT_EQ(effects(*reader.read(extension(c.element, c.bad + good))), 0U);
+  }
+}
+
+TEST(CookieJar, EachKeyRaisesItsFlagForTrueAlone) {
+  const char* const keys[] = {"persistent",       "usePrivateCookies",
+                              "useDeviceCookies", "useAuthCookies",
+                              "useAccessToken",   "useAuthCookiesForRegionalStack"};
+  const auto flags = [](const std::string& children) {
+    const auto record = read(children);
+    const auto& [a, b, c, d, e, f] = record->getCookieJarSettings();
+    return std::vector<bool>{a, b, c, d, e, f};
+  };
+  for (std::size_t i = 0; i < 6; ++i) {
+    SCOPED_TRACE(keys[i]);
+    std::vector<bool> flag(6);
+    for (const char* value : {"", "false", "TRUE", "1", "yes"}) {
+      EXPECT_EQ(flags(extension("cookiejar", asset(keys[i], value))), flag) << value;
+    }
+    flag[i] = true;
+    const std::string raised =
+        extension("cookiejar", asset(keys[i], " true ") + asset(keys[i], "no"));
+    EXPECT_EQ(flags(raised), flag);
+    EXPECT_EQ(flags(raised + extension("cookiejar", asset(keys[i], "false"))), flag);
+  }
+  EXPECT_EQ(flags(extension("cookiejar", asset("Persistent", "true"))), std::vector<bool>(6));
+}
+
+TEST(Auth, OnlyTheValueCounts) {
+  const struct {
+    std::string children;
+    int mode;
+    bool known;
+  } cases[] = {{asset("any", "token") + asset("", " token "), 1, true},
+               {asset("token", "Token"), 0, false},
+               {asset("a", ""), 0, false},
+               {asset("a", "x") + asset("b", "token"), 1, false},  // goes on
+               {asset("b", "token") + asset("a", "x"), 1, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.children);
+    Reader reader;
+    EXPECT_EQ(reader.read(extension("auth", c.children))->getOrvnAuthMode(), c.mode);
+    EXPECT_EQ(reader.getErrorText(), c.known ? "" : "nvalid certification key: ");
+    EXPECT_EQ(reader.processAuth(reader.record().elements()[0].getNode()), c.known);
+  }
+}
+
+/// What a bad number throws ends the parse; what was read before stays.
+void expectNumberIsGuarded(const char* element, const char* key) {
+  for (const char* value : {"", " ", "4294967296"}) {
+    Reader reader;
+    const auto parse = [&] {
+      reader.read("<name>before</name>" + extension(element, asset(key, "7") + asset(key, value)) +
+                  "<tavlo:export resource='after'/>");
+    };
+    EXPECT_EQ(*value == '4' ? thrownBy<std::overflow_error>(parse)
+                            : thrownBy<std::invalid_argument>(parse),
+              "input");
+    EXPECT_TRUE(reader.record().getName());
+    EXPECT_EQ(reader.record().getNetSettings().maxConnections == 7 ||
+                  reader.record().getLocalResources().localStorageQuota == 7,
+              std::string(key) == "maxConnections" || std::string(key) == "LocalStorageQuota");
+    EXPECT_THAT(reader.record().getExports(), IsEmpty());
+    EXPECT_EQ(reader.getErrorText(), "");
+  }
+}
+
+TEST(Network, CountersAreNumbersAndTheLastCounts) {
+  using Net = Config::NetSettings;
+  const std::pair<const char*, std::uint32_t Net::*> counters[] = {
+      {"idleConnectionsTimeout_sec", &Net::idleConnectionsTimeout_sec},
+      {"maxConnections", &Net::maxConnections},
+      {"maxConnectionsPerHost", &Net::maxConnectionsPerHost},
+      {"maxConnectionsPerProxy", &Net::maxConnectionsPerProxy},
+      {"maxKeepAliveProxyConnections", &Net::maxKeepAliveProxyConnections}};
+  for (const auto& [key, counter] : counters) {
+    SCOPED_TRACE(key);
+    const auto record = readIn("network", asset(key, "7") + asset(key, " 12px "));
+    for (const auto& [otherKey, other] : counters) {
+      EXPECT_EQ(record->getNetSettings().*other, other == counter ? 12 : Net().*other) << otherKey;
+    }
+    EXPECT_EQ(readIn("network", asset(key, "abc"))->getNetSettings().*counter, 0U);
+    expectNumberIsGuarded("network", key);
+  }
+}
+
+TEST(Network, FlagsAreAssignedBothWays) {
+  const char* const keys[] = {"initialDNS", "enableCaching", "enableWrsProxy", "allowTlsFallback"};
+  const auto flags = [](const std::string& children) {
+    const Config::NetSettings net = readIn("network", children)->getNetSettings();
+    return std::vector<bool>{net.initialDNS, net.enableCaching, net.enableWrsProxy,
+                             net.allowTlsFallback};
+  };
+  for (std::size_t i = 0; i < 4; ++i) {
+    std::vector<bool> flag(4);
+    for (const char* value : {"false", "TRUE", "yes", "1", ""}) {
+      EXPECT_EQ(flags(asset(keys[i], "true") + asset(keys[i], value)), flag) << keys[i] << value;
+    }
+    flag[i] = true;
+    EXPECT_EQ(flags(asset(keys[i], "no") + asset(keys[i], "true")), flag) << keys[i];
+  }
+}
+
+TEST(Network, ListsGrowAndTextsAreReplaced) {
+  const std::string first = asset("user-agent", "a  a") + asset("http-header", "X: 1") +
+                            asset("overrideProxy", "p") + "<tavlo:errorPage src='one.html'/>" +
+                            asset("user-agent", "") + asset("User-Agent", "no") +
+                            asset("errorPage", "no");
+  const std::string second = "<tavlo:errorPage src=' two.html '/>" + asset("user-agent", "a  a") +
+                             asset("overrideProxy", "") + asset("http-header", "Y: 2");
+  const Config::NetSettings net =
+      read(extension("network", first) + extension("network", second))->getNetSettings();
+  EXPECT_THAT(net.userAgents, ElementsAre("a a", "", "a a"));
+  EXPECT_THAT(net.httpHeaders, ElementsAre("X: 1", "Y: 2"));
+  EXPECT_EQ(net.errorPage + net.overrideProxy, "two.html");
+  EXPECT_EQ(readIn("network", first)->getNetSettings().overrideProxy, "p");
+}
+
+TEST(Settings, FlagsLeaveTheirDefaultsForTheTriggerWordAlone) {
+  using App = Config::AppSettings;
+  const std::pair<std::string, bool App::*> flags[] = {
+      {"internetRequired", &App::internetRequired},
+      {"screenReaderSupported", &App::screenReaderSupported},
+      {"pelloWebViewParserSupported", &App::pelloWebViewParserSupported},
+      {"saveContext", &App::saveContext},
+      {"debug", &App::debug},
+      {"enforce96DPI", &App::enforce96DPI},
+      {"flattenFrames", &App::flattenFrames},
+      {"disable-zel-features", &App::disableZelFeatures},
+      {"enableW3CStd", &App::enableW3CStd},
+      {"inspector", &App::inspector},
+      {"reserved", &App::reserved}};
+  for (const auto& [name, flag] : flags) {
+    const std::string trigger = name == "reserved" ? "" : name == "saveContext" ? "no" : "yes";
+    for (const std::string value : {"yes", "no", "true", "false", "YES", "No", "1", "?"}) {
+      SCOPED_TRACE(name + " = " + value);
+      Reader reader;
+      // Never back: a later entry changes nothing.
+      const App app = reader.read(extension("settings", setting(name, value) + setting(name, "?")))
+                          ->getAppSettings();
+      for (const auto& [otherName, other] : flags) {
+        EXPECT_EQ(app.*other != App().*other, other == flag && value == trigger) << otherName;
+      }
+      EXPECT_EQ(reader.getErrorText(), "");
+    }
+  }
+  util::setLogMask(0);
+}
+
+TEST(Settings, NumbersAreReadAsAStreamReadsThem) {
+  const auto expect = [](const std::string& name, const std::string& value, double stored,
+                         const std::string& error) {
+    SCOPED_TRACE(name + " = " + value);
+    Reader reader;
+    const std::string goesOn = setting("inspector", "yes");
+    const Config::AppSettings app =
+        reader.read(extension("settings", setting(name, value) + goesOn))->getAppSettings();
+    EXPECT_EQ(name == "zoomFactor"        ? static_cast<double>(app.zoomFactor)
+              : name == "defaultFontSize" ? app.defaultFontSize
+                                          : app.minimumFontSize,
+              stored);
+    EXPECT_EQ(reader.getErrorText(), error);
+    EXPECT_TRUE(app.inspector);
+    EXPECT_TRUE(reader.processSettings(reader.record().elements()[0].getNode()));
+  };
+  expect("defaultFontSize", " 20 ", 20, "");
+  expect("defaultFontSize", "12abc", 12, "");
+  expect("defaultFontSize", "+5", 5, "");
+  expect("defaultFontSize", "99999999999", 2147483647, "");
+  for (const std::string value : {"0", "-3", "abc", "0x10", "", ".5", "-99999999999"}) {
+    expect("defaultFontSize", value, 0, "Invalid defaultFontSize value : " + value);
+  }
+  expect("minimumFontSize", "8", 8, "");
+  for (const char* value : {"0", "abc", "-"}) {
+    expect("minimumFontSize", value, 0, "");
+  }
+  for (const std::string value : {"", "-1", "-99999999999"}) {
+    expect("minimumFontSize", value, -1, "Invalid minimum font size : " + value);
+  }
+  expect("zoomFactor", "1.5", 1.5, "");
+  expect("zoomFactor", "1,5", 1, "");
+  expect("zoomFactor", "1e99", static_cast<double>(std::numeric_limits<float>::max()), "");
+  for (const char* value : {"0", "-1", "-0", "1e", "inf", "nan", "0x1", ""}) {
+    expect("zoomFactor", value, 0, "Invalid zoom factor");
+  }
+  // A bad value keeps what an earlier entry stored.
+  const Config::AppSettings app =
+      readIn("settings", setting("minimumFontSize", "8") + setting("zoomFactor", "2") +
+                             setting("minimumFontSize", "-1") + setting("zoomFactor", "x"))
+          ->getAppSettings();
+  EXPECT_EQ(std::make_pair(app.minimumFontSize, app.zoomFactor), std::make_pair(8, 2.0F));
+}
+
+TEST(Chrome, EachElementStartsFromTheDefault) {
+  const auto bar = [](const std::string& value) { return asset("configureSearchBar", value); };
+  const std::string none = extension("chrome", bar("none") + asset("ConfigureSearchBar", "x"));
+  EXPECT_EQ(read(none)->getChromeSettings(), "none");
+  EXPECT_EQ(readIn("chrome", bar("none") + bar(" a  b "))->getChromeSettings(), "a b");
+  EXPECT_EQ(readIn("chrome", bar(""))->getChromeSettings(), "");
+  EXPECT_EQ(read(none + "<tavlo:chrome/>")->getChromeSettings(), "system");
+  EXPECT_EQ(read(none + extension("chrome", "<tavlo:bad/>"))->getChromeSettings(), "system");
+}
+
+TEST(Gestures, EachNameEnablesItsGestureForYesAlone) {
+  const char* const names[] = {"flick", "swipe", "drag", "pinchzoom", "tap", "multi_tap", "hold"};
+  const auto shown = [](const std::string& children) {
+    const auto record = read(children);
+    const auto& [a, b, c, d, e, f, g] = record->getGestureSettings();
+    std::vector<std::string> result;
+    for (const Config::Gesture& gesture : {a, b, c, d, e, f, g}) {
+      result.push_back((gesture.enabled ? "on " : "off ") + gesture.properties);
+    }
+    return result;
+  };
+  const auto gestures = [](const std::string& name, const std::string& attributes) {
+    return extension("gestures", "<tavlo:param name='" + name + "' " + attributes + "/>");
+  };
+  for (std::size_t i = 0; i < 7; ++i) {
+    SCOPED_TRACE(names[i]);
+    const auto only = [&](const char* text) {
+      std::vector<std::string> all(7, "off ");
+      all[i] = text;
+      return all;
+    };
+    const std::string on = gestures(names[i], "value='yes' properties=' a:1;  b '");
+    EXPECT_EQ(shown(on), only("on a:1; b"));
+    EXPECT_EQ(shown(gestures(names[i], "value='yes'")), only("on "));
+    for (const char* attributes : {"value='true' properties='x'", "value='Yes'", "value=''"}) {
+      EXPECT_EQ(shown(gestures(names[i], attributes)), only("off ")) << attributes;
+    }
+    // A later element switches off and keeps the properties, until others are given.
+    EXPECT_EQ(shown(on + gestures(names[i], "value='no' properties='x'")), only("off a:1; b"));
+    EXPECT_EQ(shown(on + gestures(names[i], "value='yes'")), only("on a:1; b"));
+    EXPECT_EQ(shown(on + gestures(names[i], "value='yes' properties=''")), only("on "));
+  }
+  const std::string tap = named("param", "tap", "yes");
+  EXPECT_EQ(shown(extension("gestures", tap + named("param", "tap", "no"))),
+            shown(extension("gestures", tap)));
+  EXPECT_EQ(shown(gestures("Tap", "value='yes'")), std::vector<std::string>(7, "off "));
+}
+
+TEST(Permissions, AreGrantedUnlessRefused) {
+  const auto permission = [](const char* name, const char* value) {
+    return named("permission", name, value);
+  };
+  const auto record =
+      read(extension("permissions", "<tavlo:permission name=' camera '/>" + permission("a", "No") +
+                                        permission("b", "false") + permission("c", " no ") +
+                                        permission("d", "") + permission("e", "yes") +
+                                        permission("f", "flase") + permission("", "no") +
+                                        permission("g", "no") + permission("g", "x")) +
+           extension("permissions", permission("e", "no") + "<tavlo:permission name='b'/>"));
+  EXPECT_THAT(record->getAppPermissions(),
+              ElementsAre(Pair("", false), Pair("a", true), Pair("b", true), Pair("c", false),
+                          Pair("camera", true), Pair("d", true), Pair("e", false), Pair("f", true),
+                          Pair("g", true)));
+}
+
+TEST(Messaging, IsRefusedUnlessGranted) {
+  const auto app = [](const char* name, const char* value) { return named("app", name, value); };
+  const auto record =
+      read(extension("messaging", app("a", "yes") + app("b", " true ") + app("c", "no") +
+                                      app("d", "Yes") + app("e", "") + app("f", "yes") +
+                                      app("f", "1") + app(" ", "yes")) +
+           extension("messaging", app("c", "true")));
+  EXPECT_THAT(record->getMessagingPermissions(),
+              ElementsAre(Pair("", true), Pair("a", true), Pair("b", true), Pair("c", true),
+                          Pair("d", false), Pair("e", false), Pair("f", false)));
+}
+
+TEST(LocalResources, EachKeyFillsItsMemberAndTheLastCounts) {
+  const std::string all =
+      asset("LocalStorageQuota", "10MB") + asset("LocalStoragePath", " a  b ") +
+      asset("DatabaseStorage", "yes") + asset("DatabaseStorageQuota", "20") +
+      asset("DatabaseStoragePath", "../d") + asset("ApplicationCachePath", "/c") +
+      asset("AllowHTTPSApplicationManifestCrossDomain", "true") +
+      asset("ApplicationCacheQuota", "4294967295") + asset("ApplicationCacheLoadDelay", "2.5") +
+      asset("Foo", "1") + asset("localStorageQuota", "2") + asset("", "3") + asset("Foo", "4");
+  const auto record = readIn("resources", all);
+  const auto& [other, quota, path, database, databaseQuota, databasePath, cachePath, cacheQuota,
+               delay, crossDomain] = record->getLocalResources();
+  EXPECT_THAT(other, ElementsAre(Pair("", "3"), Pair("Foo", "4"), Pair("localStorageQuota", "2")));
+  EXPECT_THAT((std::vector{path, databasePath, cachePath}), ElementsAre("a b", "../d", "/c"));
+  EXPECT_THAT((std::vector{quota, databaseQuota, cacheQuota}), ElementsAre(10, 20, 4294967295U));
+  EXPECT_EQ(delay, 2.5);
+  EXPECT_TRUE(database && crossDomain);
+
+  const std::string replaced = asset("LocalStorageQuota", "x") + asset("LocalStoragePath", "");
+  const auto later = read(extension("resources", all) + extension("resources", replaced));
+  EXPECT_EQ(later->getLocalResources().localStorageQuota, 0U);
+  EXPECT_EQ(later->getLocalResources().localStoragePath, "");
+  EXPECT_EQ(later->getLocalResources().databaseStorageQuota, 20U);
+  for (const char* key : {"LocalStorageQuota", "DatabaseStorageQuota", "ApplicationCacheQuota"}) {
+    expectNumberIsGuarded("resources", key);
+  }
+}
+
+TEST(LocalResources, TheTwoFlagsHaveTriggerWordsOfTheirOwn) {
+  const std::string database = "DatabaseStorage";
+  const std::string crossDomain = "AllowHTTPSApplicationManifestCrossDomain";
+  for (const std::string value : {"true", "yes", "false", "True", "1", ""}) {
+    const Config::LocalResources local =
+        readIn("resources", asset(database, "yes") + asset(crossDomain, "true") +
+                                asset(database, value) + asset(crossDomain, value))
+            ->getLocalResources();
+    EXPECT_EQ(local.databaseStorage, value == "true" || value == "yes") << value;
+    EXPECT_EQ(local.allowHTTPSApplicationManifestCrossDomain, value == "true") << value;
+  }
+}
+
+TEST(LocalResources, LoadDelaysBelowZeroAreReportedAndSkipped) {
+  const auto expectDelay = [](const std::string& value, double delay, const std::string& error) {
+    SCOPED_TRACE(value);
+    const std::string key = "ApplicationCacheLoadDelay";
+    Reader reader;
+    const Config::LocalResources local =
+        reader.read(extension("resources", asset(key, "7") + asset(key, value) + asset("a", "b")))
+            ->getLocalResources();
+    EXPECT_EQ(local.applicationCacheLoadDelay, delay);
+    EXPECT_EQ(local.otherSettings.size(), 1U);  // it goes on
+    EXPECT_EQ(reader.getErrorText(), error);
+    EXPECT_TRUE(reader.processLocalResources(reader.record().elements()[0].getNode()));
+  };
+  for (const char* value : {"0", "abc", "", "1e", "0x9", "-"}) {
+    expectDelay(value, 0, "");
+  }
+  expectDelay("1e3s", 1000, "");
+  expectDelay("1,5", 1, "");
+  expectDelay("1e999", std::numeric_limits<double>::max(), "");
+  expectDelay("-1", 7, "Invalid ApplicationCacheLoadDelay: -1");
+  expectDelay(" -0.5  x ", 7, "Invalid ApplicationCacheLoadDelay: -0.5 x");
+}
+
+TEST(Export, TheFirstOfAPathWins) {
+  Reader reader;
+  EXPECT_FALSE(reader.processExport(test::rootOf("<export resource='a'/>")));
+  const auto record = reader.read(
+      "<tavlo:export resource=' a  b '/><tavlo:export resource='c'/><tavlo:export resource='c'/>"
+      "<tavlo:export resource=' '/><tavlo:export resource='C'><tavlo:bad/></tavlo:export>");
+  const auto path = [](const char* text) {
+    return Pair(text, testing::Field(&Config::Export::resourcePath, text));
+  };
+  EXPECT_THAT(record->getExports(),
+              UnorderedElementsAre(path("a b"), path("c"), path(""), path("C")));
+  EXPECT_FALSE(reader.processExport(nullptr));
+  EXPECT_TRUE(reader.processExport(reader.record().elements()[2].getNode()));
+  EXPECT_EQ(reader.getErrorText(), "");
+  EXPECT_THAT(reader.read("<tavlo:export tavlo:resource='x'/>")->getExports(), IsEmpty());
+  EXPECT_EQ(reader.getErrorText(), "Missing or invalid resource element");
+  EXPECT_FALSE(reader.processExport(reader.record().elements()[0].getNode()));
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::config

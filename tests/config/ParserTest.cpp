@@ -1,0 +1,314 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <stdexcept>
+
+#include "config/ConfigParserFactory.h"
+#include "tests/support/ConfigReader.h"
+#include "util/ParseException.h"
+
+namespace orvane::nimbrel::config {
+namespace {
+
+using test::Reader;
+using test::show;
+using test::thrownBy;
+using test::widget;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+using Strings = std::vector<std::string>;
+
+constexpr const char* UNKNOWN_ELEMENT =
+    "!Error: ConfigParser::processWidgetElements, Found unknown xml element";
+
+/// The ids of the kept elements, in their order.
+std::string keptIds(BasicConfig& record) {
+  std::string ids;
+  for (const Element& element : record.elements()) {
+    ids += show(element.getSingleAttributeValue("id"));
+  }
+  return ids;
+}
+
+/// What a document is refused with, as "line:column: message".
+std::string refusal(Reader& reader, const std::string& xml) {
+  try {
+    reader.document(xml);
+  } catch (const ConfigParser::ConfigException& refused) {
+    return std::to_string(refused.line) + ":" + std::to_string(refused.column) + ": " +
+           refused.what();
+  }
+  return "(not refused)";
+}
+
+TEST(Parser, NamesTheFirstMissingService) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"xml iri idn unicode", "(nothing thrown)"},
+      {"iri idn unicode", "xmlParser cannot be NULL"},
+      {"xml idn unicode", "iriParser cannot be NULL"},
+      {"idn unicode", "xmlParser cannot be NULL"},
+      {"xml iri unicode", "idnConverter cannot be NULL"},
+      {"", "unicodeUtil cannot be NULL"},
+      {"xml iri idn", "unicodeUtil cannot be NULL"}};
+  for (const auto& [given, message] : cases) {
+    const std::string services = given;
+    const auto has = [&](const char* name) { return services.find(name) != std::string::npos; };
+    const auto build = [&] {
+      NimbrelConfigParser({}, has("xml") ? std::make_shared<util::XmlParserLibXml>() : nullptr,
+                          has("iri") ? std::make_shared<util::IRIParser>() : nullptr,
+                          has("idn") ? std::make_shared<util::IDNConverter>() : nullptr,
+                          has("unicode") ? std::make_shared<util::UnicodeUtilICU>() : nullptr);
+    };
+    EXPECT_EQ(thrownBy<std::invalid_argument>(build), message);
+  }
+}
+
+TEST(Parser, NamesMissingArguments) {
+  using Bad = std::invalid_argument;
+  Reader reader;
+  EXPECT_EQ(thrownBy<Bad>([&] { reader.parse(nullptr, 5, nullptr, nullptr); }),
+            "buffer cannot be NULL");
+  EXPECT_EQ(thrownBy<Bad>([&] { reader.parse(nullptr, nullptr); }), "path cannot be NULL");
+  EXPECT_EQ(thrownBy<Bad>([&] { reader.process(nullptr, {}); }), "document cannot be NULL");
+  reader.setError("text");
+  reader.setError(nullptr);
+  EXPECT_EQ(reader.getErrorText(), "");
+}
+
+TEST(Parser, HandsItsArgumentsToTheXmlServiceAndTranslatesOnlyItsRefusals) {
+  class Xml : public util::XmlParser {
+    [[nodiscard]] std::shared_ptr<util::XmlDocument> parseFile(
+        const char* path, const char* encoding) const override {
+      throw std::runtime_error(std::string(path) + "|" + encoding);
+    }
+    [[nodiscard]] std::shared_ptr<util::XmlDocument> parseBuffer(
+        const char* buffer, unsigned int size, const char* url,
+        const char* encoding) const override {
+      throw ParseException(std::string(buffer, size) + "|" + url + "|" + encoding, 70001, 8);
+    }
+  };
+  NimbrelConfigParser parser({}, std::make_shared<Xml>(), std::make_shared<util::IRIParser>(),
+                             std::make_shared<util::IDNConverter>(),
+                             std::make_shared<util::UnicodeUtilICU>());
+  EXPECT_EQ(thrownBy<std::runtime_error>([&] { parser.parse("p", "e"); }), "p|e");
+  try {
+    parser.parse("bytes", 3, "u", "e");
+    FAIL();
+  } catch (const ConfigParser::ConfigException& refused) {
+    EXPECT_STREQ(refused.what(), "byt|u|e");
+    EXPECT_EQ(refused.line, 70001U);
+    EXPECT_EQ(refused.column, 8U);
+  }
+}
+
+TEST(Parser, RefusesWhatIsNoXmlWithItsPosition) {
+  Reader reader;
+  EXPECT_THAT(refusal(reader, ""), StartsWith("0:0: "));
+  EXPECT_THAT(refusal(reader, "<widget>\n<a></b>\n</widget>"),
+              AllOf(StartsWith("2:"), Not(StartsWith("2:0:"))));
+  EXPECT_THAT(thrownBy<ConfigParser::ConfigException>([&] { reader.parse("/no/file", nullptr); }),
+              StartsWith("Cannot open the file"));
+}
+
+TEST(Parser, RefusesAnyOtherRootWithItsLine) {
+  const std::string extensions = EXTENSION_NAMESPACE;
+  const std::pair<std::string, const char*> cases[] = {
+      {"<widget/>", "1"},
+      {"\n\n<widget\n xmlns=''/>", "3"},
+      {"<widget xmlns='" + extensions + "'/>", "1"},
+      {"<widget xmlns='http://www.w3.org/ns/widgets/'/>", "1"},
+      {"<!--\n--><name xmlns='http://www.w3.org/ns/widgets'><widget/></name>", "2"},
+  };
+  for (const auto& [xml, line] : cases) {
+    SCOPED_TRACE(xml);
+    Reader reader;
+    EXPECT_EQ(refusal(reader, xml),
+              std::string(line) +
+                  ":0: Document root is not a 'widget' from 'http://www.w3.org/ns/widgets'.");
+    // A fresh record with the document and nothing else stays in the parser.
+    EXPECT_NE(reader.record().document(), nullptr);
+    EXPECT_THAT(reader.record().getUserAgentLocales(), IsEmpty());
+  }
+  Reader reader;
+  EXPECT_EQ(refusal(reader, "<w:widget xmlns:w='http://www.w3.org/ns/widgets'/>"), "(not refused)");
+  EXPECT_THAT(reader.record().getUserAgentLocales(), ElementsAre("en", "*"));
+  EXPECT_THAT(reader.record().elements(), IsEmpty());
+}
+
+TEST(Parser, ReadsFilesAndBuffersThroughTheFactory) {
+  const std::string path =
+      testing::TempDir() + "nimbrel-parser-test-" + std::to_string(::getpid()) + ".xml";
+  std::ofstream(path) << widget("<name xml:lang='de'>Schach</name>", "id='urn:x'");
+  const auto record = createConfigParser({"de"})->parse(path.c_str(), nullptr);
+  std::remove(path.c_str());
+  EXPECT_EQ(show(record->getId()) + show(record->getName()), "urn:xde/ltr[de/ltr:Schach]");
+
+  const std::string latin = widget("<name>\xFC</name>");
+  const auto size = static_cast<unsigned int>(latin.size());
+  EXPECT_STREQ(createConfigParser({})
+                   ->parse(latin.data(), size, "urn:u", "ISO-8859-1")
+                   ->getName()
+                   .get()
+                   .c_str(),
+               "\xC3\xBC");
+}
+
+TEST(Parser, VisitsAndKeepsChildrenInTheOrderOfTheLocales) {
+  const std::string children =
+      "<tavlo:x id='0'/> <tavlo:x id='1' xml:lang='en'/><tavlo:x id='2' xml:lang='en-us'/>"
+      "<tavlo:x id='3' xml:lang='fr'/>text<tavlo:x id='4' xml:lang=''/><!-- x -->"
+      "<tavlo:x id='5' xml:lang='EN'/><tavlo:x id='6' xml:lang='en'><tavlo:x id='n'/></tavlo:x>"
+      "<tavlo:x id='7' lang='en'/><tavlo:x id='8' xml:lang='*'/>";
+  const struct {
+    Strings locales;
+    const char* attributes;
+    Strings complete;
+    const char* ids;
+  } cases[] = {
+      {{}, "", {"*"}, "047"},
+      {{"en-us"}, "defaultlocale='en'", {"en-us", "en", "*"}, "216047"},
+      {{"en-us", "en"}, "defaultlocale='en'", {"en-us", "en", "*"}, "216047"},
+      {{"en-us"}, "defaultlocale='en-US'", {"en-us", "en-US", "*"}, "2047"},
+      {{"en"}, "defaultlocale=' fr '", {"en", "fr", "*"}, "163047"},
+      {{"en"}, "defaultlocale=''", {"en", "*"}, "16047"},
+      {{"en"}, "tavlo:defaultlocale='fr' xml:lang='fr'", {"en", "*"}, "16047"},
+      {{"EN", "xx"}, "", {"EN", "xx", "*"}, "5047"},
+      {{"*", "en"}, "", {"*", "en", "*"}, "04716047"},
+      {{"en", "en"}, "", {"en", "en", "*"}, "1616047"},
+      {{}, "defaultlocale='*'", {"*", "*"}, "047047"},
+      {{""}, "", {"", "*"}, "4047"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.locales) + c.attributes);
+    Reader reader(c.locales);
+    reader.read(children, c.attributes);
+    EXPECT_THAT(reader.record().getUserAgentLocales(), ElementsAreArray(c.complete));
+    EXPECT_EQ(keptIds(reader.record()), c.ids);
+  }
+}
+
+TEST(Parser, ReportsUnknownElementsAndKeepsAll) {
+  for (const char* child :
+       {"<span/>", "<Name/>", "<widget/>", "<tavlo:name/>", "<tavlo:param/>", "<network/>",
+        "<tavlo:Network/>", "<name xmlns=''/>", "<u:name/>", "<param name='x' value='y'/>"}) {
+    SCOPED_TRACE(child);
+    Reader reader;
+    const auto record = reader.read(std::string(child) + "<name>N</name>");
+    // A "param" means something only within a feature, but is no stranger.
+    EXPECT_EQ(reader.getErrorText(), child[1] == 'p' ? "" : UNKNOWN_ELEMENT);
+    EXPECT_EQ(show(record->getName()), "/ltr[/ltr:N]");
+    EXPECT_EQ(reader.record().elements().size(), 2U);
+  }
+  Reader reader;
+  reader.read("<span xml:lang='xx'/>");
+  EXPECT_EQ(reader.getErrorText(), "");  // never visited
+}
+
+TEST(Parser, CarriesThreeThingsOverAndNothingElse) {
+  Reader reader;
+  const auto first = reader.read("<content src=''/><span/><name>A</name>",
+                                 "id='urn:a' version='1' viewmodes='x' tavlo:applicationId='a'");
+  const auto second = reader.read("<content src='b.html'/>");
+  EXPECT_FALSE(second->getStartFile());
+  EXPECT_EQ(reader.getErrorText(), UNKNOWN_ELEMENT);
+  EXPECT_EQ(show(second->getId()) + show(second->getVersion()) + show(second->getName()) +
+                show(second->getTavloApplicationId()),
+            "----");
+  EXPECT_THAT(second->getWindowModes(), IsEmpty());
+  EXPECT_THAT(second->getUserAgentLocales(), ElementsAre("en", "*"));
+  EXPECT_EQ(show(first->getId()) + show(first->getName()), "urn:a/ltr[/ltr:A]");
+}
+
+TEST(Parser, ProcessMayBeGivenPartsOfThePreviousRecord) {
+  Reader reader({"en"});
+  reader.read("<name xml:lang='de'>D</name><name xml:lang='en'>E</name>", "defaultlocale='de'");
+  for (const Strings& expected : {Strings{"en", "de", "*", "*"}, {"en", "de", "*", "*", "*"}}) {
+    const auto again =
+        reader.process(reader.record().document(), reader.record().getUserAgentLocales());
+    EXPECT_THAT(again->getUserAgentLocales(), ElementsAreArray(expected));
+    EXPECT_EQ(show(again->getName()), "en/ltr[en/ltr:E]");
+  }
+  const auto other = reader.process(reader.record().document(), {"de"});
+  EXPECT_EQ(show(other->getName()), "de/ltr[de/ltr:D]");
+}
+
+TEST(Parser, RecordsOutliveTheirParser) {
+  const auto record = test::read("<tavlo:x a='1'>t</tavlo:x><access origin='*' b='2'/>");
+  const Element& element = *record->getElements("x", EXTENSION_NAMESPACE).at(0);
+  EXPECT_EQ(show(element.getSingleAttributeValue("a")) + element.getTextContent().c_str(), "1t");
+  EXPECT_EQ(show(record->getAccessRequestList()[0].element->getSingleAttributeValue("b")), "2");
+}
+
+TEST(Parser, MayBeUsedAgainAfterAThrow) {
+  Reader reader;
+  const std::string icons = "<icon src='a'/><icon src='b'/>";
+  for (const std::string& bad :
+       {std::string("<broken"), std::string("<widget/>"),
+        widget(icons + "<feature name='no iri'/>"),
+        widget(icons + test::extension("network", test::asset("maxConnections", "")))}) {
+    SCOPED_TRACE(bad);
+    EXPECT_ANY_THROW(reader.document(bad));
+    const auto record = reader.read(icons + "<icon src='a'/><preference name='p'/>");
+    EXPECT_EQ(record->getIcons().size(), 2U);
+    EXPECT_EQ(record->getPreferences().size(), 1U);
+    EXPECT_EQ(reader.record().elements().size(), 4U);
+  }
+}
+
+TEST(Parser, HandlersCalledWithoutADocumentSaySo) {
+  using P = NimbrelConfigParser;
+  const auto node = test::rootOf(widget(""));
+  for (const auto handler :
+       {&P::processName, &P::processDescription, &P::processLicense, &P::processAuthor,
+        &P::processContent, &P::processIcon, &P::processPreference, &P::processFeature,
+        &P::processAccess, &P::processWidgetAttributes}) {
+    Reader reader;
+    EXPECT_EQ(thrownBy<std::logic_error>([&] { (reader.*handler)(node); }),
+              "There is no record: no document has been processed.");
+    reader.read("");
+    EXPECT_EQ(thrownBy<std::invalid_argument>([&] { (reader.*handler)(nullptr); }),
+              "node cannot be NULL");
+  }
+}
+
+TEST(Parser, FirstComeFirstServedHoldsForManyThousands) {
+  constexpr int COUNT = 20000;
+  std::string children;
+  std::string modes;
+  Strings expected;
+  std::vector<std::string> values;
+  std::vector<bool> seen(COUNT);
+  for (int i = 0; i < COUNT; ++i) {
+    const int key = i % 4 == 3 ? i / 2 : i;  // every fourth one may repeat another
+    const std::string name = "k" + std::to_string(key);
+    const std::string value = std::to_string(i + 1);
+    children += "<icon src='" + name + "' width='" + value + "'/>";
+    children += "<preference name='" + name + "' value='" + value + "'/>";
+    modes += name + " ";
+    if (!seen[static_cast<std::size_t>(key)]) {
+      seen[static_cast<std::size_t>(key)] = true;
+      expected.push_back(name);
+      values.push_back(value);
+    }
+  }
+  const auto record = test::read(children, "viewmodes='" + modes + "'");
+  EXPECT_EQ(record->getWindowModes(), expected);
+  ASSERT_EQ(record->getIcons().size(), expected.size());
+  ASSERT_EQ(record->getPreferences().size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    ASSERT_EQ(record->getIcons()[i].src, expected[i]);
+    ASSERT_EQ(show(record->getIcons()[i].width), values[i]);
+    ASSERT_EQ(record->getPreferences()[i].name, expected[i]);
+    ASSERT_EQ(show(record->getPreferences()[i].value), values[i]);
+  }
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::config
