@@ -5,6 +5,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -16,6 +17,7 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* address, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* address);
 }
 
@@ -47,6 +49,16 @@ void* calloc(std::size_t count, std::size_t size) {
 void* realloc(void* address, std::size_t size) {
   heap.bytes -= malloc_usable_size(address);
   return taken(__libc_realloc(address, size));
+}
+void* memalign(std::size_t alignment, std::size_t size) {
+  return taken(__libc_memalign(alignment, size));
+}
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  return taken(__libc_memalign(alignment, size));
+}
+int posix_memalign(void** address, std::size_t alignment, std::size_t size) {
+  *address = taken(__libc_memalign(alignment, size));
+  return *address == nullptr ? ENOMEM : 0;
 }
 void free(void* address) {
   heap.bytes -= malloc_usable_size(address);
