@@ -1,0 +1,37 @@
+# `cpack -G DEB` makes three Debian packages of the install components. scripts/check-packages
+# configures a build for them (prefix /usr, no run paths) and looks into what comes out.
+
+set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
+set(CPACK_PACKAGE_CONTACT "The ${PROJECT_NAME} maintainers <${PROJECT_NAME}@tavlo.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY ${PROJECT_DESCRIPTION})
+set(CPACK_COMPONENTS_ALL Runtime Development Tool)
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The tool is linked against libraries of this very build.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    ${PROJECT_BINARY_DIR}/util ${PROJECT_BINARY_DIR}/config)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+set(runtime_package libnimbrelconfig${PROJECT_VERSION_MAJOR})
+set(same_version "${runtime_package} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: shared libraries")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libnimbrelconfig-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ${same_version})
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION}: files to build against it")
+
+set(CPACK_DEBIAN_TOOL_PACKAGE_NAME nimbrel-config)
+set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS ${same_version})
+set(CPACK_COMPONENT_TOOL_DESCRIPTION "${PROJECT_DESCRIPTION}: command-line tool")
+
+include(CPack)
