@@ -29,6 +29,9 @@ constexpr std::size_t MAX_SIZE = std::numeric_limits<int>::max();
 // declares.
 constexpr int OPTIONS = XML_PARSE_NOENT | XML_PARSE_NONET;
 constexpr int CHUNK = 4000;  // what libxml2 asks for by itself
+// Room for a chunk in any encoding and what is left of the one before. libxml2 goes on with a null
+// pointer when it has no memory to make a buffer larger, so it had better be large to begin with.
+constexpr int BUFFER_SIZE = 6 * CHUNK;
 
 /// Takes what libxml2 reports without a context, which would otherwise go to the host's handler or
 /// to standard error, and leaves the thread's last error as it was. Both belong to one thread.
@@ -39,11 +42,13 @@ class ErrorGuard {
       xmlCopyError(&xmlLastError, &lastError_);
     }
     xmlSetStructuredErrorFunc(this, report);
+    xmlDefaultBufferSize = BUFFER_SIZE;
   }
   ErrorGuard(const ErrorGuard&) = delete;
   ErrorGuard& operator=(const ErrorGuard&) = delete;
   ~ErrorGuard() {
     xmlSetStructuredErrorFunc(handlerContext_, handler_);
+    xmlDefaultBufferSize = bufferSize_;
     if (lastError_.code == XML_ERR_OK) {
       xmlResetLastError();
     } else {
@@ -63,6 +68,7 @@ class ErrorGuard {
 
   xmlStructuredErrorFunc handler_;
   void* handlerContext_;
+  int bufferSize_ = xmlDefaultBufferSize;
   xmlError lastError_ = {};
   XmlTreeBuilder* builder_ = nullptr;
 };

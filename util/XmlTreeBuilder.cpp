@@ -161,16 +161,28 @@ struct XmlTreeBuilder::Callbacks {
                          const xmlChar* systemId, xmlChar* content) noexcept {
     xmlChar nothing[] = {0};
     if (type == XML_EXTERNAL_GENERAL_PARSED_ENTITY) {
-      xmlSAX2EntityDecl(context, name, XML_INTERNAL_GENERAL_ENTITY, nullptr, nullptr, nothing);
+      declare(context, name, XML_INTERNAL_GENERAL_ENTITY, nullptr, nullptr, nothing);
     } else if (type == XML_EXTERNAL_PARAMETER_ENTITY) {
-      xmlSAX2EntityDecl(context, name, XML_INTERNAL_PARAMETER_ENTITY, nullptr, nullptr, nothing);
+      declare(context, name, XML_INTERNAL_PARAMETER_ENTITY, nullptr, nullptr, nothing);
     } else {
       // What stands in an entity is parsed without our being asked for more bytes in between.
       if (attributesOfOneTag(asView(content)) > MAX_ATTRIBUTES) {
         run(context, [](XmlTreeBuilder& builder) { builder.refuse(TOO_MANY_ATTRIBUTES); });
         return;
       }
-      xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+      declare(context, name, type, publicId, systemId, content);
+    }
+  }
+
+  // libxml2 does not say when it has no memory for a declaration; the name is missing then.
+  static void declare(void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                      const xmlChar* systemId, xmlChar* content) noexcept {
+    xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+    xmlDoc* const document = static_cast<xmlParserCtxt*>(context)->myDoc;
+    const bool isParameter = type == XML_INTERNAL_PARAMETER_ENTITY;
+    if ((isParameter ? xmlGetParameterEntity(document, name) : xmlGetDocEntity(document, name)) ==
+        nullptr) {
+      run(context, [](XmlTreeBuilder&) { throw std::bad_alloc(); });
     }
   }
 
