@@ -7,7 +7,9 @@ namespace orvane::zel::util {
 namespace {
 
 constexpr bool isWhite(char byte) noexcept {
-  return byte == ' ' || (byte >= '\t' && byte <= '\r');
+  // Most bytes lie above all white space and need no second look.
+  const auto value = static_cast<unsigned char>(byte);
+  return value <= ' ' && (value == ' ' || (value >= '\t' && value <= '\r'));
 }
 
 std::string_view trimmed(std::string_view text) noexcept {
