@@ -23,6 +23,7 @@ set(widgetid_headers BasicWidgetId FilenameWidgetIdParser LocalizedElementParser
   PelloWidgetIdParser ProductionWidgetId WidgetId WidgetIdError WidgetIdParser)
 foreach(room config util widgetid)
   list(TRANSFORM ${room}_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/${room}/\\1.h")
+  list(APPEND public_headers ${${room}_headers})
   install(FILES ${${room}_headers}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/${room} COMPONENT Development)
 endforeach()
@@ -53,6 +54,9 @@ foreach(library nimbrelutil nimbrelconfig)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
+
+install(FILES docs/guide.md docs/elements.md docs/identifiers.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
   file(RELATIVE_PATH libraries_of_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})

@@ -61,6 +61,7 @@ class NIMBREL_CONFIG_API BasicConfig : public Config {
 
   /// @name Mutable access, one for each field of the record
   /// @{
+  /// The field that the reading operation of the same name reads.
   virtual util::Option<Author>& author();
   virtual std::vector<Feature>& features();
   virtual std::vector<Icon>& icons();

@@ -82,29 +82,36 @@ class NIMBREL_CONFIG_API Config {
 
   /// How the application's cookies are kept. Flags are only ever raised.
   struct CookieJarSettings {
+    /// @{
+    /// Raised by the key of the same name.
     bool persistent = false;
     bool usePrivateCookies = false;
     bool useDeviceCookies = false;
     bool useAuthCookies = false;
     bool useAccessToken = false;
     bool useAuthCookiesForRegionalStack = false;
+    /// @}
   };
 
-  /// How the application talks to the network.
+  /// How the application talks to the network. What a setting does is the runtime's affair, here
+  /// and in the other groups of settings.
   struct NetSettings {
     std::vector<std::string> userAgents;   ///< in document order, duplicates kept
     std::vector<std::string> httpHeaders;  ///< "X-A: b", not split, in document order
     std::string errorPage;                 ///< path of the page for errors; empty: none
     std::string overrideProxy;             ///< "proxy.example:8080", not parsed; empty: none
-    std::uint32_t idleConnectionsTimeout_sec = 25;  ///< seconds
-    std::uint32_t maxConnectionsPerHost = 8;
-    std::uint32_t maxConnections = 24;
-    std::uint32_t maxConnectionsPerProxy = 24;
-    std::uint32_t maxKeepAliveProxyConnections = 8;
+    std::uint32_t idleConnectionsTimeout_sec = 25;   ///< seconds
+    std::uint32_t maxConnectionsPerHost = 8;         ///< at once, to one host
+    std::uint32_t maxConnections = 24;               ///< at once, in all
+    std::uint32_t maxConnectionsPerProxy = 24;       ///< at once, to one proxy
+    std::uint32_t maxKeepAliveProxyConnections = 8;  ///< kept open to a proxy
+    /// @{
+    /// Set by the key of the same name.
     bool initialDNS = false;
     bool enableCaching = false;
     bool enableWrsProxy = false;
     bool allowTlsFallback = false;
+    /// @}
   };
 
   /// One touch gesture.
@@ -115,6 +122,8 @@ class NIMBREL_CONFIG_API Config {
 
   /// Which touch gestures the application receives.
   struct GestureSettings {
+    /// @{
+    /// The gesture of the same name.
     Gesture flick;
     Gesture swipe;
     Gesture drag;
@@ -122,10 +131,13 @@ class NIMBREL_CONFIG_API Config {
     Gesture tap;
     Gesture multi_tap;
     Gesture hold;
+    /// @}
   };
 
   /// How the runtime presents the application.
   struct AppSettings {
+    /// @{
+    /// Raised by the key of the same name.
     bool internetRequired = false;
     bool reserved = false;              ///< no key sets it
     std::int32_t defaultFontSize = 0;   ///< pixels; 0: not set
@@ -134,25 +146,27 @@ class NIMBREL_CONFIG_API Config {
     bool flattenFrames = false;
     float zoomFactor = 0.0F;  ///< 1.5 is 150 %; 0: not set
     bool saveContext = true;  ///< the only flag that starts true
-    bool debug = false;
+    bool debug = false;       ///< debug lines were asked for; see `processSettings`
     bool enableW3CStd = false;
     bool disableZelFeatures = false;  ///< set by the key "disable-zel-features"
     bool inspector = false;
     bool screenReaderSupported = false;
     bool pelloWebViewParserSupported = false;
+    /// @}
   };
 
   /// Storage, quotas and the application cache. Units of quotas and delay are the runtime's.
   struct LocalResources {
     std::map<std::string, std::string> otherSettings;  ///< every key that is none of the following
-    std::uint32_t localStorageQuota = 0;
-    std::string localStoragePath;  ///< as written; empty: not set
-    bool databaseStorage = false;
-    std::uint32_t databaseStorageQuota = 0;
-    std::string databaseStoragePath;   ///< as written; empty: not set
-    std::string applicationCachePath;  ///< as written; empty: not set
-    std::uint32_t applicationCacheQuota = 0;
-    double applicationCacheLoadDelay = 0.0;  ///< never negative
+    std::uint32_t localStorageQuota = 0;               ///< 0: not set
+    std::string localStoragePath;                      ///< as written; empty: not set
+    bool databaseStorage = false;                      ///< whether databases are allowed
+    std::uint32_t databaseStorageQuota = 0;            ///< 0: not set
+    std::string databaseStoragePath;                   ///< as written; empty: not set
+    std::string applicationCachePath;                  ///< as written; empty: not set
+    std::uint32_t applicationCacheQuota = 0;           ///< 0: not set
+    double applicationCacheLoadDelay = 0.0;            ///< never negative
+    /// Whether a manifest that came by HTTPS may name resources of other hosts.
     bool allowHTTPSApplicationManifestCrossDomain = false;
   };
 

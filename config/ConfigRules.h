@@ -27,6 +27,7 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// attribute value"); None when absent, the empty string when it is all white space.
   [[nodiscard]] util::Option<std::string> getSingleAttributeValue(
       const std::shared_ptr<util::XmlNode>& node, const char* namespaceUri, const char* name) const;
+  /// @overload
   [[nodiscard]] util::Option<std::string> getSingleAttributeValue(const util::XmlNode& node,
                                                                   const char* namespaceUri,
                                                                   const char* name) const;
@@ -34,6 +35,7 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// The same value with the node's language and direction ("displayable string").
   [[nodiscard]] util::Option<util::LocalizableString> getSingleDisplayableAttributeValue(
       const std::shared_ptr<util::XmlNode>& node, const char* namespaceUri, const char* name) const;
+  /// @overload
   [[nodiscard]] util::Option<util::LocalizableString> getSingleDisplayableAttributeValue(
       const util::XmlNode& node, const char* namespaceUri, const char* name) const;
 
@@ -43,6 +45,7 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// empty and whose direction is `LTR`, whatever is in scope.
   [[nodiscard]] util::LocalizableString getTextContent(const std::shared_ptr<util::XmlNode>& node,
                                                        bool normalize) const;
+  /// @overload
   [[nodiscard]] util::LocalizableString getTextContent(const util::XmlNode& node,
                                                        bool normalize) const;
 
@@ -50,23 +53,27 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// there is none. An invalid value counts as absent.
   [[nodiscard]] util::LocalizableString::Direction determineDirectionality(
       const std::shared_ptr<util::XmlNode>& node) const;
+  /// @overload
   [[nodiscard]] util::LocalizableString::Direction determineDirectionality(
       const util::XmlNode& node) const;
 
   /// Whether a node is an element of exactly this local name and namespace.
   [[nodiscard]] bool xmlNodeHasName(const std::shared_ptr<util::XmlNode>& node,
                                     const char* namespaceUri, const char* name) const;
+  /// @overload
   [[nodiscard]] bool xmlNodeHasName(const util::XmlNode& node, const char* namespaceUri,
                                     const char* name) const;
 
   /// Whether a node itself carries an `xml:lang` that is not empty.
   [[nodiscard]] bool xmlNodeHasExplicitLang(const std::shared_ptr<util::XmlNode>& node) const;
+  /// @overload
   [[nodiscard]] bool xmlNodeHasExplicitLang(const util::XmlNode& node) const;
 
   /// Whether a node itself carries an `xml:lang` equal to `lang`, byte for byte: no folding of
   /// case, no range matching.
   [[nodiscard]] bool xmlNodeHasExplicitLang(const std::shared_ptr<util::XmlNode>& node,
                                             const char* lang) const;
+  /// @overload
   [[nodiscard]] bool xmlNodeHasExplicitLang(const util::XmlNode& node, const char* lang) const;
 
   /// "true" or "false", nothing else. Throws `std::invalid_argument` "input is null" or "input is

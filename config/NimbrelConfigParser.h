@@ -83,10 +83,10 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @}
 
   /// @name Handlers of the W3C elements
-  /// Each writes its part of the record and drops invalid values silently; single-valued fields
-  /// keep the first element that reaches them. They throw `std::logic_error` when there is no
-  /// record and `std::invalid_argument` "node cannot be NULL" for a null node.
   /// @{
+  /// Writes its part of the record and drops invalid values silently; single-valued fields keep the
+  /// first element that reaches them. Throws `std::logic_error` when there is no record and
+  /// `std::invalid_argument` "node cannot be NULL" for a null node.
   void processName(const std::shared_ptr<util::XmlNode>& node);
   void processDescription(const std::shared_ptr<util::XmlNode>& node);
   void processLicense(const std::shared_ptr<util::XmlNode>& node);
@@ -94,29 +94,29 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   void processContent(const std::shared_ptr<util::XmlNode>& node);
   void processIcon(const std::shared_ptr<util::XmlNode>& node);
   void processPreference(const std::shared_ptr<util::XmlNode>& node);
-  /// Throws `ConfigException` "Feature name is not a valid IRI." for a required feature.
+  /// As the others; throws `ConfigException` "Feature name is not a valid IRI." for a required one.
   void processFeature(const std::shared_ptr<util::XmlNode>& node);
   void processAccess(const std::shared_ptr<util::XmlNode>& node);
   /// @}
 
   /// @name Handlers of the extension elements
-  /// Each visits its element's children in document order and stops at the first malformed one with
-  /// an error text; what earlier children wrote stays. False when it stopped, or for a null node,
-  /// or without a record; no error is set in the last two cases.
   /// @{
+  /// Visits its element's children in document order and stops at the first malformed one with an
+  /// error text; what earlier children wrote stays. False when it stopped, or for a null node, or
+  /// without a record; no error is set in the last two cases.
   bool processCookieJar(const std::shared_ptr<util::XmlNode>& node);
-  /// Also false when a value was not "token"; such a child does not stop it.
+  /// As the others; also false when a value was not "token"; such a child does not stop it.
   bool processAuth(const std::shared_ptr<util::XmlNode>& node);
-  /// Throws what `ConfigRules::parseNonNegativeInteger` throws for a bad counter.
+  /// As the others; throws what `ConfigRules::parseNonNegativeInteger` throws for a bad counter.
   bool processNetwork(const std::shared_ptr<util::XmlNode>& node);
   bool processGestures(const std::shared_ptr<util::XmlNode>& node);
   bool processPermissions(const std::shared_ptr<util::XmlNode>& node);
   bool processChrome(const std::shared_ptr<util::XmlNode>& node);
-  /// Asks the device for its screen density once. The setting "debug" switches on the debug lines
-  /// of the whole process.
+  /// As the others; asks the device for its screen density once. The setting "debug" switches on
+  /// the debug lines of the whole process.
   bool processSettings(const std::shared_ptr<util::XmlNode>& node);
   bool processMessaging(const std::shared_ptr<util::XmlNode>& node);
-  /// Throws what `ConfigRules::parseNonNegativeInteger` throws for a bad quota.
+  /// As the others; throws what `ConfigRules::parseNonNegativeInteger` throws for a bad quota.
   bool processLocalResources(const std::shared_ptr<util::XmlNode>& node);
   bool processExport(const std::shared_ptr<util::XmlNode>& node);
   /// @}

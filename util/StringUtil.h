@@ -9,7 +9,7 @@
 namespace orvane::zel::util {
 
 /// Helpers on byte strings. White space is the six ASCII characters that the C locale's `isspace`
-/// knows (space, \t, \n, \v, \f, \r), whatever locale the host has set; bytes from 0x80 up are
+/// knows (U+0020 and U+0009 to U+000D), whatever locale the host has set; bytes from 0x80 up are
 /// never white space. Stateless, for any thread; they throw only `std::bad_alloc`.
 class NIMBREL_UTIL_API StringUtil {
  public:
