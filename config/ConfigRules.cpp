@@ -42,15 +42,19 @@ std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
 
 /// Appends one run for each text node below `node`, whose language and direction are given: both
 /// are handed down rather than looked up anew at each node. Documents are at most 256 deep.
-void appendTextOf(const XmlNode& node, std::string_view language, Direction direction,
+void appendTextOf(const XmlNode& node, const std::string& language, Direction direction,
                   LocalizableString& text) {
   for (const XmlNode* child = node.firstChild(); child != nullptr; child = child->nextSibling()) {
     if (child->getNodeType() == XmlNode::TEXT) {
-      text.append(std::string(child->contentView()), direction, std::string(language));
+      text.append(std::string(child->contentView()), direction, language);
     } else if (child->getNodeType() == XmlNode::ELEMENT) {
+      const Direction itsDirection = ownDirection(*child).value_or(direction);
       const std::string_view own = child->attributeView("lang", XML_NAMESPACE);
-      appendTextOf(*child, own.data() != nullptr ? own : language,
-                   ownDirection(*child).value_or(direction), text);
+      if (own.data() != nullptr) {
+        appendTextOf(*child, std::string(own), itsDirection, text);
+      } else {
+        appendTextOf(*child, language, itsDirection, text);
+      }
     }
   }
 }
@@ -109,10 +113,10 @@ Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const 
                                                                           const char* namespaceUri,
                                                                           const char* name) const {
   Option<LocalizableString> result;
-  const Option<std::string> value = getSingleAttributeValue(node, namespaceUri, name);
+  Option<std::string> value = getSingleAttributeValue(node, namespaceUri, name);
   if (value) {
     LocalizableString text(unicodeUtil_, determineDirectionality(node), node.getXmlLang());
-    text.append(value.get());
+    text.append(std::move(value.get()), text.getDirection(), text.getLanguageTag());
     result = std::move(text);
   }
   return result;
@@ -127,9 +131,9 @@ LocalizableString ConfigRules::getTextContent(const XmlNode& node, bool normaliz
   if (node.firstChild() == nullptr) {
     return {unicodeUtil_, Direction::LTR, std::string()};
   }
-  const std::string_view language = node.xmlLangView();
+  const std::string language = node.getXmlLang();
   const Direction direction = determineDirectionality(node);
-  LocalizableString text(unicodeUtil_, direction, std::string(language));
+  LocalizableString text(unicodeUtil_, direction, language);
   appendTextOf(node, language, direction, text);
   if (normalize) {
     text.normalizeWhitespace();

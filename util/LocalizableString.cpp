@@ -162,6 +162,13 @@ void LocalizableString::append(const std::string& text, const Direction& directi
   }
 }
 
+void LocalizableString::append(std::string&& text, const Direction& direction,
+                               const std::string& languageTag) {
+  if (!text.empty()) {
+    appendRun({std::move(text), direction, languageTag});
+  }
+}
+
 void LocalizableString::append(const LocalizableString& other) {
   Runs added = other.textNodes_;
   if (added.empty()) {

@@ -52,6 +52,8 @@ class NIMBREL_UTIL_API LocalizableString {
   void append(const std::string& text);
   /// Appends a run with a direction and a tag of its own. Empty text adds no run.
   void append(const std::string& text, const Direction& direction, const std::string& languageTag);
+  /// The same for a text that is not needed any more.
+  void append(std::string&& text, const Direction& direction, const std::string& languageTag);
   /// Appends all runs of another string, which may be this one.
   void append(const LocalizableString& other);
 
