@@ -4,6 +4,7 @@
 
 namespace orvane::zel::config {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts were compiled against a value.
 BasicWidgetId::BasicWidgetId(const char* id, std::shared_ptr<WidgetIdParser> idParser) {
   if (id == nullptr) {
     throw std::invalid_argument("id cannot be NULL.");

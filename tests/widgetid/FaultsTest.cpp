@@ -52,7 +52,7 @@ void* keep(void* uri) {
 
 void record(int priority, const char* format, va_list arguments) {
   char text[1000];
-  std::vsnprintf(text, sizeof text, format, arguments);
+  (void)std::vsnprintf(text, sizeof text, format, arguments);
   lines().push_back(std::to_string(priority) + " " + text);
 }
 
@@ -98,15 +98,15 @@ REPLACES void g_free(void* memory) {
   next<void(void*)>("g_free")(memory);
 }
 
-REPLACES void syslog(int priority, const char* format, ...) {
+REPLACES void syslog(int pri, const char* fmt, ...) {
   va_list arguments;
-  va_start(arguments, format);
-  record(priority, format, arguments);
+  va_start(arguments, fmt);
+  record(pri, fmt, arguments);
   va_end(arguments);
 }
 
 // What syslog is when the C library's checks are compiled in.
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the C library chose the name.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl*): the C library chose the name.
 REPLACES void __syslog_chk(int priority, int /*flag*/, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
