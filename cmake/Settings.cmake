@@ -32,6 +32,9 @@ function(nimbrel_library name)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
     target_link_options(${name} PRIVATE LINKER:--version-script=${exports})
+    # Stays when it has been loaded: each time that they are unloaded, libsoup, ICU and libxml2
+    # leave memory behind.
+    target_link_options(${name} PRIVATE LINKER:-z,nodelete)
     # What a sanitizer or a fuzzer needs comes with the program.
     if(NOT NIMBREL_SANITIZE AND NOT NIMBREL_BUILD_FUZZ)
       target_link_options(${name} PRIVATE LINKER:-z,defs)

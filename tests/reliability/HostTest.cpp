@@ -1,0 +1,69 @@
+// What a host does to its process while it uses the library.
+
+#include <gtest/gtest.h>
+#include <libxml/globals.h>
+#include <libxml/parser.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "tests/support/ConfigReader.h"
+#include "tests/support/RecordDump.h"
+
+namespace orvane::nimbrel::test {
+namespace {
+
+const char* const EVERYTHING = NIMBREL_EXAMPLES "/config.xml";
+
+std::string dump() {
+  Reader reader;
+  reader.parse(EVERYTHING, nullptr);
+  return RecordDump::of(reader.record());
+}
+
+TEST(Host, MayShutLibXmlDownAndStartItAgainAroundUs) {
+  const int bufferSize = xmlDefaultBufferSize;
+  const std::string expected = dump();
+  Reader reader;
+  reader.parse(EVERYTHING, nullptr);
+  for (int round = 0; round < 3; ++round) {
+    SCOPED_TRACE(round);
+    xmlCleanupParser();
+    EXPECT_EQ(RecordDump::of(reader.record()), expected);
+    EXPECT_EQ(dump(), expected);
+    xmlInitParser();
+    EXPECT_EQ(dump(), expected);
+    xmlDoc* const document = xmlReadMemory("<a/>", 4, nullptr, nullptr, 0);
+    EXPECT_NE(document, nullptr);
+    xmlFreeDoc(document);
+    EXPECT_EQ(xmlDefaultBufferSize, bufferSize);
+  }
+}
+
+// The file that is opened next takes the number of standard error; nothing may be written there.
+TEST(Host, WritesNothingWhereStandardErrorWas) {
+  char path[] = "/tmp/nimbrel-stderr-XXXXXX";
+  const int file = mkstemp(path);
+  ASSERT_GE(file, 0);
+  const int kept = dup(STDERR_FILENO);
+  ASSERT_EQ(dup2(file, STDERR_FILENO), STDERR_FILENO);
+  for (const char* xml :
+       {"<widget", "<a b='&x;'/>", "<!DOCTYPE a SYSTEM 'x'><a>&e;</a>", "\xFF\xFE"}) {
+    EXPECT_NE(thrownBy<config::ConfigParser::ConfigException>([&] { Reader().document(xml); }), "");
+  }
+  close(STDERR_FILENO);
+  EXPECT_FALSE(dump().empty());  // opens the document as number 2
+  read(extension("settings", asset("", "")));
+  ASSERT_EQ(dup2(kept, STDERR_FILENO), STDERR_FILENO);
+  close(kept);
+  struct stat status = {};
+  ASSERT_EQ(fstat(file, &status), 0);
+  EXPECT_EQ(status.st_size, 0);
+  close(file);
+  unlink(path);
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::test

@@ -1,0 +1,165 @@
+// Worth most under the thread sanitizer, which fails these tests on any race.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/ConfigReader.h"
+#include "tests/support/RecordDump.h"
+#include "util/HostUriMunger.h"
+#include "util/Log.h"
+#include "util/PortableFilenameMunger.h"
+#include "widgetid/BasicWidgetId.h"
+#include "widgetid/LocalizedElementParser.h"
+#include "widgetid/PelloWidgetIdParser.h"
+
+namespace {
+
+std::atomic<long> lines{0};
+
+}  // namespace
+
+// The host's part, so that lines go nowhere.
+extern "C" {
+
+const char* APP_ID = "threads";
+std::uint32_t g_quillo_log_mask = 0;
+
+__attribute__((visibility("default"))) void syslog(int /*priority*/, const char* /*text*/, ...) {
+  ++lines;
+}
+__attribute__((visibility("default"))) void __syslog_chk(int /*priority*/, int /*flag*/,
+                                                         const char* /*text*/, ...) {
+  ++lines;
+}
+}
+
+namespace orvane::nimbrel::test {
+namespace {
+
+constexpr int THREADS = 8;
+constexpr int ROUNDS = 25;
+const char* const EVERYTHING = NIMBREL_EXAMPLES "/config.xml";
+
+/// Runs `work`, given the number of the thread, on many threads at once.
+void onManyThreads(const std::function<void(int)>& work) {
+  std::atomic<int> waiting{THREADS};
+  std::vector<std::thread> threads;
+  for (int number = 0; number < THREADS; ++number) {
+    threads.emplace_back([&, number] {
+      --waiting;
+      while (waiting > 0) {
+        std::this_thread::yield();
+      }
+      work(number);
+    });
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+}
+
+std::string dumpOf(const std::string& locale) {
+  Reader reader({locale});
+  reader.parse(EVERYTHING, nullptr);
+  return RecordDump::of(reader.record());
+}
+
+// First of all tests, so that the libraries below are started by many threads at once, too.
+TEST(Threads, EachHasAParser) {
+  const std::string locales[] = {"en", "de", "he", "fr"};
+  std::vector<std::string> dumps(THREADS);
+  std::atomic<int> refused{0};
+  onManyThreads([&](int number) {
+    for (int round = 0; round < ROUNDS; ++round) {
+      dumps[static_cast<std::size_t>(number)] = dumpOf(locales[number % 4]);
+      try {
+        Reader().document("<widget><b>");
+      } catch (const config::ConfigParser::ConfigException&) {
+        ++refused;
+      }
+    }
+  });
+  EXPECT_EQ(refused, THREADS * ROUNDS);
+  for (int number = 0; number < THREADS; ++number) {
+    EXPECT_EQ(dumps[static_cast<std::size_t>(number)], dumpOf(locales[number % 4]));
+  }
+}
+
+TEST(Threads, ManyReadOneRecordAndItsElements) {
+  Reader reader({"de", "en"});
+  reader.parse(EVERYTHING, nullptr);
+  config::BasicConfig& record = reader.record();
+  const std::string expected = RecordDump::of(record);
+  const std::vector<const config::Element*> icons =
+      record.getElements("icon", config::W3C_WIDGETS_NAMESPACE);
+  ASSERT_FALSE(icons.empty());
+  std::atomic<int> wrong{0};
+  onManyThreads([&](int /*number*/) {
+    for (int round = 0; round < ROUNDS; ++round) {
+      config::BasicConfig copy = record;
+      wrong += RecordDump::of(record) != expected ? 1 : 0;
+      wrong += RecordDump::of(copy) != expected ? 1 : 0;
+      for (const config::Element* icon : icons) {
+        wrong += icon->getSingleAttributeValue("src") ? 0 : 1;
+        std::shared_ptr<util::XmlNode> node = icon->getNode();
+        wrong += node->getParent() != nullptr ? 0 : 1;
+      }
+    }
+  });
+  EXPECT_EQ(wrong, 0);
+}
+
+TEST(Threads, ASettingSwitchesTheMaskWhileOthersLogAndTheHostSwitchesItBack) {
+  util::setLogMask(0);
+  lines = 0;
+  onManyThreads([&](int number) {
+    for (int round = 0; round < ROUNDS; ++round) {
+      if (number == 0) {
+        util::setLogMask(0);
+        std::this_thread::yield();
+      } else if (number % 2 == 0) {
+        read(extension("settings", named("setting", "debug", "yes")));
+      } else {
+        dumpOf("en");
+      }
+    }
+  });
+  read(extension("settings", named("setting", "debug", "yes")));
+  EXPECT_GT(lines, 0);
+  EXPECT_EQ(util::logMask(), 0x0FFFFFFEU);
+  util::setLogMask(0);
+}
+
+TEST(Threads, ManyShareIdentityParsersAndMungers) {
+  const auto parser = std::make_shared<zel::config::PelloWidgetIdParser>(
+      std::make_shared<zel::util::HostUriMunger>(),
+      std::make_shared<zel::util::PortableFilenameMunger>());
+  const std::string id =
+      "https://b\xC3\xBC"
+      "cher.example/a b";
+  const std::string expected = zel::config::BasicWidgetId(id.c_str(), parser).toDirectoryName();
+  const std::string xml = widget("<description xml:lang='en'>x</description>");
+  std::atomic<int> wrong{0};
+  onManyThreads([&](int /*number*/) {
+    for (int round = 0; round < ROUNDS; ++round) {
+      const zel::config::BasicWidgetId names(id.c_str(), parser);
+      wrong += names.toDirectoryName() == expected ? 0 : 1;
+      wrong += zel::config::LocalizedElementParser::getLocalizedElementMap(
+                   xml.data(), static_cast<unsigned int>(xml.size()), "description", true)
+                           .at("en") == "x"
+                   ? 0
+                   : 1;
+    }
+  });
+  EXPECT_EQ(wrong, 0);
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::test
