@@ -217,8 +217,7 @@ std::shared_ptr<XmlDocument> parseBytes(Bytes& bytes, std::size_t size, const ch
     throw std::bad_alloc();
   }
   if (inputPush(context.get(), stream) < 0) {
-    xmlFreeInputStream(stream);
-    throw std::bad_alloc();
+    throw std::bad_alloc();  // it has freed the stream
   }
   xmlParserInputGrow(stream, CHUNK);
   if (encoding != nullptr) {

@@ -142,8 +142,10 @@ struct XmlTreeBuilder::Callbacks {
 
   static void processingInstruction(void* context, const xmlChar* /*target*/,
                                     const xmlChar* /*data*/) noexcept {
-    run(context,
-        [](XmlTreeBuilder& builder) { builder.appendOther(XmlNode::PROCESSING_INSTRUCTION); });
+    run(context, [](XmlTreeBuilder& builder) {
+      builder.checkNames();
+      builder.appendOther(XmlNode::PROCESSING_INSTRUCTION);
+    });
   }
 
   // libxml2 keeps its entities in a document of its own, which exists only if there is a DTD.
@@ -229,6 +231,12 @@ struct XmlTreeBuilder::Callbacks {
 
   static void error(void* context, xmlError* error) noexcept {
     builderOf(context).noteError(*error);
+    // libxml2 only pretends to be at the end after these; within a parameter entity it would then
+    // try the same "%" for ever.
+    if ((error->code == XML_ERR_ENTITY_LOOP || error->code == XML_ERR_NO_MEMORY) &&
+        static_cast<xmlParserCtxt*>(context)->inputNr > 1) {
+      stop(static_cast<xmlParserCtxt*>(context));
+    }
   }
 
   // What is not named here is not wanted: no external subset, no declarations beyond the above.
@@ -332,9 +340,7 @@ std::shared_ptr<XmlDocument> XmlTreeBuilder::finish() {
     throw std::bad_alloc();
   }
   if (!refusal_) {
-    // libxml2 takes a zero byte behind the root for the end.
-    const xmlParserInput* const input = context_->input;
-    if (context_->wellFormed == 0 || (input != nullptr && input->cur < input->end)) {
+    if (context_->wellFormed == 0 || somethingIsLeft()) {
       refuse("The document is not well-formed");
     } else if (document_->root_ == nullptr) {
       throw std::bad_alloc();  // whatever is wrong with a document is reported, but not that
@@ -344,6 +350,14 @@ std::shared_ptr<XmlDocument> XmlTreeBuilder::finish() {
     throw ParseException(*refusal_);
   }
   return std::move(document_);
+}
+
+// libxml2 takes a zero byte behind the root for the end, and a piece of a character for nothing.
+bool XmlTreeBuilder::somethingIsLeft() const noexcept {
+  const xmlParserInput* const input = context_->input;
+  return input != nullptr &&
+         (input->cur < input->end ||
+          (input->buf != nullptr && input->buf->raw != nullptr && xmlBufUse(input->buf->raw) > 0));
 }
 
 void XmlTreeBuilder::noteError(const xmlError& error) noexcept {
@@ -571,12 +585,13 @@ void XmlTreeBuilder::growSymbols() {
   symbols_.swap(larger);
 }
 
+// Of the document itself: a parameter entity lies upon it while it is read.
 unsigned int XmlTreeBuilder::line() const noexcept {
-  return context_->input == nullptr ? 0U : asPosition(context_->input->line);
+  return context_->inputNr == 0 ? 0U : asPosition(context_->inputTab[0]->line);
 }
 
 unsigned int XmlTreeBuilder::column() const noexcept {
-  return context_->input == nullptr ? 0U : asPosition(context_->input->col);
+  return context_->inputNr == 0 ? 0U : asPosition(context_->inputTab[0]->col);
 }
 
 // libxml2 reports an element at the end of its start tag; the reader looks for its beginning. A "<"

@@ -67,6 +67,7 @@ class XmlTreeBuilder {
   void countNewChoices() noexcept;
   void countChoices(std::string_view declarations) noexcept;
   void charge(std::size_t bytes) noexcept;
+  [[nodiscard]] bool somethingIsLeft() const noexcept;
   void closeText() noexcept;
   void link(XmlNode* node) noexcept;
   XmlNode* newNode(XmlNode::Type type, unsigned int line);

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace orvane::nimbrel::test {
+
+/// How often the program has allocated with `new` so far. A test that asks links
+/// `AllocationCount.cpp`, which replaces the operators.
+int allocationCount() noexcept;
+
+}  // namespace orvane::nimbrel::test

@@ -1,0 +1,318 @@
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/util/XmlTestSupport.h"
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define NIMBREL_TEST_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define NIMBREL_TEST_SANITIZED 1
+#endif
+#endif
+
+// Documents that mean harm, each a case in which libxml2 or a careless tree would read what is not
+// the document's, run out of memory or stack, or go on for minutes.
+namespace orvane::nimbrel::util::test {
+namespace {
+
+#ifdef NIMBREL_TEST_SANITIZED
+constexpr double SLOWNESS = 10;
+#else
+constexpr double SLOWNESS = 1;
+#endif
+
+double secondsOfProcessor() {
+  rusage usage = {};
+  ::getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+         static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+/// The most memory that the process has ever held, in bytes.
+std::size_t peak() {
+  rusage usage = {};
+  ::getrusage(RUSAGE_SELF, &usage);
+  return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+}
+
+/// Runs a parse that must stay within a second or so of the processor and 100 MB. The bounds are
+/// wide: what they tell apart is a hundredfold.
+std::string boundedRefusal(const std::string& document) {
+  const double seconds = secondsOfProcessor();
+  const std::size_t memory = peak();
+  const std::string why = refusal(document);
+  EXPECT_LT(secondsOfProcessor() - seconds, 1.5 * SLOWNESS);
+  EXPECT_LT(peak() - memory, static_cast<std::size_t>(SLOWNESS * 1e8));
+  return why;
+}
+
+std::string doctype(const std::string& subset) {
+  return "<!DOCTYPE a [" + subset + "]>";
+}
+
+/// Entities e0 to e9, each naming the one before ten times.
+std::string tower(const std::string& ground, const std::string& sigil = "") {
+  std::string subset = "<!ENTITY " + sigil + "e0 '" + ground + "'>";
+  for (int i = 1; i < 10; ++i) {
+    subset += "<!ENTITY " + sigil + "e" + std::to_string(i) + " '" +
+              repeated((sigil.empty() ? "&e" : "&#37;e") + std::to_string(i - 1) + ";", 10) + "'>";
+  }
+  return subset;
+}
+
+TEST(XmlHostile, ReadsNothingFromOutside) {
+  std::string name = (std::filesystem::temp_directory_path() / "xml-XXXXXX").string();
+  const std::filesystem::path folder = ::mkdtemp(name.data());
+  const std::string secret = (folder / "secret").string();
+  std::ofstream(secret) << "<!ENTITY found 'MARKER'>MARKER";
+  // Whoever opens it for reading waits for ever.
+  const std::string trap = (folder / "trap").string();
+  ASSERT_EQ(::mkfifo(trap.c_str(), 0600), 0);
+  for (const std::string& target :
+       {secret, "file://" + secret, trap, "file://" + trap, std::string("http://127.0.0.1:9/"),
+        std::string("ftp://127.0.0.1:9/")}) {
+    const std::string id = "'" + target + "'";
+    const struct {
+      std::string document;
+      const char* result;  // an outline, or why it is refused
+    } cases[] = {
+        {doctype("<!ENTITY e SYSTEM " + id + ">") + "<a>x&e;y&e;</a>", "a['xy']"},
+        {doctype("<!ENTITY e PUBLIC 'p' " + id + ">") + "<a>&e;</a>", "a[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + ">") + "<a xmlns='u&e;'/>", "a{u}[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '[&e;]'>") + "<a>&f;</a>", "a['[]']"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '&e;'>") + "<a xmlns='u&f;'/>", "a{u}[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ATTLIST a xmlns CDATA '&e;u'>") + "<a/>",
+         "a{u}[]"},
+        {doctype("<!ENTITY % p SYSTEM " + id + ">%p;") + "<a>&found;</a>", "a[]"},
+        {doctype("<!ENTITY % p SYSTEM " + id + "><!ENTITY % q '<!ENTITY e \"&#37;p;x\">'>%q;") +
+             "<a>&e;</a>",
+         "a['x']"},
+        {"<!DOCTYPE a SYSTEM " + id + "><a>&found;</a>", "a[]"},
+        {"<!DOCTYPE a PUBLIC 'p' " + id + " [<!ENTITY e 'x'>]><a>&e;</a>", "a['x']"},
+        {doctype("<!NOTATION n SYSTEM " + id + "><!ENTITY e SYSTEM " + id + " NDATA n>") +
+             "<a>&e;</a>",
+         "Entity 'e' not defined"},
+        {"<a xmlns:i='http://www.w3.org/2001/XInclude'><i:include parse='text' href=" + id +
+             "/></a>",
+         "a[include{http://www.w3.org/2001/XInclude}[]]"},
+        {"<?oasis-xml-catalog catalog=" + id + "?><!DOCTYPE a SYSTEM 'x'><a/>", "a[]"},
+        {"<?xml-stylesheet href=" + id +
+             "?><a xmlns:s='http://www.w3.org/2001/XMLSchema-instance'"
+             " s:noNamespaceSchemaLocation=" +
+             id + "/>",
+         "a[]"},
+    };
+    for (const auto& c : cases) {
+      SCOPED_TRACE(c.document);
+      const std::string why = refusal(c.document);
+      const std::string result =
+          why == "accepted" ? outline(c.document) : why.substr(why.find(": ") + 2);
+      EXPECT_EQ(result, c.result);
+      EXPECT_EQ(result.find("MARKER"), std::string::npos);
+    }
+  }
+  std::filesystem::remove_all(folder);
+}
+
+TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
+  const std::string big(50000, 'x');
+  const std::string namespaces = numbered(" xmlns:n", " CDATA 'u'", 900);
+  const struct {
+    const char* name;
+    std::string document;
+  } cases[] = {
+      {"billion laughs", doctype(tower("lol")) + "<a>&e9;</a>"},
+      {"billion laughs in an attribute", doctype(tower("lol")) + "<a b='&e9;'/>"},
+      {"billion laughs in a namespace", doctype(tower("lol")) + "<a xmlns='&e9;'/>"},
+      {"billion laughs in a default",
+       doctype(tower("lol") + "<!ATTLIST a b CDATA '&e9;'>") + "<a/>"},
+      {"billion nothings", doctype(tower("")) + "<a>&e9;</a>"},
+      {"billion elements", doctype(tower("<i/>")) + "<a>&e9;</a>"},
+      {"billion declarations",
+       doctype(tower("<!--x-->", "% ") + "<!ENTITY % go '&#37;e9;'>%go;") + "<a/>"},
+      {"quadratic text",
+       doctype("<!ENTITY e '" + big + "'>") + "<a>" + repeated("&e;", 50000) + "</a>"},
+      {"quadratic attribute",
+       doctype("<!ENTITY e '" + big + "'>") + "<a b='" + repeated("&e;", 50000) + "'/>"},
+      {"quadratic default",
+       doctype("<!ATTLIST b c CDATA '" + big + "'>") + "<a>" + repeated("<b/>", 50000) + "</a>"},
+      {"long name of a default", doctype("<!ATTLIST b p:" + big.substr(2000) + " CDATA ''>") +
+                                     "<a>" + repeated("<b/>", 50000) + "</a>"},
+      {"many defaults", doctype("<!ATTLIST b" + numbered(" c", " CDATA ''", 1900) + ">") + "<a>" +
+                            repeated("<b/>", 50000) + "</a>"},
+      {"many default namespaces",
+       doctype("<!ATTLIST b" + namespaces + ">") + "<a>" + repeated("<b/>", 50000) + "</a>"},
+      {"many default namespaces that are in scope", doctype("<!ATTLIST b" + namespaces + ">") +
+                                                        "<a" + numbered(" xmlns:n", "='u'", 900) +
+                                                        ">" + repeated("<b/>", 50000) + "</a>"},
+      {"many references to nothing",
+       doctype("<!ENTITY e ''>") + "<a>" + repeated("&e;", 1000000) + "</a>"},
+      {"many references under many namespaces", doctype("<!ENTITY e 'x'>") + "<a" +
+                                                    numbered(" xmlns:n", "='u'", 900) + ">" +
+                                                    repeated("&e;", 300000) + "</a>"},
+      {"many parameter references",
+       doctype("<!ENTITY % e ' '>" + repeated("%e;", 500000)) + "<a/>"},
+      {"loop", doctype("<!ENTITY e '&f;'><!ENTITY f '&e;'>") + "<a>&e;</a>"},
+      {"loop in an attribute", doctype("<!ENTITY e 'x&e;'>") + "<a b='&e;'/>"},
+      {"loop of parameters", doctype("<!ENTITY % e '&#37;e;'>%e;") + "<a/>"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const std::string why = boundedRefusal(c.document);
+    EXPECT_TRUE(why.find("expand to too much text") != std::string::npos ||
+                why.find("Detected an entity reference loop") != std::string::npos ||
+                // libxml2 dislikes parameter entities of nothing but parameter entities.
+                why.find("error detected in Markup declaration") != std::string::npos)
+        << why;
+  }
+}
+
+TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
+  const std::string entity = "<!ENTITY eacute '&#233;'><!ENTITY co '<b>Caf&eacute; &amp; Co</b>'>";
+  const std::string paragraph = "<p>" + repeated("&eacute;t&eacute; &co;, ", 20) + "</p>";
+  for (const int count : {1, 1000}) {
+    SCOPED_TRACE(count);
+    EXPECT_EQ(refusal(doctype(entity) + "<a>" + repeated(paragraph, count) + "</a>"), "accepted");
+  }
+  EXPECT_EQ(refusal(doctype("<!ENTITY e '" + std::string(100000, 'x') + "'>") + "<a>" +
+                    repeated("&e;", 9) + "</a>"),
+            "accepted");
+}
+
+TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
+  const auto nested = [](int depth) { return repeated("<a>", depth) + repeated("</a>", depth); };
+  const auto attributes = [](int count) { return "<a" + numbered(" b", "=''", count) + "/>"; };
+  const auto declared = [](int count) {
+    return doctype("<!ATTLIST a" + numbered(" b", " CDATA ''", count) + ">") + "<a/>";
+  };
+  const auto inEntity = [](const std::string& content) {
+    return doctype("<!ENTITY e \"" + content + "\">") + "<a>&e;</a>";
+  };
+  const auto namespaces = [](int count) {
+    return "<a" + numbered(" xmlns:n", "='u'", count) + "/>";
+  };
+  constexpr const char* DEEP = "Elements are nested too deeply";
+  constexpr const char* ATTRIBUTES = "Too many attributes in one element";
+  constexpr const char* NAMESPACES = "Too many namespace declarations in scope";
+  const struct {
+    const char* name;
+    std::string document;
+    const char* refusal;
+  } cases[] = {
+      {"depth 256", nested(256), "accepted"},
+      {"depth 257", nested(257), DEEP},
+      {"depth 1000000", repeated("<a>", 1000000), DEEP},
+      {"depth 256 by an entity", inEntity(nested(255)), "accepted"},
+      {"depth 257 by an entity", inEntity(nested(256)), DEEP},
+      {"depth by nested entities",
+       doctype("<!ENTITY f '" + nested(200) + "'><!ENTITY e '" + repeated("<b>", 60) + "&f;" +
+               repeated("</b>", 60) + "'>") +
+           "<a>&e;</a>",
+       DEEP},
+      {"2000 attributes", attributes(2000), "accepted"},
+      {"2001 attributes", attributes(2001), ATTRIBUTES},
+      {"100000 attributes", attributes(100000), ATTRIBUTES},
+      {"300000 attributes", attributes(300000), ATTRIBUTES},
+      {"2000 attributes in an entity", inEntity(attributes(2000)), "accepted"},
+      {"2001 attributes in an entity", inEntity(attributes(2001)), ATTRIBUTES},
+      {"300000 attributes in an entity", inEntity(attributes(300000)), ATTRIBUTES},
+      {"2000 defaults", declared(2000), "accepted"},
+      {"2001 defaults", declared(2001), ATTRIBUTES},
+      {"300000 defaults", declared(300000), ATTRIBUTES},
+      {"4000 equal signs in the tags and texts of an entity",
+       inEntity(repeated("<b c='='>=</b>", 1300) + std::string(1500, '=')), "accepted"},
+      {"1000 namespaces", namespaces(1000), "accepted"},
+      {"1001 namespaces", namespaces(1001), NAMESPACES},
+      {"300000 namespaces", namespaces(300000), NAMESPACES},
+      {"300000 namespaces, nested", repeated("<a" + numbered(" xmlns:n", "='u'", 100) + ">", 200),
+       NAMESPACES},
+      {"1000 namespaces in scope of 300000 elements",
+       "<a" + numbered(" xmlns:n", "='u'", 1000) + ">" + repeated("<b/>", 300000) + "</a>",
+       "accepted"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const std::string why = boundedRefusal(c.document);
+    EXPECT_EQ(why.substr(why.find(": ") == std::string::npos ? 0 : why.find(": ") + 2), c.refusal);
+  }
+}
+
+TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
+  constexpr const char* NAMES = "Too many different names";
+  constexpr const char* CHOICES = "Too many choices in the document type";
+  const std::string choices = numbered("|c", "", 4000);
+  const struct {
+    const char* name;
+    std::string document;
+    const char* refusal;
+  } cases[] = {
+      {"different names", "<a>" + numbered("<b", "/>", 1000000), NAMES},
+      {"different namespaces", "<a>" + numbered("<b xmlns='", "'/>", 300000), NAMES},
+      {"different instructions", "<a>" + numbered("<?b", "?>", 300000), NAMES},
+      {"different names in an entity",
+       doctype("<!ENTITY e '" + numbered("<b", "/>", 300000) + "'>") + "<a>&e;</a>", NAMES},
+      {"different instructions in an entity",
+       doctype("<!ENTITY e '" + numbered("<?b", "?>", 300000) + "'>") + "<a>&e;</a>", NAMES},
+      {"long names", "<a>" + numbered("<b xmlns='" + std::string(2000, 'x'), "'/>", 8000), NAMES},
+      {"few choices", doctype("<!ATTLIST a b (x" + choices + ") 'x'>") + "<a/>", "accepted"},
+      {"many choices",  // freed by recursion, compared each with each
+       doctype("<!ATTLIST a b (x" + numbered("|c", "", 300000) + ")'x'>") + "<a/>", CHOICES},
+      {"many notations",
+       doctype("<!ATTLIST a b NOTATION (x" + numbered("|c", "", 300000) + ")'x'>") + "<a/>",
+       CHOICES},
+      {"many choices by parameters",
+       doctype("<!ENTITY % p '" + numbered("|c", "", 1000) + "'><!ENTITY % q '" +
+               repeated("&#37;p;", 300) +
+               "'><!ENTITY % r '<!ATTLIST a b (x &#37;q;) #IMPLIED>'>"
+               "%r;") +
+           "<a/>",
+       CHOICES},
+      {"catalogues", repeated("<?oasis-xml-catalog catalog='x'?>", 100000) + "<a/>", "accepted"},
+      {"mismatches", "<a>" + repeated("<b></c>", 500000),
+       "Opening and ending tag mismatch: b line 1 and c"},
+      {"undeclared prefixes", "<a>" + repeated("<p:b/>", 300000) + "</a>", "accepted"},
+      {"attribute of 11 MB", "<a b='" + std::string(11000000, 'x') + "'/>",
+       "AttValue length too long"},
+      {"attribute of 12 MB, not ASCII", "<a b='" + repeated("\xC3\xA4", 6000000) + "'/>",
+       "AttValue length too long"},
+      {"attribute of 12 MB, by an entity",
+       doctype("<!ENTITY e '" + std::string(4000000, 'x') + "'>") + "<a b='&e;&e;&e;'/>",
+       "AttValue length too long"},
+      {"name of 60 KB", "<" + std::string(60000, 'x') + "/>", "Name too long: NCName"},
+      {"comment of 11 MB", "<a><!--" + std::string(11000000, 'x') + "--></a>",
+       "Comment too big found"},
+      {"instruction of 11 MB", "<a><?p " + std::string(11000000, 'x') + "?></a>",
+       "PI p too big found"},
+      {"deep content model",
+       doctype("<!ELEMENT a " + std::string(100000, '(') + "b" + std::string(100000, ')') + ">") +
+           "<a/>",
+       "xmlParseElementChildrenContentDecl : depth 129 too deep, use XML_PARSE_HUGE"},
+      {"wide content model", doctype("<!ELEMENT a (b" + repeated(",b", 300000) + ")>") + "<a/>",
+       "accepted"},
+      {"different entities", doctype(numbered("<!ENTITY e", " ''>", 90000)) + "<a/>", "accepted"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const std::string why = boundedRefusal(c.document);
+    EXPECT_EQ(why.substr(why.find(": ") == std::string::npos ? 0 : why.find(": ") + 2), c.refusal);
+  }
+}
+
+TEST(XmlHostile, TakesLongTextsAndManyChildren) {
+  const std::string text = repeated("0123456789\xC3\xA4\n&amp;<![CDATA[]]]]>", 1000000);
+  const auto root = parseRoot("<a>" + text + "</a>");
+  EXPECT_EQ(root->firstChild()->contentView(), repeated("0123456789\xC3\xA4\n&]]", 1000000));
+  EXPECT_EQ(root->firstChild()->nextSibling(), nullptr);
+  EXPECT_EQ(parseRoot("<a>" + repeated("<b c='d'/>", 500000) + "</a>")->getChildren().size(),
+            500000U);
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::util::test

@@ -1,0 +1,157 @@
+#include <thread>
+
+#include "tests/support/AllocationCount.h"
+#include "tests/util/XmlTestSupport.h"
+
+namespace orvane::nimbrel::util::test {
+namespace {
+
+constexpr const char* XML_NS = "http://www.w3.org/XML/1998/namespace";
+
+std::string valueOf(const Option<std::string>& option) {
+  return option.c_str();  // "none" when there is none
+}
+
+TEST(XmlNode, TellsElementsTextsCommentsAndInstructionsApart) {
+  const auto root = parseRoot("<a>x<b/><!--c--><?p d?></a>");
+  const auto children = root->getChildren();
+  ASSERT_EQ(children.size(), 4U);
+  const int types[] = {4, 2, 8, 7};
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(children[i]->getNodeType(), types[i]);
+    EXPECT_EQ(valueOf(children[i]->getContent()), i == 0 ? "x" : "none");
+    EXPECT_EQ(children[i]->getName(), i == 1 ? "b" : "");
+    EXPECT_EQ(children[i]->getParent(), root);
+    EXPECT_TRUE(children[i]->getChildren().empty());
+    EXPECT_EQ(valueOf(children[i]->getAttribute("x")), "none");
+  }
+  EXPECT_EQ(root->getNodeType(), 2);
+  EXPECT_EQ(root->getParent(), nullptr);
+}
+
+TEST(XmlNode, WalksElementsPastEverythingElse) {
+  const auto root = parseRoot("<a> <!--c--><b/>x<?p?><c/> </a>");
+  const auto b = root->getFirstElementChild();
+  ASSERT_NE(b, nullptr);
+  EXPECT_EQ(b->getName(), "b");
+  const auto c = b->getNextElementSibling();
+  ASSERT_NE(c, nullptr);
+  EXPECT_EQ(c->getName(), "c");
+  EXPECT_EQ(c->getNextElementSibling(), nullptr);
+  EXPECT_EQ(b->getFirstElementChild(), nullptr);
+}
+
+TEST(XmlNode, FindsAttributesByLocalNameAndNamespace) {
+  const auto root = parseRoot(
+      "<a xmlns='d' xmlns:p='u' xmlns:q='u' x='1' p:x='2' e='' p:y='3' q:y='4' r:z='5'/>");
+  const struct {
+    const char* name;
+    const char* namespaceUri;
+    const char* value;
+  } cases[] = {
+      {"x", nullptr, "1"},
+      {"x", "u", "2"},
+      {"x", "d", "none"},
+      {"e", nullptr, ""},
+      {"x", "", "none"},
+      {"y", nullptr, "none"},
+      {"p:x", "u", "none"},
+      {"X", nullptr, "none"},
+      {"y", "u", "3"},  // the same attribute twice breaks a namespace rule: the first counts
+      {"r:z", nullptr, "5"},
+      {"z", nullptr, "none"},
+      {"xmlns", nullptr, "none"},
+      {"", nullptr, "none"},
+      {nullptr, "u", "none"},
+      {nullptr, nullptr, "none"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.name == nullptr ? "null" : c.name) + " in " +
+                 (c.namespaceUri == nullptr ? "null" : c.namespaceUri));
+    EXPECT_EQ(valueOf(root->getAttribute(c.name, c.namespaceUri)), c.value);
+    if (c.namespaceUri == nullptr) {
+      EXPECT_EQ(valueOf(root->getAttribute(c.name)), c.value);
+    }
+  }
+}
+
+TEST(XmlNode, TakesTheNearestLanguageAndStopsAtAnEmptyOne) {
+  const auto root =
+      parseRoot("<a><b xml:lang='De-x'>t<c lang='no'><d xml:lang=''>t<e/></d></c></b><f/></a>");
+  const auto b = root->getFirstElementChild();
+  const auto c = b->getFirstElementChild();
+  const auto d = c->getFirstElementChild();
+  EXPECT_EQ(root->getXmlLang(), "");
+  EXPECT_EQ(b->getXmlLang(), "De-x");
+  EXPECT_EQ(b->getChildren().front()->getXmlLang(), "De-x");
+  EXPECT_EQ(c->getXmlLang(), "De-x");
+  EXPECT_EQ(valueOf(b->getAttribute("lang", XML_NS)), "De-x");
+  EXPECT_EQ(d->getXmlLang(), "");
+  EXPECT_EQ(d->getFirstElementChild()->getXmlLang(), "");
+  EXPECT_EQ(b->getNextElementSibling()->getXmlLang(), "");
+}
+
+TEST(XmlNode, KnowsWhereItBegins) {
+  const auto root = parseRoot(
+      "<?xml version='1.0'?>\n<!DOCTYPE a [\n<!ENTITY e '\n\n<x/>'>]>\r\n"
+      "<a\n  b='1\n2'\n>\n<c/>text\n<d\r\n/>&e;<e\n/></a>");
+  EXPECT_EQ(root->getLineNumber(), 6U);
+  const auto children = root->getChildren();
+  const unsigned int lines[] = {9, 10, 10, 11, 12, 12, 12};
+  ASSERT_EQ(children.size(), 7U);  // "\n", c, "text\n", d, the entity's line breaks, x, e
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(children[i]->getLineNumber(), lines[i]);
+  }
+}
+
+TEST(XmlNode, CountsLinesBeyondWhatLibxml2sTreeCan) {
+  const auto root = parseRoot("<a>" + std::string(70000, '\n') + "<b/>" + std::string(70000, '\n') +
+                              "<c\n\n/>t</a>");
+  const auto b = root->getFirstElementChild();
+  EXPECT_EQ(b->getLineNumber(), 70001U);
+  EXPECT_EQ(b->getNextElementSibling()->getLineNumber(), 140001U);
+  EXPECT_EQ(root->getChildren().back()->getLineNumber(), 140003U);
+}
+
+TEST(XmlNode, KeepsItsDocumentAliveAndCostsNoAllocation) {
+  std::shared_ptr<XmlNode> b = parseRoot("<a><b>text</b></a>")->getFirstElementChild();
+  const int before = nimbrel::test::allocationCount();
+  const auto parent = b->getParent();
+  const auto again = parent->getFirstElementChild();
+  const auto none = again->getNextElementSibling();
+  const auto text = again->firstChild()->share();
+  EXPECT_EQ(nimbrel::test::allocationCount(), before);
+  EXPECT_EQ(again, b);
+  EXPECT_EQ(none, nullptr);
+  EXPECT_EQ(text->contentView(), "text");
+}
+
+TEST(XmlNode, IsReadAndMadeOnManyThreadsAtOnce) {
+  const auto shared = parseRoot("<a xml:lang='en'><b x='1'>text</b></a>");
+  const XmlParserLibXml parser;
+  const std::string document = "<!DOCTYPE r [<!ENTITY e '<i/>'>]><r>&e;<p:q/></r>";
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < 200; ++i) {
+        const auto b = shared->getFirstElementChild();
+        EXPECT_EQ(valueOf(b->getAttribute("x")) + b->getXmlLang(), "1en");
+        if (t % 2 == 0) {
+          const auto made = parser.parse(
+              document.data(), static_cast<unsigned int>(document.size()), nullptr, nullptr);
+          EXPECT_EQ(outline(made->getDocumentElement().get()), "r[i[]p:q[]]");
+        } else {
+          EXPECT_EQ(refusal("<a>\n</b>"), "2:5: Opening and ending tag mismatch: a line 1 and b");
+        }
+      }
+    });
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::util::test

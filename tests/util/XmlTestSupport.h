@@ -1,0 +1,88 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "util/ParseException.h"
+#include "util/XmlParserLibXml.h"
+
+// Verbs for the tests of the XML layer.
+namespace orvane::nimbrel::util::test {
+
+/// Parses a copy that ends where its memory ends, so that reading too far is noticed.
+inline std::shared_ptr<XmlDocument> parse(std::string_view text, const char* encoding = nullptr) {
+  const std::vector<char> exact(text.begin(), text.end());
+  return XmlParserLibXml().parse(exact.data(), static_cast<unsigned int>(exact.size()), nullptr,
+                                 encoding);
+}
+
+inline std::shared_ptr<XmlNode> parseRoot(std::string_view text, const char* encoding = nullptr) {
+  return parse(text, encoding)->getDocumentElement();
+}
+
+/// Why a document is refused: "line:column: message", or "accepted".
+template <typename Parse>
+std::string refusalOf(Parse parseIt) {
+  try {
+    parseIt();
+  } catch (const ParseException& e) {
+    return std::to_string(e.line) + ":" + std::to_string(e.column) + ": " + e.what();
+  }
+  return "accepted";
+}
+
+inline std::string refusal(std::string_view text, const char* encoding = nullptr) {
+  return refusalOf([&] { (void)parse(text, encoding); });
+}
+
+/// A tree in short: `name{namespace}[children]`, texts in quotes, `!` for a comment, `?` for a
+/// processing instruction.
+inline std::string outline(const XmlNode* node) {
+  switch (node->getNodeType()) {
+    case XmlNode::TEXT:
+      return "'" + std::string(node->contentView()) + "'";
+    case XmlNode::COMMENT:
+      return "!";
+    case XmlNode::PROCESSING_INSTRUCTION:
+      return "?";
+    default:
+      break;
+  }
+  std::string text(node->nameView());
+  if (node->namespaceView().data() != nullptr) {
+    text += "{" + std::string(node->namespaceView()) + "}";
+  }
+  text += "[";
+  for (const XmlNode* child = node->firstChild(); child != nullptr; child = child->nextSibling()) {
+    text += outline(child);
+  }
+  return text + "]";
+}
+
+inline std::string outline(std::string_view text, const char* encoding = nullptr) {
+  return outline(parseRoot(text, encoding).get());
+}
+
+inline std::string repeated(std::string_view text, int count) {
+  std::string all;
+  all.reserve(text.size() * static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    all += text;
+  }
+  return all;
+}
+
+/// `before`, the number from 0 upward and `after`, over and over.
+inline std::string numbered(std::string_view before, std::string_view after, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i) {
+    all.append(before).append(std::to_string(i)).append(after);
+  }
+  return all;
+}
+
+}  // namespace orvane::nimbrel::util::test
