@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -22,6 +23,9 @@
 namespace {
 
 std::atomic<long> lines{0};
+
+// GLib's own allocator passes blocks from thread to thread under locks that no sanitizer sees.
+const int usesMalloc = setenv("G_SLICE", "always-malloc", 1);
 
 }  // namespace
 
@@ -158,7 +162,7 @@ TEST(Threads, ManyShareIdentityParsersAndMungers) {
                    : 1;
     }
   });
-  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(wrong + usesMalloc, 0);
 }
 
 }  // namespace
