@@ -3,31 +3,33 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <string>
+#include <optional>
 #include <string_view>
 #include <vector>
+
+#include "config/KeyedHash.h"
 
 namespace orvane::nimbrel::config::internal {
 
 /// Finds an entry of a growing list by its key without searching the list: the 100,000th icon costs
 /// what the first did. Keeps positions and hashes only; the keys are compared where they lie.
 ///
-/// Valid as long as the list is only appended to. Small lists are searched one by one.
+/// `keyOf` is what finds an entry's key, such as a pointer to its member. Valid as long as the list
+/// is only appended to. Small lists are searched one by one.
 class KeyIndex {
  public:
   /// Whether some entry of `list` has the key.
-  template <typename Entry>
-  [[nodiscard]] bool contains(const std::vector<Entry>& list, const std::string Entry::*member,
-                              std::string_view key) {
+  template <typename Entry, typename KeyOf>
+  [[nodiscard]] bool contains(const std::vector<Entry>& list, KeyOf keyOf, std::string_view key) {
     if (list.size() < SMALL) {
-      return search(list, member, key);
+      return search(list, keyOf, key);
     }
     for (; indexed_ < list.size(); ++indexed_) {
-      insert(list[indexed_].*member);
+      insert(std::invoke(keyOf, list[indexed_]));
     }
     const std::uint32_t hash = hashOf(key);
     for (std::size_t slot = hash & mask(); slots_[slot].position != 0; slot = (slot + 1) & mask()) {
-      if (slots_[slot].hash == hash && list[slots_[slot].position - 1].*member == key) {
+      if (slots_[slot].hash == hash && std::invoke(keyOf, list[slots_[slot].position - 1]) == key) {
         return true;
       }
     }
@@ -35,11 +37,11 @@ class KeyIndex {
   }
 
   /// The same one by one, without an index.
-  template <typename Entry>
-  [[nodiscard]] static bool search(const std::vector<Entry>& list, const std::string Entry::*member,
+  template <typename Entry, typename KeyOf>
+  [[nodiscard]] static bool search(const std::vector<Entry>& list, KeyOf keyOf,
                                    std::string_view key) {
     for (const Entry& entry : list) {
-      if (entry.*member == key) {
+      if (std::invoke(keyOf, entry) == key) {
         return true;
       }
     }
@@ -54,14 +56,16 @@ class KeyIndex {
     std::uint32_t position;  // counted from 1; 0: free
   };
 
-  [[nodiscard]] static std::uint32_t hashOf(std::string_view key) noexcept {
-    const auto hash = static_cast<std::uint64_t>(std::hash<std::string_view>()(key));
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+  [[nodiscard]] std::uint32_t hashOf(std::string_view key) const noexcept {
+    return static_cast<std::uint32_t>((*hash_)(key));
   }
 
   [[nodiscard]] std::size_t mask() const noexcept { return slots_.size() - 1; }
 
   void insert(std::string_view key) {
+    if (!hash_) {
+      hash_.emplace();
+    }
     if (2 * (indexed_ + 1) > slots_.size()) {
       grow();
     }
@@ -86,16 +90,16 @@ class KeyIndex {
     }
   }
 
-  std::vector<Slot> slots_;  // a power of two of them, at most half taken
-  std::size_t indexed_ = 0;  // entries of the list that are in the index
+  std::vector<Slot> slots_;        // a power of two of them, at most half taken
+  std::optional<KeyedHash> hash_;  // made when there is something to index
+  std::size_t indexed_ = 0;        // entries of the list that are in the index
 };
 
 /// Whether some entry of `list` has the key; by the index if there is one.
-template <typename Entry>
-[[nodiscard]] bool hasKey(const std::vector<Entry>& list, const std::string Entry::*member,
-                          std::string_view key, KeyIndex* index) {
-  return index != nullptr ? index->contains(list, member, key)
-                          : KeyIndex::search(list, member, key);
+template <typename Entry, typename KeyOf>
+[[nodiscard]] bool hasKey(const std::vector<Entry>& list, KeyOf keyOf, std::string_view key,
+                          KeyIndex* index) {
+  return index != nullptr ? index->contains(list, keyOf, key) : KeyIndex::search(list, keyOf, key);
 }
 
 /// The indexes of one walk over a document, during which only the handlers change the record.

@@ -2,6 +2,13 @@
 #include "util/Log.h"
 
 namespace orvane::nimbrel::config {
+namespace {
+
+// The map's hash is not keyed, so paths can be made that all fall into one bucket; by chance not
+// even a few do. This many tell an attack, whose cost would be the square of the document's size.
+constexpr std::size_t MAX_COLLISIONS = 100;
+
+}  // namespace
 
 bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& node) {
   if (node == nullptr || config == nullptr) {
@@ -15,7 +22,12 @@ bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& no
   }
   // The first export of a path wins.
   const std::string& path = resource.get();
-  config->exports().try_emplace(path, Config::Export{path});
+  auto& exports = config->exports();
+  if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
+    setError("Too many colliding resource paths");
+    return false;
+  }
+  exports.try_emplace(path, Config::Export{path});
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;
 }

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
+#include "config/KeyIndex.h"
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
 #include "config/RuleReaders.h"
@@ -56,12 +56,12 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   if (!viewModes) {
     return;
   }
-  const std::vector<std::string> keywords = rules.parseListOfKeywords(viewModes.get().c_str());
   std::vector<std::string> distinct;
-  std::unordered_set<std::string_view> seen;
-  for (const std::string& keyword : keywords) {
-    if (seen.insert(keyword).second) {
-      distinct.push_back(keyword);
+  internal::KeyIndex seen;
+  const auto itself = [](const std::string& keyword) -> std::string_view { return keyword; };
+  for (std::string& keyword : rules.parseListOfKeywords(viewModes.get().c_str())) {
+    if (!seen.contains(distinct, itself, keyword)) {
+      distinct.push_back(std::move(keyword));
     }
   }
   target.windowModes() = std::move(distinct);

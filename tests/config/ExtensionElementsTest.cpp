@@ -449,6 +449,25 @@ TEST(LocalResources, LoadDelaysBelowZeroAreReportedAndSkipped) {
   expectDelay(" -0.5  x ", 7, "Invalid ApplicationCacheLoadDelay: -0.5 x");
 }
 
+TEST(Export, PathsThatAreMadeToCollideAreRefusedBeforeTheyCostMuch) {
+  Reader reader;
+  const auto record = reader.read("");
+  reader.record().exports().max_load_factor(1e6F);  // all in few buckets, as crafted paths would be
+  std::string children;
+  for (int i = 0; i < 5000; ++i) {
+    children += "<export resource='" + std::to_string(i) + "'/>";
+  }
+  const auto root = test::rootOf(test::widget(children));
+  int kept = 0;
+  for (auto child = root->getFirstElementChild(); child; child = child->getNextElementSibling()) {
+    kept += reader.processExport(child) ? 1 : 0;
+  }
+  EXPECT_EQ(reader.getErrorText(), "Too many colliding resource paths");
+  EXPECT_GT(kept, 100);
+  EXPECT_LT(kept, 5000);
+  EXPECT_EQ(record->getExports().size(), static_cast<std::size_t>(kept));
+}
+
 TEST(Export, TheFirstOfAPathWins) {
   Reader reader;
   EXPECT_FALSE(reader.processExport(test::rootOf("<export resource='a'/>")));
