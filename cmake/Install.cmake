@@ -55,11 +55,16 @@ foreach(library nimbrelutil nimbrelconfig)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
 
-install(FILES docs/guide.md docs/elements.md docs/identifiers.md
+install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/identifiers.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
   file(RELATIVE_PATH libraries_of_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   set_target_properties(nimbrel-config PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_of_tool}")
   install(TARGETS nimbrel-config RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tool)
+  install(FILES docs/nimbrel-config.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tool)
+  install(FILES tools/completion/nimbrel-config.bash RENAME nimbrel-config
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Tool)
+  install(FILES tools/completion/_nimbrel-config
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT Tool)
 endif()

@@ -29,6 +29,12 @@ class Failure : public std::runtime_error {
   ExitStatus status_;
 };
 
+/// Ends the run whatever else there is to do: nothing can be printed any more.
+class OutputFailure : public Failure {
+ public:
+  explicit OutputFailure(const std::string& line) : Failure(EXIT_UNUSABLE, line) {}
+};
+
 /// A document's rejection as "FILE:LINE:COLUMN: message"; a line or column of 0 is left out.
 inline Failure rejection(std::string file, std::uint32_t line, std::uint32_t column,
                          const char* message) {

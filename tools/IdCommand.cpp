@@ -67,7 +67,7 @@ struct Options {
   std::string format = "text";
 };
 
-std::string runId(const Options& options) {
+ExitStatus runId(const Options& options) {
   std::unique_ptr<WidgetId> id;
   try {
     id = options.make(options.identifier.c_str());
@@ -81,13 +81,15 @@ std::string runId(const Options& options) {
     for (const auto& name : NAMES) {
       object[name.key] = (id.get()->*name.get)();
     }
-    return printJson(object);
+    writeOutput(printJson(object));
+    return EXIT_DONE;
   }
   TextReport report(isColourWanted());
   for (const auto& name : NAMES) {
     report.row(name.key, (id.get()->*name.get)());
   }
-  return report.finish();
+  writeOutput(report.finish());
+  return EXIT_DONE;
 }
 
 }  // namespace

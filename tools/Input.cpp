@@ -11,32 +11,14 @@
 #include <utility>
 
 #include "tools/Failure.h"
+#include "tools/FileDescriptor.h"
+#include "tools/Package.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
 // The parser takes the size of a buffer as an unsigned int.
 constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<unsigned int>::max();
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int descriptor) noexcept : descriptor_(descriptor) {}
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  FileDescriptor(FileDescriptor&& other) noexcept
-      : descriptor_(std::exchange(other.descriptor_, -1)) {}
-  FileDescriptor& operator=(FileDescriptor&&) = delete;
-  ~FileDescriptor() {
-    if (descriptor_ >= 0) {
-      ::close(descriptor_);
-    }
-  }
-
-  [[nodiscard]] int get() const noexcept { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 Failure unreadable(const std::string& path, const std::string& reason) {
   return {EXIT_UNUSABLE, path + ": cannot be read: " + reason};
@@ -84,17 +66,40 @@ std::string readFrom(int descriptor, const std::string& path) {
   }
 }
 
-}  // namespace
-
-void requireReadable(const std::string& path) {
-  openRegularFile(path);
+/// Whether a file begins as a package does; its position stays at the beginning.
+bool beginsAsPackage(int descriptor) noexcept {
+  char head[4];
+  const ssize_t got = ::pread(descriptor, head, sizeof(head), 0);
+  return got > 0 && isPackage({head, static_cast<std::size_t>(got)});
 }
 
-std::string readAll(const std::string& path) {
+std::string nameInPackage(const std::string& path) {
+  return path + '/' + PACKAGED_DOCUMENT;
+}
+
+}  // namespace
+
+Document findDocument(const std::string& path) {
   if (path == STANDARD_INPUT) {
-    return readFrom(STDIN_FILENO, path);
+    std::string bytes = readFrom(STDIN_FILENO, path);
+    if (isPackage(bytes)) {
+      return {nameInPackage(path), readPackage(bytes, path)};
+    }
+    return {path, std::move(bytes)};
   }
-  return readFrom(openRegularFile(path).get(), path);
+  FileDescriptor file = openRegularFile(path);
+  if (beginsAsPackage(file.get())) {
+    return {nameInPackage(path), readPackage(std::move(file), path)};
+  }
+  return {path, std::nullopt};
+}
+
+Document readDocument(const std::string& path) {
+  Document document = findDocument(path);
+  if (!document.bytes) {
+    document.bytes = readFrom(openRegularFile(path).get(), path);
+  }
+  return document;
 }
 
 }  // namespace orvane::nimbrel::tools

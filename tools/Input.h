@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace orvane::nimbrel::tools {
@@ -7,11 +8,20 @@ namespace orvane::nimbrel::tools {
 /// The name that stands for standard input.
 inline constexpr char STANDARD_INPUT[] = "-";
 
-/// Throws `Failure` with `EXIT_UNUSABLE` unless `path` is a regular file that can be read.
-void requireReadable(const std::string& path);
+/// A document as it was found.
+struct Document {
+  std::string name;  ///< what messages call it: the path, for a package with the entry
+  std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
+};
 
-/// All bytes of a regular file, or of standard input for "-". Throws `Failure` with `EXIT_UNUSABLE`
-/// when they cannot be read, with `EXIT_REJECTED` when there are 4 GiB or more.
-std::string readAll(const std::string& path);
+/// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged
+/// widget, or either on standard input ("-").
+///
+/// Throws `Failure` with `EXIT_UNUSABLE` when it cannot be read, with `EXIT_REJECTED` when it has
+/// 4 GiB or more or a package has no usable document.
+Document findDocument(const std::string& path);
+
+/// The same with the bytes in any case.
+Document readDocument(const std::string& path);
 
 }  // namespace orvane::nimbrel::tools

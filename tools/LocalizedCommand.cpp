@@ -21,21 +21,23 @@ struct Options {
   bool raw = false;
 };
 
-std::string runLocalized(const Options& options) {
-  const std::string bytes = readAll(options.file);
-  const std::map<std::string, std::string> texts = readingDocument(options.file, [&] {
+ExitStatus runLocalized(const Options& options) {
+  const Document document = readDocument(options.file);
+  const std::map<std::string, std::string> texts = readingDocument(document.name, [&] {
     return zel::config::LocalizedElementParser::getLocalizedElementMap(
-        bytes.data(), static_cast<unsigned int>(bytes.size()), options.element.c_str(),
-        !options.raw);
+        document.bytes->data(), static_cast<unsigned int>(document.bytes->size()),
+        options.element.c_str(), !options.raw);
   });
   if (options.format == "json") {
-    return printJson(Json(texts));
+    writeOutput(printJson(Json(texts)));
+    return EXIT_DONE;
   }
   TextReport report(isColourWanted());
   for (const auto& [language, text] : texts) {
     report.lines(language, text);
   }
-  return report.finish();
+  writeOutput(report.finish());
+  return EXIT_DONE;
 }
 
 }  // namespace
@@ -48,7 +50,7 @@ Command addLocalizedCommand(CLI::App& tool) {
   addFormatOption(*app, options->format);
   app->add_option("ELEMENT", options->element, "Local name of the element, such as \"name\"")
       ->required();
-  app->add_option("FILE", options->file, "The document; \"-\" reads standard input")->required();
+  app->add_option("FILE", options->file, DOCUMENT_HELP)->required();
   return {app, [options] { return runLocalized(*options); }};
 }
 

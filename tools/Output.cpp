@@ -42,8 +42,8 @@ void secureStandardStreams() noexcept {
 
 void writeOutput(std::string_view text) {
   if (const int error = writeAll(STDOUT_FILENO, text); error != 0) {
-    throw Failure(EXIT_UNUSABLE, "nimbrel-config: standard output cannot be written: " +
-                                     std::generic_category().message(error));
+    throw OutputFailure("nimbrel-config: standard output cannot be written: " +
+                        std::generic_category().message(error));
   }
 }
 

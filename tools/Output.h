@@ -9,7 +9,7 @@ namespace orvane::nimbrel::tools {
 /// write. To be called first.
 void secureStandardStreams() noexcept;
 
-/// Writes all of it to standard output. Throws `Failure` with `EXIT_UNUSABLE`.
+/// Writes all of it to standard output. Throws `OutputFailure`.
 void writeOutput(std::string_view text);
 
 /// Writes one line, escaped and ended by a line break, to standard error, as far as that works.

@@ -1,17 +1,21 @@
-#include <limits>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "config/NimbrelConfigParser.h"
 #include "tools/Command.h"
+#include "tools/Escape.h"
 #include "tools/Failure.h"
+#include "tools/Field.h"
 #include "tools/Host.h"
 #include "tools/Input.h"
 #include "tools/Output.h"
 #include "tools/RecordJson.h"
 #include "tools/RecordText.h"
+#include "tools/UserLocales.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/XmlParserLibXml.h"
 
@@ -20,49 +24,118 @@ namespace {
 
 struct Options {
   std::vector<std::string> locales;
+  bool ownLocales = false;  // given on the command line
   std::string format = "text";
+  std::optional<std::string> field;
   std::optional<std::string> url;
   std::optional<std::string> encoding;
   std::optional<int> density;
   bool debug = false;
-  std::string file;
+  std::vector<std::string> files;
 };
 
 const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::shared_ptr<config::Config> parseDocument(const Options& options,
+std::shared_ptr<config::Config> parseDocument(const Options& options, const std::string& file,
                                               config::NimbrelConfigParser& parser) {
   const char* encoding = textOrNull(options.encoding);
-  if (options.file == STANDARD_INPUT || options.url) {  // only a buffer can bear another name
-    const std::string bytes = readAll(options.file);
-    return readingDocument(options.file, [&] {
-      return parser.parse(bytes.data(), static_cast<unsigned int>(bytes.size()),
-                          textOrNull(options.url), encoding);
-    });
-  }
-  requireReadable(options.file);
-  return readingDocument(options.file,
-                         [&] { return parser.parse(options.file.c_str(), encoding); });
+  // Only a buffer can bear another name.
+  const Document document = options.url ? readDocument(file) : findDocument(file);
+  return readingDocument(document.name, [&] {
+    return document.bytes ? parser.parse(document.bytes->data(),
+                                         static_cast<unsigned int>(document.bytes->size()),
+                                         textOrNull(options.url), encoding)
+                          : parser.parse(file.c_str(), encoding);
+  });
 }
 
-std::string runShow(const Options& options) {
+/// Prints what was asked for of each document; with several, after the name of its file.
+class Printer {
+ public:
+  explicit Printer(const Options& options) : options_(options) {}
+
+  void print(const std::string& file, config::BasicConfig& record, const std::string& errorText) {
+    if (options_.format == "text" && !options_.field) {
+      printText(file, recordToText(record, errorText, isColourWanted()));
+      return;
+    }
+    Json json = recordToJson(record, errorText);
+    if (options_.field) {
+      json = fieldOf(json, *options_.field);
+    }
+    if (options_.format == "text") {
+      writeOutput(fieldToText(json, isSeveral() ? file + ':' : ""));
+    } else if (!isSeveral()) {
+      writeOutput(printJson(json));
+    } else {
+      Json entry = {{"file", file}};
+      entry[!options_.field ? "record" : "value"] = std::move(json);
+      list_.push_back(std::move(entry));
+    }
+  }
+
+  void finish() {
+    if (options_.format == "json" && isSeveral()) {
+      writeOutput(printJson(list_));
+    }
+  }
+
+ private:
+  [[nodiscard]] bool isSeveral() const { return options_.files.size() > 1; }
+
+  void printText(const std::string& file, const std::string& report) {
+    if (isSeveral()) {
+      writeOutput((first_ ? "" : "\n") + escape(file) + ":\n\n");
+      first_ = false;
+    }
+    writeOutput(report);
+  }
+
+  const Options& options_;
+  bool first_ = true;
+  Json list_ = Json::array();
+};
+
+void showFile(const Options& options, const std::string& file, Printer& printer) {
+  // Not the library's factory: its parser does not tell the error text. And one for each document,
+  // as a parser remembers a start file.
+  config::NimbrelConfigParser parser(
+      options.ownLocales ? options.locales : userLocales(),
+      std::make_shared<util::XmlParserLibXml>(), std::make_shared<util::IRIParser>(),
+      std::make_shared<util::IDNConverter>(), std::make_shared<util::UnicodeUtilICU>());
+  const auto record =
+      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, file, parser));
+  printer.print(file, *record, parser.getErrorText());
+}
+
+ExitStatus runShow(const Options& options) {
+  if (options.field) {
+    requireField(*options.field);
+  }
   if (options.density) {
     answerDensity(*options.density);
   }
   if (options.debug) {
     copyLogToStandardError();
   }
-  // Not the library's factory: its parser does not tell the error text.
-  config::NimbrelConfigParser parser(options.locales, std::make_shared<util::XmlParserLibXml>(),
-                                     std::make_shared<util::IRIParser>(),
-                                     std::make_shared<util::IDNConverter>(),
-                                     std::make_shared<util::UnicodeUtilICU>());
-  const auto record =
-      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, parser));
-  return options.format == "json" ? printJson(recordToJson(*record, parser.getErrorText()))
-                                  : recordToText(*record, parser.getErrorText(), isColourWanted());
+  ExitStatus worst = EXIT_DONE;
+  Printer printer(options);
+  for (const std::string& file : options.files) {
+    try {
+      showFile(options, file, printer);
+    } catch (const OutputFailure&) {
+      throw;
+    } catch (const Failure& failure) {
+      writeError(failure.what());
+      worst = std::max(worst, failure.status());
+    }
+  }
+  if (worst == EXIT_DONE || options.files.size() > 1) {
+    printer.finish();
+  }
+  return worst;
 }
 
 }  // namespace
@@ -71,17 +144,23 @@ Command addShowCommand(CLI::App& tool) {
   auto options = std::make_shared<Options>();
   CLI::App* app = tool.add_subcommand("show", "Print the record that a document gives");
   app->add_option("--locale", options->locales,
-                  "Language tag that the user prefers, best first; may be repeated")
+                  "Language tag that the user prefers, best first; may be repeated (default: by "
+                  "LANGUAGE and LANG)")
       ->allow_extra_args(false)
-      ->type_name("TAG");
+      ->type_name("TAG")
+      ->each([options](const std::string& /*tag*/) { options->ownLocales = true; });
   addFormatOption(*app, options->format);
+  app->add_option("--field", options->field,
+                  "Print this field alone, one line a value; fields are the keys of --format json, "
+                  "such as \"id\" or \"startFile.src\"")
+      ->type_name("NAME");
   app->add_option("--url", options->url, "Name of the document; nothing is read from there");
   app->add_option("--encoding", options->encoding, "Encoding, whatever the document says")
       ->type_name("NAME");
   app->add_option("--density", options->density, "Screen density that the device answers")
       ->type_name("N");
   app->add_flag("--debug", options->debug, "Copy the library's log lines to standard error");
-  app->add_option("FILE", options->file, "The document; \"-\" reads standard input")->required();
+  app->add_option("FILE", options->files, DOCUMENT_HELP)->required();
   return {app, [options] { return runShow(*options); }};
 }
 

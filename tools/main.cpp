@@ -37,7 +37,7 @@ void answerParseOutcome(const CLI::App& tool, const CLI::ParseError& outcome) {
   throw Failure(EXIT_UNUSABLE, "nimbrel-config: " + message + "; --help tells how it is used");
 }
 
-void run(int argc, const char* const* argv) {
+ExitStatus run(int argc, const char* const* argv) {
   CLI::App tool("Reads the configuration documents of web applications.", "nimbrel-config");
   tool.footer(
       "Exit status: 0 done; 1 the document was rejected or the identifier refused;\n"
@@ -52,13 +52,14 @@ void run(int argc, const char* const* argv) {
     tool.parse(argc, argv);
   } catch (const CLI::ParseError& outcome) {
     answerParseOutcome(tool, outcome);
-    return;
+    return EXIT_DONE;
   }
   for (const Command& command : commands) {
     if (command.app->parsed()) {
-      writeOutput(command.run());
+      return command.run();
     }
   }
+  return EXIT_DONE;
 }
 
 }  // namespace
@@ -68,8 +69,7 @@ int main(int argc, char** argv) {
   using namespace orvane::nimbrel::tools;
   secureStandardStreams();
   try {
-    run(argc, argv);
-    return EXIT_DONE;
+    return run(argc, argv);
   } catch (const Failure& failure) {
     writeError(failure.what());
     return failure.status();

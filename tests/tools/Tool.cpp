@@ -19,6 +19,15 @@ std::string contentOf(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::vector<char*> pointersTo(std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  for (std::string& word : words) {
+    pointers.push_back(word.data());
+  }
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
 class SpawnActions {
  public:
   SpawnActions() { posix_spawn_file_actions_init(&actions_); }
@@ -51,7 +60,8 @@ TemporaryFile::~TemporaryFile() {
   unlink(path_.c_str());
 }
 
-Outcome run(const std::vector<std::string>& arguments, const std::string& input, Stdout target) {
+Outcome run(const std::vector<std::string>& arguments, const std::string& input, Stdout target,
+            Environment environment) {
   const TemporaryFile inputFile(input);
   const TemporaryFile outFile("");
   const TemporaryFile errorFile("");
@@ -79,13 +89,15 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
   }
   std::vector<std::string> words = {NIMBREL_TOOL};
   words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> argv;
-  for (std::string& word : words) {
-    argv.push_back(word.data());
+  for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LD_LIBRARY_PATH"}) {
+    if (const char* value = std::getenv(name)) {
+      environment.push_back(std::string(name) + '=' + value);
+    }
   }
-  argv.push_back(nullptr);
+  std::vector<char*> argv = pointersTo(words);
+  std::vector<char*> envp = pointersTo(environment);
   pid_t child = 0;
-  if (posix_spawn(&child, NIMBREL_TOOL, actions.get(), nullptr, argv.data(), environ) != 0) {
+  if (posix_spawn(&child, NIMBREL_TOOL, actions.get(), nullptr, argv.data(), envp.data()) != 0) {
     throw std::runtime_error("the tool cannot be started");
   }
   int state = 0;

@@ -18,9 +18,13 @@ struct Outcome {
 /// Where the standard output of a run goes.
 enum class Stdout { CAPTURED, CLOSED, FULL_DISK, BROKEN_PIPE };
 
-/// Runs the tool's executable with these arguments and this standard input.
+/// Variables of the environment, "NAME=value".
+using Environment = std::vector<std::string>;
+
+/// Runs the tool's executable with these arguments, this standard input and no other environment:
+/// that of who runs the tests would choose the locales.
 Outcome run(const std::vector<std::string>& arguments, const std::string& input = {},
-            Stdout target = Stdout::CAPTURED);
+            Stdout target = Stdout::CAPTURED, Environment environment = {});
 
 /// The record that `show` prints as JSON of a document on standard input. Fails the test, and gives
 /// null, when the document is rejected.

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tools/FileDescriptor.h"
+
+namespace orvane::nimbrel::tools {
+
+/// The name of the document in a packaged widget.
+inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
+
+/// Whether bytes begin as a ZIP archive does. Four are enough.
+[[nodiscard]] bool isPackage(std::string_view bytes) noexcept;
+
+/// The document at the root of a packaged widget. Nothing else is unpacked, nothing is written.
+///
+/// `path` is for messages. Throws `Failure` with `EXIT_REJECTED` for what is no ZIP archive, for
+/// one that holds no document or more than one, and for a document that is encrypted, damaged,
+/// compressed in an unknown way or over 16 MiB, whatever the archive says of its size.
+[[nodiscard]] std::string readPackage(FileDescriptor file, const std::string& path);
+[[nodiscard]] std::string readPackage(std::string_view bytes, const std::string& path);
+
+}  // namespace orvane::nimbrel::tools

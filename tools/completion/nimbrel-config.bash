@@ -1,0 +1,45 @@
+# Completion of nimbrel-config for bash.
+
+_nimbrel_config() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} word command=
+  local words=
+  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    case $word in
+      show | localized | id)
+        command=$word
+        break
+        ;;
+    esac
+  done
+  COMPREPLY=()
+  case $previous in
+    --format) words='text json' ;;
+    --field)
+      words='author features icons startFile description height width id license name preferences
+        shortName windowModes userAgentLocales version tavloApplicationId tavloApplicationVersion
+        accessRequestList cookieJarSettings orvnAuthMode netSettings gestureSettings appPermissions
+        chromeSettings appSettings messagingPermissions localResources exports elements errorText'
+      ;;
+    --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
+    *)
+      case $command in
+        '') words='show localized id --help --version' ;;
+        show)
+          words='--locale --format --field --url --encoding --density --debug --help --version'
+          ;;
+        localized) words='--raw --format --help --version' ;;
+        id) words='--iri --filename --application --format --help --version' ;;
+      esac
+      if [[ $command == localized && $previous == localized && $current != -* ]]; then
+        words='name description author license'
+      elif [[ $command == show || $command == localized ]] && [[ $current != -* ]]; then
+        compopt -o filenames 2>/dev/null || true  # no completion is going on
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+      fi
+      ;;
+  esac
+  mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+}
+
+complete -F _nimbrel_config nimbrel-config
