@@ -1,7 +1,10 @@
 #include "widgetid/PelloWidgetIdParserImpl.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "util/Log.h"
@@ -18,6 +21,40 @@ struct FreeUri {
     }
   }
 };
+
+// What libsoup knows by name. It hands every other scheme to GLib, which keeps each different one
+// until the process ends.
+constexpr std::string_view KNOWN_SCHEMES[] = {"http", "https",    "ftp", "file",
+                                              "data", "resource", "ws",  "wss"};
+
+/// The identifier with a scheme that libsoup does not know replaced by one that stands for all of
+/// them. Finds the scheme as libsoup does, which skips white space in front and removes tabs and
+/// line breaks everywhere.
+std::string withFamiliarScheme(std::string_view widgetId) {
+  std::size_t at = 0;
+  while (at < widgetId.size() && g_ascii_isspace(widgetId[at])) {
+    ++at;
+  }
+  std::string scheme;
+  for (; at < widgetId.size(); ++at) {
+    const char c = widgetId[at];
+    const bool isInScheme =
+        g_ascii_isalpha(c) ||
+        (!scheme.empty() && (g_ascii_isdigit(c) || c == '+' || c == '-' || c == '.'));
+    if (isInScheme) {
+      scheme += g_ascii_tolower(c);
+    } else if (c != '\t' && c != '\n' && c != '\r') {
+      break;
+    }
+  }
+  const bool hasScheme = at < widgetId.size() && widgetId[at] == ':' && !scheme.empty();
+  const bool isKnown = std::find(std::begin(KNOWN_SCHEMES), std::end(KNOWN_SCHEMES), scheme) !=
+                       std::end(KNOWN_SCHEMES);
+  if (!hasScheme || isKnown) {
+    return std::string(widgetId);
+  }
+  return "x" + std::string(widgetId.substr(at));
+}
 
 }  // namespace
 
@@ -55,9 +92,10 @@ std::string PelloWidgetIdParserImpl::createNormalizedWidgetId(const char* widget
   if (*widgetId == '\0') {
     throw WidgetIdError("widgetId argument was empty");
   }
-  std::unique_ptr<SoupURI, FreeUri> uri(soup_uri_new(widgetId));
+  const std::string id = withFamiliarScheme(widgetId);
+  std::unique_ptr<SoupURI, FreeUri> uri(soup_uri_new(id.c_str()));
   if (uri == nullptr) {
-    uri.reset(soup_uri_new_with_base(getDefaultBaseURI().get(), widgetId));
+    uri.reset(soup_uri_new_with_base(getDefaultBaseURI().get(), id.c_str()));
   }
   if (uri == nullptr) {
     throw WidgetIdError("The provided widget id is not a valid URI.");

@@ -3,14 +3,19 @@
 #include <gtest/gtest.h>
 #include <libxml/globals.h>
 #include <libxml/parser.h>
+#include <malloc.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
+#include "util/HostUriMunger.h"
+#include "util/PortableFilenameMunger.h"
+#include "widgetid/PelloWidgetIdParser.h"
 
 namespace orvane::nimbrel::test {
 namespace {
@@ -63,6 +68,24 @@ TEST(Host, WritesNothingWhereStandardErrorWas) {
   EXPECT_EQ(status.st_size, 0);
   close(file);
   unlink(path);
+}
+
+// GLib would keep every scheme that libsoup does not know until the process ends.
+TEST(Host, IsLeftNothingOfAnIdentifier) {
+  const zel::config::PelloWidgetIdParser parser(
+      std::make_shared<zel::util::HostUriMunger>(),
+      std::make_shared<zel::util::PortableFilenameMunger>());
+  const auto deriveMany = [&](const std::string& prefix) {
+    for (int number = 0; number < 1000; ++number) {
+      const std::string id = prefix + std::to_string(number) + "://host/path";
+      EXPECT_EQ(parser.deriveDirectoryName(id.c_str()), "host=2Fpath");
+      EXPECT_EQ(parser.deriveDirectoryName(("\f x\ny" + id).c_str()), "host=2Fpath");
+    }
+  };
+  deriveMany("warm-up");
+  const std::size_t bytes = mallinfo2().uordblks;
+  deriveMany("a-scheme-of-some-length");
+  EXPECT_LT(mallinfo2().uordblks, bytes + 16000);
 }
 
 }  // namespace
