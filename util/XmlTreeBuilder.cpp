@@ -148,6 +148,20 @@ struct XmlTreeBuilder::Callbacks {
     });
   }
 
+  // Room for as many parameter entities, one within the other, as libxml2 allows: one that finds no
+  // room for lack of memory, it would free twice.
+  static void growInputs(xmlParserCtxt* context) noexcept {
+    constexpr int MOST = 48;
+    const std::size_t bytes = MOST * sizeof(xmlParserInput*);
+    void* const larger = context->inputMax < MOST ? xmlRealloc(context->inputTab, bytes) : nullptr;
+    if (larger != nullptr) {
+      context->inputTab = static_cast<xmlParserInput**>(larger);
+      context->inputMax = MOST;
+    } else if (context->inputMax < MOST) {
+      run(context, [](XmlTreeBuilder&) { throw std::bad_alloc(); });
+    }
+  }
+
   // libxml2 keeps its entities in a document of its own, which exists only if there is a DTD.
   static void internalSubset(void* context, const xmlChar* name, const xmlChar* publicId,
                              const xmlChar* systemId) noexcept {
@@ -155,6 +169,7 @@ struct XmlTreeBuilder::Callbacks {
       xmlSAX2StartDocument(context);
     }
     xmlSAX2InternalSubset(context, name, publicId, systemId);
+    growInputs(static_cast<xmlParserCtxt*>(context));
   }
 
   // An external entity is declared as an empty internal one: it is never read, its references
@@ -189,7 +204,7 @@ struct XmlTreeBuilder::Callbacks {
   }
 
   // libxml2 remembers defaults by itself; here they are only counted.
-  static void attributeDecl(void* context, const xmlChar* /*element*/, const xmlChar* name,
+  static void attributeDecl(void* context, const xmlChar* element, const xmlChar* name,
                             int /*type*/, int /*default*/, const xmlChar* value,
                             xmlEnumeration* enumeration) noexcept {
     xmlFreeEnumeration(enumeration);
@@ -201,6 +216,19 @@ struct XmlTreeBuilder::Callbacks {
         builder.refuse(TOO_MANY_ATTRIBUTES);
       }
       builder.namespaceDefaults_ += asView(name).substr(0, 5) == "xmlns" ? 1 : 0;
+      // What libxml2 will look for next; it would not notice if there were no memory for it.
+      xmlDict* const names = builder.context_->dict;
+      bool kept = xmlDictLookup(names, value, -1) != nullptr;
+      for (const xmlChar* qualified : {element, name}) {
+        int prefixSize = 0;
+        if (const xmlChar* const local = xmlSplitQName3(qualified, &prefixSize)) {
+          kept = kept && xmlDictLookup(names, local, -1) != nullptr &&
+                 xmlDictLookup(names, qualified, prefixSize) != nullptr;
+        }
+      }
+      if (!kept) {
+        builder.noteMissingName();
+      }
     });
   }
 
@@ -225,6 +253,11 @@ struct XmlTreeBuilder::Callbacks {
     xmlEntity* const entity = charged(context, xmlSAX2GetParameterEntity(context, name));
     if (entity != nullptr) {
       run(context, [&](XmlTreeBuilder& builder) { builder.countChoices(asView(entity->content)); });
+      // libxml2 would otherwise first expand all that is in it, to see where that leads; and if
+      // that made us stop, it would go on to read the entity, and free it twice.
+      if (entity->checked == 0) {
+        entity->checked = 2;
+      }
     }
     return builderOf(context).stopped_ ? nullptr : entity;
   }
@@ -352,6 +385,15 @@ std::shared_ptr<XmlDocument> XmlTreeBuilder::finish() {
   return std::move(document_);
 }
 
+void XmlTreeBuilder::noteMissingName() noexcept {
+  if (xmlDictGetUsage(context_->dict) > XML_MAX_DICTIONARY_LIMIT) {
+    refuse(TOO_MANY_NAMES);
+  } else {
+    outOfMemory_ = true;
+    stopped_ = true;
+  }
+}
+
 // libxml2 takes a zero byte behind the root for the end, and a piece of a character for nothing.
 bool XmlTreeBuilder::somethingIsLeft() const noexcept {
   const xmlParserInput* const input = context_->input;
@@ -366,11 +408,7 @@ void XmlTreeBuilder::noteError(const xmlError& error) noexcept {
     return;
   }
   if (error.code == XML_ERR_NO_MEMORY) {
-    if (xmlDictGetUsage(context_->dict) > XML_MAX_DICTIONARY_LIMIT) {
-      refuse(TOO_MANY_NAMES);
-    } else {
-      outOfMemory_ = true;
-    }
+    noteMissingName();
     return;
   }
   try {
@@ -418,7 +456,8 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
     // libxml2 hands out five pointers each: local name, prefix, namespace, value, end of value.
     const xmlChar* const* const source = attributes + 5 * i;
     if (source[0] == nullptr || source[3] == nullptr) {
-      throw std::bad_alloc();  // libxml2 leaves out what did not fit into memory
+      noteMissingName();
+      return;
     }
     const auto size = static_cast<std::size_t>(source[4] - source[3]);
     if (i >= written) {

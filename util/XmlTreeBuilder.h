@@ -64,6 +64,7 @@ class XmlTreeBuilder {
   void appendOther(XmlNode::Type type);
 
   void checkNames() noexcept;
+  void noteMissingName() noexcept;
   void countNewChoices() noexcept;
   void countChoices(std::string_view declarations) noexcept;
   void charge(std::size_t bytes) noexcept;

@@ -161,6 +161,19 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
        doctype("<!ENTITY % e ' '>" + repeated("%e;", 500000)) + "<a/>"},
       {"loop", doctype("<!ENTITY e '&f;'><!ENTITY f '&e;'>") + "<a>&e;</a>"},
       {"loop in an attribute", doctype("<!ENTITY e 'x&e;'>") + "<a b='&e;'/>"},
+      {"billion laughs in a parameter",
+       doctype(tower("lol") + "<!ENTITY % p '<!ENTITY x \"&#38;e9;\">'>%p;%p;") + "<a>&x;</a>"},
+      {"billion laughs in a default in a parameter",
+       doctype(tower("lol") + "<!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e9;\">'>"
+                              "<!ENTITY % q '&#37;p;'>%q;%q;") +
+           "<a/>"},
+      {"loop in a parameter", doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ENTITY x \"&#38;e;\">'>"
+                                      "<!ENTITY % q '&#37;p;'>%q;") +
+                                  "<a>&x;</a>"},
+      {"loop in a default in a parameter",
+       doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e;\">'>"
+               "<!ENTITY % q '&#37;p;&#37;p;'>%q;%q;") +
+           "<a/>"},
       {"loop of parameters", doctype("<!ENTITY % e '&#37;e;'>%e;") + "<a/>"},
   };
   for (const auto& c : cases) {
@@ -209,6 +222,10 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
       {"depth 256", nested(256), "accepted"},
       {"depth 257", nested(257), DEEP},
       {"depth 1000000", repeated("<a>", 1000000), DEEP},
+      {"128 bytes of language", "<a xml:lang='" + repeated("x", 128) + "'/>", "accepted"},
+      {"129 bytes of language", "<a xml:lang='" + repeated("x", 129) + "'/>",
+       "A language tag is too long"},
+      {"129 bytes of another", "<a lang='" + repeated("x", 129) + "'/>", "accepted"},
       {"depth 256 by an entity", inEntity(nested(255)), "accepted"},
       {"depth 257 by an entity", inEntity(nested(256)), DEEP},
       {"depth by nested entities",
