@@ -138,6 +138,7 @@ TEST(ConfigRules, NamesAndNamespacesMatchByteForByte) {
   EXPECT_FALSE(has("<ee/>", nullptr, "e"));
   EXPECT_FALSE(has("<e xmlns='urn:N'/>", "urn:n", "e"));
   EXPECT_FALSE(has("<e xmlns='urn:n/'/>", "urn:n", "e"));
+  EXPECT_FALSE(has("<e xmlns='urn:n'/>", nullptr, "e"));
 }
 
 TEST(ConfigRules, OnlyANodesOwnLanguageIsExplicit) {

@@ -185,6 +185,21 @@ TEST(Preference, TheFirstOfANameWins) {
               ElementsAre("A=en", "a=-", "b c=d e", "t=- readonly", "f=-", "x=-", "y=-", "z=-"));
 }
 
+// Long lists are searched another way.
+TEST(Preference, LongListsAreAsDistinctAsShortOnes) {
+  std::string children;
+  for (int number = 0; number < 300; ++number) {
+    const std::string key = "'k" + std::to_string(number) + "'/>";
+    for (const std::string& twice : {key, key}) {
+      children += "<icon src=" + twice + "<preference name=" + twice;
+    }
+  }
+  const auto record = read(children + children);
+  ASSERT_EQ(record->getIcons().size(), 300U);
+  ASSERT_EQ(record->getPreferences().size(), 300U);
+  EXPECT_EQ(record->getIcons()[299].src, "k299");
+}
+
 TEST(Feature, KeepsEachWithTheParametersThatAreComplete) {
   const auto record = read(
       "<feature name=' feature:a9bb79c1 '/><feature name='feature:a9bb79c1' required='false'/>"
