@@ -98,16 +98,14 @@ TEST(OutOfMemory, LongPiecesFailAsWell) {
 TEST(OutOfMemory, RefusalsAreRefusalsOrTheLackOfMemory) {
   const std::string cut = widget("<name>x</name>").substr(0, 80);
   Reader reader;
-  std::string reason;
   const auto refused = [&] {
     try {
       reader.document(cut);
     } catch (const config::ConfigParser::ConfigException&) {
     }
   };
+  refused();  // starts libxml2
   EXPECT_GT(failEachAllocation([] {}, refused, [](bool) {}), 20);
-  reason = thrownBy<config::ConfigParser::ConfigException>([&] { reader.document(cut); });
-  EXPECT_NE(reason.find(' '), std::string::npos);
   EXPECT_NE(reader.read("<name>x</name>"), nullptr);
 }
 
@@ -174,6 +172,24 @@ TEST(OutOfMemory, IdentityDerivationsThrowAndSucceedTheNextTime) {
                                  production.reset();
                                }),
             1);
+}
+
+// Means most in a process of its own, where ICU has not been started before.
+TEST(OutOfMemory, IcuStartsLaterWhenItCannotStartNow) {
+  const std::string host =
+      "b\xC3\xBC"
+      "cher.example";
+  for (long n = 1; n < 20; ++n) {
+    std::string ascii;
+    failAllocation(n);
+    try {
+      (void)util::IDNConverter().tryConvertToASCII(host.c_str(), ascii);
+    } catch (const std::bad_alloc&) {
+    }
+    stopFailing();
+    EXPECT_TRUE(util::IDNConverter().tryConvertToASCII(host.c_str(), ascii));
+    EXPECT_EQ(ascii, "xn--bcher-kva.example");
+  }
 }
 
 TEST(OutOfMemory, LocalisedTextsThrowAndSucceedTheNextTime) {
@@ -250,6 +266,10 @@ TEST(OutOfMemory, OutputsAreLeftAsTheyWere) {
   const auto prepareText = [&] { text = before; };
   const auto untouched = [&](bool threw) { EXPECT_EQ(text == before, threw); };
   const util::IDNConverter idn;
+  ASSERT_TRUE(
+      idn.tryConvertToASCII("b\xC3\xBC"
+                            "cher.example",
+                            text));  // starts ICU
   EXPECT_GT(failEachAllocation(
                 prepareText,
                 [&] {
