@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "util/XmlTree.h"
+#include "util/XmlArena.h"
 
 namespace orvane::nimbrel::util {
 

@@ -16,6 +16,12 @@ std::string_view viewOf(const internal::XmlSymbol* symbol) noexcept {
   return symbol == nullptr ? std::string_view() : symbol->view();
 }
 
+/// Whether a namespace, possibly none, is the one that a view names; none is null data there.
+bool isSame(const internal::XmlSymbol* found, std::string_view wanted) noexcept {
+  return (found == nullptr) == (wanted.data() == nullptr) &&
+         (found == nullptr || found->view() == wanted);
+}
+
 /// None for a view with null data.
 Option<std::string> optionOf(std::string_view view) {
   Option<std::string> option;
@@ -65,7 +71,7 @@ Option<std::string> XmlNode::getContent() const {
 
 std::vector<std::shared_ptr<XmlNode>> XmlNode::getChildren() const {
   std::vector<std::shared_ptr<XmlNode>> children;
-  for (const XmlNode* child = firstChild(); child != nullptr; child = child->nextSibling_) {
+  for (const XmlNode* child = firstChild(); child != nullptr; child = child->nextSibling()) {
     children.push_back(child->share());
   }
   return children;
@@ -88,7 +94,7 @@ std::string_view XmlNode::nameView() const noexcept {
 }
 
 std::string_view XmlNode::namespaceView() const noexcept {
-  return type_ == ELEMENT ? viewOf(data_.element->namespaceUri) : std::string_view();
+  return type_ == ELEMENT ? viewOf(data_.element->name->namespaceUri) : std::string_view();
 }
 
 std::string_view XmlNode::contentView() const noexcept {
@@ -103,11 +109,8 @@ std::string_view XmlNode::attributeView(std::string_view name,
   const internal::XmlAttribute* attribute = data_.element->attributes();
   const internal::XmlAttribute* const end = attribute + size_;
   for (; attribute != end; ++attribute) {
-    const bool sameNamespace =
-        attribute->namespaceUri == nullptr
-            ? namespaceUri.data() == nullptr
-            : namespaceUri.data() != nullptr && attribute->namespaceUri->view() == namespaceUri;
-    if (sameNamespace && attribute->name->view() == name) {
+    const internal::XmlSymbol& symbol = *attribute->name;
+    if (symbol.view() == name && isSame(symbol.namespaceUri, namespaceUri)) {
       return {attribute->value, attribute->valueSize};
     }
   }
@@ -133,11 +136,15 @@ const XmlNode* XmlNode::firstElementChild() const noexcept {
 }
 
 const XmlNode* XmlNode::nextElementSibling() const noexcept {
-  return elementFrom(nextSibling_);
+  return elementFrom(nextSibling());
 }
 
 std::shared_ptr<XmlNode> XmlNode::share() const {
-  return document_->share(this);
+  const XmlNode* root = this;
+  while (root->parent_ != nullptr) {
+    root = root->parent_;
+  }
+  return root->document_->share(this);
 }
 
 }  // namespace orvane::nimbrel::util

@@ -59,9 +59,10 @@ class NIMBREL_UTIL_API XmlNode {
   /// The parent element; null at the root.
   [[nodiscard]] std::shared_ptr<XmlNode> getParent() const;
   /// One of `Type`.
-  [[nodiscard]] int getNodeType() const noexcept { return type_; }
+  [[nodiscard]] int getNodeType() const noexcept { return static_cast<int>(type_); }
   /// The line, counted from 1, in which an element or a text begins and anything else ends; for
-  /// what came out of an entity, the line of the reference. 0 when unknown.
+  /// what came out of an entity, the line of the reference. 0 when unknown, and behind line
+  /// 268,435,455.
   [[nodiscard]] unsigned int getLineNumber() const noexcept { return line_; }
 
   /// The local name of an element without copying; empty for other nodes.
@@ -79,7 +80,9 @@ class NIMBREL_UTIL_API XmlNode {
   /// The first child node of any type, or null.
   [[nodiscard]] const XmlNode* firstChild() const noexcept;
   /// The next sibling of any type, or null.
-  [[nodiscard]] const XmlNode* nextSibling() const noexcept { return nextSibling_; }
+  [[nodiscard]] const XmlNode* nextSibling() const noexcept {
+    return parent_ == nullptr ? nullptr : nextSibling_;
+  }
   /// The first child that is an element, or null.
   [[nodiscard]] const XmlNode* firstElementChild() const noexcept;
   /// The next sibling that is an element, or null.
@@ -91,19 +94,24 @@ class NIMBREL_UTIL_API XmlNode {
 
  private:
   friend class internal::XmlTreeBuilder;
-  XmlNode(const XmlDocument* document, const XmlNode* parent, Type type, unsigned int line) noexcept
-      : document_(document), parent_(parent), line_(line), type_(type) {}
+  XmlNode(const XmlNode* parent, Type type, unsigned int line) noexcept
+      : parent_(parent), line_(line > MAX_LINE ? 0U : line & MAX_LINE), type_(type & 0xFU) {}
 
-  const XmlDocument* document_;
+  static constexpr unsigned int MAX_LINE = 0xFFFFFFF;
+
+  // A document is mostly nodes: whatever is spared here makes it a good deal smaller.
   const XmlNode* parent_;
-  const XmlNode* nextSibling_ = nullptr;
+  union {
+    const XmlNode* nextSibling_ = nullptr;
+    const XmlDocument* document_;  // of the root, which has no sibling
+  };
   union {
     const char* text = nullptr;               // of a text node
     const internal::XmlElementData* element;  // of an element
   } data_;
   std::uint32_t size_ = 0;  // bytes of the text, or number of attributes
-  std::uint32_t line_;
-  Type type_;
+  std::uint32_t line_ : 28;
+  std::uint32_t type_ : 4;
 };
 
 }  // namespace orvane::nimbrel::util

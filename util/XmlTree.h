@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <memory_resource>
 #include <string_view>
 
 #include "util/XmlNode.h"
@@ -11,14 +9,10 @@
 // them with a destructor, all of them immutable once the document is handed out.
 namespace orvane::nimbrel::util::internal {
 
-/// The memory of one document; everything in it is freed at once.
-class XmlArena : public std::pmr::monotonic_buffer_resource {
- public:
-  using monotonic_buffer_resource::monotonic_buffer_resource;
-};
-
-/// A name or namespace, stored once a document; its bytes follow it.
+/// A name with its namespace, or the namespace itself; each stored once a document, so that equal
+/// ones have the same address. Its bytes follow it.
 struct XmlSymbol {
+  const XmlSymbol* namespaceUri;  // null: none
   std::uint32_t size;
 
   [[nodiscard]] std::string_view view() const noexcept {
@@ -28,7 +22,6 @@ struct XmlSymbol {
 
 struct XmlAttribute {
   const XmlSymbol* name;
-  const XmlSymbol* namespaceUri;  // null: none
   const char* value;
   std::uint32_t valueSize;
 };
@@ -36,7 +29,6 @@ struct XmlAttribute {
 /// What an element has beyond a node; its attributes follow it.
 struct XmlElementData {
   const XmlSymbol* name;
-  const XmlSymbol* namespaceUri;  // null: none
   const XmlNode* firstChild;
 
   [[nodiscard]] const XmlAttribute* attributes() const noexcept {

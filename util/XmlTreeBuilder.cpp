@@ -13,6 +13,7 @@ namespace orvane::nimbrel::util::internal {
 namespace {
 
 constexpr std::size_t MAX_DEPTH = 256;
+constexpr std::size_t MAX_BLOCK = 65536;
 constexpr int MAX_ATTRIBUTES = 2000;
 constexpr int MAX_NAMESPACES = 1000;
 constexpr std::size_t EXPANSION_FACTOR = 5;
@@ -67,9 +68,10 @@ std::ptrdiff_t attributesOfOneTag(std::string_view text) noexcept {
   return most;
 }
 
-std::size_t slotOf(const xmlChar* key, std::size_t slots) noexcept {
-  const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key));
-  return static_cast<std::size_t>((address * 0x9E3779B97F4A7C15ULL) >> 32) & (slots - 1);
+std::size_t hashOf(const xmlChar* name, const xmlChar* namespaceUri) noexcept {
+  const auto mixed = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name)) +
+                     3 * static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(namespaceUri));
+  return static_cast<std::size_t>((mixed * 0x9E3779B97F4A7C15ULL) >> 32);
 }
 
 }  // namespace
@@ -296,11 +298,12 @@ struct XmlTreeBuilder::Callbacks {
 
 XmlTreeBuilder::XmlTreeBuilder(xmlParserCtxt* context, std::size_t inputSize)
     : context_(context), inputSize_(inputSize) {
-  // A typical document takes two to four bytes of tree for each of its own.
-  auto arena = std::make_unique<XmlArena>(std::clamp<std::size_t>(3 * inputSize, 1024, 65536));
+  // A typical document takes three bytes of tree for each of its own.
+  const std::size_t blockSize = std::clamp<std::size_t>(inputSize, 1024, MAX_BLOCK);
+  auto arena = std::make_unique<XmlArena>(std::min(3 * blockSize, MAX_BLOCK), blockSize);
   arena_ = arena.get();
   document_ = std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(arena));
-  symbols_.resize(64);
+  symbols_.resize(128);
   open_.reserve(MAX_DEPTH);
   *context->sax = Callbacks::handler();
   context->_private = this;
@@ -448,7 +451,7 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
   XmlNode* const node = newNode(XmlNode::ELEMENT, lineOfOpenTag(context));
   auto* const element = ::new (arena_->allocate(
       sizeof(XmlElementData) + count * sizeof(XmlAttribute), alignof(XmlElementData)))
-      XmlElementData{internQualified(localName, prefix, uri), intern(uri), nullptr};
+      XmlElementData{internQualified(localName, prefix, uri), nullptr};
   node->data_.element = element;
   auto* const copies = reinterpret_cast<XmlAttribute*>(element + 1);
   const auto written = count - static_cast<std::size_t>(std::max(defaultedCount, 0));
@@ -467,7 +470,7 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
       }
     }
     ::new (copies + i)
-        XmlAttribute{internQualified(source[0], source[1], source[2]), intern(source[2]),
+        XmlAttribute{internQualified(source[0], source[1], source[2]),
                      copy(asChars(source[3]), size), static_cast<std::uint32_t>(size)};
   }
   node->size_ = static_cast<std::uint32_t>(count);
@@ -547,6 +550,7 @@ void XmlTreeBuilder::closeText() noexcept {
 void XmlTreeBuilder::link(XmlNode* node) noexcept {
   if (open_.empty()) {
     document_->root_ = node;
+    node->document_ = document_.get();
     return;
   }
   OpenElement& parent = open_.back();
@@ -561,7 +565,7 @@ void XmlTreeBuilder::link(XmlNode* node) noexcept {
 XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int lineNumber) {
   const XmlNode* const parent = open_.empty() ? nullptr : open_.back().node;
   return ::new (arena_->allocate(sizeof(XmlNode), alignof(XmlNode)))
-      XmlNode(document_.get(), parent, type, lineNumber);
+      XmlNode(parent, type, lineNumber);
 }
 
 char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
@@ -570,10 +574,11 @@ char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
   return bytes;
 }
 
-const XmlSymbol* XmlTreeBuilder::newSymbol(std::string_view prefix, std::string_view name) {
+const XmlSymbol* XmlTreeBuilder::newSymbol(const XmlSymbol* namespaceUri, std::string_view prefix,
+                                           std::string_view name) {
   const std::size_t size = name.size() + (prefix.empty() ? 0 : prefix.size() + 1);
   void* const memory = arena_->allocate(sizeof(XmlSymbol) + size, alignof(XmlSymbol));
-  auto* const symbol = ::new (memory) XmlSymbol{static_cast<std::uint32_t>(size)};
+  auto* const symbol = ::new (memory) XmlSymbol{namespaceUri, static_cast<std::uint32_t>(size)};
   char* bytes = reinterpret_cast<char*>(symbol + 1);
   if (!prefix.empty()) {
     std::memcpy(bytes, prefix.data(), prefix.size());
@@ -584,44 +589,46 @@ const XmlSymbol* XmlTreeBuilder::newSymbol(std::string_view prefix, std::string_
   return symbol;
 }
 
-const XmlSymbol* XmlTreeBuilder::intern(const xmlChar* name) {
-  if (name == nullptr) {
-    return nullptr;
+const XmlSymbol* XmlTreeBuilder::intern(const xmlChar* name, const xmlChar* namespaceUri) {
+  if (const XmlSymbol* const known = slotFor(name, namespaceUri).symbol) {
+    return known;
   }
-  std::size_t slot = slotOf(name, symbols_.size());
-  while (symbols_[slot].key != nullptr) {
-    if (symbols_[slot].key == name) {
-      return symbols_[slot].symbol;
-    }
-    slot = (slot + 1) & (symbols_.size() - 1);
-  }
-  const XmlSymbol* const symbol = newSymbol({}, asView(name));
-  symbols_[slot] = {name, symbol};
+  const XmlSymbol* const uri = namespaceUri == nullptr ? nullptr : intern(namespaceUri, nullptr);
+  const XmlSymbol* const symbol = newSymbol(uri, {}, asView(name));
   if (++symbolCount_ * 2 > symbols_.size()) {
     growSymbols();
   }
+  slotFor(name, namespaceUri) = {name, namespaceUri, symbol};
   return symbol;
 }
 
 const XmlSymbol* XmlTreeBuilder::internQualified(const xmlChar* localName, const xmlChar* prefix,
                                                  const xmlChar* uri) {
   // A prefix that is not declared stays part of the name.
-  return prefix != nullptr && uri == nullptr ? newSymbol(asView(prefix), asView(localName))
-                                             : intern(localName);
+  return prefix != nullptr && uri == nullptr ? newSymbol(nullptr, asView(prefix), asView(localName))
+                                             : intern(localName, uri);
+}
+
+/// Where a name is, or where it belongs.
+XmlTreeBuilder::Symbol& XmlTreeBuilder::slotFor(const xmlChar* name,
+                                                const xmlChar* namespaceUri) noexcept {
+  const std::size_t mask = symbols_.size() - 1;
+  std::size_t slot = hashOf(name, namespaceUri) & mask;
+  while (symbols_[slot].symbol != nullptr &&
+         (symbols_[slot].name != name || symbols_[slot].namespaceUri != namespaceUri)) {
+    slot = (slot + 1) & mask;
+  }
+  return symbols_[slot];
 }
 
 void XmlTreeBuilder::growSymbols() {
-  std::vector<Symbol> larger(symbols_.size() * 2);
-  for (const Symbol& entry : symbols_) {
-    if (entry.key != nullptr) {
-      std::size_t slot = slotOf(entry.key, larger.size());
-      while (larger[slot].key != nullptr) {
-        slot = (slot + 1) & (larger.size() - 1);
-      }
-      larger[slot] = entry;
+  std::vector<Symbol> smaller(symbols_.size() * 2);
+  symbols_.swap(smaller);
+  for (const Symbol& entry : smaller) {
+    if (entry.symbol != nullptr) {
+      slotFor(entry.name, entry.namespaceUri) = entry;
     }
   }
-  symbols_.swap(larger);
 }
 
 // Of the document itself: a parameter entity lies upon it while it is read.

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "util/ParseException.h"
+#include "util/XmlArena.h"
 #include "util/XmlDocument.h"
 #include "util/XmlTree.h"
 
@@ -52,7 +53,9 @@ class XmlTreeBuilder {
  private:
   struct Callbacks;
   struct Symbol {
-    const xmlChar* key;  // libxml2's dictionary gives equal names of a document one address
+    // libxml2's dictionary gives equal names of a document one address.
+    const xmlChar* name;
+    const xmlChar* namespaceUri;  // null: none
     const XmlSymbol* symbol;
   };
 
@@ -73,11 +76,13 @@ class XmlTreeBuilder {
   void link(XmlNode* node) noexcept;
   XmlNode* newNode(XmlNode::Type type, unsigned int line);
   char* copy(const char* text, std::size_t size);
-  const XmlSymbol* newSymbol(std::string_view prefix, std::string_view name);
-  const XmlSymbol* intern(const xmlChar* name);
+  const XmlSymbol* newSymbol(const XmlSymbol* namespaceUri, std::string_view prefix,
+                             std::string_view name);
+  const XmlSymbol* intern(const xmlChar* name, const xmlChar* namespaceUri);
   const XmlSymbol* internQualified(const xmlChar* localName, const xmlChar* prefix,
                                    const xmlChar* uri);
   void growSymbols();
+  Symbol& slotFor(const xmlChar* name, const xmlChar* namespaceUri) noexcept;
   [[nodiscard]] unsigned int line() const noexcept;
   [[nodiscard]] unsigned int lineOfOpenTag(const xmlParserCtxt* context) const noexcept;
   [[nodiscard]] unsigned int column() const noexcept;
