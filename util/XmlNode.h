@@ -95,7 +95,9 @@ class NIMBREL_UTIL_API XmlNode {
  private:
   friend class internal::XmlTreeBuilder;
   XmlNode(const XmlNode* parent, Type type, unsigned int line) noexcept
-      : parent_(parent), line_(line > MAX_LINE ? 0U : line & MAX_LINE), type_(type & 0xFU) {}
+      : parent_(parent),
+        line_(line > MAX_LINE ? 0U : line & MAX_LINE),
+        type_(static_cast<unsigned int>(type) & 0xFU) {}
 
   static constexpr unsigned int MAX_LINE = 0xFFFFFFF;
 
