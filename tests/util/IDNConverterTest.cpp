@@ -29,6 +29,7 @@ TEST(IDNConverter, GivesTheAsciiForm) {
     const char* ascii;
   } cases[] = {
       {"example.org", "example.org"},
+      {"EXAMPLE.Org.Zz", "example.org.zz"},
       {"EXAMPLE.Org.", "example.org."},
       {"127.0.0.1", "127.0.0.1"},
       {"-a_b-.x--y", "-a_b-.x--y"},
