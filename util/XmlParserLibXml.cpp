@@ -29,20 +29,25 @@ constexpr std::size_t MAX_SIZE = std::numeric_limits<int>::max();
 // declares.
 constexpr int OPTIONS = XML_PARSE_NOENT | XML_PARSE_NONET;
 constexpr int CHUNK = 4000;  // what libxml2 asks for by itself
-// Room for a chunk in any encoding and what is left of the one before. libxml2 goes on with a null
-// pointer when it has no memory to make a buffer larger, so it had better be large to begin with.
-constexpr int BUFFER_SIZE = 6 * CHUNK;
+
+/// Room for a chunk in any encoding and what is left of the one before, of `size` bytes. libxml2
+/// goes on with a null pointer when it has no memory to make a buffer larger, so it had better be
+/// large to begin with.
+constexpr int bufferSize(std::size_t size) noexcept {
+  return size > 0 && size < CHUNK ? CHUNK + 3 * static_cast<int>(size) : 6 * CHUNK;
+}
 
 /// Takes what libxml2 reports without a context, which would otherwise go to the host's handler or
 /// to standard error, and leaves the thread's last error as it was. Both belong to one thread.
 class ErrorGuard {
  public:
-  ErrorGuard() : handler_(xmlStructuredError), handlerContext_(xmlStructuredErrorContext) {
+  explicit ErrorGuard(std::size_t size)
+      : handler_(xmlStructuredError), handlerContext_(xmlStructuredErrorContext) {
     if (xmlLastError.code != XML_ERR_OK) {
       xmlCopyError(&xmlLastError, &lastError_);
     }
     xmlSetStructuredErrorFunc(this, report);
-    xmlDefaultBufferSize = BUFFER_SIZE;
+    xmlDefaultBufferSize = bufferSize(size);
   }
   ErrorGuard(const ErrorGuard&) = delete;
   ErrorGuard& operator=(const ErrorGuard&) = delete;
@@ -193,6 +198,9 @@ struct Input {
       return 0;
     }
     input.builder.noteInputSize(input.total);
+    if (count < size) {
+      input.builder.noteEnd();  // of a regular file or a buffer
+    }
     return count;
   }
 };
@@ -202,7 +210,7 @@ struct Input {
 template <typename Bytes>
 std::shared_ptr<XmlDocument> parseBytes(Bytes& bytes, std::size_t size, const char* encoding) {
   xmlInitParser();  // each time: a host may have shut libxml2 down since
-  ErrorGuard guard;
+  ErrorGuard guard(size);
   const Context context(orBadAlloc(xmlNewParserCtxt()));
   XmlTreeBuilder builder(context.get(), size);
   guard.reportTo(&builder);

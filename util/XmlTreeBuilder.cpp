@@ -304,7 +304,7 @@ XmlTreeBuilder::XmlTreeBuilder(xmlParserCtxt* context, std::size_t inputSize)
   arena_ = arena.get();
   document_ = std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(arena));
   symbols_.resize(128);
-  open_.reserve(MAX_DEPTH);
+  open_.reserve(16);
   *context->sax = Callbacks::handler();
   context->_private = this;
 }
@@ -443,6 +443,8 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
   }
   if (context != context_) {
     checkNames();
+  } else if (allKnown_) {
+    askNoMore();
   }
   if (stopped_) {
     return;
@@ -545,6 +547,16 @@ void XmlTreeBuilder::charge(std::size_t bytes) noexcept {
 void XmlTreeBuilder::closeText() noexcept {
   text_ = nullptr;
   lastLine_ = line();
+}
+
+// Near its end libxml2 asks at every step whether there is more, which takes more time than the
+// step. What is still to be converted comes by the same way.
+void XmlTreeBuilder::askNoMore() noexcept {
+  allKnown_ = false;
+  xmlParserInputBuffer* const buffer = context_->input == nullptr ? nullptr : context_->input->buf;
+  if (buffer != nullptr && buffer->encoder == nullptr) {
+    buffer->readcallback = nullptr;
+  }
 }
 
 void XmlTreeBuilder::link(XmlNode* node) noexcept {

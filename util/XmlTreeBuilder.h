@@ -40,6 +40,9 @@ class XmlTreeBuilder {
   /// More bytes are known than before; the entities may grow accordingly.
   void noteInputSize(std::size_t inputSize) noexcept;
 
+  /// No more bytes will follow.
+  void noteEnd() noexcept { allKnown_ = true; }
+
   /// What libxml2 reports, with or without a context; the first that is fatal refuses the document.
   void noteError(const xmlError& error) noexcept;
 
@@ -73,6 +76,7 @@ class XmlTreeBuilder {
   void charge(std::size_t bytes) noexcept;
   [[nodiscard]] bool somethingIsLeft() const noexcept;
   void closeText() noexcept;
+  void askNoMore() noexcept;
   void link(XmlNode* node) noexcept;
   XmlNode* newNode(XmlNode::Type type, unsigned int line);
   char* copy(const char* text, std::size_t size);
@@ -112,7 +116,8 @@ class XmlTreeBuilder {
   std::size_t choices_ = 0;  // "|" in the DTD
   std::size_t choicesCountedTo_ = 0;
 
-  bool stopped_ = false;  // let nothing more happen
+  bool allKnown_ = false;  // libxml2 has all bytes, and has not been told so
+  bool stopped_ = false;   // let nothing more happen
   std::optional<ParseException> refusal_;
   bool outOfMemory_ = false;
   std::exception_ptr exception_;  // must not pass through libxml2
