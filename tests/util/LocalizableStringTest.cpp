@@ -73,8 +73,10 @@ TEST(LocalizableString, GivesRunsTheirOwnOrThePresentTagAndDirection) {
   string.append("", LocalizableString::RTL, "fr");
   string.append("two");
   string.append("three", LocalizableString::LRO, "fr");
+  const std::string four = "four";
+  string.append(four, LocalizableString::RTL, "ar");
 
-  EXPECT_EQ(textsOf(string), Runs({"one", "two", "three"}));
+  EXPECT_EQ(textsOf(string), Runs({"one", "two", "three", "four"}));
   const auto& runs = string.getTextNodes();
   EXPECT_EQ(runs[0].direction, LocalizableString::LTR);
   EXPECT_EQ(runs[0].languageTag, "en");
@@ -82,6 +84,8 @@ TEST(LocalizableString, GivesRunsTheirOwnOrThePresentTagAndDirection) {
   EXPECT_EQ(runs[1].languageTag, "he");
   EXPECT_EQ(runs[2].direction, LocalizableString::LRO);
   EXPECT_EQ(runs[2].languageTag, "fr");
+  EXPECT_EQ(runs[3].direction, LocalizableString::RTL);
+  EXPECT_EQ(runs[3].languageTag, "ar");
   EXPECT_EQ(string.getDirection(), LocalizableString::RLO);
   EXPECT_EQ(string.getLanguageTag(), "he");
 }
