@@ -13,12 +13,12 @@ namespace orvane::nimbrel::util {
 /// - Internal entities and defaulted attributes of the internal subset count. Together they may
 ///   grow a document to five times its size plus one million bytes, each use counting some bytes
 ///   more than it brings; beyond that it is refused.
-/// - Elements nest up to 256 deep, an element has at most 2,000 attributes and 1,000 namespace
-///   declarations are in scope at most, there are some 100,000 different names, prefixes and
-///   namespaces, and some 5,000 choices ("|") in the document type; beyond that the document is
-///   refused. So is a name, an attribute, a CDATA section, a comment or an instruction that libxml2
-///   finds too long (ten million bytes, for a name fifty thousand). A text may be as long as it
-///   likes.
+/// - Elements nest up to 256 deep, an element has at most 2,000 attributes and an `xml:lang` 128
+///   bytes, 1,000 namespace declarations are in scope at most, there are some 100,000 different
+///   names, prefixes and namespaces, and some 5,000 choices ("|") in the document type; beyond that
+///   the document is refused. So is a name, an attribute, a CDATA section, a comment or an
+///   instruction that libxml2 finds too long (ten million bytes, for a name fifty thousand). A text
+///   may be as long as it likes.
 /// - A broken namespace rule refuses no document: an element or attribute with an undeclared
 ///   prefix keeps its name as written and has no namespace.
 /// - A path names a local regular file, "-" included; directories, FIFOs and devices are refused

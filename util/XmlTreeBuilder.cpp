@@ -20,6 +20,8 @@ constexpr std::size_t EXPANSION_FACTOR = 5;
 constexpr std::size_t EXPANSION_FLOOR = 1'000'000;
 // What a reference costs beyond the text it brings: a context of libxml2's for each.
 constexpr std::size_t REFERENCE_COST = 32;
+// Every run of a localised text carries its tag; a long one would be multiplied by their number.
+constexpr std::size_t MAX_LANGUAGE_TAG = 128;
 constexpr int MAX_NAMES = 100'000;
 constexpr std::size_t MAX_CHOICES = 5000;
 // libxml2 looks up each default namespace of an element among all that are in scope; so many steps
@@ -31,6 +33,7 @@ constexpr const char* TOO_MANY_ATTRIBUTES = "Too many attributes in one element"
 constexpr const char* TOO_MANY_NAMESPACES = "Too many namespace declarations in scope";
 constexpr const char* TOO_MUCH_EXPANSION = "Entities or default attributes expand to too much text";
 constexpr const char* TOO_LONG = "A text is too long";
+constexpr const char* TOO_LONG_A_TAG = "A language tag is too long";
 constexpr const char* TOO_MANY_NAMES = "Too many different names";
 constexpr const char* TOO_MANY_CHOICES = "Too many choices in the document type";
 
@@ -470,6 +473,11 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
       if (stopped_) {
         return;
       }
+    }
+    if (size > MAX_LANGUAGE_TAG && source[2] == context->str_xml_ns &&
+        asView(source[0]) == "lang") {
+      refuse(TOO_LONG_A_TAG);
+      return;
     }
     ::new (copies + i)
         XmlAttribute{internQualified(source[0], source[1], source[2]),
