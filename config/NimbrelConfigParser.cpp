@@ -203,7 +203,9 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
     std::size_t first = 0;
     std::size_t last = 0;
   };
-  std::vector<Visit> visits(1);
+  std::vector<Visit> visits;
+  visits.reserve(32);  // enough for most documents
+  visits.push_back({nullptr, 0});
   std::vector<Queue> queues;
   queues.reserve(locales.size());
   for (const std::string& locale : locales) {

@@ -2,6 +2,7 @@
 
 #include <unicode/uidna.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -35,9 +36,10 @@ int hexValue(char digit) noexcept {
 
 /// Replaces percent escapes by their bytes. A "%" that begins none stays, for others to refuse.
 std::string decodePercentEscapes(std::string_view host) {
-  std::string decoded;
+  std::size_t at = std::min(host.find('%'), host.size());
+  std::string decoded(host, 0, at);
   decoded.reserve(host.size());
-  for (std::size_t at = 0; at < host.size(); ++at) {
+  for (; at < host.size(); ++at) {
     if (internal::isPercentEscape(host, at)) {
       decoded.push_back(static_cast<char>(hexValue(host[at + 1]) * 16 + hexValue(host[at + 2])));
       at += 2;

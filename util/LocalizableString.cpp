@@ -47,7 +47,7 @@ bool readsWhite(const UnicodeUtil& unicodeUtil, std::string_view text, std::size
   const auto byte = static_cast<unsigned char>(text[at]);
   if (byte < 0x80) {
     ++at;
-    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+    return byte <= ' ' && (byte == ' ' || (byte >= '\t' && byte <= '\r'));
   }
   const char32_t codePoint = internal::decodeUtf8(text, at);
   return codePoint != internal::NOT_UTF8 && unicodeUtil.isWhiteSpace(codePoint);
