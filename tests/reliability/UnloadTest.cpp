@@ -35,12 +35,12 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
   }
   const std::size_t bytes = mallinfo2().uordblks;
   const std::size_t maps = mappings();
-  for (int round = 0; round < 200; ++round) {
+  for (int round = 0; round < 1000; ++round) {
     loadUseAndUnload();
   }
-  // A leak would be one of each round.
+  // A leak would be one of each round; what malloc keeps at hand varies by some kilobytes.
   constexpr std::size_t SMALLEST_BLOCK = 32;
-  EXPECT_LT(mallinfo2().uordblks, bytes + 200 * SMALLEST_BLOCK);
+  EXPECT_LT(mallinfo2().uordblks, bytes + 1000 * SMALLEST_BLOCK);
   EXPECT_LE(mappings(), maps + 2);
   EXPECT_EQ(dlopen(NIMBREL_PLUGIN, RTLD_NOW | RTLD_NOLOAD), nullptr) << "it was not unloaded";
 }
