@@ -668,14 +668,13 @@ unsigned int XmlTreeBuilder::lineOfOpenTag(const xmlParserCtxt* context) const n
   if (end == lastLine_ || context != context_ || input == nullptr) {
     return end;
   }
-  const std::string_view before(asChars(input->base),
-                                static_cast<std::size_t>(input->cur - input->base));
-  const std::size_t begin = before.rfind('<');
-  if (begin == std::string_view::npos) {
+  const char* const base = asChars(input->base);
+  const char* const behind = asChars(input->cur);
+  const void* const begin = ::memrchr(base, '<', static_cast<std::size_t>(behind - base));
+  if (begin == nullptr) {
     return end;
   }
-  const auto breaks =
-      std::count(before.begin() + static_cast<std::ptrdiff_t>(begin), before.end(), '\n');
+  const auto breaks = std::count(static_cast<const char*>(begin), behind, '\n');
   return end - static_cast<unsigned int>(std::min<std::ptrdiff_t>(breaks, end));
 }
 
