@@ -9,11 +9,15 @@
 #include <unordered_map>
 #include <vector>
 
+#include "tests/support/Checks.h"
+#include "tests/support/Texts.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 
 namespace orvane::zel::util {
 namespace {
+
+using nimbrel::test::expectRows;
 
 std::string munge(const std::string& host) {
   return HostUriMunger().munge(host.c_str());
@@ -26,62 +30,36 @@ std::string fault(const std::string& name) {
   return name.empty() ? "empty" : munged == name ? "" : "unsafe";
 }
 
+/// The name of a host, which must be safe.
+std::string safe(const std::string& host) {
+  EXPECT_EQ(fault(munge(host)), "");
+  return munge(host);
+}
+
 TEST(HostUriMunger, GivesSpellingsOfAHostOneName) {
-  const struct {
-    const char* name;
-    std::vector<std::string> spellings;
-  } cases[] = {
-      {"example.org", {"example.org", "Example.ORG", "example\u3002org", "ｅxample.org"}},
-      {"xn--bcher-kva.example",
-       {"bücher.example", "BÜCHER.example", "bu\u0308cher.Example", "XN--BCHER-KVA.example"}},
-      {"example.org%2E", {"example.org.", "EXAMPLE.org\u3002"}},
-      {"a_b-c.d", {"a_b-c.d", "A_B-C.D"}},
-      {"%2Dx.example", {"-x.example", "-X.example"}},
-      {"127.0.0.1", {"127.0.0.1"}},
-      {"%3A%3A1", {"::1", "[::1]", "0:0:0:0:0:0:0:1", "[0000::0001]"}},
-      {"%32001%3Adb8%3A%3Aab", {"2001:db8::ab", "2001:DB8:0::AB"}},
-      {"%3A%3Affff%3A1%2E2%2E3%2E4", {"::ffff:1.2.3.4", "::FFFF:102:304"}},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(fault(c.name), "");
-    for (const std::string& spelling : c.spellings) {
-      SCOPED_TRACE(spelling);
-      EXPECT_EQ(munge(spelling), c.name);
-    }
-  }
+  expectRows(
+      "example.org => example.org  Example.ORG => example.org  example\u3002org => example.org  "
+      "ｅxample.org => example.org  example.org. => example.org%2E  "
+      "EXAMPLE.org\u3002 => example.org%2E  bücher.example => xn--bcher-kva.example  "
+      "BÜCHER.example => xn--bcher-kva.example  bu\u0308cher.Example => xn--bcher-kva.example  "
+      "XN--BCHER-KVA.example => xn--bcher-kva.example  a_b-c.d => a_b-c.d  A_B-C.D => a_b-c.d  "
+      "-x.example => %2Dx.example  -X.example => %2Dx.example  127.0.0.1 => 127.0.0.1  "
+      "::1 => %3A%3A1  [::1] => %3A%3A1  0:0:0:0:0:0:0:1 => %3A%3A1  [0000::0001] => %3A%3A1  "
+      "2001:db8::ab => %32001%3Adb8%3A%3Aab  2001:DB8:0::AB => %32001%3Adb8%3A%3Aab  "
+      "::ffff:1.2.3.4 => %3A%3Affff%3A1%2E2%2E3%2E4  "
+      "::FFFF:102:304 => %3A%3Affff%3A1%2E2%2E3%2E4",
+      safe);
 }
 
 TEST(HostUriMunger, NamesWhatIsNoHostByItsBytes) {
-  const std::string label64(64, 'a');
-  const struct {
-    std::string host, name;
-  } cases[] = {
-      {"..", "%2E%2E"},
-      {".", "%2E"},
-      {"a/b", "%61%2Fb"},
-      {"/", "%2F"},
-      {"a..b", "%61%2E%2Eb"},
-      {"A..b", "%41%2E%2Eb"},
-      {".a", "%2Ea"},
-      {"a%62", "%61%2562"},
-      {"%2E%2E", "%252E%252E"},
-      {"a b", "%61%20b"},
-      {"a~b=c", "%61%7Eb%3Dc"},
-      {"\xFF", "%FF"},
-      {"a\n", "%61%0A"},
-      {label64, "%61" + label64.substr(1)},
-      {"fe80::1%eth0", "%66e80%3A%3A1%25eth0"},
-      {"[v1.x]", "%5Bv1%2Ex%5D"},
-      {"[]", "%5B%5D"},
-      {"[example.org]", "%5Bexample%2Eorg%5D"},
-      {"1::2::3", "%31%3A%3A2%3A%3A3"},
-      {"a\\b", "%61%5Cb"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.host);
-    EXPECT_EQ(munge(c.host), c.name);
-    EXPECT_EQ(fault(c.name), "");
-  }
+  expectRows(
+      ".. => %2E%2E  . => %2E  a/b => %61%2Fb  / => %2F  a..b => %61%2E%2Eb  A..b => %41%2E%2Eb  "
+      ".a => %2Ea  a%62 => %61%2562  %2E%2E => %252E%252E  a b => %61%20b  a~b=c => %61%7Eb%3Dc  "
+      "\xFF => %FF  fe80::1%eth0 => %66e80%3A%3A1%25eth0  [v1.x] => %5Bv1%2Ex%5D  [] => %5B%5D  "
+      "[example.org] => %5Bexample%2Eorg%5D  1::2::3 => %31%3A%3A2%3A%3A3  a\\b => %61%5Cb",
+      safe);
+  EXPECT_EQ(safe("a\n"), "%61%0A");
+  EXPECT_EQ(safe(std::string(64, 'a')), "%61" + std::string(63, 'a'));
   EXPECT_EQ(munge(""), "");
   EXPECT_EQ(HostUriMunger().munge(nullptr), "");
 }
@@ -110,10 +88,7 @@ std::string identity(const std::string& host) {
   if (inet_pton(AF_INET6, bare.c_str(), address.data()) == 1) {
     return "address " + std::string(address.begin(), address.end());
   }
-  std::string lower;
-  for (char byte : host) {
-    lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-  }
+  const std::string lower = nimbrel::test::lowerAscii(host);
   const bool isHost =
       lower.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_.") == std::string::npos &&
       lower.front() != '.' && lower.find("..") == std::string::npos;
@@ -121,25 +96,15 @@ std::string identity(const std::string& host) {
 }
 
 TEST(HostUriMunger, IsInjectiveOnAllShortStrings) {
-  constexpr std::string_view ALPHABET = "aA1.-%:[]/";
   std::unordered_map<std::string, std::string> identities;
   std::unordered_map<std::string, std::string> names;
-  std::vector<std::string> level = {""};
-  for (int length = 1; length <= 5; ++length) {
-    std::vector<std::string> next;
-    for (const std::string& stem : level) {
-      for (char byte : ALPHABET) {
-        next.push_back(stem + byte);
-        const std::string& host = next.back();
-        const std::string name = munge(host);
-        const std::string key = identity(host);
-        ASSERT_EQ(fault(name), "") << host;
-        ASSERT_EQ(identities.emplace(name, key).first->second, key) << host;
-        ASSERT_EQ(names.emplace(key, name).first->second, name) << host;
-      }
-    }
-    level.swap(next);
-  }
+  nimbrel::test::forEachString("aA1.-%:[]/", 5, [&](const std::string& host) {
+    const std::string name = munge(host);
+    const std::string key = identity(host);
+    ASSERT_EQ(fault(name), "") << host;
+    ASSERT_EQ(identities.emplace(name, key).first->second, key) << host;
+    ASSERT_EQ(names.emplace(key, name).first->second, name) << host;
+  });
   EXPECT_GT(names.size(), 80000U);
 }
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "tests/support/Checks.h"
 #include "util/LocalizableString.h"
 #include "util/UnicodeUtilICU.h"
 
@@ -57,12 +58,9 @@ TEST(UnicodeUtilICU, KnowsTheWhiteSpaceProperty) {
 }
 
 TEST(LocalizableString, NeedsAUnicodeService) {
-  try {
-    const LocalizableString string(nullptr, LocalizableString::LTR, "");
-    FAIL() << "no error";
-  } catch (const std::invalid_argument& error) {
-    EXPECT_STREQ(error.what(), "unicodeUtil cannot be NULL");
-  }
+  EXPECT_EQ(orvane::nimbrel::test::thrownBy<std::invalid_argument>(
+                [] { LocalizableString(nullptr, LocalizableString::LTR, ""); }),
+            "unicodeUtil cannot be NULL");
 }
 
 TEST(LocalizableString, GivesRunsTheirOwnOrThePresentTagAndDirection) {
@@ -77,17 +75,15 @@ TEST(LocalizableString, GivesRunsTheirOwnOrThePresentTagAndDirection) {
   string.append(four, LocalizableString::RTL, "ar");
 
   EXPECT_EQ(textsOf(string), Runs({"one", "two", "three", "four"}));
-  const auto& runs = string.getTextNodes();
-  EXPECT_EQ(runs[0].direction, LocalizableString::LTR);
-  EXPECT_EQ(runs[0].languageTag, "en");
-  EXPECT_EQ(runs[1].direction, LocalizableString::RLO);
-  EXPECT_EQ(runs[1].languageTag, "he");
-  EXPECT_EQ(runs[2].direction, LocalizableString::LRO);
-  EXPECT_EQ(runs[2].languageTag, "fr");
-  EXPECT_EQ(runs[3].direction, LocalizableString::RTL);
-  EXPECT_EQ(runs[3].languageTag, "ar");
-  EXPECT_EQ(string.getDirection(), LocalizableString::RLO);
-  EXPECT_EQ(string.getLanguageTag(), "he");
+  using Text = LocalizableString;
+  const std::pair<Text::Direction, std::string> expected[] = {
+      {Text::LTR, "en"}, {Text::RLO, "he"}, {Text::LRO, "fr"}, {Text::RTL, "ar"}};
+  for (std::size_t i = 0; i < 4; ++i) {
+    const auto& run = string.getTextNodes()[i];
+    EXPECT_EQ(std::make_pair(run.direction, run.languageTag), expected[i]);
+  }
+  EXPECT_EQ(std::make_pair(string.getDirection(), std::string(string.getLanguageTag())),
+            expected[1]);
 }
 
 TEST(LocalizableString, AppendsItselfAndItsOwnParts) {

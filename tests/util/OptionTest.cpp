@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "tests/support/Checks.h"
 #include "util/Option.h"
 
 namespace {
 
 using orvane::nimbrel::util::Option;
 using orvane::nimbrel::util::internal::StackAllocator;
+
+constexpr const char* LONG = "a text that is too long to be stored in place";
 
 /// Throws when it is copied while the switch is on; counts the living.
 struct Fragile {
@@ -27,15 +30,6 @@ struct Fragile {
 };
 int Fragile::alive = 0;
 
-std::string messageOfGet(const Option<std::string>& option) {
-  try {
-    (void)option.get();
-  } catch (const std::logic_error& error) {
-    return error.what();
-  }
-  return "no error";
-}
-
 Option<std::string> some(const char* text) {
   Option<std::string> option;
   option = std::string(text);
@@ -50,7 +44,8 @@ TEST(Option, NoneHasNoValueAndSaysSo) {
   EXPECT_STREQ(option.c_str(), "none");
   EXPECT_FALSE(option == std::string());
   EXPECT_FALSE(option == std::string("none"));
-  EXPECT_EQ(messageOfGet(option), "Attempt to obtain value when there is None.");
+  EXPECT_EQ(orvane::nimbrel::test::thrownBy<std::logic_error>([&] { (void)option.get(); }),
+            "Attempt to obtain value when there is None.");
 }
 
 TEST(Option, ComparesAllBytesOfAText) {
@@ -64,7 +59,7 @@ TEST(Option, ComparesAllBytesOfAText) {
 }
 
 TEST(Option, CopiesMovesAndForgets) {
-  const Option<std::string> source = some("a text that is too long to be stored in place");
+  const Option<std::string> source = some(LONG);
   Option<std::string> copy(source);
   EXPECT_EQ(copy.get(), source.get());
   EXPECT_NE(&copy.get(), &source.get());
@@ -82,8 +77,8 @@ TEST(Option, CopiesMovesAndForgets) {
 }
 
 TEST(Option, KeepsItsValueWhenAssignedToItself) {
-  const std::string text = "a text that is too long to be stored in place";
-  Option<std::string> option = some(text.c_str());
+  const std::string text = LONG;
+  Option<std::string> option = some(LONG);
   const Option<std::string>& same = option;
   option = same;
   EXPECT_TRUE(option == text);
@@ -115,12 +110,14 @@ TEST(Option, IsNoneAfterACopyThatThrows) {
   EXPECT_EQ(Fragile::alive, 0);
 }
 
+/// Whether nothing is left of the string that was there.
+bool isZero(const void* slot) {
+  const auto* bytes = static_cast<const unsigned char*>(slot);
+  return std::all_of(bytes, bytes + sizeof(std::string), [](unsigned char b) { return b == 0; });
+}
+
 TEST(StackAllocator, HandsOutOneSlotAndClearsIt) {
   StackAllocator<std::string> allocator;
-  const auto isZero = [](const void* slot) {
-    const auto* bytes = static_cast<const unsigned char*>(slot);
-    return std::all_of(bytes, bytes + sizeof(std::string), [](unsigned char b) { return b == 0; });
-  };
   void* slot = allocator.allocate();
   EXPECT_TRUE(isZero(slot));
   EXPECT_THROW(allocator.allocate(), std::bad_alloc);
@@ -139,11 +136,10 @@ TEST(StackAllocator, HandsOutOneSlotAndClearsIt) {
 }
 
 TEST(Option, LeavesZeroBytesBehind) {
-  Option<std::string> option = some("a text that is too long to be stored in place");
-  const auto* bytes = reinterpret_cast<const unsigned char*>(&option.get());
+  Option<std::string> option = some(LONG);
+  const void* slot = &option.get();
   option.reset();
-  EXPECT_TRUE(
-      std::all_of(bytes, bytes + sizeof(std::string), [](unsigned char b) { return b == 0; }));
+  EXPECT_TRUE(isZero(slot));
 }
 
 }  // namespace

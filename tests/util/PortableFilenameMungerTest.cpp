@@ -7,29 +7,20 @@
 #include <unordered_map>
 #include <vector>
 
+#include "tests/support/Checks.h"
+#include "tests/support/Texts.h"
 #include "util/PortableFilenameMunger.h"
 
 namespace orvane::zel::util {
 namespace {
 
+using nimbrel::test::expectRows;
+using nimbrel::test::lowerAscii;
+using nimbrel::test::repeated;
+
 std::string munge(std::string name) {
   PortableFilenameMunger().munge(name);
   return name;
-}
-
-std::string repeat(std::string_view piece, std::size_t count) {
-  std::string text;
-  for (; count > 0; --count) {
-    text += piece;
-  }
-  return text;
-}
-
-std::string lowerAscii(std::string text) {
-  for (char& byte : text) {
-    byte = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-  }
-  return text;
 }
 
 // Why `name` is no safe directory entry; empty when it is one.
@@ -63,71 +54,51 @@ std::string undo(const std::string& name) {
 }
 
 TEST(PortableFilenameMunger, LeavesSafeNamesAlone) {
-  for (const char* name : {"app", "A", "0", "_", "~", "a-b.c_d~e", "a-", "_x~", "example.org%2Fapp",
-                           "%2f", "%2E%2e", "a%00b", "%41%42", "a..b"}) {
-    SCOPED_TRACE(name);
+  for (const std::string name :
+       {"app", "A", "0", "_", "~", "a-b.c_d~e", "a-", "_x~", "example.org%2Fapp", "%2f", "%2E%2e",
+        "a%00b", "%41%42", "a..b", ""}) {
     EXPECT_EQ(munge(name), name);
   }
-  EXPECT_EQ(munge(repeat("a", 255)), repeat("a", 255));
-  EXPECT_EQ(munge(""), "");
+  EXPECT_EQ(munge(repeated("a", 255)), repeated("a", 255));
 }
 
 TEST(PortableFilenameMunger, EscapesWhatMustNotStay) {
-  const struct {
-    std::string input, name;
-  } cases[] = {
-      {".", "=2E"},
-      {"..", "=2E=2E"},
-      {"...", "=2E.=2E"},
-      {".hidden", "=2Ehidden"},
-      {"end.", "end=2E"},
-      {"-", "=2D"},
-      {"--x-", "=2D-x-"},
-      {"/", "=2F"},
-      {"host/a b ", "host=2Fa=20b=20"},
-      {std::string("a\0b\n\x7f", 5), "a=00b=0A=7F"},
-      {"\xC3\xBC\xFF", "=C3=BC=FF"},
-      {"a=b==", "a=3Db=3D=3D"},
-      {"=2F", "=3D2F"},
-      {"50%", "50=25"},
-      {"%4", "=254"},
-      {"%zz%4g", "=25zz=254g"},
-      {"%%41", "=25%41"},
-      {"a\\b:c*d?e\"f<g>h|i", "a=5Cb=3Ac=2Ad=3Fe=22f=3Cg=3Eh=7Ci"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    EXPECT_EQ(munge(c.input), c.name);
-  }
+  expectRows(
+      ". => =2E  .. => =2E=2E  ... => =2E.=2E  .hidden => =2Ehidden  end. => end=2E  - => =2D  "
+      "--x- => =2D-x-  / => =2F  \xC3\xBC\xFF => =C3=BC=FF  a=b== => a=3Db=3D=3D  =2F => =3D2F  "
+      "50% => 50=25  %4 => =254  %zz%4g => =25zz=254g  %%41 => =25%41  host/a b => host=2Fa=20b  "
+      "a\\b:c*d?e\"f<g>h|i => a=5Cb=3Ac=2Ad=3Fe=22f=3Cg=3Eh=7Ci",
+      munge);
+  EXPECT_EQ(munge(std::string("a\0b\n\x7f ", 6)), "a=00b=0A=7F=20");
 }
 
 TEST(PortableFilenameMunger, GivesLongNamesAPrefixAndTheDigest) {
   const std::string digest256 = "02d7160d77e18c6447be80c2e355c7ed4388545271702c50253b0914c65ce5fe";
-  EXPECT_EQ(munge(repeat("a", 256)), repeat("a", 189) + "==" + digest256);
+  EXPECT_EQ(munge(repeated("a", 256)), repeated("a", 189) + "==" + digest256);
   // 85 escapes are 255 bytes; one more does not fit. The prefix never cuts an escape.
-  EXPECT_EQ(munge(repeat("/", 85)), repeat("=2F", 85));
+  EXPECT_EQ(munge(repeated("/", 85)), repeated("=2F", 85));
   EXPECT_EQ(
-      munge(repeat("/", 100)),
-      repeat("=2F", 63) + "==4aaecdd8a94cb7abb5c9283a5825c5d2817a1e4a4a78e542600ca7d6a5014f25");
+      munge(repeated("/", 100)),
+      repeated("=2F", 63) + "==4aaecdd8a94cb7abb5c9283a5825c5d2817a1e4a4a78e542600ca7d6a5014f25");
   for (const char* escape : {"/", "%2F"}) {
     for (std::size_t lead : {185U, 186U, 187U, 188U, 189U}) {
       SCOPED_TRACE(escape + std::to_string(lead));
-      const std::string name = munge(repeat("a", lead) + escape + repeat("b", 100));
+      const std::string name = munge(repeated("a", lead) + escape + repeated("b", 100));
       const std::size_t marker = name.find("==");
       EXPECT_EQ(name.substr(0, marker),
-                lead > 186 ? repeat("a", lead)
-                           : munge(repeat("a", lead) + escape) + repeat("b", 186 - lead));
+                lead > 186 ? repeated("a", lead)
+                           : munge(repeated("a", lead) + escape) + repeated("b", 186 - lead));
       EXPECT_EQ(name.size() - marker, 66U);
     }
   }
 }
 
 TEST(PortableFilenameMunger, TellsApartLongNamesWithOnePrefix) {
-  const std::string stem = repeat("a", 300);
+  const std::string stem = repeated("a", 300);
   std::unordered_map<std::string, std::string> inputs;
   for (const std::string& input :
        {stem, stem + "a", stem + "b", stem + "/", stem + "=2F", stem + "%2F", munge(stem),
-        munge(stem + "a"), repeat("a", 189), repeat("A", 300)}) {
+        munge(stem + "a"), repeated("a", 189), repeated("A", 300)}) {
     EXPECT_EQ(fault(munge(input)), "");
     EXPECT_TRUE(inputs.emplace(lowerAscii(munge(input)), input).second) << input;
   }
@@ -137,37 +108,24 @@ TEST(PortableFilenameMunger, TellsApartLongNamesWithOnePrefix) {
 // Every string of up to six of the bytes that matter to the rule: names are safe, can be undone,
 // and meet on a file system that ignores case only where the inputs do.
 TEST(PortableFilenameMunger, IsInjectiveOnAllShortStrings) {
-  constexpr std::string_view ALPHABET = "%=2Ee.-/";
   std::unordered_map<std::string, std::string> inputs;
-  std::vector<std::string> level = {""};
-  for (int length = 1; length <= 6; ++length) {
-    std::vector<std::string> next;
-    for (const std::string& stem : level) {
-      for (char byte : ALPHABET) {
-        next.push_back(stem + byte);
-        const std::string& input = next.back();
-        const std::string name = munge(input);
-        ASSERT_EQ(fault(name), "") << input;
-        ASSERT_EQ(undo(name), input) << name;
-        const auto known = inputs.emplace(lowerAscii(name), lowerAscii(input)).first;
-        ASSERT_EQ(known->second, lowerAscii(input)) << name;
-      }
-    }
-    level.swap(next);
-  }
+  nimbrel::test::forEachString("%=2Ee.-/", 6, [&](const std::string& input) {
+    const std::string name = munge(input);
+    ASSERT_EQ(fault(name), "") << input;
+    ASSERT_EQ(undo(name), input) << name;
+    const auto known = inputs.emplace(lowerAscii(name), lowerAscii(input)).first;
+    ASSERT_EQ(known->second, lowerAscii(input)) << name;
+  });
   EXPECT_GT(inputs.size(), 100000U);
 }
 
 TEST(PortableFilenameMunger, IsInjectiveOnGeneratedBytes) {
-  const std::string alphabets[] = {[] {
-                                     std::string all;
-                                     for (int byte = 0; byte < 256; ++byte) {
-                                       all += static_cast<char>(byte);
-                                     }
-                                     return all;
-                                   }(),
-                                   std::string("%=/.-\0 \n\x80\xC3\xBC\xFF", 12), "ab%2F=", "a",
-                                   "0123456789abcdefABCDEF%="};
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    bytes += static_cast<char>(byte);
+  }
+  const std::string alphabets[] = {bytes, std::string("%=/.-\0 \n\x80\xC3\xBC\xFF", 12),
+                                   "ab%2F=", "a", "0123456789abcdefABCDEF%="};
   std::mt19937 random(20240117);  // NOLINT(cert-msc*): the same inputs in every run
   std::unordered_map<std::string, std::string> inputs;
   for (int i = 0; i < 100000; ++i) {

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <typeinfo>
+#include <utility>
+
+// Checks that many tests have in common.
+namespace orvane::nimbrel::test {
+
+/// An input and what it must yield.
+using Row = std::pair<std::string, std::string>;
+
+/// Each input must yield the other half of its row.
+template <std::size_t N, typename Actual>
+void expectRows(const Row (&rows)[N], const Actual& actual) {
+  for (const auto& [input, expected] : rows) {
+    EXPECT_EQ(actual(input), expected) << testing::PrintToString(input);
+  }
+}
+
+/// The same with the rows in one text: "input => expected". A row ends at a line break or at two
+/// blanks, so that short ones share a line; blanks around a half do not belong to it.
+template <typename Actual>
+void expectRows(std::string_view table, const Actual& actual) {
+  const auto bare = [](std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+  };
+  for (std::size_t end = 0; !table.empty(); table.remove_prefix(std::min(end + 1, table.size()))) {
+    end = std::min({table.find('\n'), table.find("  "), table.size()});
+    const std::string row = bare(table.substr(0, end));
+    const std::size_t arrow = row.find("=>");
+    if (!row.empty()) {
+      ASSERT_NE(arrow, std::string::npos) << row;
+      EXPECT_EQ(actual(bare(row.substr(0, arrow))), bare(row.substr(arrow + 2))) << row;
+    }
+  }
+}
+
+/// What a call throws: the text of an `Exception`, and of none derived from it, or a complaint.
+template <typename Exception, typename Call>
+std::string thrownBy(Call call) {
+  try {
+    call();
+  } catch (const Exception& thrown) {
+    return typeid(thrown) == typeid(Exception) ? thrown.what() : "(a derived exception)";
+  } catch (...) {
+    return "(another exception)";
+  }
+  return "(nothing thrown)";
+}
+
+/// Why a call refuses a document: "line:column: message", or "accepted".
+template <typename Exception, typename Call>
+std::string refusalBy(Call call) {
+  try {
+    call();
+  } catch (const Exception& e) {
+    return std::to_string(e.line) + ":" + std::to_string(e.column) + ": " + e.what();
+  }
+  return "accepted";
+}
+
+}  // namespace orvane::nimbrel::test
