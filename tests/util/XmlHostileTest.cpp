@@ -53,8 +53,32 @@ std::string boundedRefusal(const std::string& document) {
   return why;
 }
 
-std::string doctype(const std::string& subset) {
-  return "<!DOCTYPE a [" + subset + "]>";
+/// The message of a refusal without its place; "accepted" as it is.
+std::string messageOf(const std::string& why) {
+  return why == "accepted" ? why : why.substr(why.find(": ") + 2);
+}
+
+struct Case {
+  const char* name;
+  std::string document;
+  const char* refusal = nullptr;  // the message, or "accepted"
+};
+
+template <std::size_t N>
+void expectWithinBounds(const Case (&cases)[N]) {
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    EXPECT_EQ(messageOf(boundedRefusal(c.document)), c.refusal);
+  }
+}
+
+std::string doctype(const std::string& subset, const std::string& content = "<a/>") {
+  return "<!DOCTYPE a [" + subset + "]>" + content;
+}
+
+/// An element "a" around the content.
+std::string inA(const std::string& content) {
+  return "<a>" + content + "</a>";
 }
 
 /// Entities e0 to e9, each naming the one before ten times.
@@ -79,25 +103,21 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
        {secret, "file://" + secret, trap, "file://" + trap, std::string("http://127.0.0.1:9/"),
         std::string("ftp://127.0.0.1:9/")}) {
     const std::string id = "'" + target + "'";
-    const struct {
-      std::string document;
-      const char* result;  // an outline, or why it is refused
-    } cases[] = {
-        {doctype("<!ENTITY e SYSTEM " + id + ">") + "<a>x&e;y&e;</a>", "a['xy']"},
-        {doctype("<!ENTITY e PUBLIC 'p' " + id + ">") + "<a>&e;</a>", "a[]"},
-        {doctype("<!ENTITY e SYSTEM " + id + ">") + "<a xmlns='u&e;'/>", "a{u}[]"},
-        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '[&e;]'>") + "<a>&f;</a>", "a['[]']"},
-        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '&e;'>") + "<a xmlns='u&f;'/>", "a{u}[]"},
-        {doctype("<!ENTITY e SYSTEM " + id + "><!ATTLIST a xmlns CDATA '&e;u'>") + "<a/>",
-         "a{u}[]"},
-        {doctype("<!ENTITY % p SYSTEM " + id + ">%p;") + "<a>&found;</a>", "a[]"},
-        {doctype("<!ENTITY % p SYSTEM " + id + "><!ENTITY % q '<!ENTITY e \"&#37;p;x\">'>%q;") +
-             "<a>&e;</a>",
+    const Row cases[] = {
+        {doctype("<!ENTITY e SYSTEM " + id + ">", "<a>x&e;y&e;</a>"), "a['xy']"},
+        {doctype("<!ENTITY e PUBLIC 'p' " + id + ">", "<a>&e;</a>"), "a[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + ">", "<a xmlns='u&e;'/>"), "a{u}[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '[&e;]'>", "<a>&f;</a>"), "a['[]']"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '&e;'>", "<a xmlns='u&f;'/>"), "a{u}[]"},
+        {doctype("<!ENTITY e SYSTEM " + id + "><!ATTLIST a xmlns CDATA '&e;u'>"), "a{u}[]"},
+        {doctype("<!ENTITY % p SYSTEM " + id + ">%p;", "<a>&found;</a>"), "a[]"},
+        {doctype("<!ENTITY % p SYSTEM " + id + "><!ENTITY % q '<!ENTITY e \"&#37;p;x\">'>%q;",
+                 "<a>&e;</a>"),
          "a['x']"},
         {"<!DOCTYPE a SYSTEM " + id + "><a>&found;</a>", "a[]"},
         {"<!DOCTYPE a PUBLIC 'p' " + id + " [<!ENTITY e 'x'>]><a>&e;</a>", "a['x']"},
-        {doctype("<!NOTATION n SYSTEM " + id + "><!ENTITY e SYSTEM " + id + " NDATA n>") +
-             "<a>&e;</a>",
+        {doctype("<!NOTATION n SYSTEM " + id + "><!ENTITY e SYSTEM " + id + " NDATA n>",
+                 "<a>&e;</a>"),
          "Entity 'e' not defined"},
         {"<a xmlns:i='http://www.w3.org/2001/XInclude'><i:include parse='text' href=" + id +
              "/></a>",
@@ -109,14 +129,10 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
              id + "/>",
          "a[]"},
     };
-    for (const auto& c : cases) {
-      SCOPED_TRACE(c.document);
-      const std::string why = refusal(c.document);
-      const std::string result =
-          why == "accepted" ? outline(c.document) : why.substr(why.find(": ") + 2);
-      EXPECT_EQ(result, c.result);
-      EXPECT_EQ(result.find("MARKER"), std::string::npos);
-    }
+    expectRows(cases, [](const std::string& document) {
+      const std::string why = refusal(document);
+      return why == "accepted" ? outline(document) : messageOf(why);
+    });
   }
   std::filesystem::remove_all(folder);
 }
@@ -124,57 +140,47 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
 TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
   const std::string big(50000, 'x');
   const std::string namespaces = numbered(" xmlns:n", " CDATA 'u'", 900);
-  const struct {
-    const char* name;
-    std::string document;
-  } cases[] = {
-      {"billion laughs", doctype(tower("lol")) + "<a>&e9;</a>"},
-      {"billion laughs in an attribute", doctype(tower("lol")) + "<a b='&e9;'/>"},
-      {"billion laughs in a namespace", doctype(tower("lol")) + "<a xmlns='&e9;'/>"},
-      {"billion laughs in a default",
-       doctype(tower("lol") + "<!ATTLIST a b CDATA '&e9;'>") + "<a/>"},
-      {"billion nothings", doctype(tower("")) + "<a>&e9;</a>"},
-      {"billion elements", doctype(tower("<i/>")) + "<a>&e9;</a>"},
-      {"billion declarations",
-       doctype(tower("<!--x-->", "% ") + "<!ENTITY % go '&#37;e9;'>%go;") + "<a/>"},
-      {"quadratic text",
-       doctype("<!ENTITY e '" + big + "'>") + "<a>" + repeated("&e;", 50000) + "</a>"},
+  const Case cases[] = {
+      {"billion laughs", doctype(tower("lol"), "<a>&e9;</a>")},
+      {"billion laughs in an attribute", doctype(tower("lol"), "<a b='&e9;'/>")},
+      {"billion laughs in a namespace", doctype(tower("lol"), "<a xmlns='&e9;'/>")},
+      {"billion laughs in a default", doctype(tower("lol") + "<!ATTLIST a b CDATA '&e9;'>")},
+      {"billion nothings", doctype(tower(""), "<a>&e9;</a>")},
+      {"billion elements", doctype(tower("<i/>"), "<a>&e9;</a>")},
+      {"billion declarations", doctype(tower("<!--x-->", "% ") + "<!ENTITY % go '&#37;e9;'>%go;")},
+      {"quadratic text", doctype("<!ENTITY e '" + big + "'>", inA(repeated("&e;", 50000)))},
       {"quadratic attribute",
-       doctype("<!ENTITY e '" + big + "'>") + "<a b='" + repeated("&e;", 50000) + "'/>"},
+       doctype("<!ENTITY e '" + big + "'>", "<a b='" + repeated("&e;", 50000) + "'/>")},
       {"quadratic default",
-       doctype("<!ATTLIST b c CDATA '" + big + "'>") + "<a>" + repeated("<b/>", 50000) + "</a>"},
-      {"long name of a default", doctype("<!ATTLIST b p:" + big.substr(2000) + " CDATA ''>") +
-                                     "<a>" + repeated("<b/>", 50000) + "</a>"},
-      {"many defaults", doctype("<!ATTLIST b" + numbered(" c", " CDATA ''", 1900) + ">") + "<a>" +
-                            repeated("<b/>", 50000) + "</a>"},
+       doctype("<!ATTLIST b c CDATA '" + big + "'>", inA(repeated("<b/>", 50000)))},
+      {"long name of a default",
+       doctype("<!ATTLIST b p:" + big.substr(2000) + " CDATA ''>", inA(repeated("<b/>", 50000)))},
+      {"many defaults", doctype("<!ATTLIST b" + numbered(" c", " CDATA ''", 1900) + ">",
+                                inA(repeated("<b/>", 50000)))},
       {"many default namespaces",
-       doctype("<!ATTLIST b" + namespaces + ">") + "<a>" + repeated("<b/>", 50000) + "</a>"},
-      {"many default namespaces that are in scope", doctype("<!ATTLIST b" + namespaces + ">") +
-                                                        "<a" + numbered(" xmlns:n", "='u'", 900) +
-                                                        ">" + repeated("<b/>", 50000) + "</a>"},
-      {"many references to nothing",
-       doctype("<!ENTITY e ''>") + "<a>" + repeated("&e;", 1000000) + "</a>"},
-      {"many references under many namespaces", doctype("<!ENTITY e 'x'>") + "<a" +
-                                                    numbered(" xmlns:n", "='u'", 900) + ">" +
-                                                    repeated("&e;", 300000) + "</a>"},
-      {"many parameter references",
-       doctype("<!ENTITY % e ' '>" + repeated("%e;", 500000)) + "<a/>"},
-      {"loop", doctype("<!ENTITY e '&f;'><!ENTITY f '&e;'>") + "<a>&e;</a>"},
-      {"loop in an attribute", doctype("<!ENTITY e 'x&e;'>") + "<a b='&e;'/>"},
+       doctype("<!ATTLIST b" + namespaces + ">", inA(repeated("<b/>", 50000)))},
+      {"many default namespaces that are in scope",
+       doctype("<!ATTLIST b" + namespaces + ">",
+               "<a" + numbered(" xmlns:n", "='u'", 900) + ">" + repeated("<b/>", 50000) + "</a>")},
+      {"many references to nothing", doctype("<!ENTITY e ''>", inA(repeated("&e;", 1000000)))},
+      {"many references under many namespaces",
+       doctype("<!ENTITY e 'x'>",
+               "<a" + numbered(" xmlns:n", "='u'", 900) + ">" + repeated("&e;", 300000) + "</a>")},
+      {"many parameter references", doctype("<!ENTITY % e ' '>" + repeated("%e;", 500000))},
+      {"loop", doctype("<!ENTITY e '&f;'><!ENTITY f '&e;'>", "<a>&e;</a>")},
+      {"loop in an attribute", doctype("<!ENTITY e 'x&e;'>", "<a b='&e;'/>")},
       {"billion laughs in a parameter",
-       doctype(tower("lol") + "<!ENTITY % p '<!ENTITY x \"&#38;e9;\">'>%p;%p;") + "<a>&x;</a>"},
+       doctype(tower("lol") + "<!ENTITY % p '<!ENTITY x \"&#38;e9;\">'>%p;%p;", "<a>&x;</a>")},
       {"billion laughs in a default in a parameter",
        doctype(tower("lol") + "<!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e9;\">'>"
-                              "<!ENTITY % q '&#37;p;'>%q;%q;") +
-           "<a/>"},
+                              "<!ENTITY % q '&#37;p;'>%q;%q;")},
       {"loop in a parameter", doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ENTITY x \"&#38;e;\">'>"
-                                      "<!ENTITY % q '&#37;p;'>%q;") +
-                                  "<a>&x;</a>"},
+                                      "<!ENTITY % q '&#37;p;'>%q;",
+                                      "<a>&x;</a>")},
       {"loop in a default in a parameter",
        doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e;\">'>"
-               "<!ENTITY % q '&#37;p;&#37;p;'>%q;%q;") +
-           "<a/>"},
-      {"loop of parameters", doctype("<!ENTITY % e '&#37;e;'>%e;") + "<a/>"},
+               "<!ENTITY % q '&#37;p;&#37;p;'>%q;%q;")},
+      {"loop of parameters", doctype("<!ENTITY % e '&#37;e;'>%e;")},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -192,21 +198,21 @@ TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
   const std::string paragraph = "<p>" + repeated("&eacute;t&eacute; &co;, ", 20) + "</p>";
   for (const int count : {1, 1000}) {
     SCOPED_TRACE(count);
-    EXPECT_EQ(refusal(doctype(entity) + "<a>" + repeated(paragraph, count) + "</a>"), "accepted");
+    EXPECT_EQ(refusal(doctype(entity, inA(repeated(paragraph, count)))), "accepted");
   }
-  EXPECT_EQ(refusal(doctype("<!ENTITY e '" + std::string(100000, 'x') + "'>") + "<a>" +
-                    repeated("&e;", 9) + "</a>"),
-            "accepted");
+  EXPECT_EQ(
+      refusal(doctype("<!ENTITY e '" + std::string(100000, 'x') + "'>", inA(repeated("&e;", 9)))),
+      "accepted");
 }
 
 TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
   const auto nested = [](int depth) { return repeated("<a>", depth) + repeated("</a>", depth); };
   const auto attributes = [](int count) { return "<a" + numbered(" b", "=''", count) + "/>"; };
   const auto declared = [](int count) {
-    return doctype("<!ATTLIST a" + numbered(" b", " CDATA ''", count) + ">") + "<a/>";
+    return doctype("<!ATTLIST a" + numbered(" b", " CDATA ''", count) + ">");
   };
   const auto inEntity = [](const std::string& content) {
-    return doctype("<!ENTITY e \"" + content + "\">") + "<a>&e;</a>";
+    return doctype("<!ENTITY e \"" + content + "\">", "<a>&e;</a>");
   };
   const auto namespaces = [](int count) {
     return "<a" + numbered(" xmlns:n", "='u'", count) + "/>";
@@ -214,11 +220,7 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
   constexpr const char* DEEP = "Elements are nested too deeply";
   constexpr const char* ATTRIBUTES = "Too many attributes in one element";
   constexpr const char* NAMESPACES = "Too many namespace declarations in scope";
-  const struct {
-    const char* name;
-    std::string document;
-    const char* refusal;
-  } cases[] = {
+  const Case cases[] = {
       {"depth 256", nested(256), "accepted"},
       {"depth 257", nested(257), DEEP},
       {"depth 1000000", repeated("<a>", 1000000), DEEP},
@@ -230,8 +232,8 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
       {"depth 257 by an entity", inEntity(nested(256)), DEEP},
       {"depth by nested entities",
        doctype("<!ENTITY f '" + nested(200) + "'><!ENTITY e '" + repeated("<b>", 60) + "&f;" +
-               repeated("</b>", 60) + "'>") +
-           "<a>&e;</a>",
+                   repeated("</b>", 60) + "'>",
+               "<a>&e;</a>"),
        DEEP},
       {"2000 attributes", attributes(2000), "accepted"},
       {"2001 attributes", attributes(2001), ATTRIBUTES},
@@ -254,42 +256,32 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
        "<a" + numbered(" xmlns:n", "='u'", 1000) + ">" + repeated("<b/>", 300000) + "</a>",
        "accepted"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    const std::string why = boundedRefusal(c.document);
-    EXPECT_EQ(why.substr(why.find(": ") == std::string::npos ? 0 : why.find(": ") + 2), c.refusal);
-  }
+  expectWithinBounds(cases);
 }
 
 TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
   constexpr const char* NAMES = "Too many different names";
   constexpr const char* CHOICES = "Too many choices in the document type";
   const std::string choices = numbered("|c", "", 4000);
-  const struct {
-    const char* name;
-    std::string document;
-    const char* refusal;
-  } cases[] = {
+  const Case cases[] = {
       {"different names", "<a>" + numbered("<b", "/>", 1000000), NAMES},
       {"different namespaces", "<a>" + numbered("<b xmlns='", "'/>", 300000), NAMES},
       {"different instructions", "<a>" + numbered("<?b", "?>", 300000), NAMES},
       {"different names in an entity",
-       doctype("<!ENTITY e '" + numbered("<b", "/>", 300000) + "'>") + "<a>&e;</a>", NAMES},
+       doctype("<!ENTITY e '" + numbered("<b", "/>", 300000) + "'>", "<a>&e;</a>"), NAMES},
       {"different instructions in an entity",
-       doctype("<!ENTITY e '" + numbered("<?b", "?>", 300000) + "'>") + "<a>&e;</a>", NAMES},
+       doctype("<!ENTITY e '" + numbered("<?b", "?>", 300000) + "'>", "<a>&e;</a>"), NAMES},
       {"long names", "<a>" + numbered("<b xmlns='" + std::string(2000, 'x'), "'/>", 8000), NAMES},
-      {"few choices", doctype("<!ATTLIST a b (x" + choices + ") 'x'>") + "<a/>", "accepted"},
+      {"few choices", doctype("<!ATTLIST a b (x" + choices + ") 'x'>"), "accepted"},
       {"many choices",  // freed by recursion, compared each with each
-       doctype("<!ATTLIST a b (x" + numbered("|c", "", 300000) + ")'x'>") + "<a/>", CHOICES},
+       doctype("<!ATTLIST a b (x" + numbered("|c", "", 300000) + ")'x'>"), CHOICES},
       {"many notations",
-       doctype("<!ATTLIST a b NOTATION (x" + numbered("|c", "", 300000) + ")'x'>") + "<a/>",
-       CHOICES},
+       doctype("<!ATTLIST a b NOTATION (x" + numbered("|c", "", 300000) + ")'x'>"), CHOICES},
       {"many choices by parameters",
        doctype("<!ENTITY % p '" + numbered("|c", "", 1000) + "'><!ENTITY % q '" +
                repeated("&#37;p;", 300) +
                "'><!ENTITY % r '<!ATTLIST a b (x &#37;q;) #IMPLIED>'>"
-               "%r;") +
-           "<a/>",
+               "%r;"),
        CHOICES},
       {"catalogues", repeated("<?oasis-xml-catalog catalog='x'?>", 100000) + "<a/>", "accepted"},
       {"mismatches", "<a>" + repeated("<b></c>", 500000),
@@ -300,7 +292,7 @@ TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
       {"attribute of 12 MB, not ASCII", "<a b='" + repeated("\xC3\xA4", 6000000) + "'/>",
        "AttValue length too long"},
       {"attribute of 12 MB, by an entity",
-       doctype("<!ENTITY e '" + std::string(4000000, 'x') + "'>") + "<a b='&e;&e;&e;'/>",
+       doctype("<!ENTITY e '" + std::string(4000000, 'x') + "'>", "<a b='&e;&e;&e;'/>"),
        "AttValue length too long"},
       {"name of 60 KB", "<" + std::string(60000, 'x') + "/>", "Name too long: NCName"},
       {"comment of 11 MB", "<a><!--" + std::string(11000000, 'x') + "--></a>",
@@ -308,18 +300,12 @@ TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
       {"instruction of 11 MB", "<a><?p " + std::string(11000000, 'x') + "?></a>",
        "PI p too big found"},
       {"deep content model",
-       doctype("<!ELEMENT a " + std::string(100000, '(') + "b" + std::string(100000, ')') + ">") +
-           "<a/>",
+       doctype("<!ELEMENT a " + std::string(100000, '(') + "b" + std::string(100000, ')') + ">"),
        "xmlParseElementChildrenContentDecl : depth 129 too deep, use XML_PARSE_HUGE"},
-      {"wide content model", doctype("<!ELEMENT a (b" + repeated(",b", 300000) + ")>") + "<a/>",
-       "accepted"},
-      {"different entities", doctype(numbered("<!ENTITY e", " ''>", 90000)) + "<a/>", "accepted"},
+      {"wide content model", doctype("<!ELEMENT a (b" + repeated(",b", 300000) + ")>"), "accepted"},
+      {"different entities", doctype(numbered("<!ENTITY e", " ''>", 90000)), "accepted"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    const std::string why = boundedRefusal(c.document);
-    EXPECT_EQ(why.substr(why.find(": ") == std::string::npos ? 0 : why.find(": ") + 2), c.refusal);
-  }
+  expectWithinBounds(cases);
 }
 
 TEST(XmlHostile, TakesLongTextsAndManyChildren) {

@@ -33,11 +33,8 @@ TEST(XmlNode, TellsElementsTextsCommentsAndInstructionsApart) {
 TEST(XmlNode, WalksElementsPastEverythingElse) {
   const auto root = parseRoot("<a> <!--c--><b/>x<?p?><c/> </a>");
   const auto b = root->getFirstElementChild();
-  ASSERT_NE(b, nullptr);
-  EXPECT_EQ(b->getName(), "b");
   const auto c = b->getNextElementSibling();
-  ASSERT_NE(c, nullptr);
-  EXPECT_EQ(c->getName(), "c");
+  EXPECT_EQ(b->getName() + c->getName(), "bc");
   EXPECT_EQ(c->getNextElementSibling(), nullptr);
   EXPECT_EQ(b->getFirstElementChild(), nullptr);
 }
@@ -45,35 +42,20 @@ TEST(XmlNode, WalksElementsPastEverythingElse) {
 TEST(XmlNode, FindsAttributesByLocalNameAndNamespace) {
   const auto root = parseRoot(
       "<a xmlns='d' xmlns:p='u' xmlns:q='u' x='1' p:x='2' e='' p:y='3' q:y='4' r:z='5'/>");
-  const struct {
-    const char* name;
-    const char* namespaceUri;
-    const char* value;
-  } cases[] = {
-      {"x", nullptr, "1"},
-      {"x", "u", "2"},
-      {"x", "d", "none"},
-      {"e", nullptr, ""},
-      {"x", "", "none"},
-      {"y", nullptr, "none"},
-      {"p:x", "u", "none"},
-      {"X", nullptr, "none"},
-      {"y", "u", "3"},  // the same attribute twice breaks a namespace rule: the first counts
-      {"r:z", nullptr, "5"},
-      {"z", nullptr, "none"},
-      {"xmlns", nullptr, "none"},
-      {"", nullptr, "none"},
-      {nullptr, "u", "none"},
-      {nullptr, nullptr, "none"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.name == nullptr ? "null" : c.name) + " in " +
-                 (c.namespaceUri == nullptr ? "null" : c.namespaceUri));
-    EXPECT_EQ(valueOf(root->getAttribute(c.name, c.namespaceUri)), c.value);
-    if (c.namespaceUri == nullptr) {
-      EXPECT_EQ(valueOf(root->getAttribute(c.name)), c.value);
-    }
-  }
+  // Without a namespace; the same attribute twice breaks a namespace rule: the first counts.
+  expectRows("x => 1  e =>  y => none  X => none  r:z => 5  z => none  xmlns => none  => none",
+             [&](const std::string& name) {
+               const std::string value = valueOf(root->getAttribute(name.c_str(), nullptr));
+               EXPECT_EQ(valueOf(root->getAttribute(name.c_str())), value);
+               return value;
+             });
+  expectRows("u x => 2  d x => none  u p:x => none  u y => 3", [&](const std::string& name) {
+    return valueOf(root->getAttribute(name.c_str() + 2, name.substr(0, 1).c_str()));
+  });
+  EXPECT_EQ(valueOf(root->getAttribute("x", "")), "none");
+  EXPECT_EQ(valueOf(root->getAttribute(nullptr, "u")), "none");
+  EXPECT_EQ(valueOf(root->getAttribute(nullptr, nullptr)), "none");
+  EXPECT_EQ(valueOf(root->getAttribute(nullptr)), "none");
 }
 
 TEST(XmlNode, TakesTheNearestLanguageAndStopsAtAnEmptyOne) {

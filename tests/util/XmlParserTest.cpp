@@ -36,7 +36,7 @@ class Folder {
 };
 
 std::string fileRefusal(const std::string& path, const char* encoding = nullptr) {
-  return refusalOf([&] { (void)XmlParserLibXml().parse(path.c_str(), encoding); });
+  return refusalBy<ParseException>([&] { (void)XmlParserLibXml().parse(path.c_str(), encoding); });
 }
 
 std::string utf16(std::u16string_view text, bool bigEndian) {
@@ -51,10 +51,7 @@ std::string utf16(std::u16string_view text, bool bigEndian) {
 }
 
 TEST(XmlParser, MakesOneTextOfAdjacentCharacterData) {
-  const struct {
-    const char* document;
-    const char* outline;
-  } cases[] = {
+  const Row cases[] = {
       {"<a>x&amp;y&#x41;&#228;<![CDATA[<z>]]>\xC3\xA4 \n</a>", "a['x&yA\xC3\xA4<z>\xC3\xA4 \n']"},
       {"<a>x<!--c-->y<?p?>z</a>", "a['x'!'y'?'z']"},
       {"<a> <b/>\n</a>", "a[' 'b[]'\n']"},
@@ -66,10 +63,7 @@ TEST(XmlParser, MakesOneTextOfAdjacentCharacterData) {
       {"<!DOCTYPE a [<!ENTITY e '1<b/>2'>]><a>x&e;y&e;</a>", "a['x1'b[]'2y1'b[]'2']"},
       {"<!DOCTYPE a [<!ELEMENT a (b)>]><a> <b/> </a>", "a[' 'b[]' ']"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.document);
-    EXPECT_EQ(outline(c.document), c.outline);
-  }
+  expectRows(cases, outlineBehind(""));
   const std::string piece = repeated("\xC3\xA4x", 5000) + "&lt;";
   const std::string whole = repeated("\xC3\xA4x", 5000) + "<";
   const auto root = parseRoot("<a>" + repeated(piece, 20) + "<b/>" + piece + "</a>");
@@ -78,73 +72,45 @@ TEST(XmlParser, MakesOneTextOfAdjacentCharacterData) {
 }
 
 TEST(XmlParser, AcceptsBrokenNamespaceRules) {
-  const struct {
-    const char* document;
-    const char* outline;
-  } cases[] = {
-      {"<p:a><q:b/></p:a>", "p:a[q:b[]]"},
-      {"<a xmlns='u'><p:b/><c xmlns=''/></a>", "a{u}[p:b[]c[]]"},
-      {"<a xmlns:p='u'><p:b xmlns:p='v'/><p:c/></a>", "a[b{v}[]c{u}[]]"},
-      {"<p:a xmlns:p=''/>", "p:a[]"},
-      {"<xml:a xmlns:xml='u'/>", "a{http://www.w3.org/XML/1998/namespace}[]"},
-      {"<p:a xmlns:p='http://www.w3.org/XML/1998/namespace'/>", "p:a[]"},
-      {"<a xmlns='not a URI'/>", "a{not a URI}[]"},
-      {"<xmlns:a/>", "xmlns:a[]"},
-      {"<a:b:c/>", "a:b:c[]"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.document);
-    EXPECT_EQ(outline(c.document), c.outline);
-  }
+  expectRows(R"(
+      <p:a><q:b/></p:a> => p:a[q:b[]]  <p:a xmlns:p=''/> => p:a[]
+      <a xmlns='u'><p:b/><c xmlns=''/></a> => a{u}[p:b[]c[]]  <xmlns:a/> => xmlns:a[]
+      <a xmlns:p='u'><p:b xmlns:p='v'/><p:c/></a> => a[b{v}[]c{u}[]]  <a:b:c/> => a:b:c[]
+      <xml:a xmlns:xml='u'/> => a{http://www.w3.org/XML/1998/namespace}[]
+      <p:a xmlns:p='http://www.w3.org/XML/1998/namespace'/> => p:a[]
+      <a xmlns='not a URI'/> => a{not a URI}[])",
+             outlineBehind(""));
 }
 
 TEST(XmlParser, ExpandsInternalEntitiesAndDefaults) {
-  const struct {
-    const char* subset;
-    const char* content;
-    const char* outline;
-  } cases[] = {
-      {"<!ENTITY e 'u'>", "<a xmlns='&e;'/>", "a{u}[]"},
-      {"<!ENTITY e 'u'>", "<a xmlns:p='x&e;'><p:b/></a>", "a[b{xu}[]]"},
-      {"<!ENTITY e '<p:b/>'>", "<a xmlns:p='u'>&e;<c xmlns:p='v'>&e;</c></a>",
-       "a[b{u}[]c[b{v}[]]]"},
-      {"<!ENTITY f '[&e;]'><!ENTITY e 'x'>", "<a>&f;&f;&e;</a>", "a['[x][x]x']"},
-      {"<!ENTITY e '1'><!ENTITY e '2'>", "<a>&e;</a>", "a['1']"},
-      {"<!ENTITY e SYSTEM 'x'><!ENTITY e '2'>", "<a>&e;</a>", "a[]"},
-      {"<!ENTITY lt '&#38;#60;'>", "<a>&lt;</a>", "a['<']"},
-      {"<!ENTITY lt 'x'>", "<a>&lt;</a>", "a['<']"},
-      {"<!ENTITY e '&#60;b/>'>", "<a>&e;</a>", "a[b[]]"},
-      {"<!ENTITY e '&#38;#60;b/>'>", "<a>&e;</a>", "a['<b/>']"},
-      {"<!ENTITY e '<!--x-->'>", "<a>1&e;2</a>", "a['1'!'2']"},
-      {"<!ENTITY % p \"<!ENTITY e 'x'>\">%p;", "<a>&e;</a>", "a['x']"},
-      {"<!ENTITY % p SYSTEM 'x'>%p;", "<a>&e;</a>", "a[]"},
-      {"<!ATTLIST a xmlns CDATA 'u'>", "<a/>", "a{u}[]"},
-      {"<!ATTLIST a xmlns:p CDATA #FIXED 'u'>", "<a><p:b/></a>", "a[b{u}[]]"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.subset) + c.content);
-    EXPECT_EQ(outline("<!DOCTYPE a [" + std::string(c.subset) + "]>" + c.content), c.outline);
-  }
+  expectRows(R"(
+      <!ENTITY e 'u'>]><a xmlns='&e;'/> => a{u}[]  <!ENTITY lt 'x'>]><a>&lt;</a> => a['<']
+      <!ENTITY e 'u'>]><a xmlns:p='x&e;'><p:b/></a> => a[b{xu}[]]
+      <!ENTITY e '<p:b/>'>]><a xmlns:p='u'>&e;<c xmlns:p='v'>&e;</c></a> => a[b{u}[]c[b{v}[]]]
+      <!ENTITY f '[&e;]'><!ENTITY e 'x'>]><a>&f;&f;&e;</a> => a['[x][x]x']
+      <!ENTITY e '1'><!ENTITY e '2'>]><a>&e;</a> => a['1']
+      <!ENTITY e SYSTEM 'x'><!ENTITY e '2'>]><a>&e;</a> => a[]
+      <!ENTITY lt '&#38;#60;'>]><a>&lt;</a> => a['<']  <!ENTITY e '&#60;b/>'>]><a>&e;</a> => a[b[]]
+      <!ENTITY e '&#38;#60;b/>'>]><a>&e;</a> => a['<b/>']
+      <!ENTITY e '<!--x-->'>]><a>1&e;2</a> => a['1'!'2']
+      <!ENTITY % p "<!ENTITY e 'x'>">%p;]><a>&e;</a> => a['x']
+      <!ENTITY % p SYSTEM 'x'>%p;]><a>&e;</a> => a[]  <!ATTLIST a xmlns CDATA 'u'>]><a/> => a{u}[]
+      <!ATTLIST a xmlns:p CDATA #FIXED 'u'>]><a><p:b/></a> => a[b{u}[]])",
+             outlineBehind("<!DOCTYPE a ["));
   const auto root = parseRoot(
       "<!DOCTYPE a [<!ENTITY e '&#x9;x'><!ENTITY f '&e;&e;'>"
       "<!ATTLIST a b CDATA 'd&e;' c CDATA #IMPLIED xml:lang NMTOKEN ' en ' t NMTOKENS ''"
       " u CDATA '0' p:v CDATA 'w'>]><a u='&f;&f;' t='  1   2 '/>");
-  const struct {
-    const char* name;
-    const char* value;
-  } attributes[] = {{"b", "d x"}, {"c", "none"}, {"t", "1 2"}, {"u", " x x x x"}, {"p:v", "w"}};
-  for (const auto& a : attributes) {
-    SCOPED_TRACE(a.name);
-    EXPECT_STREQ(root->getAttribute(a.name).c_str(), a.value);
-  }
+  const Row attributes[] = {
+      {"b", "d x"}, {"c", "none"}, {"t", "1 2"}, {"u", " x x x x"}, {"p:v", "w"}};
+  expectRows(attributes, [&](const std::string& name) {
+    return std::string(root->getAttribute(name.c_str()).c_str());
+  });
   EXPECT_EQ(root->getXmlLang(), "en");
 }
 
 TEST(XmlParser, SaysOnOneLineWhyAndWhere) {
-  const struct {
-    const char* document;
-    const char* refusal;
-  } cases[] = {
+  const Row cases[] = {
       {"x", "1:1: Start tag expected, '<' not found"},
       {"<a>\n <b></c></a>", "2:9: Opening and ending tag mismatch: b line 2 and c"},
       {"<a>\n\n", "3:1: Premature end of data in tag a line 1"},
@@ -163,10 +129,7 @@ TEST(XmlParser, SaysOnOneLineWhyAndWhere) {
       {"<!DOCTYPE a [\n<!ENTITY e '&f;'><!ENTITY f '&e;'>]>\n<a b='&e;'/>",
        "3:10: Detected an entity reference loop"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.document);
-    EXPECT_EQ(refusal(c.document), c.refusal);
-  }
+  expectRows(cases, [](const std::string& document) { return refusal(document); });
   EXPECT_EQ(refusal("<a>" + std::string(70000, '\n') + "</b>"),
             "70001:5: Opening and ending tag mismatch: a line 1 and b");
 }
@@ -174,7 +137,7 @@ TEST(XmlParser, SaysOnOneLineWhyAndWhere) {
 TEST(XmlParser, RefusesWhatIsNoDocument) {
   const XmlParserLibXml parser;
   const auto refusalOfBuffer = [&](const char* bytes, unsigned int size) {
-    return refusalOf([&] { (void)parser.parse(bytes, size, nullptr, nullptr); });
+    return refusalBy<ParseException>([&] { (void)parser.parse(bytes, size, nullptr, nullptr); });
   };
   EXPECT_EQ(refusalOfBuffer(nullptr, 4), "0:0: There is no document");
   EXPECT_EQ(refusalOfBuffer("<a/>", 0), "0:0: The document is empty");
@@ -223,7 +186,7 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
     const char* name;
     std::string bytes;
     const char* encoding;
-    std::string outline;
+    std::string outline;  // nothing: refused
   } cases[] = {
       {"UTF-8 with a mark", "\xEF\xBB\xBF" + utf8, nullptr, want},
       {"UTF-8 with a mark, named", "\xEF\xBB\xBF" + utf8, "UTF-8", want},
@@ -246,34 +209,29 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
                    "\xF0\x7D\x40\x85\x95\x83\x96\x84\x89\x95\x87\x7E\x7D\xC9\xC2\xD4"
                    "\xF0\xF3\xF7\x7D\x6F\x6E\x4C\x81\x61\x6E"),
        nullptr, "a[]"},
+      {"Latin 1 undeclared", "<a>\xE4</a>", nullptr, ""},
+      {"overlong", "<a>\xC0\xAF</a>", nullptr, ""},
+      {"surrogate in UTF-8", "<a>\xED\xA0\x80</a>", nullptr, ""},
+      {"beyond Unicode", "<a>\xF4\x90\x80\x80</a>", nullptr, ""},
+      {"cut short", "<a>\xE2\x82</a>", nullptr, ""},
+      {"lone surrogate in UTF-16", "\xFF\xFE" + utf16(u"<a>\xD800</a>", false), nullptr, ""},
+      {"odd byte at the end", "\xFF\xFE" + utf16(u"<a/>", false) + "x", nullptr, ""},
+      {"bad UTF-16 behind the root", "\xFF\xFE" + utf16(u"<a/>\xDC00\xDC00", false), nullptr, ""},
+      {"UTF-16 named, UTF-8 given", utf8 + " ", "UTF-16LE", ""},
+      {"no input side", "<?xml version='1.0' encoding='HTML'?><a/>", nullptr, ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(refusal(c.bytes, c.encoding), "accepted");
+    const std::string why = refusal(c.bytes, c.encoding);
+    if (c.outline.empty()) {
+      EXPECT_EQ(why.substr(0, 2), "1:") << why;
+      continue;
+    }
+    EXPECT_EQ(why, "accepted");
     EXPECT_EQ(outline(c.bytes, c.encoding), c.outline);
     const auto document =
         XmlParserLibXml().parse(folder.write("a.xml", c.bytes).c_str(), c.encoding);
     EXPECT_EQ(outline(document->getDocumentElement().get()), c.outline);
-  }
-  const struct {
-    const char* name;
-    std::string bytes;
-    const char* encoding;
-  } wrong[] = {
-      {"Latin 1 undeclared", "<a>\xE4</a>", nullptr},
-      {"overlong", "<a>\xC0\xAF</a>", nullptr},
-      {"surrogate in UTF-8", "<a>\xED\xA0\x80</a>", nullptr},
-      {"beyond Unicode", "<a>\xF4\x90\x80\x80</a>", nullptr},
-      {"cut short", "<a>\xE2\x82</a>", nullptr},
-      {"lone surrogate in UTF-16", "\xFF\xFE" + utf16(u"<a>\xD800</a>", false), nullptr},
-      {"odd byte at the end", "\xFF\xFE" + utf16(u"<a/>", false) + "x", nullptr},
-      {"bad UTF-16 behind the root", "\xFF\xFE" + utf16(u"<a/>\xDC00\xDC00", false), nullptr},
-      {"UTF-16 named, UTF-8 given", utf8 + " ", "UTF-16LE"},
-      {"no input side", "<?xml version='1.0' encoding='HTML'?><a/>", nullptr},
-  };
-  for (const auto& c : wrong) {
-    SCOPED_TRACE(c.name);
-    EXPECT_EQ(refusal(c.bytes, c.encoding).substr(0, 2), "1:") << refusal(c.bytes, c.encoding);
   }
 }
 
@@ -282,10 +240,7 @@ TEST(XmlParser, ReadsRegularLocalFilesOnly) {
   const std::string good = folder.write("a.xml", "<a>x</a>");
   ASSERT_EQ(::mkfifo(folder.path("fifo").c_str(), 0600), 0);
   const std::string gzip("\x1F\x8B\x08\x00\x00\x00\x00\x00\x00\x03\xB3\x49\xD4\xB7\x03\x00", 16);
-  const struct {
-    std::string path;
-    const char* refusal;
-  } cases[] = {
+  const Row cases[] = {
       {good, "accepted"},
       {folder.path("none"), "0:0: Cannot open the file: there is no such file"},
       {"", "0:0: Cannot open the file: there is no such file"},
@@ -300,11 +255,8 @@ TEST(XmlParser, ReadsRegularLocalFilesOnly) {
       {folder.write("empty", ""), "1:1: Document is empty"},
       {folder.write("a.xml.gz", gzip), "1:1: Start tag expected, '<' not found"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.path);
-    EXPECT_EQ(fileRefusal(c.path), c.refusal);
-  }
-  EXPECT_EQ(refusalOf([] { (void)XmlParserLibXml().parse(nullptr, nullptr); }),
+  expectRows(cases, [](const std::string& path) { return fileRefusal(path); });
+  EXPECT_EQ(refusalBy<ParseException>([] { (void)XmlParserLibXml().parse(nullptr, nullptr); }),
             "0:0: There is no path");
   EXPECT_EQ(fileRefusal(good, "no-such"), "0:0: Unknown encoding: no-such");
   const auto before = std::filesystem::current_path();

@@ -7,11 +7,18 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/Checks.h"
+#include "tests/support/Texts.h"
 #include "util/ParseException.h"
 #include "util/XmlParserLibXml.h"
 
 // Verbs for the tests of the XML layer.
 namespace orvane::nimbrel::util::test {
+
+using nimbrel::test::expectRows;
+using nimbrel::test::refusalBy;
+using nimbrel::test::repeated;
+using nimbrel::test::Row;
 
 /// Parses a copy that ends where its memory ends, so that reading too far is noticed.
 inline std::shared_ptr<XmlDocument> parse(std::string_view text, const char* encoding = nullptr) {
@@ -25,18 +32,8 @@ inline std::shared_ptr<XmlNode> parseRoot(std::string_view text, const char* enc
 }
 
 /// Why a document is refused: "line:column: message", or "accepted".
-template <typename Parse>
-std::string refusalOf(Parse parseIt) {
-  try {
-    parseIt();
-  } catch (const ParseException& e) {
-    return std::to_string(e.line) + ":" + std::to_string(e.column) + ": " + e.what();
-  }
-  return "accepted";
-}
-
 inline std::string refusal(std::string_view text, const char* encoding = nullptr) {
-  return refusalOf([&] { (void)parse(text, encoding); });
+  return refusalBy<ParseException>([&] { (void)parse(text, encoding); });
 }
 
 /// A tree in short: `name{namespace}[children]`, texts in quotes, `!` for a comment, `?` for a
@@ -66,14 +63,9 @@ inline std::string outline(const XmlNode* node) {
 inline std::string outline(std::string_view text, const char* encoding = nullptr) {
   return outline(parseRoot(text, encoding).get());
 }
-
-inline std::string repeated(std::string_view text, int count) {
-  std::string all;
-  all.reserve(text.size() * static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
-    all += text;
-  }
-  return all;
+/// The outlines of whole documents, each behind the same text.
+inline auto outlineBehind(const std::string& prefix) {
+  return [prefix](const std::string& text) { return outline(prefix + text); };
 }
 
 /// `before`, the number from 0 upward and `after`, over and over.
