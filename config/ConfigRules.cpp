@@ -98,7 +98,7 @@ Option<std::string> ConfigRules::getSingleAttributeValue(const XmlNode& node,
   if (name != nullptr) {
     const std::string_view written = node.attributeView(name, viewOf(namespaceUri));
     if (written.data() != nullptr) {
-      value = StringUtil::squeezeAndTrim(written);
+      StringUtil::squeeze(value.emplace(StringUtil::trimmed(written)));
     }
   }
   return value;

@@ -9,14 +9,7 @@ namespace orvane::nimbrel::config::internal {
 using zel::util::StringUtil;
 
 std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
-  std::string_view value = node.attributeView(name);
-  while (!value.empty() && StringUtil::isSpace(value.front())) {
-    value.remove_prefix(1);
-  }
-  while (!value.empty() && StringUtil::isSpace(value.back())) {
-    value.remove_suffix(1);
-  }
-  return value;
+  return StringUtil::trimmed(node.attributeView(name));
 }
 
 IntegerReading readNonNegativeInteger(std::string_view text) noexcept {

@@ -127,6 +127,15 @@ class Option {
     return *this;
   }
 
+  /// Drops the value and makes one in place of the arguments, which must not be part of it. Basic
+  /// guarantee: when making it throws, None is left.
+  template <typename... Arguments>
+  T& emplace(Arguments&&... arguments) {
+    reset();
+    construct(std::forward<Arguments>(arguments)...);
+    return *value_;
+  }
+
   /// The value. Throws `std::logic_error` on None. The reference ends with the value.
   T& get() {
     requireValue();
@@ -164,11 +173,11 @@ class Option {
   }
 
  private:
-  template <typename U>
-  void construct(U&& source) {
+  template <typename... Arguments>
+  void construct(Arguments&&... arguments) {
     void* slot = allocator_.allocate();
     try {
-      value_ = ::new (slot) T(std::forward<U>(source));
+      value_ = ::new (slot) T(std::forward<Arguments>(arguments)...);
     } catch (...) {
       allocator_.deallocate(slot);
       throw;

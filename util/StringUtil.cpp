@@ -12,18 +12,6 @@ constexpr bool isWhite(char byte) noexcept {
   return value <= ' ' && (value == ' ' || (value >= '\t' && value <= '\r'));
 }
 
-std::string_view trimmed(std::string_view text) noexcept {
-  std::size_t begin = 0;
-  std::size_t end = text.size();
-  while (begin < end && isWhite(text[begin])) {
-    ++begin;
-  }
-  while (begin < end && isWhite(text[end - 1])) {
-    --end;
-  }
-  return text.substr(begin, end - begin);
-}
-
 /// The length of the part in front that `squeeze` leaves as it is. The rest is empty or begins with
 /// a run of white space that has to change.
 std::size_t squeezedPrefix(std::string_view text) noexcept {
@@ -57,6 +45,18 @@ bool StringUtil::isSpace(char byte) noexcept {
   return isWhite(byte);
 }
 
+std::string_view StringUtil::trimmed(std::string_view text) noexcept {
+  std::size_t begin = 0;
+  std::size_t end = text.size();
+  while (begin < end && isWhite(text[begin])) {
+    ++begin;
+  }
+  while (begin < end && isWhite(text[end - 1])) {
+    --end;
+  }
+  return text.substr(begin, end - begin);
+}
+
 void StringUtil::trim(std::string& text) {
   const std::string_view kept = trimmed(text);
   const auto begin = static_cast<std::size_t>(kept.data() - text.data());
@@ -65,15 +65,14 @@ void StringUtil::trim(std::string& text) {
 }
 
 void StringUtil::squeeze(std::string& text) {
-  squeezeFrom(text, squeezedPrefix(text));
+  if (const std::size_t prefix = squeezedPrefix(text); prefix < text.size()) {
+    squeezeFrom(text, prefix);
+  }
 }
 
 std::string StringUtil::squeezeAndTrim(std::string_view text) {
-  const std::string_view kept = trimmed(text);
-  std::string result(kept);
-  if (const std::size_t prefix = squeezedPrefix(kept); prefix < kept.size()) {
-    squeezeFrom(result, prefix);
-  }
+  std::string result(trimmed(text));
+  squeeze(result);
   return result;
 }
 

@@ -17,6 +17,8 @@ class NIMBREL_UTIL_API StringUtil {
 
   /// Whether a byte is one of the six.
   [[nodiscard]] static bool isSpace(char byte) noexcept;
+  /// The part of a text between white space at both ends. Never copies.
+  [[nodiscard]] static std::string_view trimmed(std::string_view text) noexcept;
   /// Removes white space at both ends, in place.
   static void trim(std::string& text);
   /// Replaces each run of white space by one space, in place.
