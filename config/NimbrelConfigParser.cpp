@@ -245,7 +245,9 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
   nodes.reserve(nodes.size() + visits.size());
   for (const std::string& locale : locales) {
     for (std::size_t at = queueOf(locale)->first; at != 0; at = visits[at].next) {
-      nodes.push_back(visits[at].child->share());
+      // What `share` does, but the document is at hand.
+      nodes.push_back(std::const_pointer_cast<XmlNode>(
+          std::shared_ptr<const XmlNode>(document, visits[at].child)));
     }
   }
 }
