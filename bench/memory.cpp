@@ -93,7 +93,7 @@ void report(const Shape& shape, std::size_t size) {
 int main() {
   for (const Shape& shape : shapes()) {
     if (shape.grows) {
-      for (const std::size_t size : {100, 1'000, 10'000, 100'000}) {
+      for (const std::size_t size : {100UL, 1'000UL, 10'000UL, 100'000UL}) {
         report(shape, size);
       }
     } else {

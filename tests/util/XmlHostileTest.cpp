@@ -196,7 +196,7 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
 TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
   const std::string entity = "<!ENTITY eacute '&#233;'><!ENTITY co '<b>Caf&eacute; &amp; Co</b>'>";
   const std::string paragraph = "<p>" + repeated("&eacute;t&eacute; &co;, ", 20) + "</p>";
-  for (const int count : {1, 1000}) {
+  for (const std::size_t count : {1U, 1000U}) {
     SCOPED_TRACE(count);
     EXPECT_EQ(refusal(doctype(entity, inA(repeated(paragraph, count)))), "accepted");
   }
@@ -206,7 +206,9 @@ TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
 }
 
 TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
-  const auto nested = [](int depth) { return repeated("<a>", depth) + repeated("</a>", depth); };
+  const auto nested = [](std::size_t depth) {
+    return repeated("<a>", depth) + repeated("</a>", depth);
+  };
   const auto attributes = [](int count) { return "<a" + numbered(" b", "=''", count) + "/>"; };
   const auto declared = [](int count) {
     return doctype("<!ATTLIST a" + numbered(" b", " CDATA ''", count) + ">");
