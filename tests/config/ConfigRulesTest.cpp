@@ -9,10 +9,8 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using test::rootOf;
-using test::show;
-using test::thrownBy;
-using testing::ElementsAre;
+using namespace test;
+using namespace testing;
 
 using Node = std::shared_ptr<util::XmlNode>;
 using Bad = std::invalid_argument;
@@ -32,97 +30,74 @@ TEST(ConfigRules, NameWhatIsNull) {
 }
 
 TEST(ConfigRules, AttributeValuesAreSqueezedAndTrimmed) {
-  const struct {
-    const char* attributes;
-    const char* namespaceUri;
-    const char* value;
-  } cases[] = {
-      {"", nullptr, "-"},
-      {"a=' &#9;&#10;&#13; '", nullptr, ""},
-      {"a='  x \t y&#10;&#10;z '", nullptr, "x y z"},
-      {"a='&#xA0;x&#x2003;&#x2003;y'", nullptr, "\xC2\xA0x\xE2\x80\x83\xE2\x80\x83y"},
-      {"A='x' p:a='x'", nullptr, "-"},
-      {"a='plain'", "urn:p", "-"},
-      {"a='plain' p:a=' spaced '", "urn:p", "spaced"},
-      {"p:a='spaced' a='plain'", nullptr, "plain"},
+  const auto value = [](const char* namespaceUri) {
+    return [namespaceUri](const std::string& attributes) {
+      const Node node = rootOf("<e xmlns:p='urn:p' " + attributes + "/>");
+      return show(rules().getSingleAttributeValue(node, namespaceUri, "a"));
+    };
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.attributes);
-    const Node node = rootOf(std::string("<e xmlns:p='urn:p' ") + c.attributes + "/>");
-    EXPECT_EQ(show(rules().getSingleAttributeValue(node, c.namespaceUri, "a")), c.value);
-  }
+  const Row inNone[] = {{"", "-"},
+                        {"a=' &#9;&#10;&#13; '", ""},
+                        {"a='  x \t y&#10;&#10;z '", "x y z"},
+                        {"a='&#xA0;x&#x2003;&#x2003;y'", "\xC2\xA0x\xE2\x80\x83\xE2\x80\x83y"},
+                        {"A='x' p:a='x'", "-"},
+                        {"p:a='spaced' a='plain'", "plain"}};
+  expectRows(inNone, value(nullptr));
+  expectRows("a='plain' => -  a='plain' p:a=' spaced ' => spaced", value("urn:p"));
 }
 
 TEST(ConfigRules, DisplayableAttributesCarryTheLanguageAndDirectionInScope) {
-  const struct {
-    const char* attributes;
-    const char* value;
-  } cases[] = {
-      {"", "-"},
-      {"a=' '", "he/rlo"},
-      {"a=' x  y '", "he/rlo[he/rlo:x y]"},
-      {"a='x' xml:lang='en' dir='rtl'", "en/rtl[en/rtl:x]"},
-      {"a='x' xml:lang='' dir='auto'", "/rlo[/rlo:x]"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.attributes);
-    const Node root =
-        rootOf(std::string("<r xml:lang='he' dir='rlo'><e ") + c.attributes + "/></r>");
-    EXPECT_EQ(show(rules().getSingleDisplayableAttributeValue(root->getFirstElementChild(), nullptr,
-                                                              "a")),
-              c.value);
-  }
+  const Row cases[] = {{"", "-"},
+                       {"a=' '", "he/rlo"},
+                       {"a=' x  y '", "he/rlo[he/rlo:x y]"},
+                       {"a='x' xml:lang='en' dir='rtl'", "en/rtl[en/rtl:x]"},
+                       {"a='x' xml:lang='' dir='auto'", "/rlo[/rlo:x]"}};
+  expectRows(cases, [](const std::string& attributes) {
+    const Node root = rootOf("<r xml:lang='he' dir='rlo'><e " + attributes + "/></r>");
+    return show(
+        rules().getSingleDisplayableAttributeValue(root->getFirstElementChild(), nullptr, "a"));
+  });
 }
 
 TEST(ConfigRules, TheNearestValidDirectionCounts) {
-  using Text = util::LocalizableString;
-  const struct {
-    const char* outer;
-    const char* inner;
-    Text::Direction direction;
-  } cases[] = {
-      {"", "", Text::LTR},
-      {"", "dir='RTL'", Text::LTR},
-      {"", "dir='rtl'", Text::RTL},
-      {"", "dir='lro'", Text::LRO},
-      {"", "dir='rlo'", Text::RLO},
-      {"dir='rtl'", "dir='ltr'", Text::LTR},
-      {"dir='rtl'", "", Text::RTL},
-      {"dir='rtl'", "dir=' ltr'", Text::RTL},
-      {"dir='rtl'", "dir=''", Text::RTL},
+  const auto inner = [](const std::string& attributes) {  // "of an ancestor | of the element"
+    const std::size_t bar = attributes.find('|');
+    const Node outer = rootOf("<a " + attributes.substr(0, bar) + "><b><c " +
+                              attributes.substr(bar + 1) + "/></b></a>");
+    static constexpr const char* NAMES[] = {"ltr", "rtl", "lro", "rlo"};
+    return std::string(NAMES[rules().determineDirectionality(
+        outer->getFirstElementChild()->getFirstElementChild())]);
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.outer) + " | " + c.inner);
-    const Node outer = rootOf(std::string("<a ") + c.outer + "><b><c " + c.inner + "/></b></a>");
-    EXPECT_EQ(
-        rules().determineDirectionality(outer->getFirstElementChild()->getFirstElementChild()),
-        c.direction);
-  }
+  expectRows(R"(| => ltr  | dir='RTL' => ltr  | dir='rtl' => rtl  | dir='lro' => lro
+                | dir='rlo' => rlo  dir='rtl' | dir='ltr' => ltr  dir='rtl' | => rtl
+                dir='rtl' | dir=' ltr' => rtl  dir='rtl' | dir='' => rtl)",
+             inner);
 }
 
 TEST(ConfigRules, TextContentKeepsTheLanguageAndDirectionOfEachPart) {
-  const struct {
-    const char* content;
-    bool normalize;
-    const char* text;
-  } cases[] = {
-      {"", true, "/ltr"},  // an element without children takes nothing from what is in scope
-      {"<!-- -->", true, "en/rtl"},
-      {" ", true, "en/rtl"},
-      {" a \n\t b ", true, "en/rtl[en/rtl:a b]"},
-      {" a \n\t b ", false, "en/rtl[en/rtl: a \n\t b ]"},
-      {"a <b xml:lang='he' dir='ltr'> c <i dir='x'>d</i></b> e", true,
-       "en/rtl[en/rtl:a ][he/ltr:c ][he/ltr:d][en/rtl: e]"},
-      {"a<b xml:lang=''>b</b>", false, "en/rtl[en/rtl:a][/rtl:b]"},
-      {"a<!-- x --><?p x?><![CDATA[<b>]]>&amp;", false, "en/rtl[en/rtl:a][en/rtl:<b>&]"},
-      {"&#xA0;a&#x2003;&#x3000;b&#x85;", true, "en/rtl[en/rtl:a b]"},
-      {" <b> </b> a ", true, "en/rtl[en/rtl:a]"},
+  const auto text = [](bool normalize) {
+    return [normalize](const std::string& content) {
+      const Node node = rootOf("<e xml:lang='en' dir='rtl'>" + content + "</e>");
+      return show(rules().getTextContent(node, normalize));
+    };
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.content);
-    const Node node = rootOf(std::string("<e xml:lang='en' dir='rtl'>") + c.content + "</e>");
-    EXPECT_EQ(show(rules().getTextContent(node, c.normalize)), c.text);
-  }
+  const Row normalized[] = {
+      {"", "/ltr"},  // an element without children takes nothing from what is in scope
+      {"<!-- -->", "en/rtl"},
+      {" ", "en/rtl"},
+      {" a \n\t b ", "en/rtl[en/rtl:a b]"},
+      {"a <b xml:lang='he' dir='ltr'> c <i dir='x'>d</i></b> e",
+       "en/rtl[en/rtl:a ][he/ltr:c ][he/ltr:d][en/rtl: e]"},
+      {"&#xA0;a&#x2003;&#x3000;b&#x85;", "en/rtl[en/rtl:a b]"},
+      {" <b> </b> a ", "en/rtl[en/rtl:a]"},
+  };
+  expectRows(normalized, text(true));
+  const Row kept[] = {
+      {" a \n\t b ", "en/rtl[en/rtl: a \n\t b ]"},
+      {"a<b xml:lang=''>b</b>", "en/rtl[en/rtl:a][/rtl:b]"},
+      {"a<!-- x --><?p x?><![CDATA[<b>]]>&amp;", "en/rtl[en/rtl:a][en/rtl:<b>&]"},
+  };
+  expectRows(kept, text(false));
 }
 
 TEST(ConfigRules, NamesAndNamespacesMatchByteForByte) {
@@ -142,26 +117,15 @@ TEST(ConfigRules, NamesAndNamespacesMatchByteForByte) {
 }
 
 TEST(ConfigRules, OnlyANodesOwnLanguageIsExplicit) {
-  const struct {
-    const char* attributes;
-    bool any, en, empty;
-  } cases[] = {
-      {"", false, false, false},
-      {"lang='en'", false, false, false},
-      {"xml:lang=''", false, false, true},
-      {"xml:lang='en'", true, true, false},
-      {"xml:lang='EN'", true, false, false},
-      {"xml:lang='en-us'", true, false, false},
-      {"xml:lang=' en'", true, false, false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.attributes);
-    const Node root = rootOf(std::string("<r xml:lang='en'><e ") + c.attributes + "/></r>");
-    const Node node = root->getFirstElementChild();
-    EXPECT_EQ(rules().xmlNodeHasExplicitLang(node), c.any);
-    EXPECT_EQ(rules().xmlNodeHasExplicitLang(node, "en"), c.en);
-    EXPECT_EQ(rules().xmlNodeHasExplicitLang(node, ""), c.empty);
-  }
+  expectRows(R"(=>  lang='en' =>  xml:lang='' => empty  xml:lang='en' => any en
+                xml:lang='EN' => any  xml:lang='en-us' => any  xml:lang=' en' => any)",
+             [](const std::string& attributes) {
+               const Node root = rootOf("<r xml:lang='en'><e " + attributes + "/></r>");
+               const Node node = root->getFirstElementChild();
+               return std::string(rules().xmlNodeHasExplicitLang(node) ? "any" : "") +
+                      (rules().xmlNodeHasExplicitLang(node, "en") ? " en" : "") +
+                      (rules().xmlNodeHasExplicitLang(node, "") ? "empty" : "");
+             });
 }
 
 TEST(ConfigRules, BooleansAreTrueAndFalseInSoManyWords) {

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
-#include <map>
 #include <stdexcept>
 
 #include "tests/support/ConfigReader.h"
@@ -13,16 +12,8 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using test::asset;
-using test::extension;
-using test::named;
-using test::read;
-using test::Reader;
-using test::thrownBy;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
-using testing::UnorderedElementsAre;
+using namespace test;
+using namespace testing;
 
 using P = NimbrelConfigParser;
 
@@ -49,75 +40,66 @@ std::size_t effects(const Config& record) {
 }
 
 TEST(ExtensionElements, StopAtTheFirstMalformedChildAndKeepWhatWasRead) {
-  struct Element {
-    bool (P::*handler)(const std::shared_ptr<util::XmlNode>&);
-    std::string good;  // a child that complies
-  };
-  const std::map<std::string, Element> elements = {
-      {"cookiejar", {&P::processCookieJar, asset("persistent", "true")}},
-      {"auth", {&P::processAuth, asset("any", "token")}},
-      {"network", {&P::processNetwork, asset("maxConnections", "1")}},
-      {"settings", {&P::processSettings, setting("inspector", "yes")}},
-      {"chrome", {&P::processChrome, asset("configureSearchBar", "none")}},
-      {"gestures", {&P::processGestures, named("param", "tap", "yes")}},
-      {"permissions", {&P::processPermissions, named("permission", "a", "no")}},
-      {"messaging", {&P::processMessaging, named("app", "a", "yes")}},
-      {"resources", {&P::processLocalResources, asset("LocalStorageQuota", "1")}}};
-  const struct {
-    const char* element;
-    std::string bad;
-    const char* message;
-  } cases[] = {{"cookiejar", "<tavlo:x/>", "tavlo:cookiejar is missing tavlo:asset element "},
-               {"cookiejar", "<asset key='a' value='b'/>",
-                "tavlo:cookiejar is missing tavlo:asset element "},
-               {"cookiejar", "<tavlo:asset key='a'/>",
-                "tavlo:cookie, missing attributes for tavlo:asset element"},
-               {"auth", "<tavlo:Asset/>", "tavlo:auth is missing tavlo:asset element "},
-               {"auth", "<tavlo:asset value='token'/>",
-                "tavlo:auth, missing attributes for tavlo:asset element"},
-               {"network", "<errorPage src='a'/>", "tavlo:network unknown sub element"},
-               {"network", "<tavlo:errorPage/>",
-                "tavlo:network, missing 'src' attribute for tavlo:errorPage element"},
-               {"network", "<tavlo:asset tavlo:key='a' value='b'/>",
-                "tavlo:network, missing attributes for tavlo:asset element"},
-               {"settings", "<tavlo:asset/>", "tavlo:settings unknown sub element"},
-               {"settings", "<tavlo:setting name='a'/>",
-                "tavlo:settings, missing attributes for tavlo:settings element\n"},
-               {"chrome", "<tavlo:setting/>", "tavlo:chrome unknown sub element"},
-               {"chrome", "<tavlo:asset key='a'/>",
-                "tavlo:chrome, missing attributes for tavlo:asset element"},
-               {"gestures", "<param name='a' value='b'/>", "Invalid gesture's param format"},
-               {"gestures", "<tavlo:param name='a' properties='p'/>",
-                "tavlo:network, missing attributes for tavlo:asset element"},
-               {"permissions", "<tavlo:app/>", "Invalid permissions param format"},
-               {"permissions", "<tavlo:permission value='no'/>",
-                "tavlo:permission, missing attribute name for tavlo:permission element"},
-               {"messaging", "<tavlo:permission/>", "tavlo:messaging unknown sub element"},
-               {"messaging", "<tavlo:app name='b'/>",
-                "tavlo:messaging, missing attributes for tavlo:messaging element"},
-               {"resources", "<tavlo:setting/>", "tavlo:resources unknown sub element"},
-               {"resources", "<tavlo:asset key='a'/>",
-                "tavlo:resources, missing attributes for tavlo:resources element"}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.element + c.bad);
-    const auto& [handler, good] = elements.at(c.element);
+  const auto expect = [](const std::string& element,
+                         bool (P::*handler)(const std::shared_ptr<util::XmlNode>&),
+                         const std::string& good, const std::vector<Row>& faults) {
     const auto node = [&](const std::string& children) {
-      return test::rootOf(test::widget(extension(c.element, children)))->getFirstElementChild();
+      return rootOf(widget(extension(element, children)))->getFirstElementChild();
     };
-    Reader reader;
-    EXPECT_FALSE((reader.*handler)(node(c.bad)));  // there is no record yet
-    reader.read("");
-    EXPECT_FALSE((reader.*handler)(nullptr));
-    EXPECT_TRUE((reader.*handler)(node(" x <!-- y -->" + good + "<?p?>")));
-    EXPECT_EQ(reader.getErrorText(), "");
-    EXPECT_EQ(effects(reader.record()), 1U);
-    EXPECT_FALSE((reader.*handler)(node(c.bad)));
+    for (const auto& [bad, message] : faults) {
+      SCOPED_TRACE(element + bad);
+      Reader reader;
+      EXPECT_FALSE((reader.*handler)(node(bad)));  // there is no record yet
+      reader.read("");
+      EXPECT_FALSE((reader.*handler)(nullptr));
+      EXPECT_TRUE((reader.*handler)(node(" x <!-- y -->" + good + "<?p?>")));
+      EXPECT_EQ(reader.getErrorText(), "");
+      EXPECT_EQ(effects(reader.record()), 1U);
+      EXPECT_FALSE((reader.*handler)(node(bad)));
 
-    EXPECT_EQ(effects(*reader.read(extension(c.element, good + c.bad))), 1U);
-    EXPECT_EQ(reader.getErrorText(), c.message);
-    EXPECT_EQ(reader.record().elements().size(), 1U);
-    EXPECT_EQ(effects(*reader.read(extension(c.element, c.bad + good))), 0U);
-  }
+      EXPECT_EQ(effects(*reader.read(extension(element, good + bad))), 1U);
+      EXPECT_EQ(reader.getErrorText(), message);
+      EXPECT_EQ(reader.record().elements().size(), 1U);
+      EXPECT_EQ(effects(*reader.read(extension(element, bad + good))), 0U);
+    }
+  };
+  expect("cookiejar", &P::processCookieJar, asset("persistent", "true"),
+         {{"<tavlo:x/>", "tavlo:cookiejar is missing tavlo:asset element "},
+          {"<asset key='a' value='b'/>", "tavlo:cookiejar is missing tavlo:asset element "},
+          {"<tavlo:asset key='a'/>", "tavlo:cookie, missing attributes for tavlo:asset element"}});
+  expect(
+      "auth", &P::processAuth, asset("any", "token"),
+      {{"<tavlo:Asset/>", "tavlo:auth is missing tavlo:asset element "},
+       {"<tavlo:asset value='token'/>", "tavlo:auth, missing attributes for tavlo:asset element"}});
+  expect(
+      "network", &P::processNetwork, asset("maxConnections", "1"),
+      {{"<errorPage src='a'/>", "tavlo:network unknown sub element"},
+       {"<tavlo:errorPage/>", "tavlo:network, missing 'src' attribute for tavlo:errorPage element"},
+       {"<tavlo:asset tavlo:key='a' value='b'/>",
+        "tavlo:network, missing attributes for tavlo:asset element"}});
+  expect("settings", &P::processSettings, setting("inspector", "yes"),
+         {{"<tavlo:asset/>", "tavlo:settings unknown sub element"},
+          {"<tavlo:setting name='a'/>",
+           "tavlo:settings, missing attributes for tavlo:settings element\n"}});
+  expect("chrome", &P::processChrome, asset("configureSearchBar", "none"),
+         {{"<tavlo:setting/>", "tavlo:chrome unknown sub element"},
+          {"<tavlo:asset key='a'/>", "tavlo:chrome, missing attributes for tavlo:asset element"}});
+  expect("gestures", &P::processGestures, named("param", "tap", "yes"),
+         {{"<param name='a' value='b'/>", "Invalid gesture's param format"},
+          {"<tavlo:param name='a' properties='p'/>",
+           "tavlo:network, missing attributes for tavlo:asset element"}});
+  expect("permissions", &P::processPermissions, named("permission", "a", "no"),
+         {{"<tavlo:app/>", "Invalid permissions param format"},
+          {"<tavlo:permission value='no'/>",
+           "tavlo:permission, missing attribute name for tavlo:permission element"}});
+  expect("messaging", &P::processMessaging, named("app", "a", "yes"),
+         {{"<tavlo:permission/>", "tavlo:messaging unknown sub element"},
+          {"<tavlo:app name='b'/>",
+           "tavlo:messaging, missing attributes for tavlo:messaging element"}});
+  expect("resources", &P::processLocalResources, asset("LocalStorageQuota", "1"),
+         {{"<tavlo:setting/>", "tavlo:resources unknown sub element"},
+          {"<tavlo:asset key='a'/>",
+           "tavlo:resources, missing attributes for tavlo:resources element"}});
 }
 
 TEST(CookieJar, EachKeyRaisesItsFlagForTrueAlone) {
@@ -457,7 +439,7 @@ TEST(Export, PathsThatAreMadeToCollideAreRefusedBeforeTheyCostMuch) {
   for (int i = 0; i < 5000; ++i) {
     children += "<export resource='" + std::to_string(i) + "'/>";
   }
-  const auto root = test::rootOf(test::widget(children));
+  const auto root = rootOf(widget(children));
   int kept = 0;
   for (auto child = root->getFirstElementChild(); child; child = child->getNextElementSibling()) {
     kept += reader.processExport(child) ? 1 : 0;
@@ -470,7 +452,7 @@ TEST(Export, PathsThatAreMadeToCollideAreRefusedBeforeTheyCostMuch) {
 
 TEST(Export, TheFirstOfAPathWins) {
   Reader reader;
-  EXPECT_FALSE(reader.processExport(test::rootOf("<export resource='a'/>")));
+  EXPECT_FALSE(reader.processExport(rootOf("<export resource='a'/>")));
   const auto record = reader.read(
       "<tavlo:export resource=' a  b '/><tavlo:export resource='c'/><tavlo:export resource='c'/>"
       "<tavlo:export resource=' '/><tavlo:export resource='C'><tavlo:bad/></tavlo:export>");

@@ -4,13 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdarg>
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "tests/support/ConfigReader.h"
+#include "tests/support/FakeSyslog.h"
 #include "util/Log.h"
+#include "util/StringUtil.h"
 
 namespace {
 
@@ -19,79 +19,40 @@ struct Density {
   int value;
 };
 
-struct Host {
-  std::vector<std::string> events;  // "7 D app:site:message:", "density"
-  std::vector<std::string> formats;
-  std::vector<Density> densities = {{-1, 0}};  // the answers to come; the last one stays
-};
-
-Host& host() {
-  static Host instance;
-  return instance;
-}
-
-void takeLine(int priority, const char* format, std::va_list arguments) {
-  std::string line(200000, '\0');
-  const int size = std::vsnprintf(line.data(), line.size(), format, arguments);
-  line.resize(static_cast<std::size_t>(size));
-  host().events.push_back(std::to_string(priority) + " " + line);
-  host().formats.emplace_back(format);
+/// The answers to come; the last one stays.
+std::vector<Density>& densities() {
+  static std::vector<Density> answers;
+  return answers;
 }
 
 }  // namespace
 
-#pragma GCC visibility push(default)
-extern "C" {
-
-const char* APP_ID = "the.host";
-std::uint32_t g_quillo_log_mask = 0;
-
-int corvel_get_int(const char* group, const char* name, int* status, int defaultValue) {
+extern "C" __attribute__((visibility("default"))) int corvel_get_int(const char* group,
+                                                                     const char* name, int* status,
+                                                                     int defaultValue) {
   EXPECT_EQ(std::string(group) + "/" + name, "screen/dpi");
   EXPECT_EQ(*status, 0);
   EXPECT_EQ(defaultValue, 0);
-  host().events.emplace_back("density");
-  std::vector<Density>& answers = host().densities;
-  const Density answer = answers.front();
-  if (answers.size() > 1) {
-    answers.erase(answers.begin());
+  orvane::nimbrel::test::logged().lines.emplace_back("density");
+  const Density answer = densities().front();
+  if (densities().size() > 1) {
+    densities().erase(densities().begin());
   }
   *status = answer.status;
   return answer.value;
 }
 
-void syslog(int priority, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  takeLine(priority, format, arguments);
-  va_end(arguments);
-}
-
-/// What `syslog` becomes in a build with _FORTIFY_SOURCE.
-void __syslog_chk(int priority, int /*flag*/, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  takeLine(priority, format, arguments);
-  va_end(arguments);
-}
-}
-#pragma GCC visibility pop
-
 namespace orvane::nimbrel::config {
 namespace {
 
-using test::asset;
-using test::extension;
-using test::named;
-using test::Reader;
-using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
+using namespace test;
+using namespace testing;
 
 class LogLines : public testing::Test {
  protected:
   void SetUp() override {
-    host() = Host();
+    logged() = {};
+    densities() = {{-1, 0}};
     APP_ID = "the.host";
     g_quillo_log_mask = util::LOG_MASK_DEBUG;
   }
@@ -99,9 +60,9 @@ class LogLines : public testing::Test {
 
   /// What happens while a widget document with these children is read.
   static std::vector<std::string> eventsOf(const std::string& children) {
-    host().events.clear();
+    logged().lines.clear();
     Reader().read(children);
-    return host().events;
+    return logged().lines;
   }
 };
 
@@ -151,10 +112,10 @@ TEST_F(LogLines, ReachSyslogByteForByte) {
 
 TEST_F(LogLines, OfNetworkComeBeforeTheSettingActsAndOfOthersAfter) {
   EXPECT_ANY_THROW(eventsOf(extension("network", asset("maxConnections", ""))));
-  EXPECT_THAT(host().events, ElementsAre("7 D the.host:NimbrelConfigParser::processNetwork:"
-                                         "key = maxConnections, value = :"));
+  EXPECT_THAT(logged().lines, ElementsAre("7 D the.host:NimbrelConfigParser::processNetwork:"
+                                          "key = maxConnections, value = :"));
   EXPECT_ANY_THROW(eventsOf(extension("resources", asset("LocalStorageQuota", ""))));
-  EXPECT_THAT(host().events, IsEmpty());
+  EXPECT_THAT(logged().lines, IsEmpty());
 }
 
 TEST_F(LogLines, ReadTheApplicationIdEachTime) {
@@ -173,13 +134,13 @@ TEST_F(LogLines, EvaluateNothingWhileTheirBitIsClear) {
     NIMBREL_LOG_DEBUG("site", "n = %d", argument());
   }
   EXPECT_EQ(evaluated, 0);
-  EXPECT_THAT(host().events, IsEmpty());
+  EXPECT_THAT(logged().lines, IsEmpty());
   g_quillo_log_mask = util::LOG_MASK_DEBUG;
   NIMBREL_LOG_DEBUG("site", "n = %d", argument());
   NIMBREL_LOG_WARNING("some_key", "never");
   g_quillo_log_mask = util::LOG_MASK_WARNING;
   NIMBREL_LOG_WARNING("some_key", "text");
-  EXPECT_THAT(host().events,
+  EXPECT_THAT(logged().lines,
               ElementsAre("7 D the.host:site:n = 1:", "4 W the.host:some_key:text:"));
 }
 
@@ -207,7 +168,7 @@ TEST_F(LogLines, HostileValuesTouchNeitherFormatNorLine) {
                                  "value='%s%n%1$*2$d 100%\r\n7 D x:y:z:&#10;'/>")),
               ElementsAre("7 D the.host:XmlConfigParser::processCookieJar:"
                           "key = a b, value = %s%n%1$*2$d 100% 7 D x:y:z::"));
-  EXPECT_THAT(host().formats, ElementsAre("D %s:%s:key = %s, value = %s:"));
+  EXPECT_THAT(logged().formats, ElementsAre("D %s:%s:key = %s, value = %s:"));
   // What else is in them is passed on as it is, in any length.
   const std::string odd = "\x7F\xC2\x85\xE2\x80\xA8" + std::string(100000, 'x');
   EXPECT_THAT(
@@ -226,59 +187,40 @@ TEST_F(LogLines, DensityIsAskedOnceForEachSettingsElementBeforeItsChildren) {
 }
 
 TEST_F(LogLines, TheDensityDecidesWhichFontSizeCounts) {
-  const auto font = [](const std::string& suffix, const std::string& value) {
-    return named("setting", "defaultFontSize" + suffix, value);
-  };
-  const std::string invalid = "Invalid defaultFontSize value : ";
-  const std::vector<Density> at300 = {{0, 300}};
-  const std::vector<Density> unknown = {{1, 300}};
-  const struct {
-    std::vector<Density> densities;
-    std::vector<std::string> elements;
-    int size;
-    std::string error;
-  } cases[] = {
-      {at300, {font("", "20") + font("300", "24")}, 24, ""},
-      {at300, {font("300", "24") + font("", "20")}, 24, ""},
-      {at300, {font("300", "24") + font("300", "26")}, 26, ""},
-      {at300, {font("", "20") + font("", "22")}, 20, ""},
-      {at300, {font("", "20"), font("", "22")}, 20, ""},
-      {at300, {font("", "0") + font("", "22")}, 22, invalid + "0"},
-      {at300, {font("", "20") + font("", "0")}, 20, ""},  // not looked at
-      {at300, {font("300", "24") + font("300", "-1")}, 24, invalid + "-1"},
-      {at300,
-       {font("160", "9") + font("0300", "9") + font(" 300", "9") + font("3000", "9")},
-       0,
-       ""},
-      {unknown, {font("", "20") + font("", "22")}, 22, ""},
-      {unknown, {font("", "20") + font("", "x")}, 20, invalid + "x"},
-      {unknown, {font("300", "24") + font("0", "25")}, 0, ""},
-      {{{-5, 0}}, {font("", "20"), font("", "22")}, 22, ""},
-      {{{0, 0}}, {font("0", "9") + font("", "20")}, 9, ""},
-      {{{0, -1}}, {font("", "20") + font("-1", "9") + font("1", "8")}, 9, ""},
-      {{{0, -2147483647 - 1}}, {font("-2147483648", "9")}, 9, ""},
-      {{{0, 300}, {0, 160}},
-       {font("300", "24") + font("160", "1"), font("300", "2") + font("160", "16")},
-       16,
-       ""},
-      {{{0, 300}, {1, 0}},
-       {font("", "20") + font("", "21"), font("", "22") + font("300", "2")},
-       22,
-       ""},
-      {{{1, 0}, {0, 300}}, {font("", "20") + font("", "21"), font("", "22")}, 21, ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.elements) + " at " +
-                 std::to_string(c.densities.front().value));
-    host().densities = c.densities;
+  // "status/value ..." of the densities | "suffix=size ..." of each element => size and any error
+  const auto sizeFor = [](const std::string& row) {
+    densities().clear();
     std::string children;
-    for (const std::string& element : c.elements) {
-      children += extension("settings", element);
+    for (const std::string& part : zel::util::StringUtil::split(row, '|')) {
+      std::string settings;
+      for (const std::string& entry : zel::util::StringUtil::split(part, ' ')) {
+        const std::size_t at = entry.find_first_of("/=");
+        if (at != std::string::npos && entry[at] == '/') {
+          densities().push_back({std::stoi(entry), std::stoi(entry.substr(at + 1))});
+        } else if (at != std::string::npos) {
+          settings +=
+              named("setting", "defaultFontSize" + entry.substr(0, at), entry.substr(at + 1));
+        }
+      }
+      children += settings.empty() ? "" : extension("settings", settings);
     }
     Reader reader;
-    EXPECT_EQ(reader.read(children)->getAppSettings().defaultFontSize, c.size);
-    EXPECT_EQ(reader.getErrorText(), c.error);
-  }
+    const int size = reader.read(children)->getAppSettings().defaultFontSize;
+    return std::to_string(size) + (reader.getErrorText().empty() ? "" : " ") +
+           reader.getErrorText();
+  };
+  expectRows(R"(
+      0/300 | =20 300=24 => 24  0/300 | 300=24 =20 => 24  0/300 | 300=24 300=26 => 26
+      0/300 | =20 =22 => 20  0/300 | =20 | =22 => 20  0/300 | =20 =0 => 20
+      0/300 | =0 =22 => 22 Invalid defaultFontSize value : 0
+      0/300 | 300=24 300=-1 => 24 Invalid defaultFontSize value : -1
+      0/300 | 160=9 0300=9 &#32;300=9 3000=9 => 0
+      1/300 | =20 =22 => 22  1/300 | =20 =x => 20 Invalid defaultFontSize value : x
+      1/300 | 300=24 0=25 => 0  -5/0 | =20 | =22 => 22  0/0 | 0=9 =20 => 9
+      0/-1 | =20 -1=9 1=8 => 9  0/-2147483648 | -2147483648=9 => 9
+      0/300 0/160 | 300=24 160=1 | 300=2 160=16 => 16
+      0/300 1/0 | =20 =21 | =22 300=2 => 22  1/0 0/300 | =20 =21 | =22 => 21)",
+             sizeFor);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
+#include "tests/support/Checks.h"
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
 #include "util/UnicodeUtilICU.h"
@@ -93,19 +94,6 @@ inline std::string show(unsigned int number) {
 template <typename T>
 std::string show(const util::Option<T>& option) {
   return option ? show(option.get()) : "-";
-}
-
-/// What a call throws: the text of an `Exception`, or a complaint.
-template <typename Exception, typename Call>
-std::string thrownBy(Call call) {
-  try {
-    call();
-  } catch (const Exception& thrown) {
-    return thrown.what();
-  } catch (...) {
-    return "(another exception)";
-  }
-  return "(nothing thrown)";
 }
 
 }  // namespace orvane::nimbrel::test

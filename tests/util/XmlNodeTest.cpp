@@ -1,5 +1,3 @@
-#include <thread>
-
 #include "tests/support/AllocationCount.h"
 #include "tests/util/XmlTestSupport.h"
 
@@ -108,31 +106,6 @@ TEST(XmlNode, KeepsItsDocumentAliveAndCostsNoAllocation) {
   EXPECT_EQ(again, b);
   EXPECT_EQ(none, nullptr);
   EXPECT_EQ(text->contentView(), "text");
-}
-
-TEST(XmlNode, IsReadAndMadeOnManyThreadsAtOnce) {
-  const auto shared = parseRoot("<a xml:lang='en'><b x='1'>text</b></a>");
-  const XmlParserLibXml parser;
-  const std::string document = "<!DOCTYPE r [<!ENTITY e '<i/>'>]><r>&e;<p:q/></r>";
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
-    threads.emplace_back([&, t] {
-      for (int i = 0; i < 200; ++i) {
-        const auto b = shared->getFirstElementChild();
-        EXPECT_EQ(valueOf(b->getAttribute("x")) + b->getXmlLang(), "1en");
-        if (t % 2 == 0) {
-          const auto made = parser.parse(
-              document.data(), static_cast<unsigned int>(document.size()), nullptr, nullptr);
-          EXPECT_EQ(outline(made->getDocumentElement().get()), "r[i[]p:q[]]");
-        } else {
-          EXPECT_EQ(refusal("<a>\n</b>"), "2:5: Opening and ending tag mismatch: a line 1 and b");
-        }
-      }
-    });
-  }
-  for (std::thread& thread : threads) {
-    thread.join();
-  }
 }
 
 }  // namespace

@@ -1,10 +1,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <syslog.h>
 
-#include <cstdarg>
-#include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <set>
@@ -12,8 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Checks.h"
+#include "tests/support/FakeSyslog.h"
 #include "tests/widgetid/Mungers.h"
-#include "tests/widgetid/Refusal.h"
 #include "util/Log.h"
 #include "widgetid/FilenameWidgetIdParser.h"
 #include "widgetid/PelloWidgetIdParser.h"
@@ -33,11 +30,6 @@ std::set<const void*>& liveUris() {
   return uris;
 }
 
-std::vector<std::string>& lines() {
-  static std::vector<std::string> all;
-  return all;
-}
-
 template <typename F>
 F* next(const char* name) {
   return reinterpret_cast<F*>(dlsym(RTLD_NEXT, name));
@@ -50,20 +42,11 @@ void* keep(void* uri) {
   return uri;
 }
 
-void record(int priority, const char* format, va_list arguments) {
-  char text[1000];
-  (void)std::vsnprintf(text, sizeof text, format, arguments);
-  lines().push_back(std::to_string(priority) + " " + text);
-}
-
 }  // namespace
 
 extern "C" {
 
 #define REPLACES __attribute__((visibility("default")))
-
-const char* APP_ID = "host";
-std::uint32_t g_quillo_log_mask = 0;
 
 REPLACES void* soup_uri_new(const char* text) {
   if (failBase && std::strcmp(text, "http://") == 0) {
@@ -97,26 +80,13 @@ REPLACES void g_free(void* memory) {
   }
   next<void(void*)>("g_free")(memory);
 }
-
-REPLACES void syslog(int pri, const char* fmt, ...) {
-  va_list arguments;
-  va_start(arguments, fmt);
-  record(pri, fmt, arguments);
-  va_end(arguments);
-}
-
-// What syslog is when the C library's checks are compiled in.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl*): the C library chose the name.
-REPLACES void __syslog_chk(int priority, int /*flag*/, const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  record(priority, format, arguments);
-  va_end(arguments);
-}
 }
 
 namespace orvane::zel::config {
 namespace {
+
+using nimbrel::test::logged;
+using nimbrel::test::thrownBy;
 
 using nimbrel::util::LOG_MASK_DEBUG;
 using nimbrel::util::LOG_MASK_WARNING;
@@ -132,7 +102,7 @@ class Faults : public testing::Test {
     EXPECT_TRUE(liveUris().empty());
     failBase = failEscape = false;
     setLogMask(0);
-    lines().clear();
+    logged() = {};
   }
 };
 
@@ -140,44 +110,45 @@ TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
   failBase = true;
   setLogMask(LOG_MASK_WARNING);
   const PelloWidgetIdParser parser(uriMunger, filenameMunger);
-  EXPECT_EQ(lines(),
-            std::vector<std::string>{
-                "4 W host:pellowidgetidparserimpl_nodefaultbaseuri:soup_uri_new failed to create "
-                "our default base URI. Calls to PelloWidgetIdParserImpl.getDefaultBaseURI will "
-                "throw a runtime_error.:"});
+  EXPECT_EQ(
+      logged().lines,
+      std::vector<std::string>{
+          "4 W the.host:pellowidgetidparserimpl_nodefaultbaseuri:soup_uri_new failed to create "
+          "our default base URI. Calls to PelloWidgetIdParserImpl.getDefaultBaseURI will "
+          "throw a runtime_error.:"});
   EXPECT_EQ(parser.deriveWidgetIdAuthority("http://h/a"), "{h%2Fa}");
   EXPECT_EQ(parser.deriveDirectoryName("http://h/a"), "{<h>/a}");
   for (const char* id : {"app", "http:foo"}) {
-    EXPECT_EQ(refusal<std::runtime_error>([&] { (void)parser.deriveWidgetIdAuthority(id); }),
+    EXPECT_EQ(thrownBy<std::runtime_error>([&] { (void)parser.deriveWidgetIdAuthority(id); }),
               "soup_uri_new failed to create our default base URI.");
-    EXPECT_EQ(refusal<std::runtime_error>([&] { (void)parser.deriveDirectoryName(id); }),
+    EXPECT_EQ(thrownBy<std::runtime_error>([&] { (void)parser.deriveDirectoryName(id); }),
               "soup_uri_new failed to create our default base URI.");
   }
-  EXPECT_EQ(lines().size(), 1U);
+  EXPECT_EQ(logged().lines.size(), 1U);
 }
 
 TEST_F(Faults, NoWarningIsWrittenWhenItIsNotAskedForOrNotDue) {
   setLogMask(LOG_MASK_WARNING);
   const PelloWidgetIdParser sound(uriMunger, filenameMunger);
   failBase = true;
-  EXPECT_EQ(refusal<std::invalid_argument>([] { PelloWidgetIdParser(nullptr, filenameMunger); }),
+  EXPECT_EQ(thrownBy<std::invalid_argument>([] { PelloWidgetIdParser(nullptr, filenameMunger); }),
             "uriMunger cannot be NULL.");
-  EXPECT_EQ(refusal<std::invalid_argument>([] { PelloWidgetIdParser(uriMunger, nullptr); }),
+  EXPECT_EQ(thrownBy<std::invalid_argument>([] { PelloWidgetIdParser(uriMunger, nullptr); }),
             "filenameMunger cannot be NULL.");
   setLogMask(LOG_MASK_DEBUG);
   const PelloWidgetIdParser quiet(uriMunger, filenameMunger);
-  EXPECT_EQ(lines(), std::vector<std::string>());
+  EXPECT_EQ(logged().lines, std::vector<std::string>());
 }
 
 TEST_F(Faults, AFailedEscapeIsReportedByEachParserInItsWay) {
   failEscape = true;
   const PelloWidgetIdParser pello(uriMunger, filenameMunger);
-  EXPECT_EQ(refusal<WidgetIdError>([&] { (void)pello.deriveWidgetIdAuthority("http://h/"); }),
+  EXPECT_EQ(thrownBy<WidgetIdError>([&] { (void)pello.deriveWidgetIdAuthority("http://h/"); }),
             "g_uri_escape_string failed to encode the widget identifier. Cannot derive a canonical "
             "identifier from the widget identifier.");
   EXPECT_EQ(pello.deriveDirectoryName("http://h/"), "{<h>}");
   const FilenameWidgetIdParser filename(filenameMunger);
-  EXPECT_EQ(refusal<std::runtime_error>([&] { (void)filename.deriveWidgetIdAuthority("a.wgt"); }),
+  EXPECT_EQ(thrownBy<std::runtime_error>([&] { (void)filename.deriveWidgetIdAuthority("a.wgt"); }),
             "g_uri_escape_string failed to encode the filename. Cannot derive an authority from "
             "the widget identifier.");
 }
@@ -189,11 +160,11 @@ TEST_F(Faults, NothingLeaksWhenAMungerThrows) {
   const std::size_t bases = liveUris().size();
   EXPECT_EQ(bases, 2U);
   for (const char* id : {"http://h/a", "//h/a"}) {
-    EXPECT_EQ(refusal<std::length_error>([&] { (void)badHost.deriveDirectoryName(id); }),
+    EXPECT_EQ(thrownBy<std::length_error>([&] { (void)badHost.deriveDirectoryName(id); }),
               "URI munger");
-    EXPECT_EQ(refusal<std::length_error>([&] { (void)badName.deriveDirectoryName(id); }),
+    EXPECT_EQ(thrownBy<std::length_error>([&] { (void)badName.deriveDirectoryName(id); }),
               "filename munger");
-    EXPECT_EQ(refusal<std::length_error>([&] { (void)badName.deriveWidgetIdAuthority(id); }),
+    EXPECT_EQ(thrownBy<std::length_error>([&] { (void)badName.deriveWidgetIdAuthority(id); }),
               "filename munger");
     EXPECT_EQ(escapedText, nullptr);
     EXPECT_EQ(liveUris().size(), bases);
@@ -203,7 +174,7 @@ TEST_F(Faults, NothingLeaksWhenAMungerThrows) {
   EXPECT_EQ(badHost.deriveWidgetIdAuthority("app"), "{%2Fapp}");
   EXPECT_EQ(badHost.deriveDirectoryName("urn:app"), "{app}");
   EXPECT_THROW((void)badHost.deriveDirectoryName("http://"), WidgetIdError);
-  EXPECT_EQ(refusal<WidgetIdError>([&] { (void)badHost.deriveWidgetIdAuthority("http:foo"); }),
+  EXPECT_EQ(thrownBy<WidgetIdError>([&] { (void)badHost.deriveWidgetIdAuthority("http:foo"); }),
             "The provided widget id is not a valid URI.");
   EXPECT_EQ(liveUris().size(), bases);
 }

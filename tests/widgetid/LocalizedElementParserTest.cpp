@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/widgetid/Refusal.h"
+#include "tests/support/Checks.h"
 #include "util/ParseException.h"
 #include "widgetid/LocalizedElementParser.h"
 
 namespace orvane::zel::config {
 namespace {
+
+using nimbrel::test::thrownBy;
 
 using Texts = std::map<std::string, std::string>;
 
@@ -25,10 +27,7 @@ std::string widget(const std::string& content) {
 }
 
 TEST(LocalizedElementParser, CollectsTheFirstTextOfEachLanguage) {
-  const struct {
-    const char* content;
-    Texts texts;
-  } cases[] = {
+  const std::pair<const char*, Texts> cases[] = {
       {"", {}},
       {"<name>a</name><name>b</name>", {{"*", "a"}}},
       {"<name xml:lang=''>a</name><name>b</name>", {{"*", "a"}}},
@@ -41,9 +40,8 @@ TEST(LocalizedElementParser, CollectsTheFirstTextOfEachLanguage) {
       {"<x><name>a</name></x><name xmlns=''>b</name><n:name xmlns:n='u'>c</n:name>", {}},
       {"text<name xml:lang='de'>\xC3\xBC</name><?pi?>", {{"de", "\xC3\xBC"}}},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.content);
-    EXPECT_EQ(names(widget(c.content)), c.texts);
+  for (const auto& [content, texts] : cases) {
+    EXPECT_EQ(names(widget(content)), texts) << content;
   }
 }
 
@@ -67,20 +65,16 @@ TEST(LocalizedElementParser, RefusesWhatIsNoDocument) {
   }
   EXPECT_THROW((void)LocalizedElementParser::getLocalizedElementMap(nullptr, 10, "name", true),
                nimbrel::ParseException);
-  EXPECT_EQ(refusal<std::invalid_argument>([] {
+  EXPECT_EQ(thrownBy<std::invalid_argument>([] {
               (void)LocalizedElementParser::getLocalizedElementMap("<", 1, nullptr, true);
             }),
             "elementName cannot be NULL");
 }
 
 TEST(LocalizedElementParser, SaysWhereADocumentBreaks) {
-  try {
-    (void)names("<widget>\n <name></widget>");
-    FAIL();
-  } catch (const nimbrel::ParseException& exception) {
-    EXPECT_EQ(exception.line, 2U);
-    EXPECT_STRNE(exception.what(), "");
-  }
+  EXPECT_EQ(nimbrel::test::refusalBy<nimbrel::ParseException>(
+                [] { (void)names("<widget>\n <name></widget>"); }),
+            "2:17: Opening and ending tag mismatch: name line 2 and widget");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/widgetid/Refusal.h"
+#include "tests/support/Checks.h"
 #include "widgetid/BasicWidgetId.h"
 #include "widgetid/PelloWidgetIdParser.h"
 #include "widgetid/ProductionWidgetId.h"
@@ -15,6 +15,8 @@
 
 namespace orvane::zel::config {
 namespace {
+
+using nimbrel::test::thrownBy;
 
 class FakeParser : public WidgetIdParser {
  public:
@@ -36,21 +38,15 @@ class FakeParser : public WidgetIdParser {
 
 TEST(BasicWidgetId, RefusesBadArgumentsInOrder) {
   const auto parser = std::make_shared<FakeParser>();
-  const struct {
-    const char* id;
-    std::shared_ptr<WidgetIdParser> parser;
-    const char* text;
-  } cases[] = {
-      {nullptr, nullptr, "id cannot be NULL."},
-      {nullptr, parser, "id cannot be NULL."},
-      {"", nullptr, "id cannot be the empty string."},
-      {"", parser, "id cannot be the empty string."},
-      {"x", nullptr, "idParser cannot be NULL."},
+  using Parser = std::shared_ptr<WidgetIdParser>;
+  const auto refusal = [](const char* id, const Parser& idParser) {
+    return thrownBy<std::invalid_argument>([&] { BasicWidgetId(id, idParser); });
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text);
-    EXPECT_EQ(refusal<std::invalid_argument>([&] { BasicWidgetId(c.id, c.parser); }), c.text);
+  for (const Parser& any : {Parser(), Parser(parser)}) {
+    EXPECT_EQ(refusal(nullptr, any), "id cannot be NULL.");
+    EXPECT_EQ(refusal("", any), "id cannot be the empty string.");
   }
+  EXPECT_EQ(refusal("x", nullptr), "idParser cannot be NULL.");
   EXPECT_EQ(parser->calls, "");
 }
 
@@ -73,7 +69,7 @@ TEST(BasicWidgetId, AsksItsParserOnceForEachNameAndDoesNotKeepIt) {
 TEST(BasicWidgetId, StopsAtTheFirstNameThatIsRefused) {
   const auto parser = std::make_shared<FakeParser>();
   parser->fails = true;
-  EXPECT_EQ(refusal<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");
+  EXPECT_EQ(thrownBy<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");
   EXPECT_EQ(parser->calls, "a");
 }
 
@@ -85,9 +81,9 @@ TEST(ProductionWidgetId, IsItsOwnNameUnchanged) {
     EXPECT_STREQ(id.toDirectoryName(), text);
     EXPECT_STREQ(id.topLevelApplicationDataDirectory(), ".mirelda");
   }
-  EXPECT_EQ(refusal<std::invalid_argument>([] { ProductionWidgetId(nullptr); }),
+  EXPECT_EQ(thrownBy<std::invalid_argument>([] { ProductionWidgetId(nullptr); }),
             "tavloApplicationId cannot be NULL.");
-  EXPECT_EQ(refusal<std::invalid_argument>([] { ProductionWidgetId(""); }),
+  EXPECT_EQ(thrownBy<std::invalid_argument>([] { ProductionWidgetId(""); }),
             "tavloApplicationId cannot be the empty string.");
 }
 
