@@ -252,6 +252,8 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
   }
 }
 
+// By value, so that a caller's list may change while handlers run.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
   const WalkScope scope(indexes);

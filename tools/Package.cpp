@@ -12,7 +12,7 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr std::size_t MAXIMUM_SIZE = 16 * 1024 * 1024;
+constexpr std::size_t MAXIMUM_SIZE = std::size_t{16} * 1024 * 1024;
 
 struct DiscardArchive {
   void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
