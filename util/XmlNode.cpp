@@ -117,6 +117,16 @@ std::string_view XmlNode::attributeView(std::string_view name,
   return {};
 }
 
+std::size_t XmlNode::attributeCount() const noexcept {
+  return type_ == ELEMENT ? size_ : 0;
+}
+
+XmlNode::Attribute XmlNode::attributeAt(std::size_t index) const noexcept {
+  const internal::XmlAttribute& attribute = data_.element->attributes()[index];
+  return {attribute.name->view(), viewOf(attribute.name->namespaceUri),
+          {attribute.value, attribute.valueSize}};
+}
+
 std::string_view XmlNode::xmlLangView() const noexcept {
   for (const XmlNode* node = this; node != nullptr; node = node->parent_) {
     const std::string_view lang = node->attributeView("lang", XML_NAMESPACE_URI);

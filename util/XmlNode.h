@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -75,6 +76,16 @@ class NIMBREL_UTIL_API XmlNode {
   /// `namespaceUri` with null data asks for an attribute without namespace.
   [[nodiscard]] std::string_view attributeView(std::string_view name,
                                                std::string_view namespaceUri = {}) const noexcept;
+  /// An attribute without copying. `namespaceUri` has null data when there is none.
+  struct Attribute {
+    std::string_view name;  ///< the local name
+    std::string_view namespaceUri;
+    std::string_view value;
+  };
+  /// The number of attributes of an element, namespace declarations left out; 0 for other nodes.
+  [[nodiscard]] std::size_t attributeCount() const noexcept;
+  /// An attribute by its place among `attributeCount()` in document order.
+  [[nodiscard]] Attribute attributeAt(std::size_t index) const noexcept;
   /// The language that `getXmlLang()` gives, without copying; empty when none applies.
   [[nodiscard]] std::string_view xmlLangView() const noexcept;
   /// The first child node of any type, or null.
