@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "config/Api.h"
+#include "config/Finding.h"
+
+namespace orvane::nimbrel::config {
+
+/// What a finding code means, for those who explain it to authors.
+struct FindingKind {
+  FindingCode code;
+  /// Stable name in lower case with hyphens, such as "repeated-icon".
+  std::string_view name;
+  FindingLevel level;
+  /// What happens, in one sentence.
+  std::string_view summary;
+  /// A document that gives this finding to a user agent for English and German: the children of the
+  /// root, or a whole document if it begins with "<widget".
+  std::string_view bad;
+  /// The same mended.
+  std::string_view mended;
+};
+
+/// The kind of a code. For any thread; never throws.
+[[nodiscard]] NIMBREL_CONFIG_API const FindingKind& findingKind(FindingCode code) noexcept;
+
+/// All kinds, in the order of their codes. Throws only `std::bad_alloc`. For any thread.
+[[nodiscard]] NIMBREL_CONFIG_API std::vector<FindingKind> findingKinds();
+
+/// "error", "warning" or "note". For any thread; never throws.
+[[nodiscard]] NIMBREL_CONFIG_API std::string_view findingLevelName(FindingLevel level) noexcept;
+
+}  // namespace orvane::nimbrel::config
