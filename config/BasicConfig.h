@@ -18,8 +18,9 @@ namespace orvane::nimbrel::config {
 
 /// The concrete record: plain data that the parser fills. It validates nothing.
 ///
-/// It owns every member; kept elements share the document. Copyable. Const members may run on
-/// several threads at once while nobody changes it.
+/// It owns every member; kept elements share the document. Copyable: an assignment that throws
+/// leaves a usable record, some of whose fields are the new ones (basic guarantee). Const members
+/// may run on several threads at once while nobody changes it.
 class NIMBREL_CONFIG_API BasicConfig : public Config {
  public:
   /// A record with the defaults that `Config` names.

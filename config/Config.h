@@ -20,7 +20,8 @@ class Element;
 ///
 /// A field that the document does not set, or sets to a value that its rule drops, keeps the
 /// default that is named with it. References stay valid as long as the record. Const members may
-/// run on several threads at once. Only `getElements` throws.
+/// run on several threads at once. Only `getElements` throws, and changes nothing then (strong
+/// guarantee).
 class NIMBREL_CONFIG_API Config {
  public:
   /// Who made the application.

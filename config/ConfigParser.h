@@ -12,7 +12,9 @@ namespace orvane::nimbrel::config {
 
 /// Turns a configuration document into a record. `createConfigParser` makes one.
 ///
-/// One parser serves one thread at a time; its records may be read from any thread.
+/// One parser serves one thread at a time; its records may be read from any thread. After a parse
+/// that throws, the parser may be used again and earlier records are as they were (basic
+/// guarantee).
 class NIMBREL_CONFIG_API ConfigParser {
  public:
   /// A document was refused as a whole. `what()` is one line.

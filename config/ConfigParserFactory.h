@@ -15,7 +15,7 @@ namespace orvane::nimbrel::config {
 ///     auto record = parser->parse("config.xml", nullptr);
 ///
 /// `userAgentLocales` are language tags, most preferred first, written exactly as documents write
-/// them in `xml:lang`. Throws only `std::bad_alloc`. For any thread.
+/// them in `xml:lang`. Throws only `std::bad_alloc`, and leaves nothing then. For any thread.
 [[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<ConfigParser> createConfigParser(
     const std::vector<std::string>& userAgentLocales);
 

@@ -17,7 +17,8 @@ namespace orvane::nimbrel::config {
 /// A value: copies share the Unicode service and nothing else. Const members may run on several
 /// threads at once if the service allows it (ours does). A null node is refused with
 /// `std::invalid_argument` "node cannot be NULL"; a null `namespaceUri` means "no namespace". Each
-/// operation on a shared pointer has a twin on a reference, for walking without counting.
+/// operation on a shared pointer has a twin on a reference, for walking without counting. What
+/// throws changes nothing (strong guarantee).
 class NIMBREL_CONFIG_API ConfigRules {
  public:
   /// Throws `std::invalid_argument` "unicodeUtil cannot be NULL" for a null service.

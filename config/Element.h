@@ -14,8 +14,9 @@ namespace orvane::nimbrel::config {
 /// An XML element kept in the record, so that consumers can read what the parser does not
 /// interpret, by the same rules as the parser.
 ///
-/// It shares its node, and with it the document. Copyable. Const members may run on several
-/// threads at once. It throws only `std::bad_alloc` after construction.
+/// It shares its node, and with it the document. Copyable. Const members may run on several threads
+/// at once. It throws only `std::bad_alloc` after construction, and changes nothing then (strong
+/// guarantee).
 class NIMBREL_CONFIG_API Element {
  public:
   /// Throws `std::invalid_argument` "node cannot be NULL" for a null node.

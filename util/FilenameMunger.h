@@ -11,7 +11,8 @@ class NIMBREL_UTIL_API FilenameMunger {
  public:
   virtual ~FilenameMunger();
 
-  /// Rewrites `name`, any bytes, in place. May throw; callers pass on what it throws.
+  /// Rewrites `name`, any bytes, in place. May throw, with `name` usable whatever it holds then
+  /// (basic guarantee); callers pass on what it throws.
   virtual void munge(std::string& name) = 0;
 
  protected:

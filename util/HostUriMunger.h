@@ -40,7 +40,7 @@ class NIMBREL_UTIL_API HostUriMunger : public UriMunger {
   ~HostUriMunger() override;
 
   /// The name of `host`: NUL-terminated, any bytes, null counts as empty. Throws only
-  /// `std::bad_alloc`.
+  /// `std::bad_alloc`, and changes nothing (strong guarantee).
   std::string munge(const char* host) override;
 };
 

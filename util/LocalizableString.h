@@ -17,9 +17,10 @@ namespace orvane::nimbrel::util {
 ///       base LTR, tag "en";  runs: {"Chess ", LTR, "en"}, {"שחמט", RTL, "he"}
 ///
 /// A value: copies are independent but for the shared Unicode service. All text is UTF-8; bytes
-/// that are none pass through and count as no white space. Const members may run on several
-/// threads at once: nothing is computed or cached while reading. Members that change the text
-/// give the strong guarantee: when memory runs out they throw `std::bad_alloc` and change nothing.
+/// that are none pass through and count as no white space. Const members may run on several threads
+/// at once: nothing is computed or cached while reading. Members that change the text or assign
+/// another give the strong guarantee: when memory runs out, or the Unicode service throws, they let
+/// that out and have changed nothing.
 class NIMBREL_UTIL_API LocalizableString {
  public:
   /// A base direction. The values are fixed: records carry them on as numbers.

@@ -61,8 +61,9 @@ class StackAllocator {
 ///
 /// It owns its value. It holds one exactly when `operator bool` says so; "None" is the state
 /// without one, and the default. Every operation that copies a value lets through what the copy
-/// throws and then leaves None, unless it says otherwise. Assigning an option to itself, or the
-/// value to the option that holds it, changes nothing. Const members may run on several threads.
+/// throws and then leaves None (basic guarantee); `get` changes nothing. Assigning an option to
+/// itself, or the value to the option that holds it, changes nothing. Const members may run on
+/// several threads.
 template <typename T>
 class Option {
  public:

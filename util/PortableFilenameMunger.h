@@ -42,7 +42,7 @@ class NIMBREL_UTIL_API PortableFilenameMunger : public FilenameMunger {
   ~PortableFilenameMunger() override;
 
   /// Replaces `name`, any bytes, NUL included, by its name. Throws only `std::bad_alloc`, with
-  /// `name` untouched.
+  /// `name` untouched (strong guarantee).
   void munge(std::string& name) override;
 };
 

@@ -10,7 +10,8 @@ namespace orvane::zel::util {
 
 /// Helpers on byte strings. White space is the six ASCII characters that the C locale's `isspace`
 /// knows (U+0020 and U+0009 to U+000D), whatever locale the host has set; bytes from 0x80 up are
-/// never white space. Stateless, for any thread; they throw only `std::bad_alloc`.
+/// never white space. Stateless, for any thread. `trim` and `squeeze` never throw; the others throw
+/// only `std::bad_alloc` and change nothing (strong guarantee).
 class NIMBREL_UTIL_API StringUtil {
  public:
   StringUtil() = delete;

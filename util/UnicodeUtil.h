@@ -12,7 +12,8 @@ class NIMBREL_UTIL_API UnicodeUtil {
   virtual ~UnicodeUtil();
 
   /// Whether a code point has Unicode's White_Space property. False for what is no code point.
-  /// Never asked for ASCII, whose white space is fixed: U+0009 to U+000D and U+0020.
+  /// Never asked for ASCII, whose white space is fixed: U+0009 to U+000D and U+0020. May throw;
+  /// ours does not.
   [[nodiscard]] virtual bool isWhiteSpace(char32_t codePoint) const = 0;
 
  protected:

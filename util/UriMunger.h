@@ -11,7 +11,8 @@ class NIMBREL_UTIL_API UriMunger {
  public:
   virtual ~UriMunger();
 
-  /// The rewritten host. `host` is NUL-terminated, any bytes. May throw; callers pass that on.
+  /// The rewritten host. `host` is NUL-terminated, any bytes. May throw, with the munger as usable
+  /// as before (basic guarantee); callers pass that on.
   virtual std::string munge(const char* host) = 0;
 
  protected:

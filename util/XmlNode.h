@@ -23,7 +23,8 @@ struct XmlElementData;
 /// Nodes live inside their document. A shared pointer to a node keeps the document alive and costs
 /// no heap allocation; null means "none". The members that hand out plain pointers and views are
 /// for walking a tree without counting references: what they give lives as long as the document.
-/// Immutable: any number of threads may read at once. All text is UTF-8.
+/// Immutable: any number of threads may read at once. All text is UTF-8. What copies throws only
+/// `std::bad_alloc`, and changes nothing (strong guarantee).
 class NIMBREL_UTIL_API XmlNode {
  public:
   /// The values of `getNodeType()`.

@@ -8,7 +8,8 @@ namespace orvane::nimbrel::util {
 
 /// Makes a document of bytes; a host may put its own source of documents behind it.
 ///
-/// Const members may run on several threads at once.
+/// Const members may run on several threads at once. A parse that throws leaves nothing behind and
+/// the parser as it was (strong guarantee).
 class NIMBREL_UTIL_API XmlParser {
  public:
   virtual ~XmlParser();

@@ -15,7 +15,8 @@ class NIMBREL_CONFIG_API BasicWidgetId : public WidgetId {
  public:
   /// Derives the authority, then the directory name; the parser is not kept. Throws
   /// `std::invalid_argument` "id cannot be NULL.", "id cannot be the empty string." or "idParser
-  /// cannot be NULL.", tested in this order, and whatever the parser throws.
+  /// cannot be NULL.", tested in this order, and whatever the parser throws; then there is no
+  /// object, and the parser is as it was (strong guarantee).
   BasicWidgetId(const char* id, std::shared_ptr<WidgetIdParser> idParser);
   ~BasicWidgetId() override;
 

@@ -18,7 +18,8 @@ class NIMBREL_CONFIG_API LocalizedElementParser {
   ///
   /// Reads `size` bytes at `buffer`, which is not kept. Throws `ParseException` for what is no
   /// well-formed document, `ConfigParser::ConfigException` "Document root is null" when there is no
-  /// root, `std::invalid_argument` for a null `elementName`. For any thread.
+  /// root, `std::invalid_argument` for a null `elementName`; nothing is left then (strong
+  /// guarantee). For any thread.
   [[nodiscard]] static std::map<std::string, std::string> getLocalizedElementMap(
       const char* buffer, unsigned int size, const char* elementName, bool normalize);
 };

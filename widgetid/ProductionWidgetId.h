@@ -12,7 +12,8 @@ namespace orvane::zel::config {
 class NIMBREL_CONFIG_API ProductionWidgetId : public WidgetId {
  public:
   /// Throws `std::invalid_argument` "tavloApplicationId cannot be NULL." or "tavloApplicationId
-  /// cannot be the empty string.". Nothing else is checked and nothing is changed.
+  /// cannot be the empty string.". Nothing else is checked and nothing is changed. When it throws
+  /// there is no object (strong guarantee).
   explicit ProductionWidgetId(const char* tavloApplicationId);
   ~ProductionWidgetId() override;
 

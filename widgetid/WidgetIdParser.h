@@ -9,7 +9,8 @@ namespace orvane::zel::config {
 /// Derives an application's names from its identifier.
 ///
 /// Implementations are immutable: const members may run on several threads at once as far as the
-/// mungers they were built with allow it (ours do).
+/// mungers they were built with allow it (ours do). What throws has changed nothing (strong
+/// guarantee), as far as the mungers keep to that (ours do).
 class NIMBREL_CONFIG_API WidgetIdParser {
  public:
   virtual ~WidgetIdParser();

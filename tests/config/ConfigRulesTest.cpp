@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "config/ConfigRules.h"
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 
 namespace orvane::nimbrel::config {

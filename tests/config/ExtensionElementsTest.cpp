@@ -6,6 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "util/Log.h"
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/FakeSyslog.h"
 #include "util/Log.h"

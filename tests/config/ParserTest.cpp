@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "config/ConfigParserFactory.h"
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "util/ParseException.h"
 #include "util/StringUtil.h"

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 
 namespace orvane::nimbrel::config {

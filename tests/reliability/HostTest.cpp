@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
 #include "util/HostUriMunger.h"
@@ -49,8 +50,8 @@ TEST(Host, MayShutLibXmlDownAndStartItAgainAroundUs) {
 
 // The file that is opened next takes the number of standard error; nothing may be written there.
 TEST(Host, WritesNothingWhereStandardErrorWas) {
-  char path[] = "/tmp/nimbrel-stderr-XXXXXX";
-  const int file = mkstemp(path);
+  std::string path = testing::TempDir() + "nimbrel-stderr-XXXXXX";
+  const int file = mkstemp(path.data());
   ASSERT_GE(file, 0);
   const int kept = dup(STDERR_FILENO);
   ASSERT_EQ(dup2(file, STDERR_FILENO), STDERR_FILENO);
@@ -67,7 +68,7 @@ TEST(Host, WritesNothingWhereStandardErrorWas) {
   ASSERT_EQ(fstat(file, &status), 0);
   EXPECT_EQ(status.st_size, 0);
   close(file);
-  unlink(path);
+  unlink(path.c_str());
 }
 
 // GLib would keep every scheme that libsoup does not know until the process ends.

@@ -7,13 +7,12 @@
 
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
-#include "tests/support/Checks.h"
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/XmlParserLibXml.h"
 
-// Verbs for tests that turn documents into records.
+// Verbs for tests, and for programs without a test framework, that turn documents into records.
 namespace orvane::nimbrel::test {
 
 /// The root element of a whole document; it keeps the document alive.
