@@ -1,8 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-
 #include "config/BasicConfig.h"
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"

@@ -1,10 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <iterator>
 #include <limits>
-#include <stdexcept>
 
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"

@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -8,6 +6,7 @@
 #include <locale>
 #include <sstream>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 
 namespace orvane::nimbrel::config {

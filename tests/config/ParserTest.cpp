@@ -1,9 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <fstream>
-#include <stdexcept>
 
 #include "config/ConfigParserFactory.h"
 #include "tests/support/Checks.h"

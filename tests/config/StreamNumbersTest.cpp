@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <locale>
 #include <random>
 #include <sstream>
 
 #include "config/StreamNumbers.h"
+#include "tests/support/Checks.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::config::internal {

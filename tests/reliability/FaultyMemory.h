@@ -1,10 +1,9 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <exception>
 #include <new>
-#include <string>
+
+#include "tests/support/Checks.h"
 
 // A program that includes FaultyMemory.cpp has its memory counted, and can have it run out: that of
 // operator new, of libxml2 and of ICU. GLib's is left alone: GLib ends the process.

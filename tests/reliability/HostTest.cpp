@@ -1,6 +1,5 @@
 // What a host does to its process while it uses the library.
 
-#include <gtest/gtest.h>
 #include <libxml/globals.h>
 #include <libxml/parser.h>
 #include <malloc.h>
@@ -8,8 +7,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <memory>
-#include <string>
 
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"

@@ -1,11 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <functional>
-#include <iterator>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "config/ConfigParserFactory.h"
 #include "tests/reliability/FaultyMemory.h"
@@ -26,11 +19,6 @@ using util::LocalizableString;
 using zel::config::BasicWidgetId;
 
 const char* const EVERYTHING = NIMBREL_EXAMPLES "/config.xml";
-
-std::string contentsOf(const char* path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// Parses with each allocation failing in turn, and the same again without a failure after each.
 /// `parse` returns the record of the reader that it is given.
@@ -56,7 +44,7 @@ long failEachAllocationOfAParse(
 }
 
 TEST(OutOfMemory, AParseThrowsAndSucceedsTheNextTime) {
-  const std::string xml = contentsOf(EVERYTHING);
+  const std::string xml = contentOf(EVERYTHING);
   EXPECT_GT(failEachAllocationOfAParse([&](Reader& reader) { return reader.document(xml); }), 50);
   EXPECT_GT(
       failEachAllocationOfAParse([](Reader& reader) { return reader.parse(EVERYTHING, nullptr); }),

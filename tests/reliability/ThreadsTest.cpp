@@ -1,16 +1,12 @@
 // Worth most under the thread sanitizer, which fails these tests on any race.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
-#include <memory>
-#include <string>
 #include <thread>
-#include <vector>
 
+#include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
 #include "util/HostUriMunger.h"

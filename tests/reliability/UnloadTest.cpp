@@ -1,11 +1,11 @@
 // Linked to none of the libraries: they come with the module, and stay when it goes.
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include <fstream>
-#include <string>
+
+#include "tests/support/Checks.h"
 
 namespace {
 

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
-// Checks that many tests have in common.
+// Checks that many tests have in common, with the frameworks and types that nearly all use.
 namespace orvane::nimbrel::test {
 
 /// An input and what it must yield.
@@ -63,6 +69,40 @@ std::string refusalBy(Call call) {
     return std::to_string(e.line) + ":" + std::to_string(e.column) + ": " + e.what();
   }
   return "accepted";
+}
+
+inline std::string repeated(std::string_view text, std::size_t count) {
+  std::string all;
+  all.reserve(text.size() * count);
+  for (; count > 0; --count) {
+    all += text;
+  }
+  return all;
+}
+
+inline std::string lowerAscii(std::string text) {
+  for (char& byte : text) {
+    byte = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+  }
+  return text;
+}
+
+/// Calls with every string of 1 to `length` bytes of the alphabet until a check is fatal.
+template <typename Call>
+void forEachString(std::string_view alphabet, int length, const Call& call,
+                   const std::string& stem = "") {
+  for (std::size_t i = 0; i < alphabet.size() && !testing::Test::HasFatalFailure(); ++i) {
+    call(stem + alphabet[i]);
+    if (length > 1) {
+      forEachString(alphabet, length - 1, call, stem + alphabet[i]);
+    }
+  }
+}
+
+/// All bytes of a file.
+inline std::string contentOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace orvane::nimbrel::test

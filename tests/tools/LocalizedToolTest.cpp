@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/tools/Tool.h"
 
 namespace nimbrel_test {
@@ -10,23 +8,19 @@ const std::string DOCUMENT = widget(
     "2J </name><name>late</name>");
 
 TEST(LocalizedTool, PrintsOneTextForEachLanguage) {
-  const struct {
-    std::vector<std::string> options;
-    const char* expected;
-  } cases[] = {
-      {{}, "*   Maps\nde  Karten \\u009b2J\n"},
-      {{"--raw"}, "*   Maps\nde   Karten\n    \\u009b2J \n"},
-      {{"--format", "json"}, "{\n  \"*\": \"Maps\",\n  \"de\": \"Karten \\u009b2J\"\n}\n"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.expected);
-    std::vector<std::string> arguments = {"localized"};
-    arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-    arguments.insert(arguments.end(), {"name", "-"});
+  const Row rows[] = {
+      {"", "*   Maps\nde  Karten \\u009b2J\n"},
+      {"--raw", "*   Maps\nde   Karten\n    \\u009b2J \n"},
+      {"--format=json", "{\n  \"*\": \"Maps\",\n  \"de\": \"Karten \\u009b2J\"\n}\n"}};
+  expectRows(rows, [](const std::string& option) {
+    std::vector<std::string> arguments = {"localized", "name", "-"};
+    if (!option.empty()) {
+      arguments.push_back(option);
+    }
     const Outcome outcome = run(arguments, DOCUMENT);
     EXPECT_EQ(outcome.status, 0) << outcome.error;
-    EXPECT_EQ(outcome.out, c.expected);
-  }
+    return outcome.out;
+  });
 }
 
 TEST(LocalizedTool, ReadsFilesAndTellsWhyItCannot) {

@@ -1,10 +1,4 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <zip.h>
-
-#include <fstream>
-#include <iterator>
-#include <utility>
 
 #include "tests/tools/Tool.h"
 
@@ -37,8 +31,7 @@ std::string package(const std::vector<Entry>& entries) {
     }
   }
   EXPECT_EQ(zip_close(archive), 0);
-  std::ifstream made(file.path(), std::ios::binary);
-  return {std::istreambuf_iterator<char>(made), {}};
+  return contentOf(file.path());
 }
 
 std::string replaceAll(std::string text, const std::string& from, const std::string& to) {

@@ -1,51 +1,8 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 
 #include "tests/tools/Tool.h"
 
 namespace nimbrel_test {
 namespace {
-
-std::string contentOf(const std::string& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-TEST(RecordJson, AnEmptyDocumentGivesEveryKeyInItsOrder) {
-  EXPECT_EQ(show(widget("")), Json::parse(R"({
-    "author": null, "features": [], "icons": [], "startFile": null, "description": null,
-    "height": null, "width": null, "id": null, "license": null, "name": null, "preferences": [],
-    "shortName": null, "windowModes": [], "userAgentLocales": ["*"], "version": null,
-    "tavloApplicationId": null, "tavloApplicationVersion": null, "accessRequestList": [],
-    "cookieJarSettings": {"persistent": false, "usePrivateCookies": false,
-      "useDeviceCookies": false, "useAuthCookies": false, "useAccessToken": false,
-      "useAuthCookiesForRegionalStack": false},
-    "orvnAuthMode": 0,
-    "netSettings": {"userAgents": [], "httpHeaders": [], "errorPage": "", "overrideProxy": "",
-      "idleConnectionsTimeout_sec": 25, "maxConnectionsPerHost": 8, "maxConnections": 24,
-      "maxConnectionsPerProxy": 24, "maxKeepAliveProxyConnections": 8, "initialDNS": false,
-      "enableCaching": false, "enableWrsProxy": false, "allowTlsFallback": false},
-    "gestureSettings": {"flick": {"enabled": false, "properties": ""},
-      "swipe": {"enabled": false, "properties": ""}, "drag": {"enabled": false, "properties": ""},
-      "pinchzoom": {"enabled": false, "properties": ""},
-      "tap": {"enabled": false, "properties": ""},
-      "multi_tap": {"enabled": false, "properties": ""},
-      "hold": {"enabled": false, "properties": ""}},
-    "appPermissions": {}, "chromeSettings": "system",
-    "appSettings": {"internetRequired": false, "defaultFontSize": 0, "minimumFontSize": -1,
-      "enforce96DPI": false, "flattenFrames": false, "zoomFactor": 0.0, "saveContext": true,
-      "debug": false, "enableW3CStd": false, "disableZelFeatures": false, "inspector": false,
-      "screenReaderSupported": false, "pelloWebViewParserSupported": false},
-    "messagingPermissions": {},
-    "localResources": {"otherSettings": {}, "localStorageQuota": 0, "localStoragePath": "",
-      "databaseStorage": false, "databaseStorageQuota": 0, "databaseStoragePath": "",
-      "applicationCachePath": "", "applicationCacheQuota": 0, "applicationCacheLoadDelay": 0.0,
-      "allowHTTPSApplicationManifestCrossDomain": false},
-    "exports": [], "elements": [], "errorText": ""})"));
-}
 
 TEST(RecordJson, TheExampleGivesTheRecordThatStandsBesideIt) {
   const std::string path = NIMBREL_EXAMPLES "/config.xml";
@@ -71,12 +28,12 @@ TEST(RecordJson, TheVisitingOrderAndTheErrorTextAreShown) {
                                   "<name xml:lang='en-us'>first</name><x xmlns=''/>"),
                            {"--locale", "en-us"});
   EXPECT_EQ(record["name"]["text"], "first");
-  const Json expected = {
-      {{"name", "name"}, {"namespace", "http://www.w3.org/ns/widgets"}},
-      {{"name", "name"}, {"namespace", "http://www.w3.org/ns/widgets"}},
-      {{"name", "zoo"}, {"namespace", "http://tavlo.example/ns/widget-extensions"}},
-      {{"name", "x"}, {"namespace", nullptr}}};
-  EXPECT_EQ(record["elements"], expected);
+  std::string names;
+  for (const Json& element : record["elements"]) {
+    names += element["name"].dump() + element["namespace"].dump();
+  }
+  EXPECT_EQ(names, R"("name""http://www.w3.org/ns/widgets""name""http://www.w3.org/ns/widgets")"
+                   R"("zoo""http://tavlo.example/ns/widget-extensions""x"null)");
   EXPECT_EQ(record["errorText"],
             "!Error: ConfigParser::processWidgetElements, Found unknown xml element");
 }

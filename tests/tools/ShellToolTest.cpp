@@ -1,8 +1,7 @@
 // What makes the tool fit a shell: several files, single fields, the user's own locales.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "tests/tools/Tool.h"
+#include "util/StringUtil.h"
 
 namespace nimbrel_test {
 namespace {
@@ -18,37 +17,20 @@ TEST(ShowToolFields, OneLineForEachValue) {
       "<t:network><t:asset key='user-agent' value='u'/>"
       "<t:asset key='user-agent' value='v'/></t:network>",
       "id='urn:x' width='12'");
-  const struct {
-    const char* field;
-    const char* text;
-  } cases[] = {
-      {"id", "urn:x\n"},
-      {"width", "12\n"},
-      {"height", ""},  // none, as opposed to the empty value
-      {"preferences.0.value", "\n"},
-      {"name", "Chess x\n"},
-      {"name.runs.1.language", "he\n"},
-      {"description", "one\\ntwo\n"},
-      {"startFile.src", "a.html\n"},
-      {"license.href", ""},
-      {"icons.1.src", "2.png\n"},
-      {"icons.1.width", ""},
-      {"icons.2.src", ""},
-      {"icons.x", ""},
-      {"icons",
-       "{\"src\":\"1.png\",\"height\":null,\"width\":3}\n"
-       "{\"src\":\"2.png\",\"height\":null,\"width\":null}\n"},
-      {"netSettings.userAgents", "u\nv\n"},
-      {"appPermissions.a", "true\n"},
-      {"appPermissions.a.b", "false\n"},
-      {"appPermissions.c", ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.field);
-    const Outcome outcome = run({"show", "--field", c.field, "-"}, document);
-    EXPECT_EQ(outcome.status, 0) << outcome.error;
-    EXPECT_EQ(outcome.out, c.text);
-  }
+  // A value ends with "|"; none has none, as opposed to the empty one.
+  expectRows(
+      "id => urn:x|  width => 12|  height =>  preferences.0.value => |  name => Chess x|  "
+      "name.runs.1.language => he|  description => one\\ntwo|  startFile.src => a.html|  "
+      "license.href =>  icons.1.src => 2.png|  icons.1.width =>  icons.2.src =>  icons.x =>  "
+      "icons => {\"src\":\"1.png\",\"height\":null,\"width\":3}|"
+      "{\"src\":\"2.png\",\"height\":null,\"width\":null}|  netSettings.userAgents => u|v|  "
+      "appPermissions.a => true|  appPermissions.a.b => false|  appPermissions.c =>",
+      [&](const std::string& field) {
+        Outcome outcome = run({"show", "--field", field, "-"}, document);
+        EXPECT_EQ(outcome.status, 0) << outcome.error;
+        std::replace(outcome.out.begin(), outcome.out.end(), '\n', '|');
+        return outcome.out;
+      });
   EXPECT_EQ(run({"show", "--format", "json", "--field", "shortName.text", "-"}, document).out,
             "\"C\"\n");
 }
@@ -79,38 +61,25 @@ TEST(ShowToolFiles, EachIsReadByItselfAndTheWorstDecides) {
   EXPECT_EQ(list[1]["record"]["id"], "urn:2");
 }
 
+std::string localesShown(std::vector<std::string> arguments, const Environment& environment) {
+  arguments.insert(arguments.begin(), {"show", "--field", "userAgentLocales", "-"});
+  std::string locales = run(arguments, widget(""), Stdout::CAPTURED, environment).out;
+  std::replace(locales.begin(), locales.end(), '\n', ' ');
+  return locales.substr(0, locales.size() - 1);
+}
+
 TEST(ShowToolLocales, ComeFromTheEnvironmentUnlessGiven) {
-  const struct {
-    Environment environment;
-    std::vector<std::string> options;
-    const char* locales;
-  } cases[] = {
-      {{}, {}, "*"},
-      {{"LANG=C"}, {}, "*"},
-      {{"LANG=C.UTF-8"}, {}, "*"},
-      {{"LANG=POSIX", "LANGUAGE=de"}, {}, "*"},
-      {{"LANG=de"}, {}, "de *"},
-      {{"LANG=de_AT.UTF-8"}, {}, "de-AT de-at de *"},
-      {{"LANG=sr_RS@latin"}, {}, "sr-Latn-RS sr-latn-rs sr-Latn sr-latn sr *"},
-      {{"LANG=ca_ES.UTF-8@valencia"}, {}, "ca-ES-valencia ca-es-valencia ca-ES ca-es ca *"},
-      {{"LANG=de_AT@euro"}, {}, "de-AT de-at de *"},
-      {{"LANG=es_419"}, {}, "es-419 es *"},
-      {{"LANG=de", "LC_ALL=fr_FR"}, {}, "fr-FR fr-fr fr *"},
-      {{"LANG=de", "LC_MESSAGES=C"}, {}, "*"},
-      {{"LANG=en_US", "LANGUAGE=de_AT:de::en"}, {}, "de-AT de-at de en *"},
-      {{"LANG=../etc"}, {}, "*"},
-      {{"LANG=de_AT"}, {"--locale", "he"}, "he *"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.environment));
-    std::vector<std::string> arguments = {"show", "--field", "userAgentLocales", "-"};
-    arguments.insert(arguments.begin() + 1, c.options.begin(), c.options.end());
-    std::string locales = run(arguments, widget(""), Stdout::CAPTURED, c.environment).out;
-    for (char& character : locales) {
-      character = character == '\n' ? ' ' : character;
-    }
-    EXPECT_EQ(locales, std::string(c.locales) + ' ');
-  }
+  expectRows(
+      "=> *  LANG=C => *  LANG=C.UTF-8 => *  LANG=POSIX LANGUAGE=de => *  LANG=de => de *  "
+      "LANG=de_AT.UTF-8 => de-AT de-at de *  LANG=es_419 => es-419 es *  LANG=../etc => *  "
+      "LANG=sr_RS@latin => sr-Latn-RS sr-latn-rs sr-Latn sr-latn sr *  "
+      "LANG=ca_ES.UTF-8@valencia => ca-ES-valencia ca-es-valencia ca-ES ca-es ca *  "
+      "LANG=de_AT@euro => de-AT de-at de *  LANG=de LC_ALL=fr_FR => fr-FR fr-fr fr *  "
+      "LANG=de LC_MESSAGES=C => *  LANG=en_US LANGUAGE=de_AT:de::en => de-AT de-at de en *",
+      [](const std::string& environment) {
+        return localesShown({}, orvane::zel::util::StringUtil::split(environment, ' '));
+      });
+  EXPECT_EQ(localesShown({"--locale", "he"}, {"LANG=de_AT"}), "he *");
 }
 
 }  // namespace

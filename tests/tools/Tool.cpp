@@ -1,23 +1,13 @@
 #include "tests/tools/Tool.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
 namespace nimbrel_test {
 namespace {
-
-std::string contentOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<char*> pointersTo(std::vector<std::string>& words) {
   std::vector<char*> pointers;
@@ -28,21 +18,14 @@ std::vector<char*> pointersTo(std::vector<std::string>& words) {
   return pointers;
 }
 
-class SpawnActions {
- public:
-  SpawnActions() { posix_spawn_file_actions_init(&actions_); }
-  SpawnActions(const SpawnActions&) = delete;
-  SpawnActions& operator=(const SpawnActions&) = delete;
-  ~SpawnActions() { posix_spawn_file_actions_destroy(&actions_); }
-
-  posix_spawn_file_actions_t* get() { return &actions_; }
-  void open(int descriptor, const std::string& path, int flags) {
-    posix_spawn_file_actions_addopen(&actions_, descriptor, path.c_str(), flags, 0600);
+/// In the child: makes a file, or another open one, the descriptor.
+void redirect(int descriptor, const char* path, int flags) {
+  const int opened = open(path, flags);
+  if (opened < 0 || dup2(opened, descriptor) < 0) {
+    _exit(126);
   }
-
- private:
-  posix_spawn_file_actions_t actions_{};
-};
+  close(opened);
+}
 
 }  // namespace
 
@@ -62,31 +45,9 @@ TemporaryFile::~TemporaryFile() {
 
 Outcome run(const std::vector<std::string>& arguments, const std::string& input, Stdout target,
             Environment environment) {
-  const TemporaryFile inputFile(input);
-  const TemporaryFile outFile("");
-  const TemporaryFile errorFile("");
-  SpawnActions actions;
-  actions.open(STDIN_FILENO, inputFile.path(), O_RDONLY);
-  actions.open(STDERR_FILENO, errorFile.path(), O_WRONLY);
-  int ends[2] = {-1, -1};
-  switch (target) {
-    case Stdout::CAPTURED:
-      actions.open(STDOUT_FILENO, outFile.path(), O_WRONLY);
-      break;
-    case Stdout::CLOSED:
-      posix_spawn_file_actions_addclose(actions.get(), STDOUT_FILENO);
-      break;
-    case Stdout::FULL_DISK:
-      actions.open(STDOUT_FILENO, "/dev/full", O_WRONLY);
-      break;
-    case Stdout::BROKEN_PIPE:
-      if (pipe2(ends, O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
-      }
-      close(ends[0]);
-      posix_spawn_file_actions_adddup2(actions.get(), ends[1], STDOUT_FILENO);
-      break;
-  }
+  const TemporaryFile in(input);
+  const TemporaryFile out("");
+  const TemporaryFile error("");
   std::vector<std::string> words = {NIMBREL_TOOL};
   words.insert(words.end(), arguments.begin(), arguments.end());
   for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LD_LIBRARY_PATH"}) {
@@ -94,19 +55,33 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
       environment.push_back(std::string(name) + '=' + value);
     }
   }
-  std::vector<char*> argv = pointersTo(words);
-  std::vector<char*> envp = pointersTo(environment);
-  pid_t child = 0;
-  if (posix_spawn(&child, NIMBREL_TOOL, actions.get(), nullptr, argv.data(), envp.data()) != 0) {
-    throw std::runtime_error("the tool cannot be started");
+  const std::vector<char*> argv = pointersTo(words);
+  const std::vector<char*> envp = pointersTo(environment);
+  int ends[2] = {-1, -1};
+  if (pipe2(ends, O_CLOEXEC) != 0) {
+    throw std::runtime_error("no pipe");
   }
+  close(ends[0]);
+  const pid_t child = fork();
+  if (child == 0) {
+    redirect(STDIN_FILENO, in.path().c_str(), O_RDONLY);
+    redirect(STDERR_FILENO, error.path().c_str(), O_WRONLY);
+    if (target == Stdout::CLOSED) {
+      close(STDOUT_FILENO);
+    } else if (target == Stdout::BROKEN_PIPE) {
+      dup2(ends[1], STDOUT_FILENO);
+    } else {
+      redirect(STDOUT_FILENO, target == Stdout::CAPTURED ? out.path().c_str() : "/dev/full",
+               O_WRONLY);
+    }
+    execve(NIMBREL_TOOL, argv.data(), envp.data());
+    _exit(126);
+  }
+  close(ends[1]);
   int state = 0;
   waitpid(child, &state, 0);
-  if (ends[1] >= 0) {
-    close(ends[1]);
-  }
-  return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state), contentOf(outFile.path()),
-          contentOf(errorFile.path())};
+  return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state), contentOf(out.path()),
+          contentOf(error.path())};
 }
 
 Json show(const std::string& document, std::vector<std::string> options) {

@@ -1,10 +1,14 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
+
+#include "tests/support/Checks.h"
 
 namespace nimbrel_test {
+
+using orvane::nimbrel::test::contentOf;
+using orvane::nimbrel::test::expectRows;
+using orvane::nimbrel::test::Row;
 
 using Json = nlohmann::ordered_json;
 

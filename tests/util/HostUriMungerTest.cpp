@@ -1,16 +1,11 @@
 #include <arpa/inet.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cstddef>
 #include <random>
-#include <string>
-#include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "tests/support/Checks.h"
-#include "tests/support/Texts.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 

@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include "tests/support/Checks.h"
-#include "tests/support/Texts.h"
 #include "util/IDNConverter.h"
 
 namespace {

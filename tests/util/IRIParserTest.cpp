@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-
 #include "tests/support/Checks.h"
 #include "util/IRIParser.h"
 #include "util/StringUtil.h"

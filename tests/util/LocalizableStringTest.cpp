@@ -1,8 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-#include <utility>
-
 #include "tests/support/Checks.h"
 #include "util/LocalizableString.h"
 #include "util/UnicodeUtilICU.h"

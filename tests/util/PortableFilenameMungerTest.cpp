@@ -1,14 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <random>
-#include <string>
-#include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "tests/support/Checks.h"
-#include "tests/support/Texts.h"
 #include "util/PortableFilenameMunger.h"
 
 namespace orvane::zel::util {

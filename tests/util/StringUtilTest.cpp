@@ -1,6 +1,4 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+#include "tests/support/Checks.h"
 #include "util/StringUtil.h"
 
 namespace {

@@ -1,14 +1,6 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "tests/support/Checks.h"
-#include "tests/support/Texts.h"
 #include "util/ParseException.h"
 #include "util/XmlParserLibXml.h"
 

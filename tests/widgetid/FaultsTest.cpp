@@ -1,12 +1,7 @@
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 
 #include <cstring>
-#include <memory>
 #include <set>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "tests/support/Checks.h"
 #include "tests/support/FakeSyslog.h"

@@ -1,9 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <stdexcept>
-#include <string>
-
 #include "tests/support/Checks.h"
 #include "tests/widgetid/Mungers.h"
 #include "widgetid/FilenameWidgetIdParser.h"

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
-#include <memory>
-#include <string>
-#include <vector>
 
+#include "tests/support/Checks.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"

@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <map>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "tests/support/Checks.h"
 #include "util/ParseException.h"

@@ -1,10 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <utility>
-
 #include "tests/support/Checks.h"
 #include "tests/widgetid/Mungers.h"
 #include "widgetid/PelloWidgetIdParser.h"

@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <cstring>
-#include <memory>
-#include <stdexcept>
-#include <string>
 
 #include "tests/support/Checks.h"
 #include "widgetid/BasicWidgetId.h"
