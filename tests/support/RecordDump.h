@@ -1,9 +1,9 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "config/BasicConfig.h"
@@ -19,75 +19,38 @@ class RecordDump {
     RecordDump dump;
     dump.addAll(record);
     for (const config::Element& element : record.elements()) {
-      dump.add("element", element.getName());
-      dump.add("namespace", element.getNamespace());
-      dump.add("line", element.getNode()->getLineNumber());
-      dump.add("content", element.getTextContent());
+      dump.add("element", element.getName(), element.getNamespace(),
+               element.getNode()->getLineNumber(), element.getTextContent());
     }
     return dump.text_;
   }
 
  private:
-  void addAll(const config::Config& record) {
+  using Config = config::Config;
+
+  void addAll(const Config& record) {
     add("id", record.getId());
-    add("name", record.getName());
-    add("shortName", record.getShortName());
+    add("names", record.getName(), record.getShortName());
     add("description", record.getDescription());
     add("version", record.getVersion());
-    add("height", record.getHeight());
-    add("width", record.getWidth());
-    if (record.getAuthor()) {
-      add("author", record.getAuthor().get().name);
-      add("href", record.getAuthor().get().href);
-      add("email", record.getAuthor().get().email);
-    }
-    if (record.getLicense()) {
-      add("license", record.getLicense().get().text);
-      add("href", record.getLicense().get().href);
-      add("file", record.getLicense().get().file);
-    }
-    if (record.getStartFile()) {
-      add("startFile", record.getStartFile().get().src);
-      add("encoding", record.getStartFile().get().encoding);
-      add("type", record.getStartFile().get().type);
-    }
-    for (const auto& icon : record.getIcons()) {
-      add("icon", icon.src);
-      add("height", icon.height);
-      add("width", icon.width);
-    }
-    for (const auto& preference : record.getPreferences()) {
-      add("preference", preference.name);
-      add("value", preference.value);
-      add("readonly", preference.readonly);
-    }
-    for (const auto& feature : record.getFeatures()) {
-      add("feature", feature.name);
-      add("required", feature.required);
-      for (const auto& [name, value] : feature.params) {
-        add("param", name);
-        add("value", value);
-      }
-    }
-    for (const auto& request : record.getAccessRequestList()) {
-      add("access", request.allOrigins);
-      add("scheme", request.scheme);
-      add("host", request.host);
-      add("port", request.port);
-      add("subdomains", request.subdomains);
-      add("origin", request.element->getSingleAttributeValue("origin"));
-    }
+    add("size", record.getHeight(), record.getWidth());
+    add("author", record.getAuthor());
+    add("license", record.getLicense());
+    add("startFile", record.getStartFile());
+    add("icons", record.getIcons());
+    add("preferences", record.getPreferences());
+    add("features", record.getFeatures());
+    add("access", record.getAccessRequestList());
     add("windowModes", record.getWindowModes());
     add("locales", record.getUserAgentLocales());
-    add("applicationId", record.getTavloApplicationId());
-    add("applicationVersion", record.getTavloApplicationVersion());
+    add("application", record.getTavloApplicationId(), record.getTavloApplicationVersion());
     add("authMode", record.getOrvnAuthMode());
     add("chrome", record.getChromeSettings());
     add("permissions", record.getAppPermissions());
     add("messaging", record.getMessagingPermissions());
-    std::set<std::string> exports;
+    std::map<std::string, std::string> exports;
     for (const auto& [path, entry] : record.getExports()) {
-      exports.insert(path + '\n' + entry.resourcePath);
+      exports[path] = entry.resourcePath;
     }
     add("exports", exports);
     addFields(record.getCookieJarSettings(), tools::COOKIE_JAR_FIELDS);
@@ -102,53 +65,66 @@ class RecordDump {
     tools::forEachField(table, [&](const auto& field) { add(field.name, record.*field.member); });
   }
 
-  void add(const char* name, const std::string& value) {
+  /// A line of values under a name.
+  template <typename... Values>
+  void add(const char* name, const Values&... values) {
     text_ += name;
-    text_ += '[' + std::to_string(value.size()) + "]=" + value + '\n';
+    putAll(values...);
+    text_ += '\n';
   }
+
+  template <typename... Values>
+  void putAll(const Values&... values) {
+    (put(values), ...);
+  }
+  void put(const std::string& value) { text_ += " [" + std::to_string(value.size()) + "]" + value; }
   template <typename Number>
-  std::enable_if_t<std::is_arithmetic_v<Number>> add(const char* name, Number value) {
-    add(name, std::to_string(value));
+  std::enable_if_t<std::is_arithmetic_v<Number>> put(Number value) {
+    put(std::to_string(value));
   }
-  void add(const char* name, const util::LocalizableString& text) {
-    add(name, std::string(text.c_str()));
-    add("language", text.getLanguageTag());
-    add("direction", static_cast<int>(text.getDirection()));
-    for (const auto& run : text.getTextNodes()) {
-      add("run", run.text);
-      add("language", run.languageTag);
-      add("direction", static_cast<int>(run.direction));
-    }
+  void put(const util::LocalizableString& text) {
+    putAll(std::string(text.c_str()), text.getLanguageTag(), int{text.getDirection()},
+           text.getTextNodes());
   }
-  void add(const char* name, const config::Config::Gesture& gesture) {
-    add(name, gesture.enabled);
-    add("properties", gesture.properties);
+  void put(const util::LocalizableString::TextNode& run) {
+    putAll(run.text, run.languageTag, int{run.direction});
+  }
+  void put(const Config::Author& author) { putAll(author.name, author.href, author.email); }
+  void put(const Config::License& license) { putAll(license.text, license.href, license.file); }
+  void put(const Config::StartFile& file) { putAll(file.src, file.encoding, file.type); }
+  void put(const Config::Icon& icon) { putAll(icon.src, icon.height, icon.width); }
+  void put(const Config::Preference& preference) {
+    putAll(preference.name, preference.value, preference.readonly);
+  }
+  void put(const Config::Feature& feature) {
+    putAll(feature.name, feature.required, feature.params);
+  }
+  void put(const Config::AccessRequest& request) {
+    putAll(request.allOrigins, request.scheme, request.host, request.port, request.subdomains,
+           request.element->getSingleAttributeValue("origin"));
+  }
+  void put(const Config::Gesture& gesture) { putAll(gesture.enabled, gesture.properties); }
+  template <typename Value>
+  void put(const util::Option<Value>& option) {
+    option ? put(option.get()) : void(text_ += " none");
+  }
+  template <typename First, typename Second>
+  void put(const std::pair<First, Second>& pair) {
+    putAll(pair.first, pair.second);
   }
   template <typename Value>
-  void add(const char* name, const util::Option<Value>& option) {
-    if (option) {
-      add(name, option.get());
-    } else {
-      text_ += std::string(name) + " none\n";
-    }
+  void put(const std::vector<Value>& list) {
+    putEach(list);
   }
   template <typename Value>
-  void add(const char* name, const std::vector<Value>& list) {
-    addEach(name, list);
-  }
-  void add(const char* name, const std::set<std::string>& set) { addEach(name, set); }
-  template <typename Value>
-  void add(const char* name, const std::map<std::string, Value>& map) {
-    for (const auto& [key, value] : map) {
-      add(name, key);
-      add("value", value);
-    }
+  void put(const std::map<std::string, Value>& map) {
+    putEach(map);
   }
   template <typename List>
-  void addEach(const char* name, const List& list) {
-    add(name, list.size());
+  void putEach(const List& list) {
+    put(list.size());
     for (const auto& value : list) {
-      add(name, value);
+      put(value);
     }
   }
 
