@@ -19,25 +19,9 @@ using zel::util::StringUtil;
 
 using Direction = LocalizableString::Direction;
 
-constexpr struct {
-  std::string_view word;
-  Direction direction;
-} DIRECTIONS[] = {
-    {"ltr", Direction::LTR},
-    {"rtl", Direction::RTL},
-    {"lro", Direction::LRO},
-    {"rlo", Direction::RLO},
-};
-
 /// The direction that a node itself asks for; nothing when it asks for none or for an unknown one.
 std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
-  const std::string_view dir = node.attributeView("dir");
-  for (const auto& row : DIRECTIONS) {
-    if (row.word == dir) {
-      return row.direction;
-    }
-  }
-  return std::nullopt;
+  return internal::readDirection(node.attributeView("dir"));
 }
 
 /// Appends one run for each text node below `node`, whose language and direction are given: both

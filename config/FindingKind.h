@@ -16,10 +16,10 @@ struct FindingKind {
   FindingLevel level;
   /// What happens, in one sentence.
   std::string_view summary;
-  /// A document that gives this finding to a user agent for English and German: the children of the
-  /// root, or a whole document if it begins with "<widget".
+  /// A document that gives this finding to a user agent for English and German whose screen has 300
+  /// dots per inch: the children of the root, or a whole document if it begins with "<widget".
   std::string_view bad;
-  /// The same mended.
+  /// The same mended; empty where nothing is wrong with it.
   std::string_view mended;
 };
 

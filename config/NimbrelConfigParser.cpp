@@ -6,7 +6,10 @@
 #include <utility>
 
 #include "config/KeyIndex.h"
+#include "config/LanguageReports.h"
 #include "config/Namespaces.h"
+#include "config/Report.h"
+#include "config/Vocabulary.h"
 #include "util/ParseException.h"
 
 namespace orvane::nimbrel::config {
@@ -24,15 +27,13 @@ void call(NimbrelConfigParser& parser, const Node& node) {
   (parser.*Method)(node);
 }
 
-void skip(NimbrelConfigParser& /*parser*/, const Node& /*node*/) {}
-
 using Parser = NimbrelConfigParser;
 
 // In the order in which they are tried; the first match acts.
-constexpr struct {
+constexpr struct Dispatch {
   std::string_view name;
   const char* namespaceUri;
-  Handler handler;
+  Handler handler;  // null: the element means nothing here
 } DISPATCH[] = {
     {"name", W3C_WIDGETS_NAMESPACE, call<&Parser::processName>},
     {"description", W3C_WIDGETS_NAMESPACE, call<&Parser::processDescription>},
@@ -41,7 +42,7 @@ constexpr struct {
     {"author", W3C_WIDGETS_NAMESPACE, call<&Parser::processAuthor>},
     {"preference", W3C_WIDGETS_NAMESPACE, call<&Parser::processPreference>},
     {"content", W3C_WIDGETS_NAMESPACE, call<&Parser::processContent>},
-    {"param", W3C_WIDGETS_NAMESPACE, skip},  // means something only within a feature
+    {"param", W3C_WIDGETS_NAMESPACE, nullptr},
     {"feature", W3C_WIDGETS_NAMESPACE, call<&Parser::processFeature>},
     {"access", W3C_WIDGETS_NAMESPACE, call<&Parser::processAccess>},
     {"cookiejar", EXTENSION_NAMESPACE, call<&Parser::processCookieJar>},
@@ -67,12 +68,12 @@ const char* dispatchNamespace(const XmlNode& node) {
   return nullptr;
 }
 
-Handler findHandler(const XmlNode& node) {
+const Dispatch* findDispatch(const XmlNode& node) {
   const std::string_view name = node.nameView();
   const char* const namespaceUri = dispatchNamespace(node);
-  for (const auto& row : DISPATCH) {
+  for (const Dispatch& row : DISPATCH) {
     if (row.namespaceUri == namespaceUri && row.name == name) {
-      return row.handler;
+      return &row;
     }
   }
   return nullptr;
@@ -90,10 +91,21 @@ void requireService(const std::shared_ptr<Service>& service, const char* message
 
 /// Calls an XML parser and gives its refusals the type that our callers know.
 template <typename Parse>
-std::shared_ptr<XmlDocument> parseXml(Parse parse) {
+std::shared_ptr<XmlDocument> parseXml(internal::Observation* observation, Parse parse) {
   try {
     return parse();
   } catch (const ParseException& refusal) {
+    if (observation != nullptr) {
+      observation->beginDocument();
+      observation->tell({FindingCode::DOCUMENT_REFUSED,
+                         {},
+                         {},
+                         refusal.line,
+                         refusal.column,
+                         {},
+                         refusal.what(),
+                         {}});
+    }
     throw ConfigParser::ConfigException(refusal.what(), refusal.line, refusal.column);
   }
 }
@@ -138,15 +150,17 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* buffer, unsigned 
   if (buffer == nullptr) {
     throw std::invalid_argument("buffer cannot be NULL");
   }
-  return process(parseXml([&] { return xmlParser->parse(buffer, size, url, encoding); }),
-                 userAgentLocales);
+  return process(
+      parseXml(observation.get(), [&] { return xmlParser->parse(buffer, size, url, encoding); }),
+      userAgentLocales);
 }
 
 std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char* encoding) {
   if (path == nullptr) {
     throw std::invalid_argument("path cannot be NULL");
   }
-  return process(parseXml([&] { return xmlParser->parse(path, encoding); }), userAgentLocales);
+  return process(parseXml(observation.get(), [&] { return xmlParser->parse(path, encoding); }),
+                 userAgentLocales);
 }
 
 std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDocument>& document,
@@ -157,16 +171,25 @@ std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDo
   // Both arguments may belong to the previous record, which ends here.
   std::shared_ptr<XmlDocument> keptDocument = document;
   std::vector<std::string> keptLocales = locales;
+  if (observation != nullptr) {
+    observation->beginDocument();
+  }
   config = std::make_shared<BasicConfig>();
   config->document() = std::move(keptDocument);
   const Node root = config->document()->getDocumentElement();
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
+    if (observation != nullptr) {
+      internal::reportForeignRoot(root.get(), *observation);
+    }
     throw ConfigException(
         std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
         root == nullptr ? 0U : root->getLineNumber(), 0U);
   }
   config->userAgentLocales() = std::move(keptLocales);
   config->orvnAuthMode() = 0;
+  if (observation != nullptr) {
+    internal::examineAttributes(*root, *observation);
+  }
   processWidgetAttributes(root);
   if (root->firstElementChild() != nullptr) {
     std::vector<Node> nodes;
@@ -174,6 +197,11 @@ std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDo
     processWidgetElements(std::move(nodes));
   }
   return config;
+}
+
+void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> observer) {
+  observation =
+      observer == nullptr ? nullptr : std::make_unique<internal::Observation>(std::move(observer));
 }
 
 void NimbrelConfigParser::setError(const std::string& message) {
@@ -250,6 +278,9 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
           std::shared_ptr<const XmlNode>(document, visits[at].child)));
     }
   }
+  if (observation != nullptr && root != nullptr) {
+    internal::reportUnheard(*root, nodes, *observation);
+  }
 }
 
 // By value, so that a caller's list may change while handlers run.
@@ -260,11 +291,20 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   elements.reserve(elements.size() + nodes.size());
   for (const Node& node : nodes) {
     elements.emplace_back(node, rules);
-    const Handler handler = findHandler(*node);
-    if (handler != nullptr) {
-      handler(*this, node);
-    } else {
+    if (observation != nullptr) {
+      observation->visit(*node);
+      internal::examineAttributes(*node, *observation);
+    }
+    const Dispatch* const row = findDispatch(*node);
+    if (row == nullptr) {
       setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
+      if (observation != nullptr) {
+        internal::reportUnknownElement(*node, *observation);
+      }
+    } else if (row->handler != nullptr) {
+      row->handler(*this, node);
+    } else {
+      reportOn (*node)(FindingCode::PARAM_OUTSIDE_FEATURE, "A param counts within a feature only.");
     }
   }
 }
@@ -276,12 +316,18 @@ BasicConfig& NimbrelConfigParser::record() const {
   return *config;
 }
 
-Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char* name) {
+Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char* name,
+                                                 FindingCode otherwise) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
+    reportOn(node)(otherwise, name, value, "It is no IRI, which begins with a scheme.");
     value.reset();
   }
   return value;
+}
+
+internal::Report NimbrelConfigParser::reportOn(const XmlNode& node) const noexcept {
+  return {observation.get(), node};
 }
 
 }  // namespace orvane::nimbrel::config

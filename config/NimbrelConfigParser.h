@@ -8,6 +8,8 @@
 #include "config/BasicConfig.h"
 #include "config/ConfigParser.h"
 #include "config/ConfigRules.h"
+#include "config/Finding.h"
+#include "config/ParseObserver.h"
 #include "util/IDNConverter.h"
 #include "util/IRI.h"
 #include "util/IRIParser.h"
@@ -21,6 +23,8 @@
 namespace orvane::nimbrel::config {
 
 namespace internal {
+class Observation;
+class Report;
 struct WalkIndexes;
 }  // namespace internal
 
@@ -56,6 +60,10 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// reading the XML throws; `std::invalid_argument` "document cannot be NULL" for a null document.
   virtual std::shared_ptr<Config> process(const std::shared_ptr<util::XmlDocument>& document,
                                           const std::vector<std::string>& locales);
+
+  /// Gives the parser an observer, or with null takes it away. The parser shares it. Throws only
+  /// `std::bad_alloc`, and then keeps the one it has.
+  void setObserver(std::shared_ptr<ParseObserver> observer);
 
   /// Replaces the error text.
   void setError(const std::string& message);
@@ -137,10 +145,14 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   bool contentSeen = false;
   std::string errorText;
 
-  std::unique_ptr<internal::WalkIndexes> indexes;  // only while a walk is going on
+  std::unique_ptr<internal::WalkIndexes> indexes;      // only while a walk is going on
+  std::unique_ptr<internal::Observation> observation;  // only if there is an observer
 
   [[nodiscard]] BasicConfig& record() const;
-  [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name);
+  [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name,
+                                                  FindingCode otherwise);
+  /// For telling the observer what is lost of an element.
+  [[nodiscard]] internal::Report reportOn(const util::XmlNode& node) const noexcept;
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

@@ -1,12 +1,39 @@
 #include "config/RuleReaders.h"
 
 #include <limits>
+#include <stdexcept>
+#include <string>
 
+#include "config/ReportCut.h"
+#include "config/Suggestion.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::config::internal {
 
+using util::LocalizableString;
 using zel::util::StringUtil;
+
+namespace {
+
+using Direction = LocalizableString::Direction;
+
+constexpr struct {
+  std::string_view word;
+  Direction direction;
+} DIRECTIONS[] = {
+    {"ltr", Direction::LTR},
+    {"rtl", Direction::RTL},
+    {"lro", Direction::LRO},
+    {"rlo", Direction::RLO},
+};
+
+/// What is wrong with a text that gave no number.
+std::string_view reasonOf(IntegerFault fault) noexcept {
+  return fault == IntegerFault::TOO_LARGE ? "The largest number is 4294967295."
+                                          : "An empty value is no number.";
+}
+
+}  // namespace
 
 std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
   return StringUtil::trimmed(node.attributeView(name));
@@ -36,13 +63,54 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
   return {value, IntegerFault::NONE};
 }
 
-util::Option<unsigned int> readSize(std::string_view text) noexcept {
-  util::Option<unsigned int> size;
+unsigned int readCounter(const std::string& text, const Report& lost) {
   const IntegerReading reading = readNonNegativeInteger(text);
-  if (reading.fault == IntegerFault::NONE && reading.value != 0) {
-    size = reading.value;
+  if (reading.fault != IntegerFault::NONE) {
+    lost(FindingCode::COUNTER_REFUSED, "value", text, reasonOf(reading.fault));
+    if (reading.fault == IntegerFault::TOO_LARGE) {
+      throw std::overflow_error("input");
+    }
+    throw std::invalid_argument("input");
   }
-  return size;
+  reportCut(reading.value, "value", text, lost);
+  return reading.value;
+}
+
+util::Option<unsigned int> readNumber(std::string_view text, std::string_view attribute,
+                                      const Report& lost) {
+  util::Option<unsigned int> number;
+  const IntegerReading reading = readNonNegativeInteger(text);
+  if (reading.fault != IntegerFault::NONE) {
+    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
+  } else {
+    reportCut(reading.value, attribute, text, lost);
+    number = reading.value;
+  }
+  return number;
+}
+
+util::Option<unsigned int> readSize(std::string_view text, std::string_view attribute,
+                                    const Report& lost) {
+  util::Option<unsigned int> size;
+  if (text.data() == nullptr) {
+    return size;
+  }
+  const IntegerReading reading = readNonNegativeInteger(text);
+  if (reading.fault == IntegerFault::NONE && reading.value == 0) {
+    lost(FindingCode::NUMBER_DROPPED, attribute, text,
+         "A size is a number above 0, without a sign.");
+    return size;
+  }
+  return readNumber(text, attribute, lost);
+}
+
+std::optional<Direction> readDirection(std::string_view text) noexcept {
+  for (const auto& row : DIRECTIONS) {
+    if (row.word == text) {
+      return row.direction;
+    }
+  }
+  return std::nullopt;
 }
 
 std::optional<bool> readBoolean(std::string_view text) noexcept {
@@ -53,6 +121,16 @@ std::optional<bool> readBoolean(std::string_view text) noexcept {
     return false;
   }
   return std::nullopt;
+}
+
+std::optional<bool> readBooleanAttribute(const util::XmlNode& node, std::string_view name,
+                                         const Report& lost, std::string_view reason) {
+  const std::string_view written = trimmedAttribute(node, name);
+  const std::optional<bool> value = readBoolean(written);
+  if (lost && !value && written.data() != nullptr) {
+    lost(FindingCode::NOT_BOOLEAN, name, written, reason, suggestedWord(written, "true", "false"));
+  }
+  return value;
 }
 
 }  // namespace orvane::nimbrel::config::internal

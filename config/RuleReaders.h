@@ -3,6 +3,8 @@
 #include <optional>
 #include <string_view>
 
+#include "config/Report.h"
+#include "util/LocalizableString.h"
 #include "util/Option.h"
 #include "util/XmlNode.h"
 
@@ -28,10 +30,30 @@ struct IntegerReading {
 
 [[nodiscard]] IntegerReading readNonNegativeInteger(std::string_view text) noexcept;
 
-/// A width, height or size: None for a view with null data, for what is no number and for 0.
-[[nodiscard]] util::Option<unsigned int> readSize(std::string_view text) noexcept;
+/// A number without which a document is refused: what is no number ends the parse. Throws as
+/// `ConfigRules::parseNonNegativeInteger` does.
+[[nodiscard]] unsigned int readCounter(const std::string& text, const Report& lost);
+
+/// A number that is dropped when it is none.
+[[nodiscard]] util::Option<unsigned int> readNumber(std::string_view text,
+                                                    std::string_view attribute, const Report& lost);
+
+/// A width or height: None for a view with null data, for what is no number and for 0.
+[[nodiscard]] util::Option<unsigned int> readSize(std::string_view text,
+                                                  std::string_view attribute = {},
+                                                  const Report& lost = {});
+
+/// Nothing for what is no value of "dir".
+[[nodiscard]] std::optional<util::LocalizableString::Direction> readDirection(
+    std::string_view text) noexcept;
 
 /// Nothing for what is neither "true" nor "false".
 [[nodiscard]] std::optional<bool> readBoolean(std::string_view text) noexcept;
+
+/// An attribute that is a boolean. Nothing when it is absent or no boolean, of which `reason` is
+/// told.
+[[nodiscard]] std::optional<bool> readBooleanAttribute(const util::XmlNode& node,
+                                                       std::string_view name, const Report& lost,
+                                                       std::string_view reason);
 
 }  // namespace orvane::nimbrel::config::internal

@@ -123,7 +123,8 @@ std::size_t XmlNode::attributeCount() const noexcept {
 
 XmlNode::Attribute XmlNode::attributeAt(std::size_t index) const noexcept {
   const internal::XmlAttribute& attribute = data_.element->attributes()[index];
-  return {attribute.name->view(), viewOf(attribute.name->namespaceUri),
+  return {attribute.name->view(),
+          viewOf(attribute.name->namespaceUri),
           {attribute.value, attribute.valueSize}};
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 #include "config/RuleReaders.h"
 
 namespace orvane::nimbrel::config {
@@ -13,13 +14,27 @@ constexpr struct {
   std::uint16_t port;
 } DEFAULT_PORTS[] = {{"http", 80}, {"https", 443}};
 
-/// Only scheme, host and port make an origin.
+using internal::Report;
+
 bool isOrigin(const util::IRI& iri) noexcept {
   return iri.hasHost && !iri.hasUserInfo && !iri.hasPath && !iri.hasQuery && !iri.hasFragment;
 }
 
+void reportNoOrigin(const util::IRI& iri, const std::string& written, const Report& lost) {
+  if (!iri.hasHost) {
+    return lost(FindingCode::ORIGIN_WITHOUT_HOST, "origin", written, "An origin has a host.");
+  }
+  std::string meant;
+  if (lost && !iri.hasUserInfo) {
+    meant = iri.scheme + "://" + iri.host;
+    meant += iri.port >= 0 ? ":" + std::to_string(iri.port) : "";
+  }
+  lost(FindingCode::ORIGIN_TOO_LONG, "origin", written,
+       "Only scheme, host and port make an origin, without so much as a final slash.", meant);
+}
+
 /// The port of an origin; nothing when it names none and its scheme has no default. Deliberately,
-/// any scheme will do with a port, and without one only these two, as written.
+/// any scheme will do with a port.
 std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
   if (iri.port >= 0) {
     return static_cast<std::uint16_t>(iri.port);
@@ -37,19 +52,27 @@ std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
 void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::AccessRequest>& requests = record().accessRequestList();
   const util::Option<std::string> origin = rules.getSingleAttributeValue(node, nullptr, "origin");
+  const Report lost = reportOn(*node);
   if (!origin) {
-    return;
+    return lost(FindingCode::ACCESS_WITHOUT_ORIGIN, "origin", origin, "Access needs an origin.");
   }
   Config::AccessRequest request;
   if (origin == "*") {
     request.allOrigins = 1;
-  } else {
-    if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri || !isOrigin(idIri.get())) {
-      return;
+    if (lost && node->attributeView("subdomains").data() != nullptr) {
+      lost(FindingCode::SUBDOMAINS_UNUSED, "subdomains", node->attributeView("subdomains"),
+           "All origins have all subdomains.");
     }
-    const std::string_view subdomains = internal::trimmedAttribute(*node, "subdomains");
-    if (subdomains.data() != nullptr) {
-      const std::optional<bool> wanted = internal::readBoolean(subdomains);
+  } else {
+    if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri) {
+      return lost(FindingCode::ORIGIN_NOT_IRI, "origin", origin, "An origin is an IRI or \"*\".");
+    }
+    if (!isOrigin(idIri.get())) {
+      return reportNoOrigin(idIri.get(), origin.get(), lost);
+    }
+    if (node->attributeView("subdomains").data() != nullptr) {
+      const std::optional<bool> wanted = internal::readBooleanAttribute(
+          *node, "subdomains", lost, "It is left open whom to let in: the request is left out.");
       if (!wanted) {
         return;
       }
@@ -57,8 +80,13 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
     }
     const util::IRI& iri = idIri.get();
     const std::optional<std::uint16_t> port = portOf(iri);
-    if (!port || !idnConverter->tryConvertToASCII(iri.host.c_str(), request.host)) {
-      return;
+    if (!port) {
+      return lost(FindingCode::ORIGIN_WITHOUT_PORT, "origin", origin,
+                  "Only \"http\" and \"https\", so written, have a default port.");
+    }
+    if (!idnConverter->tryConvertToASCII(iri.host.c_str(), request.host)) {
+      return lost(FindingCode::HOST_WITHOUT_ASCII, "origin", origin,
+                  "The host has no form that can be looked up.");
     }
     request.scheme = iri.scheme;
     request.port = *port;

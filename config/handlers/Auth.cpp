@@ -6,6 +6,7 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:auth is missing tavlo:asset element ", "key",
@@ -22,8 +23,8 @@ bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node
   std::int32_t& mode = config->orvnAuthMode();
   bool allKnown = true;
   const bool complete =
-      ExtensionFrame(*this, rules)
-          .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+      ExtensionFrame(*this, rules, observation.get())
+          .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
             internal::logKeyValue(SITE, setting);
             // Only the value counts, whatever the key.
             if (setting.valueText() == "token") {
@@ -31,6 +32,8 @@ bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node
             } else {
               // Without its first letter on purpose: hosts know the text as it is.
               setError("nvalid certification key: ");
+              lost(FindingCode::UNKNOWN_WORD, "value", setting.value,
+                   "Only \"token\" is known; the error text tells of it.");
               allKnown = false;
             }
           });

@@ -1,16 +1,20 @@
 #include <utility>
 
+#include "config/LanguageReports.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 
 namespace orvane::nimbrel::config {
 
 void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
-  if (!target.author()) {
-    util::LocalizableString name = rules.getTextContent(node, true);
-    target.author() = Config::Author{rules.getSingleAttributeValue(node, nullptr, "email"),
-                                     readIri(*node, "href"), std::move(name)};
+  if (target.author()) {
+    return internal::reportLater(*node, observation.get());
   }
+  util::LocalizableString name = rules.getTextContent(node, true);
+  target.author() =
+      Config::Author{rules.getSingleAttributeValue(node, nullptr, "email"),
+                     readIri(*node, "href", FindingCode::HREF_NOT_IRI), std::move(name)};
 }
 
 }  // namespace orvane::nimbrel::config

@@ -6,11 +6,14 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:chrome unknown sub element", "key",
                             "tavlo:chrome, missing attributes for tavlo:asset element"};
 constexpr const char* SITE = "NimbrelConfigParser::processChrome";
+
+constexpr struct Row { std::string_view key; } KEYS[] = {{"configureSearchBar"}};
 
 }  // namespace
 
@@ -20,11 +23,18 @@ bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& no
   }
   // Each element starts again from the default.
   std::string& searchBar = config->chromeSettings();
+  if (searchBar != "system") {
+    Report(observation.get(), *node)(FindingCode::SETTINGS_RESTARTED,
+                                     "It puts aside what an earlier one set.");
+  }
   searchBar = "system";
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
-        if (setting.keyText() == "configureSearchBar") {
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
+        if (internal::findRow(KEYS, setting.keyText()) != nullptr) {
+          lost.ifRepeated("key", setting.keyText(), "The later value replaces the earlier one.");
           searchBar = setting.valueText();
+        } else {
+          internal::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
         }
         internal::logKeyValue(SITE, setting);
       });

@@ -1,6 +1,8 @@
 #include <utility>
 
+#include "config/LanguageReports.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 
 namespace orvane::nimbrel::config {
 
@@ -8,12 +10,13 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   BasicConfig& target = record();
   // The first element counts even when it is unusable: then there is no start file.
   if (target.startFile() || contentSeen) {
-    return;
+    return internal::reportLater(*node, observation.get());
   }
   contentSeen = true;
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
   if (!src || src.get().empty()) {
-    return;
+    return reportOn(*node)(FindingCode::CONTENT_WITHOUT_SRC, "src", src,
+                           "Without a path there is no start file, whatever follows.");
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
   util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");

@@ -6,6 +6,7 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:cookiejar is missing tavlo:asset element ", "key",
@@ -15,7 +16,11 @@ constexpr const char* SITE = "XmlConfigParser::processCookieJar";
 
 using Jar = Config::CookieJarSettings;
 
-// Flags are only ever raised: any value but "true" leaves them as they were.
+constexpr internal::Words RAISING = {
+    {"true", "true"},
+    {"false", "false"},
+    "Only \"true\" raises the flag: any other value leaves it as it was."};
+
 constexpr struct Row {
   std::string_view key;
   bool Jar::*flag;
@@ -35,12 +40,16 @@ bool NimbrelConfigParser::processCookieJar(const std::shared_ptr<util::XmlNode>&
     return false;
   }
   Jar& jar = config->cookieJarSettings();
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         internal::logKeyValue(SITE, setting);
         const Row* const row = internal::findRow(KEYS, setting.keyText());
-        if (row != nullptr && setting.valueText() == "true") {
+        if (row == nullptr) {
+          internal::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
+        } else if (internal::isOn(RAISING, setting.valueText(), lost)) {
           jar.*row->flag = true;
+        } else if (jar.*row->flag) {
+          lost(FindingCode::REPEATED_KEY, "value", setting.value, "A flag once raised stays so.");
         }
       });
 }

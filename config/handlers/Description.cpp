@@ -1,12 +1,15 @@
+#include "config/LanguageReports.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 
 namespace orvane::nimbrel::config {
 
 void NimbrelConfigParser::processDescription(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
-  if (!target.description()) {
-    target.description() = rules.getTextContent(node, false);
+  if (target.description()) {
+    return internal::reportLater(*node, observation.get());
   }
+  target.description() = rules.getTextContent(node, false);
 }
 
 }  // namespace orvane::nimbrel::config

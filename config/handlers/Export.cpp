@@ -1,4 +1,5 @@
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 #include "util/Log.h"
 
 namespace orvane::nimbrel::config {
@@ -16,18 +17,23 @@ bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& no
   }
   const util::Option<std::string> resource =
       rules.getSingleAttributeValue(node, nullptr, "resource");
+  const internal::Report lost = reportOn(*node);
   if (!resource) {
     setError("Missing or invalid resource element");
+    lost(FindingCode::EXPORT_WITHOUT_RESOURCE, "resource", resource, "An export needs a path.");
     return false;
   }
-  // The first export of a path wins.
   const std::string& path = resource.get();
   auto& exports = config->exports();
   if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
     setError("Too many colliding resource paths");
+    lost(FindingCode::VALUE_REFUSED, "resource", resource,
+         "More than a hundred paths were made to collide: no more of them is taken.");
     return false;
   }
-  exports.try_emplace(path, Config::Export{path});
+  if (!exports.try_emplace(path, Config::Export{path}).second) {
+    lost(FindingCode::REPEATED_EXPORT, "resource", resource, "The first export of a path wins.");
+  }
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;
 }

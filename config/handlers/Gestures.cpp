@@ -6,6 +6,7 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 // The second text is the one of the network element, on purpose: hosts know it as it is.
@@ -14,6 +15,9 @@ constexpr ChildRule RULE = {"param", "Invalid gesture's param format", "name",
 constexpr const char* SITE = "NimbrelConfigParser::processGestures";
 
 using Gestures = Config::GestureSettings;
+
+constexpr internal::Words ENABLING = {
+    {"yes", "yes"}, {"no", "no"}, "Only \"yes\" switches the gesture on."};
 
 constexpr struct Row {
   std::string_view key;
@@ -36,20 +40,31 @@ bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& 
   }
   // Each element starts with all gestures off, their properties kept.
   Gestures& gestures = config->gestureSettings();
+  bool restarted = false;
   for (const Row& row : NAMES) {
+    restarted |= (gestures.*row.gesture).enabled;
     (gestures.*row.gesture).enabled = false;
   }
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& child) {
+  if (restarted) {
+    Report(observation.get(), *node)(FindingCode::SETTINGS_RESTARTED,
+                                     "It switches off the gestures of an earlier one.");
+  }
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         const util::Option<std::string> properties =
-            rules.getSingleAttributeValue(child, nullptr, "properties");
+            rules.getSingleAttributeValue(setting.element, nullptr, "properties");
         const Row* const row = internal::findRow(NAMES, setting.keyText());
-        if (row != nullptr && setting.valueText() == "yes") {
+        if (row == nullptr) {
+          internal::reportUnknownKey(NAMES, "name", setting.keyText(), lost);
+        } else if (internal::isOn(ENABLING, setting.valueText(), lost)) {
           Config::Gesture& gesture = gestures.*row->gesture;
           gesture.enabled = true;
           if (properties) {
             gesture.properties = properties.get();
           }
+        } else if ((gestures.*row->gesture).enabled) {
+          lost(FindingCode::REPEATED_KEY, "value", setting.value,
+               "A gesture once switched on stays so.");
         }
         NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
                           setting.value.c_str(), properties.c_str());

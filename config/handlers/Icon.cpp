@@ -2,6 +2,7 @@
 
 #include "config/KeyIndex.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 #include "config/RuleReaders.h"
 
 namespace orvane::nimbrel::config {
@@ -9,17 +10,19 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Icon>& icons = record().icons();
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
+  const internal::Report lost = reportOn(*node);
   if (!src || src.get().empty()) {
-    return;
+    return lost(FindingCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
   }
-  // The first icon with a path wins.
   internal::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->icons;
   if (internal::hasKey(icons, &Config::Icon::src, src.get(), index)) {
-    return;
+    return lost(FindingCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
   }
-  icons.push_back(Config::Icon{std::move(src.get()),
-                               internal::readSize(internal::trimmedAttribute(*node, "height")),
-                               internal::readSize(internal::trimmedAttribute(*node, "width"))});
+  const auto size = [&](const char* attribute) {
+    return internal::readSize(internal::trimmedAttribute(*node, attribute), attribute, lost);
+  };
+  util::Option<unsigned int> height = size("height");
+  icons.push_back(Config::Icon{std::move(src.get()), std::move(height), size("width")});
 }
 
 }  // namespace orvane::nimbrel::config

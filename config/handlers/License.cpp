@@ -1,15 +1,19 @@
 #include <utility>
 
+#include "config/LanguageReports.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 
 namespace orvane::nimbrel::config {
 
 void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
-  if (!target.license()) {
-    util::LocalizableString text = rules.getTextContent(node, false);
-    target.license() = Config::License{std::move(text), {}, readIri(*node, "href")};
+  if (target.license()) {
+    return internal::reportLater(*node, observation.get());
   }
+  util::LocalizableString text = rules.getTextContent(node, false);
+  target.license() =
+      Config::License{std::move(text), {}, readIri(*node, "href", FindingCode::HREF_NOT_IRI)};
 }
 
 }  // namespace orvane::nimbrel::config

@@ -1,4 +1,5 @@
 #include "config/NimbrelConfigParser.h"
+#include "config/ReportCut.h"
 #include "config/StreamNumbers.h"
 #include "config/handlers/ExtensionFrame.h"
 
@@ -7,6 +8,7 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:resources unknown sub element", "key",
@@ -15,11 +17,16 @@ constexpr const char* SITE = "NimbrelConfigParser::processLocalResources";
 
 using Local = Config::LocalResources;
 
-void storeDatabaseStorage(Local& local, const std::string& value, const ConfigRules& /*rules*/) {
-  local.databaseStorage = value == "true" || value == "yes";
+// "yes" counts for this flag only, on purpose.
+void storeDatabaseStorage(Local& local, const std::string& value, const Report& lost) {
+  constexpr internal::Words WORDS = {
+      {"true", "yes"},
+      {"false", "no"},
+      "Only \"true\" and \"yes\" switch it on; all else switches it off."};
+  local.databaseStorage = internal::isOn(WORDS, value, lost);
 }
 
-// Assigned last-wins; "yes" counts for the first flag only, on purpose.
+// Assigned last-wins.
 constexpr struct Row {
   std::string_view key;
   internal::Effect<Local> effect;
@@ -36,6 +43,21 @@ constexpr struct Row {
 };
 constexpr std::string_view LOAD_DELAY = "ApplicationCacheLoadDelay";
 
+/// Other keys are the application's own.
+void reportIfSimilar(const std::string& key, const Report& lost) {
+  if (lost) {
+    internal::Suggestion suggestion(key);
+    for (const Row& row : KEYS) {
+      suggestion.consider(row.key);
+    }
+    suggestion.consider(LOAD_DELAY);
+    if (!suggestion.get().empty()) {
+      lost(FindingCode::SIMILAR_KEY, "key", key, "It is kept among the settings without meaning.",
+           suggestion.get());
+    }
+  }
+}
+
 }  // namespace
 
 bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlNode>& node) {
@@ -43,20 +65,24 @@ bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlN
     return false;
   }
   Local& local = config->localResources();
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         const std::string& key = setting.keyText();
         const std::string& value = setting.valueText();
+        lost.ifRepeated("key", key, "The later value replaces the earlier one.");
         if (const Row* const row = internal::findRow(KEYS, key)) {
-          row->effect(local, value, rules);
+          row->effect(local, value, lost);
         } else if (key == LOAD_DELAY) {
           const double delay = internal::extractDouble(value, 0.0);
           if (delay >= 0.0) {
             local.applicationCacheLoadDelay = delay;
+            internal::reportCut(delay, "value", value, lost);
           } else {
             setError("Invalid ApplicationCacheLoadDelay: " + value);
+            lost(FindingCode::VALUE_REFUSED, "value", value, "A delay is not negative.");
           }
         } else {
+          reportIfSimilar(key, lost);
           local.otherSettings[key] = value;
         }
         internal::logKeyValue(SITE, setting);

@@ -6,11 +6,16 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"app", "tavlo:messaging unknown sub element", "name",
                             "tavlo:messaging, missing attributes for tavlo:messaging element"};
 constexpr const char* SITE = "NimbrelConfigParser::processMessaging";
+constexpr internal::Words GRANTING = {
+    {"yes", "true"},
+    {"no", "false"},
+    "Messages are refused: only \"yes\" and \"true\" grant them."};
 
 }  // namespace
 
@@ -19,10 +24,11 @@ bool NimbrelConfigParser::processMessaging(const std::shared_ptr<util::XmlNode>&
     return false;
   }
   std::map<std::string, bool>& permissions = config->messagingPermissions();
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         // Refused unless granted in so many words; permissions are the other way round on purpose.
-        permissions[setting.keyText()] = setting.value == "yes" || setting.value == "true";
+        lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
+        permissions[setting.keyText()] = internal::isOn(GRANTING, setting.valueText(), lost);
         internal::logNameValue(SITE, setting);
       });
 }

@@ -6,12 +6,17 @@ namespace {
 
 using internal::ChildRule;
 using internal::ExtensionFrame;
+using internal::Report;
 using internal::Setting;
 
 constexpr ChildRule RULE = {"permission", "Invalid permissions param format", "name",
                             "tavlo:permission, missing attribute name for tavlo:permission element",
                             false};
 constexpr const char* SITE = "NimbrelConfigParser::processPermissions";
+constexpr internal::Words REFUSING = {
+    {"no", "false"},
+    {"yes", "true"},
+    "The permission is granted: only \"no\" and \"false\" refuse it."};
 
 }  // namespace
 
@@ -20,10 +25,11 @@ bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode
     return false;
   }
   std::map<std::string, bool>& permissions = config->appPermissions();
-  return ExtensionFrame(*this, rules)
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const util::XmlNode& /*child*/) {
+  return ExtensionFrame(*this, rules, observation.get())
+      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         // Granted unless refused in so many words; messaging is the other way round on purpose.
-        const bool allowed = !(setting.value == "no") && !(setting.value == "false");
+        lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
+        const bool allowed = !setting.value || !internal::isOn(REFUSING, setting.valueText(), lost);
         permissions[setting.keyText()] = allowed;
         NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
       });

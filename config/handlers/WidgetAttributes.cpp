@@ -5,6 +5,7 @@
 #include "config/KeyIndex.h"
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
+#include "config/Report.h"
 #include "config/RuleReaders.h"
 
 namespace orvane::nimbrel::config {
@@ -13,32 +14,42 @@ using util::Option;
 
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
+  const internal::Report lost = reportOn(*root);
   const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
     return rules.getSingleAttributeValue(root, namespaceUri, name);
   };
 
-  processDefaultLocale(attribute("defaultlocale"));
-  target.id() = readIri(*root, "id");
+  const Option<std::string> defaultLocale = attribute("defaultlocale");
+  if (defaultLocale && defaultLocale.get().empty()) {
+    lost(FindingCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
+         "An empty value names no language.");
+  }
+  processDefaultLocale(defaultLocale);
+  target.id() = readIri(*root, "id", FindingCode::ID_NOT_IRI);
   target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
+    lost(FindingCode::VERSION_EMPTY, "version", "", "An empty version is none.");
   }
   Option<std::string> applicationId = attribute("applicationId", EXTENSION_NAMESPACE);
-  if (applicationId && rules.isValidTavloApplicationId(applicationId.get().c_str())) {
-    target.tavloApplicationId() = std::move(applicationId);
+  if (applicationId) {
+    if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
+      target.tavloApplicationId() = std::move(applicationId);
+    } else {
+      lost(FindingCode::APPLICATION_ID, "tavlo:applicationId", applicationId,
+           "The store's ids are 1 to 32 lower-case ASCII letters and digits.");
+    }
   }
   const Option<std::string> applicationVersion =
       attribute("applicationVersion", EXTENSION_NAMESPACE);
   if (applicationVersion) {
     // Unlike a size, a text that is no number counts as 0 here, and 0 is a version.
-    const internal::IntegerReading reading =
-        internal::readNonNegativeInteger(applicationVersion.get());
-    if (reading.fault == internal::IntegerFault::NONE) {
-      target.tavloApplicationVersion() = reading.value;
-    }
+    target.tavloApplicationVersion() =
+        internal::readNumber(applicationVersion.get(), "tavlo:applicationVersion", lost);
   }
-  target.height() = internal::readSize(internal::trimmedAttribute(*root, "height"));
-  target.width() = internal::readSize(internal::trimmedAttribute(*root, "width"));
+  for (auto [name, size] : {std::pair("height", &target.height()), {"width", &target.width()}}) {
+    *size = internal::readSize(internal::trimmedAttribute(*root, name), name, lost);
+  }
   processViewMode(attribute("viewmodes"));
 }
 
@@ -62,6 +73,9 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   for (std::string& keyword : rules.parseListOfKeywords(viewModes.get().c_str())) {
     if (!seen.contains(distinct, itself, keyword)) {
       distinct.push_back(std::move(keyword));
+    } else if (observation != nullptr) {
+      reportOn (*target.document()->getDocumentElement())(
+          FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
     }
   }
   target.windowModes() = std::move(distinct);

@@ -49,6 +49,7 @@ class Reader : public config::NimbrelConfigParser {
     return document(widget(children, attributes));
   }
 
+  [[nodiscard]] bool hasRecord() const { return getConfig() != nullptr; }
   [[nodiscard]] config::BasicConfig& record() const { return *getConfig(); }
 };
 

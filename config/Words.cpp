@@ -1,0 +1,23 @@
+#include "config/Words.h"
+
+#include <algorithm>
+
+#include "config/Suggestion.h"
+
+namespace orvane::nimbrel::config::internal {
+
+bool isOn(const Words& words, const std::string& value, const Report& lost) {
+  const auto isAmong = [&](const std::string_view(&list)[2]) {
+    return std::find(std::begin(list), std::end(list), value) != std::end(list);
+  };
+  if (isAmong(words.on)) {
+    return true;
+  }
+  if (lost && !isAmong(words.off)) {
+    lost(FindingCode::UNKNOWN_WORD, "value", value, words.reason,
+         suggestedWord(value, words.on[0], words.off[0]));
+  }
+  return false;
+}
+
+}  // namespace orvane::nimbrel::config::internal
