@@ -29,6 +29,9 @@ function(nimbrel_library name)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig>)
   if(BUILD_SHARED_LIBS)
+    # Our own exported functions are taken to be the ones that are called; what a host may define
+    # itself is weak and stays its own.
+    target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
     target_link_options(${name} PRIVATE LINKER:--version-script=${exports})

@@ -30,10 +30,16 @@ constexpr std::size_t MAX_SIZE = std::numeric_limits<int>::max();
 constexpr int OPTIONS = XML_PARSE_NOENT | XML_PARSE_NONET;
 constexpr int CHUNK = 4000;  // what libxml2 asks for by itself
 
-/// Room for a chunk in any encoding and what is left of the one before, of `size` bytes. libxml2
-/// goes on with a null pointer when it has no memory to make a buffer larger, so it had better be
-/// large to begin with.
-constexpr int bufferSize(std::size_t size) noexcept {
+// libxml2 goes on with a null pointer when it has no memory to make a buffer larger, so the buffers
+// of a document of `size` bytes, 0 if unknown, had better be large to begin with.
+
+/// Room for the bytes as they are and a chunk behind them.
+constexpr int inputBufferSize(std::size_t size) noexcept {
+  return size > 0 && size < 11 * CHUNK ? static_cast<int>(size) + CHUNK + 1 : 12 * CHUNK;
+}
+
+/// Room for a chunk that is converted from any encoding and what is left of the one before.
+constexpr int convertedBufferSize(std::size_t size) noexcept {
   return size > 0 && size < CHUNK ? CHUNK + 3 * static_cast<int>(size) : 6 * CHUNK;
 }
 
@@ -41,19 +47,16 @@ constexpr int bufferSize(std::size_t size) noexcept {
 /// to standard error, and leaves the thread's last error as it was. Both belong to one thread.
 class ErrorGuard {
  public:
-  explicit ErrorGuard(std::size_t size)
-      : handler_(xmlStructuredError), handlerContext_(xmlStructuredErrorContext) {
+  ErrorGuard() : handler_(xmlStructuredError), handlerContext_(xmlStructuredErrorContext) {
     if (xmlLastError.code != XML_ERR_OK) {
       xmlCopyError(&xmlLastError, &lastError_);
     }
     xmlSetStructuredErrorFunc(this, report);
-    xmlDefaultBufferSize = bufferSize(size);
   }
   ErrorGuard(const ErrorGuard&) = delete;
   ErrorGuard& operator=(const ErrorGuard&) = delete;
   ~ErrorGuard() {
     xmlSetStructuredErrorFunc(handlerContext_, handler_);
-    xmlDefaultBufferSize = bufferSize_;
     if (lastError_.code == XML_ERR_OK) {
       xmlResetLastError();
     } else {
@@ -73,9 +76,20 @@ class ErrorGuard {
 
   xmlStructuredErrorFunc handler_;
   void* handlerContext_;
-  int bufferSize_ = xmlDefaultBufferSize;
   xmlError lastError_ = {};
   XmlTreeBuilder* builder_ = nullptr;
+};
+
+/// Sets how large libxml2 makes a buffer, and sets it back. Of one thread, too.
+class BufferSizeGuard {
+ public:
+  explicit BufferSizeGuard(int size) { xmlDefaultBufferSize = size; }
+  BufferSizeGuard(const BufferSizeGuard&) = delete;
+  BufferSizeGuard& operator=(const BufferSizeGuard&) = delete;
+  ~BufferSizeGuard() { xmlDefaultBufferSize = before_; }
+
+ private:
+  int before_ = xmlDefaultBufferSize;
 };
 
 struct ContextDeleter {
@@ -205,20 +219,25 @@ struct Input {
   }
 };
 
+xmlParserInputBuffer* newInputBuffer(xmlInputReadCallback read, void* input, std::size_t size) {
+  const BufferSizeGuard guard((inputBufferSize(size) + 1) / 2);  // libxml2 makes it twice as large
+  return orBadAlloc(xmlParserInputBufferCreateIO(read, nullptr, input, XML_CHAR_ENCODING_NONE));
+}
+
 /// What `xmlCtxtReadIO` does, but for a tree. There, too, an encoding that the caller names would
 /// be switched to before the first bytes are there, and a byte order mark taken for a character.
 template <typename Bytes>
 std::shared_ptr<XmlDocument> parseBytes(Bytes& bytes, std::size_t size, const char* encoding) {
   xmlInitParser();  // each time: a host may have shut libxml2 down since
-  ErrorGuard guard(size);
+  ErrorGuard guard;
+  const BufferSizeGuard convertedSize(convertedBufferSize(size));
   const Context context(orBadAlloc(xmlNewParserCtxt()));
   XmlTreeBuilder builder(context.get(), size);
   guard.reportTo(&builder);
   Input<Bytes> input{bytes, builder};
 
   xmlCtxtUseOptions(context.get(), OPTIONS);
-  xmlParserInputBuffer* const buffer = orBadAlloc(
-      xmlParserInputBufferCreateIO(Input<Bytes>::read, nullptr, &input, XML_CHAR_ENCODING_NONE));
+  xmlParserInputBuffer* const buffer = newInputBuffer(Input<Bytes>::read, &input, size);
   xmlParserInput* const stream = xmlNewIOInputStream(context.get(), buffer, XML_CHAR_ENCODING_NONE);
   if (stream == nullptr) {
     xmlFreeParserInputBuffer(buffer);

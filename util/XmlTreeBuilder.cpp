@@ -558,12 +558,14 @@ void XmlTreeBuilder::closeText() noexcept {
 }
 
 // Near its end libxml2 asks at every step whether there is more, which takes more time than the
-// step. What is still to be converted comes by the same way.
+// step; a parser that is handed its bytes does not ask. What is still to be converted comes by the
+// same way.
 void XmlTreeBuilder::askNoMore() noexcept {
   allKnown_ = false;
   xmlParserInputBuffer* const buffer = context_->input == nullptr ? nullptr : context_->input->buf;
   if (buffer != nullptr && buffer->encoder == nullptr) {
     buffer->readcallback = nullptr;
+    context_->progressive = 1;
   }
 }
 
