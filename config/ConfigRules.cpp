@@ -24,20 +24,29 @@ std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
   return internal::readDirection(node.attributeView("dir"));
 }
 
+/// The number of text nodes below `node`. Documents are at most 256 deep.
+std::size_t countTextsOf(const XmlNode& node) noexcept {
+  std::size_t count = node.getNodeType() == XmlNode::TEXT ? 1 : 0;
+  for (const XmlNode* child = node.firstChild(); child != nullptr; child = child->nextSibling()) {
+    count += countTextsOf(*child);
+  }
+  return count;
+}
+
 /// Appends one run for each text node below `node`, whose language and direction are given: both
-/// are handed down rather than looked up anew at each node. Documents are at most 256 deep.
+/// are handed down rather than looked up anew at each node.
 void appendTextOf(const XmlNode& node, const std::string& language, Direction direction,
-                  LocalizableString& text) {
+                  std::vector<LocalizableString::TextNode>& runs) {
   for (const XmlNode* child = node.firstChild(); child != nullptr; child = child->nextSibling()) {
     if (child->getNodeType() == XmlNode::TEXT) {
-      text.append(std::string(child->contentView()), direction, language);
+      runs.push_back({std::string(child->contentView()), direction, language});
     } else if (child->getNodeType() == XmlNode::ELEMENT) {
       const Direction itsDirection = ownDirection(*child).value_or(direction);
       const std::string_view own = child->attributeView("lang", XML_NAMESPACE);
       if (own.data() != nullptr) {
-        appendTextOf(*child, std::string(own), itsDirection, text);
+        appendTextOf(*child, std::string(own), itsDirection, runs);
       } else {
-        appendTextOf(*child, language, itsDirection, text);
+        appendTextOf(*child, language, itsDirection, runs);
       }
     }
   }
@@ -118,7 +127,10 @@ LocalizableString ConfigRules::getTextContent(const XmlNode& node, bool normaliz
   const std::string language = node.getXmlLang();
   const Direction direction = determineDirectionality(node);
   LocalizableString text(unicodeUtil_, direction, language);
-  appendTextOf(node, language, direction, text);
+  std::vector<LocalizableString::TextNode> runs;
+  runs.reserve(countTextsOf(node));
+  appendTextOf(node, language, direction, runs);
+  text.append(std::move(runs));
   if (normalize) {
     text.normalizeWhitespace();
     text.trim();

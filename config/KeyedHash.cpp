@@ -34,12 +34,10 @@ struct SipState {
   }
 };
 
-/// The first bytes of a text as a little-endian number.
+/// The first eight bytes of a text as a number.
 std::uint64_t wordOf(std::string_view bytes) noexcept {
   std::uint64_t word = 0;
-  for (std::size_t i = bytes.size(); i-- > 0;) {
-    word = (word << 8) | static_cast<unsigned char>(bytes[i]);
-  }
+  bytes.copy(reinterpret_cast<char*>(&word), sizeof(word));
   return word;
 }
 
@@ -58,7 +56,7 @@ std::uint64_t KeyedHash::operator()(std::string_view text) const noexcept {
                  key_[0] ^ 0x6C7967656E657261U, key_[1] ^ 0x7465646279746573U};
   const std::uint64_t length = text.size();
   for (; text.size() >= 8; text.remove_prefix(8)) {
-    state.absorb(wordOf(text.substr(0, 8)));
+    state.absorb(wordOf(text));
   }
   state.absorb((length << 56) | wordOf(text));
   state.v2 ^= 0xFF;

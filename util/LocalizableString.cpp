@@ -29,6 +29,19 @@ std::string_view textOf(const Runs& runs, const Option<std::string>& flattened) 
   return runs.size() == 1 ? std::string_view(runs.front().text) : flattened.get();
 }
 
+std::string flattenedTextOf(const Runs& runs) {
+  std::size_t size = 0;
+  for (const LocalizableString::TextNode& run : runs) {
+    size += run.text.size();
+  }
+  std::string text;
+  text.reserve(size);
+  for (const LocalizableString::TextNode& run : runs) {
+    text += run.text;
+  }
+  return text;
+}
+
 /// Extends the flattened text of two runs or more, or makes the first one. `added` may be part of
 /// the present text.
 void extend(Option<std::string>& flattened, std::string_view present, std::string_view added) {
@@ -170,16 +183,24 @@ void LocalizableString::append(std::string&& text, const Direction& direction,
 }
 
 void LocalizableString::append(const LocalizableString& other) {
-  Runs added = other.textNodes_;
-  if (added.empty()) {
+  append(Runs(other.textNodes_));
+}
+
+void LocalizableString::append(std::vector<TextNode>&& runs) {
+  runs.erase(std::remove_if(runs.begin(), runs.end(),
+                            [](const TextNode& run) { return run.text.empty(); }),
+             runs.end());
+  if (textNodes_.empty()) {
+    replaceRuns(std::move(runs));
     return;
   }
-  makeRoom(textNodes_, added.size());
-  if (textNodes_.size() + added.size() > 1) {
-    extend(flattened_, textOf(textNodes_, flattened_), textOf(other.textNodes_, other.flattened_));
+  if (runs.empty()) {
+    return;
   }
-  textNodes_.insert(textNodes_.end(), std::make_move_iterator(added.begin()),
-                    std::make_move_iterator(added.end()));
+  makeRoom(textNodes_, runs.size());
+  extend(flattened_, textOf(textNodes_, flattened_), flattenedTextOf(runs));
+  textNodes_.insert(textNodes_.end(), std::make_move_iterator(runs.begin()),
+                    std::make_move_iterator(runs.end()));
 }
 
 void LocalizableString::setDirection(const Direction& direction) noexcept {
@@ -297,13 +318,7 @@ void LocalizableString::appendRun(TextNode run) {
 void LocalizableString::replaceRuns(std::vector<TextNode> runs) {
   Option<std::string> flattened;
   if (runs.size() > 1) {
-    std::string text;
-    // White space only ever shrinks.
-    text.reserve(textOf(textNodes_, flattened_).size());
-    for (const TextNode& run : runs) {
-      text += run.text;
-    }
-    flattened = std::move(text);
+    flattened = flattenedTextOf(runs);
   }
   textNodes_ = std::move(runs);
   flattened_ = std::move(flattened);

@@ -57,6 +57,8 @@ class NIMBREL_UTIL_API LocalizableString {
   void append(std::string&& text, const Direction& direction, const std::string& languageTag);
   /// Appends all runs of another string, which may be this one.
   void append(const LocalizableString& other);
+  /// Appends runs at once, which takes less memory than one by one. Empty text adds no run.
+  void append(std::vector<TextNode>&& runs);
 
   /// Replaces the base direction; runs keep theirs.
   void setDirection(const Direction& direction) noexcept;

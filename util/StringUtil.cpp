@@ -15,12 +15,12 @@ constexpr bool isWhite(char byte) noexcept {
 /// The length of the part in front that `squeeze` leaves as it is. The rest is empty or begins with
 /// a run of white space that has to change.
 std::size_t squeezedPrefix(std::string_view text) noexcept {
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (isWhite(text[at]) && (text[at] != ' ' || (at + 1 < text.size() && isWhite(text[at + 1])))) {
-      return at;
-    }
+  const char* const end = text.data() + text.size();
+  const char* at = std::find_if(text.data(), end, isWhite);
+  while (at != end && *at == ' ' && (at + 1 == end || !isWhite(at[1]))) {
+    at = std::find_if(at + 1, end, isWhite);
   }
-  return text.size();
+  return static_cast<std::size_t>(at - text.data());
 }
 
 /// Squeezes what stands from `from` on, in place.

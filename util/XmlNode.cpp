@@ -18,8 +18,8 @@ std::string_view viewOf(const internal::XmlSymbol* symbol) noexcept {
 
 /// Whether a namespace, possibly none, is the one that a view names; none is null data there.
 bool isSame(const internal::XmlSymbol* found, std::string_view wanted) noexcept {
-  return (found == nullptr) == (wanted.data() == nullptr) &&
-         (found == nullptr || found->view() == wanted);
+  return found == nullptr ? wanted.data() == nullptr
+                          : wanted.data() != nullptr && found->view() == wanted;
 }
 
 /// None for a view with null data.

@@ -79,6 +79,43 @@ std::size_t hashOf(const xmlChar* name, const xmlChar* namespaceUri) noexcept {
 
 }  // namespace
 
+// The steps of every element and text.
+
+inline XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int lineNumber) {
+  const XmlNode* const parent = open_.empty() ? nullptr : open_.back().node;
+  return ::new (arena_->allocate(sizeof(XmlNode), alignof(XmlNode)))
+      XmlNode(parent, type, lineNumber);
+}
+
+inline char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
+  char* const bytes = static_cast<char*>(arena_->allocate(size, 1));
+  std::memcpy(bytes, text, size);
+  return bytes;
+}
+
+/// Where a name is, or where it belongs.
+inline XmlTreeBuilder::Symbol& XmlTreeBuilder::slotFor(const xmlChar* name,
+                                                       const xmlChar* namespaceUri) noexcept {
+  std::size_t slot = hashOf(name, namespaceUri) & symbolMask_;
+  while (symbols_[slot].symbol != nullptr &&
+         (symbols_[slot].name != name || symbols_[slot].namespaceUri != namespaceUri)) {
+    slot = (slot + 1) & symbolMask_;
+  }
+  return symbols_[slot];
+}
+
+inline const XmlSymbol* XmlTreeBuilder::intern(const xmlChar* name, const xmlChar* namespaceUri) {
+  const XmlSymbol* const known = slotFor(name, namespaceUri).symbol;
+  return known != nullptr ? known : internNew(name, namespaceUri);
+}
+
+inline const XmlSymbol* XmlTreeBuilder::internQualified(const xmlChar* localName,
+                                                        const xmlChar* prefix, const xmlChar* uri) {
+  // A prefix that is not declared stays part of the name.
+  return prefix != nullptr && uri == nullptr ? newSymbol(nullptr, asView(prefix), asView(localName))
+                                             : intern(localName, uri);
+}
+
 /// The C face of the builder. Nothing may throw through libxml2, and nothing acts once stopped.
 struct XmlTreeBuilder::Callbacks {
   static XmlTreeBuilder& builderOf(void* context) noexcept {
@@ -306,7 +343,7 @@ XmlTreeBuilder::XmlTreeBuilder(xmlParserCtxt* context, std::size_t inputSize)
   auto arena = std::make_unique<XmlArena>(std::min(3 * blockSize, MAX_BLOCK), blockSize);
   arena_ = arena.get();
   document_ = std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(arena));
-  symbols_.resize(128);
+  symbols_.resize(symbolMask_ + 1);
   open_.reserve(16);
   *context->sax = Callbacks::handler();
   context->_private = this;
@@ -584,18 +621,6 @@ void XmlTreeBuilder::link(XmlNode* node) noexcept {
   parent.lastChild = node;
 }
 
-XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int lineNumber) {
-  const XmlNode* const parent = open_.empty() ? nullptr : open_.back().node;
-  return ::new (arena_->allocate(sizeof(XmlNode), alignof(XmlNode)))
-      XmlNode(parent, type, lineNumber);
-}
-
-char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
-  char* const bytes = static_cast<char*>(arena_->allocate(size, 1));
-  std::memcpy(bytes, text, size);
-  return bytes;
-}
-
 const XmlSymbol* XmlTreeBuilder::newSymbol(const XmlSymbol* namespaceUri, std::string_view prefix,
                                            std::string_view name) {
   const std::size_t size = name.size() + (prefix.empty() ? 0 : prefix.size() + 1);
@@ -611,41 +636,20 @@ const XmlSymbol* XmlTreeBuilder::newSymbol(const XmlSymbol* namespaceUri, std::s
   return symbol;
 }
 
-const XmlSymbol* XmlTreeBuilder::intern(const xmlChar* name, const xmlChar* namespaceUri) {
-  if (const XmlSymbol* const known = slotFor(name, namespaceUri).symbol) {
-    return known;
-  }
+const XmlSymbol* XmlTreeBuilder::internNew(const xmlChar* name, const xmlChar* namespaceUri) {
   const XmlSymbol* const uri = namespaceUri == nullptr ? nullptr : intern(namespaceUri, nullptr);
   const XmlSymbol* const symbol = newSymbol(uri, {}, asView(name));
-  if (++symbolCount_ * 2 > symbols_.size()) {
+  if (++symbolCount_ * 2 > symbolMask_) {
     growSymbols();
   }
   slotFor(name, namespaceUri) = {name, namespaceUri, symbol};
   return symbol;
 }
 
-const XmlSymbol* XmlTreeBuilder::internQualified(const xmlChar* localName, const xmlChar* prefix,
-                                                 const xmlChar* uri) {
-  // A prefix that is not declared stays part of the name.
-  return prefix != nullptr && uri == nullptr ? newSymbol(nullptr, asView(prefix), asView(localName))
-                                             : intern(localName, uri);
-}
-
-/// Where a name is, or where it belongs.
-XmlTreeBuilder::Symbol& XmlTreeBuilder::slotFor(const xmlChar* name,
-                                                const xmlChar* namespaceUri) noexcept {
-  const std::size_t mask = symbols_.size() - 1;
-  std::size_t slot = hashOf(name, namespaceUri) & mask;
-  while (symbols_[slot].symbol != nullptr &&
-         (symbols_[slot].name != name || symbols_[slot].namespaceUri != namespaceUri)) {
-    slot = (slot + 1) & mask;
-  }
-  return symbols_[slot];
-}
-
 void XmlTreeBuilder::growSymbols() {
   std::vector<Symbol> smaller(symbols_.size() * 2);
   symbols_.swap(smaller);
+  symbolMask_ = symbols_.size() - 1;
   for (const Symbol& entry : smaller) {
     if (entry.symbol != nullptr) {
       slotFor(entry.name, entry.namespaceUri) = entry;

@@ -83,6 +83,7 @@ class XmlTreeBuilder {
   const XmlSymbol* newSymbol(const XmlSymbol* namespaceUri, std::string_view prefix,
                              std::string_view name);
   const XmlSymbol* intern(const xmlChar* name, const xmlChar* namespaceUri);
+  const XmlSymbol* internNew(const xmlChar* name, const xmlChar* namespaceUri);
   const XmlSymbol* internQualified(const xmlChar* localName, const xmlChar* prefix,
                                    const xmlChar* uri);
   void growSymbols();
@@ -106,7 +107,8 @@ class XmlTreeBuilder {
   unsigned int lastLine_ =
       1;  // where the last event ended, and so where a text that follows begins
 
-  std::vector<Symbol> symbols_;
+  std::size_t symbolMask_ = 127;
+  std::vector<Symbol> symbols_;  // a power of two of them, at most half taken
   std::size_t symbolCount_ = 0;
 
   std::size_t inputSize_;
