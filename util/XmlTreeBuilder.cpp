@@ -12,7 +12,6 @@
 namespace orvane::nimbrel::util::internal {
 namespace {
 
-constexpr std::size_t MAX_DEPTH = 256;
 constexpr std::size_t MAX_BLOCK = 65536;
 constexpr int MAX_ATTRIBUTES = 2000;
 constexpr int MAX_NAMESPACES = 1000;
@@ -82,7 +81,7 @@ std::size_t hashOf(const xmlChar* name, const xmlChar* namespaceUri) noexcept {
 // The steps of every element and text.
 
 inline XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int lineNumber) {
-  const XmlNode* const parent = open_.empty() ? nullptr : open_.back().node;
+  const XmlNode* const parent = depth_ == 0 ? nullptr : open_[depth_ - 1].node;
   return ::new (arena_->allocate(sizeof(XmlNode), alignof(XmlNode)))
       XmlNode(parent, type, lineNumber);
 }
@@ -344,7 +343,6 @@ XmlTreeBuilder::XmlTreeBuilder(xmlParserCtxt* context, std::size_t inputSize)
   arena_ = arena.get();
   document_ = std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(arena));
   symbols_.resize(symbolMask_ + 1);
-  open_.reserve(16);
   *context->sax = Callbacks::handler();
   context->_private = this;
 }
@@ -466,7 +464,7 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
                                   const xmlChar* prefix, const xmlChar* uri, int attributeCount,
                                   int defaultedCount, const xmlChar** attributes) {
   text_ = nullptr;
-  if (open_.size() >= MAX_DEPTH) {
+  if (depth_ >= MAX_DEPTH) {
     refuse(TOO_DEEP);
     return;
   }
@@ -522,19 +520,19 @@ void XmlTreeBuilder::startElement(const xmlParserCtxt* context, const xmlChar* l
   }
   node->size_ = static_cast<std::uint32_t>(count);
   link(node);
-  open_.push_back({node, nullptr});
+  open_[depth_++] = {node, nullptr};
   lastLine_ = line();
 }
 
 void XmlTreeBuilder::endElement() noexcept {
   closeText();
-  if (!open_.empty()) {
-    open_.pop_back();
+  if (depth_ > 0) {
+    --depth_;
   }
 }
 
 void XmlTreeBuilder::appendText(const char* text, std::size_t size) {
-  if (open_.empty() || size == 0) {
+  if (depth_ == 0 || size == 0) {
     return;
   }
   const unsigned int begin = std::exchange(lastLine_, line());
@@ -575,7 +573,7 @@ void XmlTreeBuilder::appendText(const char* text, std::size_t size) {
 }
 
 void XmlTreeBuilder::appendOther(XmlNode::Type type) {
-  if (open_.empty()) {
+  if (depth_ == 0) {
     return;  // before or behind the root, or in the DTD
   }
   closeText();
@@ -607,12 +605,12 @@ void XmlTreeBuilder::askNoMore() noexcept {
 }
 
 void XmlTreeBuilder::link(XmlNode* node) noexcept {
-  if (open_.empty()) {
+  if (depth_ == 0) {
     document_->root_ = node;
     node->document_ = document_.get();
     return;
   }
-  OpenElement& parent = open_.back();
+  OpenElement& parent = open_[depth_ - 1];
   if (parent.lastChild == nullptr) {
     const_cast<XmlElementData*>(parent.node->data_.element)->firstChild = node;
   } else {
@@ -676,12 +674,14 @@ unsigned int XmlTreeBuilder::lineOfOpenTag(const xmlParserCtxt* context) const n
   }
   const char* const base = asChars(input->base);
   const char* const behind = asChars(input->cur);
-  const void* const begin = ::memrchr(base, '<', static_cast<std::size_t>(behind - base));
-  if (begin == nullptr) {
-    return end;
+  const void* at = ::memrchr(base, '<', static_cast<std::size_t>(behind - base));
+  unsigned int begin = end;
+  while (at != nullptr && begin > 0) {
+    const char* const next = static_cast<const char*>(at) + 1;
+    at = std::memchr(next, '\n', static_cast<std::size_t>(behind - next));
+    begin -= at == nullptr ? 0 : 1;
   }
-  const auto breaks = std::count(static_cast<const char*>(begin), behind, '\n');
-  return end - static_cast<unsigned int>(std::min<std::ptrdiff_t>(breaks, end));
+  return begin;
 }
 
 }  // namespace orvane::nimbrel::util::internal

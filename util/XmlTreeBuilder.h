@@ -2,6 +2,7 @@
 
 #include <libxml/parser.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -100,7 +101,9 @@ class XmlTreeBuilder {
     XmlNode* node;
     XmlNode* lastChild;
   };
-  std::vector<OpenElement> open_;
+  static constexpr std::size_t MAX_DEPTH = 256;
+  std::array<OpenElement, MAX_DEPTH> open_;  // the first `depth_` of them, from the root down
+  std::size_t depth_ = 0;
   XmlNode* text_ = nullptr;  // the text node that grows; its bytes end at textEnd_
   char* textEnd_ = nullptr;
   std::size_t textCapacity_ = 0;
