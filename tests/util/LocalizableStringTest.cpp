@@ -68,12 +68,14 @@ TEST(LocalizableString, GivesRunsTheirOwnOrThePresentTagAndDirection) {
   string.append("three", LocalizableString::LRO, "fr");
   const std::string four = "four";
   string.append(four, LocalizableString::RTL, "ar");
+  string.append({{"", LocalizableString::LRO, "fr"}, {LONG, LocalizableString::LTR, ""}});
+  string.append({{"", LocalizableString::LRO, "fr"}});
 
-  EXPECT_EQ(textsOf(string), Runs({"one", "two", "three", "four"}));
+  EXPECT_EQ(textsOf(string), Runs({"one", "two", "three", "four", LONG}));
   using Text = LocalizableString;
   const std::pair<Text::Direction, std::string> expected[] = {
-      {Text::LTR, "en"}, {Text::RLO, "he"}, {Text::LRO, "fr"}, {Text::RTL, "ar"}};
-  for (std::size_t i = 0; i < 4; ++i) {
+      {Text::LTR, "en"}, {Text::RLO, "he"}, {Text::LRO, "fr"}, {Text::RTL, "ar"}, {Text::LTR, ""}};
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
     const auto& run = string.getTextNodes()[i];
     EXPECT_EQ(std::make_pair(run.direction, run.languageTag), expected[i]);
   }
