@@ -195,6 +195,15 @@ TEST(Guarantees, WhatIsReadOfADocumentLeavesNothing) {
   });
 }
 
+TEST(Guarantees, NodesAreHandedOutWithoutAnAllocation) {
+  const auto node = rootOf(RICH);
+  failAllocation(1);
+  const auto same = node->getFirstElementChild()->getParent();
+  const auto text = node->firstChild()->share();
+  EXPECT_FALSE(stopFailing());
+  EXPECT_EQ(same, node);
+}
+
 TEST(Guarantees, IdentitiesLeaveNothing) {
   const auto filename = std::make_shared<zel::util::PortableFilenameMunger>();
   const auto host = std::make_shared<zel::util::HostUriMunger>();

@@ -3,37 +3,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 
 #include "tests/util/XmlTestSupport.h"
 
 namespace orvane::nimbrel::util::test {
 namespace {
-
-/// A directory that goes with the test.
-class Folder {
- public:
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "xml-XXXXXX").string();
-    path_ = ::mkdtemp(name.data());
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { std::filesystem::remove_all(path_); }
-
-  [[nodiscard]] std::string path(const char* name) const { return (path_ / name).string(); }
-
-  [[nodiscard]] std::string write(const char* name, std::string_view text) const {
-    std::ofstream(path(name), std::ios::binary) << text;
-    return path(name);
-  }
-
- private:
-  std::filesystem::path path_;
-};
 
 std::string fileRefusal(const std::string& path, const char* encoding = nullptr) {
   return refusalBy<ParseException>([&] { (void)XmlParserLibXml().parse(path.c_str(), encoding); });

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdlib>
+#include <filesystem>
+
 #include "tests/support/Checks.h"
 #include "util/ParseException.h"
 #include "util/XmlParserLibXml.h"
@@ -59,6 +62,28 @@ inline std::string outline(std::string_view text, const char* encoding = nullptr
 inline auto outlineBehind(const std::string& prefix) {
   return [prefix](const std::string& text) { return outline(prefix + text); };
 }
+
+/// A directory that goes with the test.
+class Folder {
+ public:
+  Folder() {
+    std::string name = (std::filesystem::temp_directory_path() / "xml-XXXXXX").string();
+    path_ = ::mkdtemp(name.data());
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() { std::filesystem::remove_all(path_); }
+
+  [[nodiscard]] std::string path(const char* name) const { return (path_ / name).string(); }
+
+  [[nodiscard]] std::string write(const char* name, std::string_view text) const {
+    std::ofstream(path(name), std::ios::binary) << text;
+    return path(name);
+  }
+
+ private:
+  std::filesystem::path path_;
+};
 
 /// `before`, the number from 0 upward and `after`, over and over.
 inline std::string numbered(std::string_view before, std::string_view after, int count) {
