@@ -304,7 +304,8 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     } else if (row->handler != nullptr) {
       row->handler(*this, node);
     } else {
-      reportOn (*node)(FindingCode::PARAM_OUTSIDE_FEATURE, "A param counts within a feature only.");
+      internal::Report(observation.get(), *node)(FindingCode::PARAM_OUTSIDE_FEATURE,
+                                                 "A param counts within a feature only.");
     }
   }
 }
@@ -320,14 +321,11 @@ Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char
                                                  FindingCode otherwise) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    reportOn(node)(otherwise, name, value, "It is no IRI, which begins with a scheme.");
+    internal::Report(observation.get(), node)(otherwise, name, value,
+                                              "It is no IRI, which begins with a scheme.");
     value.reset();
   }
   return value;
-}
-
-internal::Report NimbrelConfigParser::reportOn(const XmlNode& node) const noexcept {
-  return {observation.get(), node};
 }
 
 }  // namespace orvane::nimbrel::config

@@ -24,7 +24,6 @@ namespace orvane::nimbrel::config {
 
 namespace internal {
 class Observation;
-class Report;
 struct WalkIndexes;
 }  // namespace internal
 
@@ -151,8 +150,6 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   [[nodiscard]] BasicConfig& record() const;
   [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name,
                                                   FindingCode otherwise);
-  /// For telling the observer what is lost of an element.
-  [[nodiscard]] internal::Report reportOn(const util::XmlNode& node) const noexcept;
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

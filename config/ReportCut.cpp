@@ -35,20 +35,21 @@ std::string isTaken(Number number) {
   return std::string(std::begin(digits), result.ptr) + " is taken.";
 }
 
+}  // namespace
+
 template <typename Number>
-void reportUnlessNumber(Number taken, std::string_view attribute, std::string_view text,
-                        const Report& lost) {
-  if (lost && !isNumber<Number>(text)) {
+void explainCut(Number taken, std::string_view attribute, std::string_view text,
+                const Report& lost) {
+  if (!isNumber<Number>(text)) {
     lost(FindingCode::NUMBER_CUT, attribute, text,
          "The number ends before the first character that cannot continue it: " + isTaken(taken));
   }
 }
 
-}  // namespace
-
-void reportCut(unsigned int taken, std::string_view attribute, std::string_view text,
-               const Report& lost) {
-  if (!lost || std::all_of(text.begin(), text.end(), isDigit)) {
+template <>
+void explainCut(unsigned int taken, std::string_view attribute, std::string_view text,
+                const Report& lost) {
+  if (std::all_of(text.begin(), text.end(), isDigit)) {
     return;
   }
   const bool onlySpace = std::all_of(text.begin(), text.end(),
@@ -59,17 +60,8 @@ void reportCut(unsigned int taken, std::string_view attribute, std::string_view 
            isTaken(taken));
 }
 
-void reportCut(int taken, std::string_view attribute, std::string_view text, const Report& lost) {
-  reportUnlessNumber(taken, attribute, text, lost);
-}
-
-void reportCut(float taken, std::string_view attribute, std::string_view text, const Report& lost) {
-  reportUnlessNumber(taken, attribute, text, lost);
-}
-
-void reportCut(double taken, std::string_view attribute, std::string_view text,
-               const Report& lost) {
-  reportUnlessNumber(taken, attribute, text, lost);
-}
+template void explainCut(int, std::string_view, std::string_view, const Report&);
+template void explainCut(float, std::string_view, std::string_view, const Report&);
+template void explainCut(double, std::string_view, std::string_view, const Report&);
 
 }  // namespace orvane::nimbrel::config::internal

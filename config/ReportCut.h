@@ -8,13 +8,18 @@
 // tells so, with the number that was taken, and nothing when the text is just that number.
 namespace orvane::nimbrel::config::internal {
 
-/// @name By the way in which the number was read
-/// @{
-void reportCut(unsigned int taken, std::string_view attribute, std::string_view text,
-               const Report& lost);
-void reportCut(int taken, std::string_view attribute, std::string_view text, const Report& lost);
-void reportCut(float taken, std::string_view attribute, std::string_view text, const Report& lost);
-void reportCut(double taken, std::string_view attribute, std::string_view text, const Report& lost);
-/// @}
+/// `Number` is unsigned int, int, float or double: the way in which the number was read.
+template <typename Number>
+void explainCut(Number taken, std::string_view attribute, std::string_view text,
+                const Report& lost);
+
+/// The same, if somebody listens.
+template <typename Number>
+void reportCut(Number taken, std::string_view attribute, std::string_view text,
+               const Report& lost) {
+  if (lost) {
+    explainCut(taken, attribute, text, lost);
+  }
+}
 
 }  // namespace orvane::nimbrel::config::internal

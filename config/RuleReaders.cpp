@@ -44,13 +44,14 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
   unsigned int value = 0;
   bool endsInSpace = true;  // so that the empty text is no number
   for (const char c : text) {
-    endsInSpace = StringUtil::isSpace(c);
-    if (endsInSpace) {
-      continue;
-    }
     if (c < '0' || c > '9') {
+      endsInSpace = StringUtil::isSpace(c);
+      if (endsInSpace) {
+        continue;
+      }
       return {value, IntegerFault::NONE};
     }
+    endsInSpace = false;
     const auto digit = static_cast<unsigned int>(c - '0');
     if (value > MAX / 10 || value * 10 > MAX - digit) {
       return {0, IntegerFault::TOO_LARGE};
@@ -80,11 +81,11 @@ util::Option<unsigned int> readNumber(std::string_view text, std::string_view at
                                       const Report& lost) {
   util::Option<unsigned int> number;
   const IntegerReading reading = readNonNegativeInteger(text);
-  if (reading.fault != IntegerFault::NONE) {
-    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
-  } else {
-    reportCut(reading.value, attribute, text, lost);
+  if (reading.fault == IntegerFault::NONE) {
     number = reading.value;
+    reportCut(reading.value, attribute, text, lost);
+  } else {
+    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
   }
   return number;
 }
@@ -96,12 +97,16 @@ util::Option<unsigned int> readSize(std::string_view text, std::string_view attr
     return size;
   }
   const IntegerReading reading = readNonNegativeInteger(text);
-  if (reading.fault == IntegerFault::NONE && reading.value == 0) {
+  if (reading.fault != IntegerFault::NONE) {
+    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
+  } else if (reading.value == 0) {
     lost(FindingCode::NUMBER_DROPPED, attribute, text,
          "A size is a number above 0, without a sign.");
-    return size;
+  } else {
+    size = reading.value;
+    reportCut(reading.value, attribute, text, lost);
   }
-  return readNumber(text, attribute, lost);
+  return size;
 }
 
 std::optional<Direction> readDirection(std::string_view text) noexcept {

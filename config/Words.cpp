@@ -1,14 +1,12 @@
 #include "config/Words.h"
 
-#include <algorithm>
-
 #include "config/Suggestion.h"
 
 namespace orvane::nimbrel::config::internal {
 
 bool isOn(const Words& words, const std::string& value, const Report& lost) {
   const auto isAmong = [&](const std::string_view(&list)[2]) {
-    return std::find(std::begin(list), std::end(list), value) != std::end(list);
+    return value == list[0] || value == list[1];
   };
   if (isAmong(words.on)) {
     return true;

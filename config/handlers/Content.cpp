@@ -15,8 +15,9 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   contentSeen = true;
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
   if (!src || src.get().empty()) {
-    return reportOn(*node)(FindingCode::CONTENT_WITHOUT_SRC, "src", src,
-                           "Without a path there is no start file, whatever follows.");
+    return internal::Report(observation.get(), *node)(
+        FindingCode::CONTENT_WITHOUT_SRC, "src", src,
+        "Without a path there is no start file, whatever follows.");
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
   util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");

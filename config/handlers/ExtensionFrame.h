@@ -143,9 +143,9 @@ void storeNumber(Record& record, const std::string& value, const Report& lost) {
 /// Assigned both ways: any other value than "true" clears the flag.
 template <typename Record, auto Member>
 void storeWhetherTrue(Record& record, const std::string& value, const Report& lost) {
-  constexpr Words WORDS = {{"true", "true"},
-                           {"false", "false"},
-                           "Only \"true\" switches it on; all else switches it off."};
+  static constexpr Words WORDS = {{"true", "true"},
+                                  {"false", "false"},
+                                  "Only \"true\" switches it on; all else switches it off."};
   record.*Member = isOn(WORDS, value, lost);
 }
 /// @}

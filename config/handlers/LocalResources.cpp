@@ -19,7 +19,7 @@ using Local = Config::LocalResources;
 
 // "yes" counts for this flag only, on purpose.
 void storeDatabaseStorage(Local& local, const std::string& value, const Report& lost) {
-  constexpr internal::Words WORDS = {
+  static constexpr internal::Words WORDS = {
       {"true", "yes"},
       {"false", "no"},
       "Only \"true\" and \"yes\" switch it on; all else switches it off."};

@@ -14,7 +14,7 @@ using util::Option;
 
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
-  const internal::Report lost = reportOn(*root);
+  const internal::Report lost(observation.get(), *root);
   const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
     return rules.getSingleAttributeValue(root, namespaceUri, name);
   };
@@ -74,8 +74,8 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
     if (!seen.contains(distinct, itself, keyword)) {
       distinct.push_back(std::move(keyword));
     } else if (observation != nullptr) {
-      reportOn (*target.document()->getDocumentElement())(
-          FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
+      const internal::Report lost(observation.get(), *target.document()->getDocumentElement());
+      lost(FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
     }
   }
   target.windowModes() = std::move(distinct);
