@@ -3,8 +3,8 @@
 //     en,de;UTF-8          locales, and the encoding if there is a ";"
 //     <widget ...>         the document
 //
-// The same bytes give the same record twice, or the same refusal. Every present value obeys its
-// rule.
+// The same bytes give the same record twice, or the same refusal, with the same error text and log
+// lines; the second time an observer is told what is lost. Every present value obeys its rule.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -15,8 +15,10 @@
 #include <string>
 #include <vector>
 
+#include "config/FindingKind.h"
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
+#include "fuzz/Host.h"
 #include "fuzz/Property.h"
 #include "tests/support/RecordDump.h"
 #include "util/IDNConverter.h"
@@ -57,15 +59,33 @@ class MemoryFile {
   int descriptor_;
 };
 
-/// The record as a text, or why there is none. `check` sees the record.
+class Observer : public config::ParseObserver {
+ public:
+  void notice(const config::Finding& finding) override {
+    require(!failed_, "nothing is told after what ends the parse");
+    failed_ = config::findingKind(finding.code).level == config::FindingLevel::ERROR;
+    require(!finding.reason.empty(), "a finding has a reason");
+    require(finding.element.empty() || finding.line != 0, "an element has a line");
+    require(finding.suggestion.empty() || finding.suggestion != finding.value,
+            "a suggestion is something else");
+  }
+
+  [[nodiscard]] bool hasFailed() const { return failed_; }
+
+ private:
+  bool failed_ = false;
+};
+
+/// The record as a text, or why there is none, and what was logged. `check` sees the record.
 template <typename Parse, typename Check>
-std::string outcome(const std::vector<std::string>& locales, Parse parse, Check check) {
-  Parser parser(locales);
+std::string outcome(Parser& parser, Parse parse, Check check) {
+  takeLogDigest();
   try {
-    const std::shared_ptr<Config> config = parse(parser);
+    const std::shared_ptr<Config> config = parse();
     require(config != nullptr, "a parse returns a record");
+    const std::string digest = std::to_string(takeLogDigest());
     check(parser.filled());
-    return test::RecordDump::of(parser.filled()) + parser.getErrorText();
+    return test::RecordDump::of(parser.filled()) + parser.getErrorText() + digest;
   } catch (const config::ConfigParser::ConfigException& refusal) {
     return "refused: " + std::string(refusal.what()) + ' ' + std::to_string(refusal.line) + ' ' +
            std::to_string(refusal.column);
@@ -212,9 +232,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     locales.emplace_back(fuzz::takeUpTo(',', languages));
   }
 
+  fuzz::Parser parser(locales);
   const std::string fromBuffer = fuzz::outcome(
-      locales,
-      [&](auto& parser) {
+      parser,
+      [&] {
         return parser.parse(document.data(), static_cast<unsigned int>(document.size()), nullptr,
                             encoding);
       },
@@ -226,9 +247,14 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         fuzz::checkElements(record, locales);
       });
   const fuzz::MemoryFile file(document);
+  fuzz::Parser observed(locales);
+  const auto observer = std::make_shared<fuzz::Observer>();
+  observed.setObserver(observer);
+  bool parsed = false;
   const std::string fromFile = fuzz::outcome(
-      locales, [&](auto& parser) { return parser.parse(file.path().c_str(), encoding); },
-      [](config::BasicConfig&) {});
+      observed, [&] { return observed.parse(file.path().c_str(), encoding); },
+      [&](config::BasicConfig&) { parsed = true; });
+  require(parsed != observer->hasFailed(), "exactly a failing parse tells of an error");
   if (fromBuffer != fromFile) {
     std::fprintf(stderr, "%s\n-- but from the file --\n%s\n", fromBuffer.c_str(), fromFile.c_str());
   }
