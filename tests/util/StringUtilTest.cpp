@@ -1,3 +1,5 @@
+#include <array>
+
 #include "tests/support/Checks.h"
 #include "util/StringUtil.h"
 
@@ -18,12 +20,8 @@ TEST(StringUtil, KnowsSixWhiteSpaceBytesAndNoOther) {
 }
 
 TEST(StringUtil, TrimsAndSqueezes) {
-  const struct {
-    const char* text;
-    const char* trimmed;
-    const char* squeezed;
-    const char* both;
-  } cases[] = {
+  // text, trimmed, squeezed, both
+  const std::array<const char*, 4> cases[] = {
       {"", "", "", ""},
       {"a", "a", "a", "a"},
       {" ", "", " ", ""},
@@ -35,17 +33,16 @@ TEST(StringUtil, TrimsAndSqueezes) {
       {" a b ", "a b", " a b ", "a b"},
       {"a \n", "a", "a ", "a"},
       {"\r\na  \t b \n c  ", "a  \t b \n c", " a b c ", "a b c"},
-      {"\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text);
-    std::string text = c.text;
-    StringUtil::trim(text);
-    EXPECT_EQ(text, c.trimmed);
-    text = c.text;
-    StringUtil::squeeze(text);
-    EXPECT_EQ(text, c.squeezed);
-    EXPECT_EQ(StringUtil::squeezeAndTrim(c.text), c.both);
+      {"\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0", "\xC2\xA0 x\x85\xA0"}};
+  for (const auto& [text, trimmed, squeezed, both] : cases) {
+    SCOPED_TRACE(text);
+    std::string changed = text;
+    StringUtil::trim(changed);
+    EXPECT_EQ(changed, trimmed);
+    changed = text;
+    StringUtil::squeeze(changed);
+    EXPECT_EQ(changed, squeezed);
+    EXPECT_EQ(StringUtil::squeezeAndTrim(text), both);
   }
 }
 

@@ -64,9 +64,6 @@ TEST(LocalizedElementParser, RefusesWhatIsNoDocument) {
               (void)LocalizedElementParser::getLocalizedElementMap("<", 1, nullptr, true);
             }),
             "elementName cannot be NULL");
-}
-
-TEST(LocalizedElementParser, SaysWhereADocumentBreaks) {
   EXPECT_EQ(nimbrel::test::refusalBy<nimbrel::ParseException>(
                 [] { (void)names("<widget>\n <name></widget>"); }),
             "2:17: Opening and ending tag mismatch: name line 2 and widget");

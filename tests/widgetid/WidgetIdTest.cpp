@@ -31,7 +31,7 @@ class FakeParser : public WidgetIdParser {
   mutable std::string calls;
 };
 
-TEST(BasicWidgetId, RefusesBadArgumentsInOrder) {
+TEST(BasicWidgetId, RefusesBadArgumentsInOrderAndStopsAtTheFirstFault) {
   const auto parser = std::make_shared<FakeParser>();
   using Parser = std::shared_ptr<WidgetIdParser>;
   const auto refusal = [](const char* id, const Parser& idParser) {
@@ -43,6 +43,9 @@ TEST(BasicWidgetId, RefusesBadArgumentsInOrder) {
   }
   EXPECT_EQ(refusal("x", nullptr), "idParser cannot be NULL.");
   EXPECT_EQ(parser->calls, "");
+  parser->fails = true;
+  EXPECT_EQ(thrownBy<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");
+  EXPECT_EQ(parser->calls, "a");
 }
 
 TEST(BasicWidgetId, AsksItsParserOnceForEachNameAndDoesNotKeepIt) {
@@ -61,19 +64,12 @@ TEST(BasicWidgetId, AsksItsParserOnceForEachNameAndDoesNotKeepIt) {
   EXPECT_EQ(parser->calls, "ad");
 }
 
-TEST(BasicWidgetId, StopsAtTheFirstNameThatIsRefused) {
-  const auto parser = std::make_shared<FakeParser>();
-  parser->fails = true;
-  EXPECT_EQ(thrownBy<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");
-  EXPECT_EQ(parser->calls, "a");
-}
-
 TEST(ProductionWidgetId, IsItsOwnNameUnchanged) {
   for (const char* text : {"0123abc", "../A b/%41."}) {
     const ProductionWidgetId id(text);
-    EXPECT_STREQ(id.toString(), text);
-    EXPECT_STREQ(id.toAuthority(), text);
-    EXPECT_STREQ(id.toDirectoryName(), text);
+    for (const char* name : {id.toString(), id.toAuthority(), id.toDirectoryName()}) {
+      EXPECT_STREQ(name, text);
+    }
     EXPECT_STREQ(id.topLevelApplicationDataDirectory(), ".mirelda");
   }
   EXPECT_EQ(thrownBy<std::invalid_argument>([] { ProductionWidgetId(nullptr); }),
