@@ -18,6 +18,7 @@ struct Command {
 Command addShowCommand(CLI::App& tool);
 Command addLocalizedCommand(CLI::App& tool);
 Command addIdCommand(CLI::App& tool);
+Command addCheckCommand(CLI::App& tool);
 
 /// What "--help" says of a document's argument.
 inline constexpr char DOCUMENT_HELP[] =

@@ -99,6 +99,16 @@ std::string escapeJson(std::string_view json) {
   return escape(json, true);
 }
 
+std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end) {
+    if ((byteAt(text, end) & 0xC0) != 0x80 && count-- == 0) {
+      break;
+    }
+  }
+  return text.substr(0, end);
+}
+
 std::size_t width(std::string_view text) noexcept {
   return static_cast<std::size_t>(
       std::count_if(text.begin(), text.end(), [](char byte) { return (byte & '\xC0') != '\x80'; }));

@@ -51,12 +51,16 @@ void writeError(std::string_view line) {
   writeAll(STDERR_FILENO, escape(line) + '\n');
 }
 
+bool isTerminal() noexcept {
+  return ::isatty(STDOUT_FILENO) == 1;
+}
+
 bool isColourWanted() noexcept {
   const auto value = [](const char* name) {
     const char* text = std::getenv(name);
     return std::string_view(text == nullptr ? "" : text);
   };
-  return ::isatty(STDOUT_FILENO) == 1 && value("NO_COLOR").empty() && value("TERM") != "dumb";
+  return isTerminal() && value("NO_COLOR").empty() && value("TERM") != "dumb";
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -15,6 +15,9 @@ void writeOutput(std::string_view text);
 /// Writes one line, escaped and ended by a line break, to standard error, as far as that works.
 void writeError(std::string_view line);
 
+/// Whether standard output goes to a terminal.
+[[nodiscard]] bool isTerminal() noexcept;
+
 /// Whether a person sees standard output on a terminal that knows colours and does not object to
 /// them (environment variable NO_COLOR).
 [[nodiscard]] bool isColourWanted() noexcept;

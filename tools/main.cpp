@@ -40,10 +40,11 @@ void answerParseOutcome(const CLI::App& tool, const CLI::ParseError& outcome) {
 ExitStatus run(int argc, const char* const* argv) {
   CLI::App tool("Reads the configuration documents of web applications.", "nimbrel-config");
   tool.footer(
-      "Exit status: 0 done; 1 the document was rejected or the identifier refused;\n"
-      "2 wrong usage, or something cannot be read or written.");
+      "Exit status: 0 done; 1 the document was rejected, the identifier refused or something\n"
+      "found in a check; 2 wrong usage, or something cannot be read or written.");
   tool.require_subcommand(1);
-  const Command commands[] = {addShowCommand(tool), addLocalizedCommand(tool), addIdCommand(tool)};
+  const Command commands[] = {addShowCommand(tool), addLocalizedCommand(tool), addIdCommand(tool),
+                              addCheckCommand(tool)};
   tool.set_version_flag("--version", VERSION_TEXT, "Print the version and exit");
   for (const Command& command : commands) {
     command.app->set_version_flag("--version", VERSION_TEXT, "Print the version and exit");

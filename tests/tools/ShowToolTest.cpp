@@ -62,7 +62,7 @@ TEST(ShowTool, RefusesWrongUsage) {
 }
 
 TEST(ShowTool, HelpAndVersionWorkEverywhere) {
-  for (const char* command : {"", "show", "localized", "id"}) {
+  for (const char* command : {"", "show", "localized", "id", "check"}) {
     SCOPED_TRACE(command);
     std::vector<std::string> words;
     if (*command != '\0') {

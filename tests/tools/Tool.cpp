@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <optional>
 
 namespace nimbrel_test {
 namespace {
@@ -26,6 +27,39 @@ void redirect(int descriptor, const char* path, int flags) {
   }
   close(opened);
 }
+
+/// A terminal that nobody looks at.
+class Terminal {
+ public:
+  Terminal() {
+    if (grantpt(own_) != 0 || unlockpt(own_) != 0) {
+      throw std::runtime_error("no terminal");
+    }
+    other_ = open(ptsname(own_), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+  ~Terminal() { close(own_); }
+
+  /// The end for the child.
+  [[nodiscard]] int end() const { return other_; }
+
+  /// All that the child writes, with the line breaks that it wrote.
+  [[nodiscard]] std::string read() const {
+    close(other_);
+    std::string text;
+    char buffer[4096];
+    for (ssize_t got = 0; (got = ::read(own_, buffer, sizeof(buffer))) > 0;) {
+      text.append(buffer, static_cast<std::size_t>(got));
+    }
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    return text;
+  }
+
+ private:
+  int own_ = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  int other_ = -1;
+};
 
 }  // namespace
 
@@ -62,6 +96,10 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
     throw std::runtime_error("no pipe");
   }
   close(ends[0]);
+  std::optional<Terminal> terminal;
+  if (target == Stdout::TERMINAL) {
+    terminal.emplace();
+  }
   const pid_t child = fork();
   if (child == 0) {
     redirect(STDIN_FILENO, in.path().c_str(), O_RDONLY);
@@ -70,6 +108,8 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
       close(STDOUT_FILENO);
     } else if (target == Stdout::BROKEN_PIPE) {
       dup2(ends[1], STDOUT_FILENO);
+    } else if (terminal) {
+      dup2(terminal->end(), STDOUT_FILENO);
     } else {
       redirect(STDOUT_FILENO, target == Stdout::CAPTURED ? out.path().c_str() : "/dev/full",
                O_WRONLY);
@@ -78,10 +118,11 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
     _exit(126);
   }
   close(ends[1]);
+  const std::string shown = terminal ? terminal->read() : std::string();
   int state = 0;
   waitpid(child, &state, 0);
-  return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state), contentOf(out.path()),
-          contentOf(error.path())};
+  return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state),
+          terminal ? shown : contentOf(out.path()), contentOf(error.path())};
 }
 
 Json show(const std::string& document, std::vector<std::string> options) {

@@ -19,8 +19,8 @@ struct Outcome {
   std::string error;
 };
 
-/// Where the standard output of a run goes.
-enum class Stdout { CAPTURED, CLOSED, FULL_DISK, BROKEN_PIPE };
+/// Where the standard output of a run goes. What a terminal gets is captured too.
+enum class Stdout { CAPTURED, TERMINAL, CLOSED, FULL_DISK, BROKEN_PIPE };
 
 /// Variables of the environment, "NAME=value".
 using Environment = std::vector<std::string>;

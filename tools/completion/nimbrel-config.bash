@@ -5,7 +5,7 @@ _nimbrel_config() {
   local words=
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      show | localized | id)
+      show | localized | id | check)
         command=$word
         break
         ;;
@@ -13,7 +13,11 @@ _nimbrel_config() {
   done
   COMPREPLY=()
   case $previous in
-    --format) words='text json' ;;
+    --format)
+      words='text json'
+      [[ $command != check ]] || words+=' sarif'
+      ;;
+    --explain) words=$("${COMP_WORDS[0]}" check --codes 2>/dev/null | sed 's/ .*//') ;;
     --field)
       words='author features icons startFile description height width id license name preferences
         shortName windowModes userAgentLocales version tavloApplicationId tavloApplicationVersion
@@ -23,16 +27,17 @@ _nimbrel_config() {
     --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
     *)
       case $command in
-        '') words='show localized id --help --version' ;;
+        '') words='show localized id check --help --version' ;;
         show)
           words='--locale --format --field --url --encoding --density --debug --help --version'
           ;;
         localized) words='--raw --format --help --version' ;;
         id) words='--iri --filename --application --format --help --version' ;;
+        check) words='--locale --format --density --strict --explain --codes --help --version' ;;
       esac
       if [[ $command == localized && $previous == localized && $current != -* ]]; then
         words='name description author license'
-      elif [[ $command == show || $command == localized ]] && [[ $current != -* ]]; then
+      elif [[ $command =~ ^(show|localized|check)$ && $current != -* ]]; then
         compopt -o filenames 2>/dev/null || true  # no completion is going on
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return

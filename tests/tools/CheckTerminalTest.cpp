@@ -1,0 +1,124 @@
+// What `check` adds for a person at a terminal: colours, the line of the document, and carets.
+#include <sstream>
+
+#include "tests/tools/Tool.h"
+
+namespace nimbrel_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string terminalOutput(const std::string& document, const Environment& environment) {
+  return run({"check", "-"}, document, Stdout::TERMINAL, environment).out;
+}
+
+/// What stands between the findings' own lines.
+std::string excerptsOf(const std::string& document) {
+  std::string excerpts;
+  std::istringstream lines(terminalOutput(document, {"NO_COLOR=1"}));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("  ", 0) == 0) {
+      excerpts += line.substr(2) + '\n';
+    }
+  }
+  return excerpts;
+}
+
+TEST(CheckTerminal, CaretsMarkThePlaceWhereItIsCertain) {
+  const std::string place = "<icon src='a' width='9px'/>";
+  const std::string marked = "              ^~~~~~~~~~~\n";
+  const auto blanks = [](std::size_t count) { return std::string(count, ' '); };
+  const Row rows[] = {
+      {place, place + '\n' + marked},
+      {"<icon/>", "<icon/>\n^~~~~\n"},  // what is absent has no place of its own
+      {"<icon src='a' width = \"9px\"/>",
+       "<icon src='a' width = \"9px\"/>\n              ^~~~~~~~~~~~~\n"},
+      {"<w:icon xmlns:w='http://www.w3.org/ns/widgets' src='width' width='9px'/>",
+       "<w:icon xmlns:w='http://www.w3.org/ns/widgets' src='width' width='9px'/>\n" + blanks(59) +
+           "^~~~~~~~~~~\n"},
+      // further attributes on the next line
+      {"<icon\n src='a' width='9px'/>", "<icon\n^~~~~\n"},
+      {"<icon src='a' width='9px\n'/>", "<icon src='a' width='9px\n              ^~~~~~~~~~\n"},
+      // of several elements, the one with this value
+      {place + "<icon src='b' width='8'/>", place + "<icon src='b' width='8'/>\n" + marked},
+      {"<icon src='b'/>" + place, "<icon src='b'/>" + place + '\n' + blanks(15) + marked},
+      {"<icon src='b'/><icon/>", "<icon src='b'/><icon/>\n" + blanks(15) + "^~~~~\n"},
+      {place + "<!-- " + place + " -->", place + "<!-- " + place + " -->\n"},
+      {"<icons/><icon/>", "<icons/><icon/>\n^~~~~~\n<icons/><icon/>\n        ^~~~~\n"},
+      // tabs keep their width, other controls are escaped; characters count, not bytes
+      {"\t<icon\tsrc='a'\twidth='9px'/>",
+       "        <icon   src='a' width='9px'/>\n" + blanks(24) + "^~~~~~~~~~~\n"},
+      {"\xC3\xA9\xC2\x9B" + place, "\xC3\xA9\\u009b" + place + '\n' + blanks(7) + marked},
+      {place + "\r", place + '\n' + marked},
+  };
+  expectRows(rows, [](const std::string& line) { return excerptsOf(widget('\n' + line + '\n')); });
+  EXPECT_EQ(excerptsOf("\xEF\xBB\xBF<icon xmlns='http://www.w3.org/ns/widgets'/>"),
+            "<icon xmlns='http://www.w3.org/ns/widgets'/>\n^~~~~\n");
+}
+
+TEST(CheckTerminal, AKnownColumnIsMarkedUpToTheEndOfTheLine) {
+  EXPECT_EQ(excerptsOf("<widget>\n\xC3\xA9 <a x=></a></widget>"),
+            "\xC3\xA9 <a x=></a></widget>\n       ^\n");
+  EXPECT_EQ(excerptsOf("<widget>\n <a></b>"), " <a></b>\n        ^\n");
+}
+
+TEST(CheckTerminal, LongLinesAreCutAroundThePlace) {
+  const std::string place = "<icon src='a' width='9px'/>";
+  const std::string marked = "              ^~~~~~~~~~~\n";
+  const std::string filler(100, '-');
+  EXPECT_EQ(excerptsOf(widget('\n' + place + filler)),
+            place + filler.substr(place.size()) + "...\n" + marked);
+  EXPECT_EQ(excerptsOf(widget('\n' + filler + place + filler + '\n')),
+            "..." + filler.substr(0, 16) + place + filler.substr(0, 57) + "...\n" +
+                std::string(19, ' ') + marked);
+  EXPECT_EQ(excerptsOf(widget('\n' + filler + place + '\n')),
+            "..." + filler.substr(0, 73) + place + '\n' + std::string(76, ' ') + marked);
+  EXPECT_EQ(excerptsOf(widget('\n' + std::string(65536, '-') + place + '\n')), "");
+}
+
+TEST(CheckTerminal, OnlyReadableEncodingsHaveLines) {
+  const auto encoded = [](const std::string& encoding, const std::string& text) {
+    return "<?xml version='1.0' encoding='" + encoding + "'?>" + widget('\n' + text + "<icon/>\n");
+  };
+  EXPECT_EQ(excerptsOf(encoded("utf-8", "\xC3\xA9")), "\xC3\xA9<icon/>\n ^~~~~\n");
+  EXPECT_EQ(excerptsOf(encoded("ISO-8859-1", "\xE9\xBB")), "\\xe9\\xbb<icon/>\n        ^~~~~\n");
+  EXPECT_EQ(excerptsOf(encoded("Shift_JIS", "\x83\x5C")), "");
+  std::string wide;
+  for (const char c : widget("\n<icon/>\n")) {
+    wide += {c, '\0'};
+  }
+  wide.insert(0, "\xFF\xFE");
+  EXPECT_THAT(terminalOutput(wide, {}), HasSubstr("icon-without-src"));
+  EXPECT_EQ(excerptsOf(wide), "");
+}
+
+TEST(CheckTerminal, ColoursFollowTheUsersWish) {
+  const std::string document = widget("<icon/>");
+  EXPECT_THAT(terminalOutput(document, {}), HasSubstr("-:1: \x1B[1;33mwarning\x1B[0m: icon: "));
+  for (const char* wish : {"NO_COLOR=1", "TERM=dumb"}) {
+    EXPECT_THAT(terminalOutput(document, {wish}), HasSubstr("-:1: warning: icon: "));
+  }
+}
+
+TEST(CheckTerminal, AHostileDocumentSendsNothingToTheTerminal) {
+  const std::string evil = "\xC2\x9B[31m\x7F\xE2\x80\xAE";
+  const std::string document =
+      widget("\n<" + std::string("icons ") + "key='" + evil + "'/><" + "x xmlns='" + evil + "'/>" +
+             "<icon src='a' width='" + evil + "'/><name dir='" + evil + "' xml:lang='" + evil +
+             "'>" + evil + "</name>");
+  for (const char* format : {"text", "json", "sarif"}) {
+    SCOPED_TRACE(format);
+    const std::string output = run({"check", "--locale", "en", "--format", format, "-"}, document,
+                                   Stdout::TERMINAL, {"NO_COLOR=1"})
+                                   .out;
+    EXPECT_THAT(output, HasSubstr("\\u009b[31m"));
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): the very bytes that must not come through
+    for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\x1B"}) {
+      EXPECT_THAT(output, Not(HasSubstr(raw)));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace nimbrel_test

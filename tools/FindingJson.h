@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include "tools/Check.h"
+#include "tools/FindingText.h"
+#include "tools/RecordJson.h"
+
+namespace orvane::nimbrel::tools {
+
+/// The findings of documents as one object; what is absent or not known is null.
+[[nodiscard]] Json findingsToJson(const std::vector<CheckedDocument>& documents,
+                                  const FindingCounts& counts);
+
+}  // namespace orvane::nimbrel::tools

@@ -1,0 +1,99 @@
+#include "tools/SourceLine.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "tools/Escape.h"
+#include "tools/TagPlace.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+constexpr std::size_t MAXIMUM_LENGTH = 65536;  // in bytes; a finding must not cost more
+constexpr std::size_t MAXIMUM_WIDTH = 100;
+constexpr std::size_t MARGIN = 30;  // kept before the place in a line that is cut
+constexpr std::size_t TAB = 8;
+constexpr std::string_view INDENT = "  ";
+constexpr std::string_view CUT = "...";
+
+/// A line as a terminal shows it, with the place in columns.
+struct Drawing {
+  std::string text;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+Drawing draw(std::string_view line, Place place) {
+  Drawing drawing;
+  std::size_t column = 0;
+  const auto mark = [&](std::size_t at) {
+    if (at == place.begin) {
+      drawing.begin = column;
+    }
+    if (at == place.end) {
+      drawing.end = column;
+    }
+  };
+  std::size_t at = 0;
+  while (at < line.size()) {
+    mark(at);
+    std::size_t next = at + 1;
+    while (next < line.size() && (line[next] & '\xC0') == '\x80') {
+      ++next;
+    }
+    const std::string_view character = line.substr(at, next - at);
+    const std::string shown =
+        character == "\t" ? std::string(TAB - column % TAB, ' ') : escape(character);
+    drawing.text += shown;
+    column += width(shown);
+    at = next;
+  }
+  mark(at);
+  return drawing;
+}
+
+/// Cuts a long line around the place.
+void cut(Drawing& drawing) {
+  const std::size_t whole = width(drawing.text);
+  if (whole <= MAXIMUM_WIDTH) {
+    return;
+  }
+  const std::size_t first =
+      drawing.begin + MARGIN < MAXIMUM_WIDTH
+          ? 0
+          : std::min(drawing.begin - std::min(drawing.begin, MARGIN), whole - MAXIMUM_WIDTH);
+  drawing.text.erase(0, firstCharacters(drawing.text, first).size());
+  drawing.text = firstCharacters(drawing.text, MAXIMUM_WIDTH);
+  drawing.begin -= first;
+  drawing.end = std::min(drawing.end - first, MAXIMUM_WIDTH);
+  if (first != 0) {
+    drawing.text.insert(0, CUT);
+    drawing.begin += CUT.size();
+    drawing.end += CUT.size();
+  }
+  if (first + MAXIMUM_WIDTH < whole) {
+    drawing.text += CUT;
+  }
+}
+
+}  // namespace
+
+std::string excerpt(const SourceText& source, const CheckedFinding& finding) {
+  const std::string_view line = source.line(finding.line);
+  if (line.size() > MAXIMUM_LENGTH || line.find_first_not_of(" \t") == std::string_view::npos) {
+    return {};
+  }
+  const std::optional<Place> place = placeIn(line, finding);
+  Drawing drawing = draw(line, place.value_or(Place{0, 0}));
+  cut(drawing);
+  std::string text;
+  text.append(INDENT).append(drawing.text) += '\n';
+  if (place) {
+    text.append(INDENT).append(drawing.begin, ' ') += '^';
+    text.append(drawing.end - std::min(drawing.end, drawing.begin + 1), '~') += '\n';
+  }
+  return text;
+}
+
+}  // namespace orvane::nimbrel::tools
