@@ -15,7 +15,7 @@ install(TARGETS nimbrelutil nimbrelconfig EXPORT NimbrelConfigTargets
 
 # The interface; every other header is private.
 set(config_headers Api BasicConfig Config ConfigParser ConfigParserFactory ConfigRules Element
-  Namespaces NimbrelConfigParser)
+  Finding FindingKind Namespaces NimbrelConfigParser ParseObserver)
 set(util_headers Api FilenameMunger HostUriMunger IDNConverter IRI IRIParser LocalizableString Log
   Option ParseException PortableFilenameMunger SharedPtr StringUtil UnicodeUtil UnicodeUtilICU
   UriMunger XmlDocument XmlNode XmlParser XmlParserLibXml)
@@ -55,7 +55,7 @@ foreach(library nimbrelutil nimbrelconfig)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
 
-install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/identifiers.md
+install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/findings.md docs/identifiers.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
