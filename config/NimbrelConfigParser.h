@@ -36,8 +36,8 @@ struct WalkIndexes;
 /// had a "content" element, after which later documents get no start file.
 ///
 /// It shares its services with the caller and its last record with whoever received it. One parser
-/// serves one thread at a time. When a parse throws, the parser holds the record as far as it was
-/// filled and may be used again.
+/// serves one thread at a time. Basic guarantee: when a parse, a step or a handler throws, the
+/// parser holds the record as far as it was filled and may be used again.
 class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
  public:
   /// `userAgentLocales` are language tags, most preferred first, matched byte for byte. Throws
@@ -64,7 +64,7 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// `std::bad_alloc`, and then keeps the one it has.
   void setObserver(std::shared_ptr<ParseObserver> observer);
 
-  /// Replaces the error text.
+  /// Replaces the error text. Strong guarantee: when it throws, the old one stays.
   void setError(const std::string& message);
   /// Replaces the error text; null stands for the empty text.
   void setError(const char* message);
@@ -93,7 +93,8 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @{
   /// Writes its part of the record and drops invalid values silently; single-valued fields keep the
   /// first element that reaches them. Throws `std::logic_error` when there is no record and
-  /// `std::invalid_argument` "node cannot be NULL" for a null node.
+  /// `std::invalid_argument` "node cannot be NULL" for a null node. Strong guarantee: one that
+  /// throws has changed nothing.
   void processName(const std::shared_ptr<util::XmlNode>& node);
   void processDescription(const std::shared_ptr<util::XmlNode>& node);
   void processLicense(const std::shared_ptr<util::XmlNode>& node);

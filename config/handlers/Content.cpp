@@ -12,19 +12,19 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   if (target.startFile() || contentSeen) {
     return internal::reportLater(*node, observation.get());
   }
-  contentSeen = true;
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
+  util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");
+  util::Option<std::string> type = rules.getSingleAttributeValue(node, nullptr, "type");
+  contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
     return internal::Report(observation.get(), *node)(
         FindingCode::CONTENT_WITHOUT_SRC, "src", src,
         "Without a path there is no start file, whatever follows.");
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
-  util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");
   if (encoding) {
     file.encoding = std::move(encoding.get());
   }
-  util::Option<std::string> type = rules.getSingleAttributeValue(node, nullptr, "type");
   if (type) {
     file.type = std::move(type.get());
   }

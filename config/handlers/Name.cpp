@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "config/LanguageReports.h"
 #include "config/NimbrelConfigParser.h"
 #include "config/Report.h"
@@ -9,8 +11,10 @@ void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node
   if (target.name()) {
     return internal::reportLater(*node, observation.get());
   }
-  target.name() = rules.getTextContent(node, true);
+  // Both or none: a name without its short name would be taken for complete.
+  util::LocalizableString name = rules.getTextContent(node, true);
   target.shortName() = rules.getSingleDisplayableAttributeValue(node, nullptr, "short");
+  target.name() = std::move(name);
 }
 
 }  // namespace orvane::nimbrel::config

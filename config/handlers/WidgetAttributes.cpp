@@ -24,7 +24,6 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
     lost(FindingCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
          "An empty value names no language.");
   }
-  processDefaultLocale(defaultLocale);
   target.id() = readIri(*root, "id", FindingCode::ID_NOT_IRI);
   target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
   if (target.version() && target.version().get().empty()) {
@@ -51,10 +50,12 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
     *size = internal::readSize(internal::trimmedAttribute(*root, name), name, lost);
   }
   processViewMode(attribute("viewmodes"));
+  processDefaultLocale(defaultLocale);  // last, as it appends: all else may be done again
 }
 
 void NimbrelConfigParser::processDefaultLocale(const Option<std::string>& defaultLocale) {
   std::vector<std::string>& locales = record().userAgentLocales();
+  locales.reserve(locales.size() + 2);
   if (defaultLocale && !defaultLocale.get().empty() &&
       std::find(locales.begin(), locales.end(), defaultLocale.get()) == locales.end()) {
     locales.push_back(defaultLocale.get());

@@ -261,7 +261,7 @@ std::string all(Reader& reader) {
 
 TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
   using P = NimbrelConfigParser;
-  const auto root = rootOf(widget(W3C + EXTENSIONS));
+  const auto root = rootOf(widget(NAME_AND_CONTENT + W3C + EXTENSIONS));
   std::vector<Operation<Reader>> strong;
   auto node = root->getFirstElementChild();
   const auto next = [&](auto handler, std::vector<Operation<Reader>>& operations) {
@@ -269,9 +269,9 @@ TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
         {node->nameView().data(), 1, [handler, node](Reader& reader) { (reader.*handler)(node); }});
     node = node->getNextElementSibling();
   };
-  for (const auto handler :
-       {&P::processDescription, &P::processLicense, &P::processAuthor, &P::processIcon,
-        &P::processPreference, &P::processFeature, &P::processAccess}) {
+  for (const auto handler : {&P::processName, &P::processContent, &P::processDescription,
+                             &P::processLicense, &P::processAuthor, &P::processIcon,
+                             &P::processPreference, &P::processFeature, &P::processAccess}) {
     next(handler, strong);
   }
   std::vector<Operation<Reader>> basic;
@@ -303,6 +303,15 @@ TEST(Guarantees, TheOtherStepsOfAParser) {
                    std::vector<std::shared_ptr<util::XmlNode>> nodes;
                    reader.processUserAgentLocales(nodes);
                  }}});
+  const auto root = rootOf(widget(
+      "", "version" + WORDS + " viewmodes" + WORDS + " defaultlocale" + WORDS + " id='urn:i'"));
+  const auto bare = [&] {
+    auto reader = parserWith("", "");
+    reader->record().userAgentLocales() = locales;
+    return reader;
+  };
+  hold<Reader>(BASIC, bare, all,
+               {{"attributes", 5, [&](auto& reader) { reader.processWidgetAttributes(root); }}});
   hold<Reader>(BASIC, full, all,
                {{"process", 9, [&](auto& reader) { reader.process(document, locales); }}});
 }
