@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t MAXIMUM_LENGTH = 65536;  // in bytes; a finding must not cost more
 constexpr std::size_t MAXIMUM_WIDTH = 100;
-constexpr std::size_t MARGIN = 30;  // kept before the place in a line that is cut
+constexpr std::size_t MARGIN = 30;                // kept before the place in a line that is cut
+constexpr std::size_t REACH = 8 * MAXIMUM_WIDTH;  // bytes on each side that may be shown
 constexpr std::size_t TAB = 8;
 constexpr std::string_view INDENT = "  ";
 constexpr std::string_view CUT = "...";
@@ -25,6 +26,9 @@ struct Drawing {
 };
 
 Drawing draw(std::string_view line, Place place) {
+  const std::size_t skipped = place.begin - std::min(place.begin, REACH);
+  line = line.substr(skipped, 2 * REACH);
+  place = {place.begin - skipped, std::min(place.end - skipped, line.size())};
   Drawing drawing;
   std::size_t column = 0;
   const auto mark = [&](std::size_t at) {

@@ -68,8 +68,9 @@ std::string_view SourceText::line(std::uint32_t number) const noexcept {
   if (number == 0 || number > starts_.size()) {
     return {};
   }
-  std::string_view line = document_.substr(starts_[number - 1]);
-  line = line.substr(0, line.find('\n'));
+  const std::size_t start = starts_[number - 1];
+  const std::size_t end = number < starts_.size() ? starts_[number] - 1 : document_.size();
+  std::string_view line = document_.substr(start, end - start);
   if (!line.empty() && line.back() == '\r') {
     line.remove_suffix(1);
   }

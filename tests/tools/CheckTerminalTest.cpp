@@ -74,6 +74,10 @@ TEST(CheckTerminal, LongLinesAreCutAroundThePlace) {
                 std::string(19, ' ') + marked);
   EXPECT_EQ(excerptsOf(widget('\n' + filler + place + '\n')),
             "..." + filler.substr(0, 73) + place + '\n' + std::string(76, ' ') + marked);
+  const std::string wide = orvane::nimbrel::test::repeated("\xC3\xA9", 1001);
+  EXPECT_EQ(excerptsOf(widget('\n' + wide + place + wide + '\n')),
+            "..." + wide.substr(0, 32) + place + wide.substr(0, 114) + "...\n" +
+                std::string(19, ' ') + marked);
   EXPECT_EQ(excerptsOf(widget('\n' + std::string(65536, '-') + place + '\n')), "");
 }
 
