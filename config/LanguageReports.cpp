@@ -21,15 +21,15 @@ std::string nameOf(const XmlNode& element) {
 
 }  // namespace
 
-void reportLater(const XmlNode& element, Observation* observation) {
-  if (observation == nullptr) {
+void reportLater(const XmlNode* element, Observation* observation) {
+  if (observation == nullptr || element == nullptr) {
     return;
   }
   const Report lost(observation, element);
-  const XmlNode* const first = observation->firstLike(element);
-  if (first == &element) {
+  const XmlNode* const first = observation->firstLike(*element);
+  if (first == element) {
     lost(FindingCode::REPEATED_ELEMENT, "An earlier document had one, and the parser keeps to it.");
-  } else if (first == nullptr || languageOf(*first) == languageOf(element)) {
+  } else if (first == nullptr || languageOf(*first) == languageOf(*element)) {
     lost(FindingCode::REPEATED_ELEMENT, "Only the first one counts, good or bad.");
   } else {
     lost(FindingCode::BETTER_LANGUAGE, "The user prefers the language of another one.");
@@ -49,7 +49,7 @@ void reportUnheard(const XmlNode& root, const std::vector<std::shared_ptr<XmlNod
     if (nodes.count(child) != 0) {
       continue;
     }
-    const Report lost(&observation, *child);
+    const Report lost(&observation, child);
     if (names.count(nameOf(*child)) != 0) {
       lost(FindingCode::OTHER_LANGUAGE, "xml:lang", languageOf(*child),
            "The user does not ask for this language; another one stands in.");

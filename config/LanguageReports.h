@@ -9,8 +9,8 @@
 // What an author learns of the choice among elements in several languages.
 namespace orvane::nimbrel::config::internal {
 
-/// Tells that an element came after the one that counts. `observation` may be null.
-void reportLater(const util::XmlNode& element, Observation* observation);
+/// Tells that an element came after the one that counts. Both may be null.
+void reportLater(const util::XmlNode* element, Observation* observation);
 
 /// Tells of the children of the root that are in none of the user's languages: those that are not
 /// among `heard`.

@@ -304,8 +304,8 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     } else if (row->handler != nullptr) {
       row->handler(*this, node);
     } else {
-      internal::Report(observation.get(), *node)(FindingCode::PARAM_OUTSIDE_FEATURE,
-                                                 "A param counts within a feature only.");
+      internal::Report(observation.get(), node.get())(FindingCode::PARAM_OUTSIDE_FEATURE,
+                                                      "A param counts within a feature only.");
     }
   }
 }
@@ -321,8 +321,8 @@ Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char
                                                  FindingCode otherwise) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    internal::Report(observation.get(), node)(otherwise, name, value,
-                                              "It is no IRI, which begins with a scheme.");
+    internal::Report(observation.get(), &node)(otherwise, name, value,
+                                               "It is no IRI, which begins with a scheme.");
     value.reset();
   }
   return value;

@@ -15,9 +15,9 @@ class Report {
  public:
   /// Nobody listens.
   constexpr Report() noexcept = default;
-  /// `observation` may be null: nobody listens.
-  Report(Observation* observation, const util::XmlNode& element) noexcept
-      : observation_(observation), element_(&element) {}
+  /// Where `observation` is null, nobody listens; so it is for a null element.
+  Report(Observation* observation, const util::XmlNode* element) noexcept
+      : observation_(element == nullptr ? nullptr : observation), element_(element) {}
 
   /// Whether somebody listens; to be asked before a sentence is made up.
   explicit operator bool() const noexcept { return observation_ != nullptr; }

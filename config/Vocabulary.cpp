@@ -118,8 +118,8 @@ void examineBelow(const XmlNode& element, Observation& observation) {
        child = child->nextElementSibling()) {
     const std::string_view direction = child->attributeView("dir");
     if (direction.data() != nullptr && !readDirection(direction)) {
-      Report(&observation, *child)(FindingCode::UNKNOWN_DIRECTION, "dir", direction,
-                                   "It is no direction: that of the element around it applies.");
+      Report(&observation, child)(FindingCode::UNKNOWN_DIRECTION, "dir", direction,
+                                  "It is no direction: that of the element around it applies.");
     }
     examineBelow(*child, observation);
   }
@@ -132,7 +132,7 @@ void examineAttributes(const XmlNode& element, Observation& observation) {
   if (known == nullptr) {
     return;
   }
-  const Report report(&observation, element);
+  const Report report(&observation, &element);
   for (std::size_t i = 0; i < element.attributeCount(); ++i) {
     examineAttribute(element.attributeAt(i), *known, report);
   }
@@ -144,7 +144,7 @@ void examineAttributes(const XmlNode& element, Observation& observation) {
 }
 
 void reportUnknownElement(const XmlNode& element, Observation& observation) {
-  const Report report(&observation, element);
+  const Report report(&observation, &element);
   const std::string_view space = element.namespaceView();
   const bool isOurs = space == W3C_WIDGETS_NAMESPACE || space == EXTENSION_NAMESPACE;
   // A name of the other vocabulary, or one that is spelt almost like a name of either.
@@ -185,7 +185,7 @@ void reportForeignRoot(const XmlNode* root, Observation& observation) {
     return observation.tell(
         {FindingCode::ROOT_NOT_WIDGET, {}, {}, 0, 0, {}, "The document has no root.", {}});
   }
-  const Report report(&observation, *root);
+  const Report report(&observation, root);
   if (root->nameView() != "widget") {
     return report(FindingCode::ROOT_NOT_WIDGET, "The root is to be a widget.", "widget");
   }

@@ -52,7 +52,7 @@ std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
 void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::AccessRequest>& requests = record().accessRequestList();
   const util::Option<std::string> origin = rules.getSingleAttributeValue(node, nullptr, "origin");
-  const Report lost(observation.get(), *node);
+  const Report lost(observation.get(), node.get());
   if (!origin) {
     return lost(FindingCode::ACCESS_WITHOUT_ORIGIN, "origin", origin, "Access needs an origin.");
   }

@@ -24,8 +24,8 @@ bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& no
   // Each element starts again from the default.
   std::string& searchBar = config->chromeSettings();
   if (searchBar != "system") {
-    Report(observation.get(), *node)(FindingCode::SETTINGS_RESTARTED,
-                                     "It puts aside what an earlier one set.");
+    Report(observation.get(), node.get())(FindingCode::SETTINGS_RESTARTED,
+                                          "It puts aside what an earlier one set.");
   }
   searchBar = "system";
   return ExtensionFrame(*this, rules, observation.get())

@@ -32,8 +32,8 @@ bool ExtensionFrame::stopAtAttribute(const char* error, std::string_view attribu
 
 void ExtensionFrame::reportNotReached(const util::XmlNode* child) const {
   for (; child != nullptr; child = child->nextElementSibling()) {
-    Report(observation_, *child)(FindingCode::NOT_REACHED,
-                                 "An earlier child is faulty: this one is not read.");
+    Report(observation_, child)(FindingCode::NOT_REACHED,
+                                "An earlier child is faulty: this one is not read.");
   }
 }
 

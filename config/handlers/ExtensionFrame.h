@@ -58,7 +58,7 @@ class ExtensionFrame {
       if (observation_ != nullptr) {
         examineAttributes(*child, *observation_);
       }
-      if (!visit(*child, Report(observation_, *child))) {
+      if (!visit(*child, Report(observation_, child))) {
         if (observation_ != nullptr) {
           reportNotReached(child->nextElementSibling());
         }

@@ -11,7 +11,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Feature>& features = record().features();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const internal::Report lost(observation.get(), *node);
+  const internal::Report lost(observation.get(), node.get());
   if (!name) {
     return lost(FindingCode::FEATURE_WITHOUT_NAME, "name", name, "A feature needs a name.");
   }
@@ -31,7 +31,7 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
   feature.name = std::move(name.get());
   for (const util::XmlNode* child = node->firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
-    const internal::Report lostParam(observation.get(), *child);
+    const internal::Report lostParam(observation.get(), child);
     if (lostParam) {
       internal::examineAttributes(*child, *observation);
     }

@@ -46,8 +46,8 @@ bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& 
     (gestures.*row.gesture).enabled = false;
   }
   if (restarted) {
-    Report(observation.get(), *node)(FindingCode::SETTINGS_RESTARTED,
-                                     "It switches off the gestures of an earlier one.");
+    Report(observation.get(), node.get())(FindingCode::SETTINGS_RESTARTED,
+                                          "It switches off the gestures of an earlier one.");
   }
   return ExtensionFrame(*this, rules, observation.get())
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {

@@ -10,7 +10,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Icon>& icons = record().icons();
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
-  const internal::Report lost(observation.get(), *node);
+  const internal::Report lost(observation.get(), node.get());
   if (!src || src.get().empty()) {
     return lost(FindingCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
   }

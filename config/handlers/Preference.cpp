@@ -11,7 +11,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Preference>& preferences = record().preferences();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const internal::Report lost(observation.get(), *node);
+  const internal::Report lost(observation.get(), node.get());
   if (!name || name.get().empty()) {
     return lost(FindingCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
   }

@@ -14,7 +14,7 @@ using util::Option;
 
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
-  const internal::Report lost(observation.get(), *root);
+  const internal::Report lost(observation.get(), root.get());
   const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
     return rules.getSingleAttributeValue(root, namespaceUri, name);
   };
@@ -68,17 +68,20 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   if (!viewModes) {
     return;
   }
+  std::vector<std::string> keywords = rules.parseListOfKeywords(viewModes.get().c_str());
   std::vector<std::string> distinct;
+  distinct.reserve(keywords.size());
   internal::KeyIndex seen;
   const auto itself = [](const std::string& keyword) -> std::string_view { return keyword; };
-  for (std::string& keyword : rules.parseListOfKeywords(viewModes.get().c_str())) {
+  for (std::string& keyword : keywords) {
     if (!seen.contains(distinct, itself, keyword)) {
       distinct.push_back(std::move(keyword));
     } else if (observation != nullptr) {
-      const internal::Report lost(observation.get(), *target.document()->getDocumentElement());
+      const internal::Report lost(observation.get(), target.document()->getDocumentElement().get());
       lost(FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
     }
   }
+  distinct.shrink_to_fit();  // no room is kept for repeated ones
   target.windowModes() = std::move(distinct);
 }
 
