@@ -55,9 +55,6 @@ class ExtensionFrame {
   [[nodiscard]] bool forEachChild(const util::XmlNode& element, Visit visit) const {
     for (const util::XmlNode* child = element.firstElementChild(); child != nullptr;
          child = child->nextElementSibling()) {
-      if (observation_ != nullptr) {
-        examineAttributes(*child, *observation_);
-      }
       if (!visit(*child, Report(observation_, child))) {
         if (observation_ != nullptr) {
           reportNotReached(child->nextElementSibling());
@@ -84,6 +81,7 @@ class ExtensionFrame {
   template <typename Act>
   [[nodiscard]] bool withSetting(const util::XmlNode& child, const ChildRule& rule,
                                  const Report& lost, Act act) const {
+    examine(child);
     const Setting setting{child, rules_.getSingleAttributeValue(child, nullptr, rule.key),
                           rules_.getSingleAttributeValue(child, nullptr, "value")};
     if (!setting.key || (rule.valueRequired && !setting.value)) {
@@ -91,6 +89,13 @@ class ExtensionFrame {
     }
     act(setting, lost);
     return true;
+  }
+
+  /// Tells of attributes of a child that nobody reads.
+  void examine(const util::XmlNode& child) const {
+    if (observation_ != nullptr) {
+      examineAttributes(child, *observation_);
+    }
   }
 
   /// A child of another name: sets the error; false, for the caller to return.

@@ -60,6 +60,7 @@ bool NimbrelConfigParser::processNetwork(const std::shared_ptr<util::XmlNode>& n
     row->effect(net, setting.valueText(), lost);
   };
   const auto storeErrorPage = [&](const util::XmlNode& child, const Report& lost) {
+    frame.examine(child);
     const util::Option<std::string> src = rules.getSingleAttributeValue(child, nullptr, "src");
     if (!src) {
       return frame.stopAtAttribute(

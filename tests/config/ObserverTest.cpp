@@ -110,6 +110,7 @@ TEST(Observer, IsToldWhatWhereAndWhyOfTheW3CElements) {
       {"<author xml:lang='de'/><author href='x'/>",
        "better-language author: The user prefers the language of another one."},
       {"<Name/>", "unknown-element Name: No element of this name is known here. -> name"},
+      {"<authr/>", "unknown-element authr: No element of this name is known here."},
       {"<settings/>",
        "unknown-element settings: No element of this name is known here. -> tavlo:settings"},
       {"<name xmlns=''/>", "unknown-element name: The element is in no namespace. -> name"},
@@ -267,8 +268,8 @@ TEST(Observer, MayEndTheParseAndMayBeTakenAway) {
 TEST(Observer, IsToldThatAParserKeepsToAnEarlierStartFile) {
   const auto findings = std::make_shared<Findings>();
   Reader reader;
-  reader.read("<content src='a'/>");
   reader.setObserver(findings);
+  reader.read("<content src='a'/>");
   reader.read("<content src='a'/>");
   EXPECT_THAT(findings->lines,
               ElementsAre("1 repeated-element content: An earlier document had one, and the parser "
