@@ -70,7 +70,7 @@ enum class FindingCode {
 /// One decision of a parse, as an observer is told of it. All text is UTF-8; the views are valid
 /// during the call only.
 struct Finding {
-  FindingCode code;
+  FindingCode code;  ///< what it is; `findingKind` tells more
   /// Name of the element, extension elements with the prefix "tavlo:" whatever the document's;
   /// empty when the whole document is meant.
   std::string_view element;

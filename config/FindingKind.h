@@ -10,10 +10,10 @@ namespace orvane::nimbrel::config {
 
 /// What a finding code means, for those who explain it to authors.
 struct FindingKind {
-  FindingCode code;
+  FindingCode code;  ///< whose kind this is
   /// Stable name in lower case with hyphens, such as "repeated-icon".
   std::string_view name;
-  FindingLevel level;
+  FindingLevel level;  ///< how bad it is
   /// What happens, in one sentence.
   std::string_view summary;
   /// A document that gives this finding to a user agent for English and German whose screen has 300

@@ -49,6 +49,14 @@ apt_install() {
       apt-get install -q -y --no-install-recommends "$@"
 }
 
+# Several builds compile the same sources with the same options: release, static and packages. To be
+# called once the packages are there.
+share_objects() {
+  if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  fi
+}
+
 # Installs what is missing of packages.txt; touches neither network nor root when nothing is.
 install_packages() {
   local missing
@@ -61,6 +69,7 @@ install_packages() {
     # shellcheck disable=SC2086 # one word a package
     step "install packages" apt_install $missing
   fi
+  share_objects
 }
 
 # build PRESET [TARGET]: configures and builds what is not up to date, by CMakePresets.json.

@@ -79,9 +79,9 @@ class NIMBREL_UTIL_API XmlNode {
                                                std::string_view namespaceUri = {}) const noexcept;
   /// An attribute without copying. `namespaceUri` has null data when there is none.
   struct Attribute {
-    std::string_view name;  ///< the local name
-    std::string_view namespaceUri;
-    std::string_view value;
+    std::string_view name;          ///< the local name
+    std::string_view namespaceUri;  ///< the namespace IRI
+    std::string_view value;         ///< the value, as XML normalises it
   };
   /// The number of attributes of an element, namespace declarations left out; 0 for other nodes.
   [[nodiscard]] std::size_t attributeCount() const noexcept;
