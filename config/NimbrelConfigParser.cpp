@@ -289,8 +289,9 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
   const WalkScope scope(indexes);
   elements.reserve(elements.size() + nodes.size());
-  for (const Node& node : nodes) {
-    elements.emplace_back(node, rules);
+  for (Node& listed : nodes) {
+    // No handler adds to the elements, so the reference holds.
+    const Node& node = elements.emplace_back(std::move(listed), rules).getNode();
     if (observation != nullptr) {
       observation->visit(*node);
       internal::examineAttributes(*node, *observation);

@@ -16,6 +16,12 @@ std::string_view viewOf(const internal::XmlSymbol* symbol) noexcept {
   return symbol == nullptr ? std::string_view() : symbol->view();
 }
 
+/// Most names differ in their first letter, which is quicker to see than to call for a comparison.
+bool isSameName(std::string_view found, std::string_view wanted) noexcept {
+  return found.size() == wanted.size() && !wanted.empty() && found[0] == wanted[0] &&
+         found == wanted;
+}
+
 /// Whether a namespace, possibly none, is the one that a view names; none is null data there.
 bool isSame(const internal::XmlSymbol* found, std::string_view wanted) noexcept {
   return found == nullptr ? wanted.data() == nullptr
@@ -110,7 +116,7 @@ std::string_view XmlNode::attributeView(std::string_view name,
   const internal::XmlAttribute* const end = attribute + size_;
   for (; attribute != end; ++attribute) {
     const internal::XmlSymbol& symbol = *attribute->name;
-    if (symbol.view() == name && isSame(symbol.namespaceUri, namespaceUri)) {
+    if (isSameName(symbol.view(), name) && isSame(symbol.namespaceUri, namespaceUri)) {
       return {attribute->value, attribute->valueSize};
     }
   }

@@ -35,7 +35,8 @@ constexpr int CHUNK = 4000;  // what libxml2 asks for by itself
 
 /// Room for the bytes as they are and a chunk behind them.
 constexpr int inputBufferSize(std::size_t size) noexcept {
-  return size > 0 && size < 11 * CHUNK ? static_cast<int>(size) + CHUNK + 1 : 12 * CHUNK;
+  return size > 0 && size < std::size_t{11} * CHUNK ? static_cast<int>(size) + CHUNK + 1
+                                                    : 12 * CHUNK;
 }
 
 /// Room for a chunk that is converted from any encoding and what is left of the one before.
