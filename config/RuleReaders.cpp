@@ -118,6 +118,14 @@ std::optional<Direction> readDirection(std::string_view text) noexcept {
   return std::nullopt;
 }
 
+std::string_view suggestedDirection(std::string_view text) noexcept {
+  Suggestion suggestion(text);
+  for (const auto& row : DIRECTIONS) {
+    suggestion.consider(row.word);
+  }
+  return suggestion.get();
+}
+
 std::optional<bool> readBoolean(std::string_view text) noexcept {
   if (text == "true") {
     return true;

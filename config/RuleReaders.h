@@ -47,6 +47,9 @@ struct IntegerReading {
 [[nodiscard]] std::optional<util::LocalizableString::Direction> readDirection(
     std::string_view text) noexcept;
 
+/// The value of "dir" that another text was meant to be; empty when that is not certain.
+[[nodiscard]] std::string_view suggestedDirection(std::string_view text) noexcept;
+
 /// Nothing for what is neither "true" nor "false".
 [[nodiscard]] std::optional<bool> readBoolean(std::string_view text) noexcept;
 

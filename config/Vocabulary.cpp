@@ -79,12 +79,8 @@ void examineAttribute(const XmlNode::Attribute& attribute, const Known& known,
   const bool isRoot = &known == &VOCABULARY[0];
   if (hasNone && attribute.name == "dir") {
     if (!readDirection(attribute.value)) {
-      Suggestion suggestion(attribute.value);
-      for (const char* const direction : {"ltr", "rtl", "lro", "rlo"}) {
-        suggestion.consider(direction);
-      }
       report(FindingCode::UNKNOWN_DIRECTION, "dir", attribute.value,
-             "It is no direction and counts as absent.", suggestion.get());
+             "It is no direction and counts as absent.", suggestedDirection(attribute.value));
     }
     return;
   }
