@@ -5,6 +5,7 @@
 
 #include "config/Api.h"
 #include "config/ConfigParser.h"
+#include "config/NimbrelConfigParser.h"
 #include "util/SharedPtr.h"
 
 namespace orvane::nimbrel::config {
@@ -17,6 +18,10 @@ namespace orvane::nimbrel::config {
 /// `userAgentLocales` are language tags, most preferred first, written exactly as documents write
 /// them in `xml:lang`. Throws only `std::bad_alloc`, and leaves nothing then. For any thread.
 [[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<ConfigParser> createConfigParser(
+    const std::vector<std::string>& userAgentLocales);
+
+/// The same, for who needs the parser's own members: its error text, an observer, single steps.
+[[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<NimbrelConfigParser> createNimbrelConfigParser(
     const std::vector<std::string>& userAgentLocales);
 
 }  // namespace orvane::nimbrel::config

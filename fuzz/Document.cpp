@@ -20,26 +20,14 @@
 #include "config/NimbrelConfigParser.h"
 #include "fuzz/Host.h"
 #include "fuzz/Property.h"
+#include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
-#include "util/IDNConverter.h"
 #include "util/IRIParser.h"
-#include "util/UnicodeUtilICU.h"
-#include "util/XmlParserLibXml.h"
 
 namespace orvane::nimbrel::fuzz {
 namespace {
 
 using config::Config;
-
-class Parser : public config::NimbrelConfigParser {
- public:
-  explicit Parser(const std::vector<std::string>& locales)
-      : NimbrelConfigParser(
-            locales, std::make_shared<util::XmlParserLibXml>(), std::make_shared<util::IRIParser>(),
-            std::make_shared<util::IDNConverter>(), std::make_shared<util::UnicodeUtilICU>()) {}
-
-  [[nodiscard]] config::BasicConfig& filled() const { return *getConfig(); }
-};
 
 /// A file that holds the given bytes, in memory.
 class MemoryFile {
@@ -78,14 +66,14 @@ class Observer : public config::ParseObserver {
 
 /// The record as a text, or why there is none, and what was logged. `check` sees the record.
 template <typename Parse, typename Check>
-std::string outcome(Parser& parser, Parse parse, Check check) {
+std::string outcome(test::Reader& parser, Parse parse, Check check) {
   takeLogDigest();
   try {
     const std::shared_ptr<Config> config = parse();
     require(config != nullptr, "a parse returns a record");
     const std::string digest = std::to_string(takeLogDigest());
-    check(parser.filled());
-    return test::RecordDump::of(parser.filled()) + parser.getErrorText() + digest;
+    check(parser.record());
+    return test::RecordDump::of(parser.record()) + parser.getErrorText() + digest;
   } catch (const config::ConfigParser::ConfigException& refusal) {
     return "refused: " + std::string(refusal.what()) + ' ' + std::to_string(refusal.line) + ' ' +
            std::to_string(refusal.column);
@@ -232,7 +220,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     locales.emplace_back(fuzz::takeUpTo(',', languages));
   }
 
-  fuzz::Parser parser(locales);
+  test::Reader parser(locales);
   const std::string fromBuffer = fuzz::outcome(
       parser,
       [&] {
@@ -247,7 +235,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         fuzz::checkElements(record, locales);
       });
   const fuzz::MemoryFile file(document);
-  fuzz::Parser observed(locales);
+  test::Reader observed(locales);
   const auto observer = std::make_shared<fuzz::Observer>();
   observed.setObserver(observer);
   bool parsed = false;

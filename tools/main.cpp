@@ -6,9 +6,9 @@
 #include <sstream>
 #include <string>
 
-#include "tools/Command.h"
 #include "tools/Failure.h"
 #include "tools/Output.h"
+#include "tools/commands/Command.h"
 
 namespace orvane::nimbrel::tools {
 

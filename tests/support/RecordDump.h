@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "config/BasicConfig.h"
-#include "tools/RecordFields.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::test {
 

@@ -1,10 +1,10 @@
-#include "tools/FindingText.h"
+#include "tools/findings/FindingText.h"
 
 #include <algorithm>
 #include <string_view>
 
 #include "tools/Escape.h"
-#include "tools/SourceLine.h"
+#include "tools/findings/SourceLine.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::tools {

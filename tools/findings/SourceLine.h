@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "tools/Check.h"
-#include "tools/SourceText.h"
+#include "tools/findings/Check.h"
+#include "tools/findings/SourceText.h"
 
 namespace orvane::nimbrel::tools {
 

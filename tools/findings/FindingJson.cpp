@@ -1,4 +1,4 @@
-#include "tools/FindingJson.h"
+#include "tools/findings/FindingJson.h"
 
 #include <cstdint>
 #include <string>

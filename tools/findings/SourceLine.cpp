@@ -1,11 +1,11 @@
-#include "tools/SourceLine.h"
+#include "tools/findings/SourceLine.h"
 
 #include <algorithm>
 #include <optional>
 #include <string_view>
 
 #include "tools/Escape.h"
-#include "tools/TagPlace.h"
+#include "tools/findings/TagPlace.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

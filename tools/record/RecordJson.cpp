@@ -1,12 +1,12 @@
-#include "tools/RecordJson.h"
+#include "tools/record/RecordJson.h"
 
 #include <charconv>
 #include <set>
 #include <type_traits>
 
 #include "tools/Escape.h"
-#include "tools/Number.h"
-#include "tools/RecordFields.h"
+#include "tools/record/Number.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/UserLocales.h"
+#include "tools/commands/UserLocales.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "tools/Check.h"
-#include "tools/FindingText.h"
-#include "tools/RecordJson.h"
+#include "tools/findings/Check.h"
+#include "tools/findings/FindingText.h"
+#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "tools/Check.h"
-#include "tools/RecordJson.h"
+#include "tools/findings/Check.h"
+#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "config/ParseObserver.h"
-#include "tools/Check.h"
+#include "tools/findings/Check.h"
 
 namespace orvane::nimbrel::tools {
 

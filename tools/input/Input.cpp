@@ -1,4 +1,4 @@
-#include "tools/Input.h"
+#include "tools/input/Input.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "tools/Failure.h"
-#include "tools/FileDescriptor.h"
-#include "tools/Package.h"
+#include "tools/input/FileDescriptor.h"
+#include "tools/input/Package.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/FindingSet.h"
+#include "tools/findings/FindingSet.h"
 
 #include <algorithm>
 #include <set>

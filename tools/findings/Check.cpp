@@ -1,4 +1,4 @@
-#include "tools/Check.h"
+#include "tools/findings/Check.h"
 
 #include <algorithm>
 #include <memory>
@@ -10,9 +10,9 @@
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
 #include "tools/Failure.h"
-#include "tools/FindingSet.h"
-#include "tools/Input.h"
 #include "tools/Output.h"
+#include "tools/findings/FindingSet.h"
+#include "tools/input/Input.h"
 #include "util/ParseException.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/XmlParserLibXml.h"

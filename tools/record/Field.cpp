@@ -1,4 +1,4 @@
-#include "tools/Field.h"
+#include "tools/record/Field.h"
 
 #include <charconv>
 #include <string_view>

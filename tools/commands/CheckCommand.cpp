@@ -8,15 +8,15 @@
 #include <vector>
 
 #include "config/FindingKind.h"
-#include "tools/Check.h"
-#include "tools/Command.h"
 #include "tools/Failure.h"
-#include "tools/FindingJson.h"
-#include "tools/FindingText.h"
 #include "tools/Host.h"
 #include "tools/Output.h"
-#include "tools/RecordJson.h"
-#include "tools/Sarif.h"
+#include "tools/commands/Command.h"
+#include "tools/findings/Check.h"
+#include "tools/findings/FindingJson.h"
+#include "tools/findings/FindingText.h"
+#include "tools/findings/Sarif.h"
+#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/Sarif.h"
+#include "tools/findings/Sarif.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "config/FindingKind.h"
-#include "tools/FindingText.h"
+#include "tools/findings/FindingText.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/SourceText.h"
+#include "tools/findings/SourceText.h"
 
 #include <algorithm>
 #include <iterator>

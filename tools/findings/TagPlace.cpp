@@ -1,4 +1,4 @@
-#include "tools/TagPlace.h"
+#include "tools/findings/TagPlace.h"
 
 #include <algorithm>
 #include <vector>

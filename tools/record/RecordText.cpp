@@ -1,4 +1,4 @@
-#include "tools/RecordText.h"
+#include "tools/record/RecordText.h"
 
 #include <map>
 #include <set>
@@ -6,9 +6,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "tools/Number.h"
-#include "tools/RecordFields.h"
 #include "tools/TextReport.h"
+#include "tools/record/Number.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

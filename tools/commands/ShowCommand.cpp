@@ -5,19 +5,17 @@
 #include <utility>
 #include <vector>
 
-#include "config/NimbrelConfigParser.h"
-#include "tools/Command.h"
+#include "config/ConfigParserFactory.h"
 #include "tools/Escape.h"
 #include "tools/Failure.h"
-#include "tools/Field.h"
 #include "tools/Host.h"
-#include "tools/Input.h"
 #include "tools/Output.h"
-#include "tools/RecordJson.h"
-#include "tools/RecordText.h"
-#include "tools/UserLocales.h"
-#include "util/UnicodeUtilICU.h"
-#include "util/XmlParserLibXml.h"
+#include "tools/commands/Command.h"
+#include "tools/commands/UserLocales.h"
+#include "tools/input/Input.h"
+#include "tools/record/Field.h"
+#include "tools/record/RecordJson.h"
+#include "tools/record/RecordText.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -99,15 +97,12 @@ class Printer {
 };
 
 void showFile(const Options& options, const std::string& file, Printer& printer) {
-  // Not the library's factory: its parser does not tell the error text. And one for each document,
-  // as a parser remembers a start file.
-  config::NimbrelConfigParser parser(
-      options.ownLocales ? options.locales : userLocales(),
-      std::make_shared<util::XmlParserLibXml>(), std::make_shared<util::IRIParser>(),
-      std::make_shared<util::IDNConverter>(), std::make_shared<util::UnicodeUtilICU>());
+  // One for each document, as a parser remembers a start file.
+  const auto parser =
+      config::createNimbrelConfigParser(options.ownLocales ? options.locales : userLocales());
   const auto record =
-      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, file, parser));
-  printer.print(file, *record, parser.getErrorText());
+      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, file, *parser));
+  printer.print(file, *record, parser->getErrorText());
 }
 
 ExitStatus runShow(const Options& options) {

@@ -3,11 +3,11 @@
 #include <new>
 #include <string>
 
-#include "tools/Command.h"
 #include "tools/Failure.h"
 #include "tools/Output.h"
-#include "tools/RecordJson.h"
 #include "tools/TextReport.h"
+#include "tools/commands/Command.h"
+#include "tools/record/RecordJson.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"

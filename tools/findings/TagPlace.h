@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "tools/Check.h"
+#include "tools/findings/Check.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "config/FindingKind.h"
-#include "tools/Check.h"
+#include "tools/findings/Check.h"
 
 namespace orvane::nimbrel::tools {
 

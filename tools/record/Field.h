@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tools/RecordJson.h"
+#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {
 

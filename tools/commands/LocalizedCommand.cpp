@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "tools/Command.h"
 #include "tools/Failure.h"
-#include "tools/Input.h"
 #include "tools/Output.h"
-#include "tools/RecordJson.h"
 #include "tools/TextReport.h"
+#include "tools/commands/Command.h"
+#include "tools/input/Input.h"
+#include "tools/record/RecordJson.h"
 #include "widgetid/LocalizedElementParser.h"
 
 namespace orvane::nimbrel::tools {

@@ -1,4 +1,4 @@
-#include "tools/Package.h"
+#include "tools/input/Package.h"
 
 #include <strings.h>
 #include <zip.h>

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/FileDescriptor.h"
+#include "tools/input/FileDescriptor.h"
 
 namespace orvane::nimbrel::tools {
 
