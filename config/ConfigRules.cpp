@@ -21,7 +21,7 @@ using Direction = LocalizableString::Direction;
 
 /// The direction that a node itself asks for; nothing when it asks for none or for an unknown one.
 std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
-  return internal::readDirection(node.attributeView("dir"));
+  return detail::readDirection(node.attributeView("dir"));
 }
 
 /// The number of text nodes below `node`. Documents are at most 256 deep.
@@ -187,7 +187,7 @@ bool ConfigRules::xmlNodeHasExplicitLang(const XmlNode& node, const char* lang) 
 
 bool ConfigRules::parseBoolean(const char* input) const {
   requireInput(input);
-  const std::optional<bool> value = internal::readBoolean(input);
+  const std::optional<bool> value = detail::readBoolean(input);
   if (!value) {
     throw std::invalid_argument("input is not a valid boolean");
   }
@@ -196,11 +196,11 @@ bool ConfigRules::parseBoolean(const char* input) const {
 
 unsigned int ConfigRules::parseNonNegativeInteger(const char* input) const {
   requireInput(input);
-  const internal::IntegerReading reading = internal::readNonNegativeInteger(input);
-  if (reading.fault == internal::IntegerFault::NO_NUMBER) {
+  const detail::IntegerReading reading = detail::readNonNegativeInteger(input);
+  if (reading.fault == detail::IntegerFault::NO_NUMBER) {
     throw std::invalid_argument("input");
   }
-  if (reading.fault == internal::IntegerFault::TOO_LARGE) {
+  if (reading.fault == detail::IntegerFault::TOO_LARGE) {
     throw std::overflow_error("input");
   }
   return reading.value;

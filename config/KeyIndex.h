@@ -9,7 +9,7 @@
 
 #include "config/KeyedHash.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// Finds an entry of a growing list by its key without searching the list: the 100,000th icon costs
 /// what the first did. Keeps positions and hashes only; the keys are compared where they lie.
@@ -108,4 +108,4 @@ struct WalkIndexes {
   KeyIndex preferences;
 };
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

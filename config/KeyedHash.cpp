@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr std::uint64_t rotateLeft(std::uint64_t value, int bits) noexcept {
@@ -66,4 +66,4 @@ std::uint64_t KeyedHash::operator()(std::string_view text) const noexcept {
   return state.v0 ^ state.v1 ^ state.v2 ^ state.v3;
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

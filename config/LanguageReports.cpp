@@ -6,7 +6,7 @@
 
 #include "config/Namespaces.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using util::XmlNode;
@@ -60,4 +60,4 @@ void reportUnheard(const XmlNode& root, const std::vector<std::shared_ptr<XmlNod
   }
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

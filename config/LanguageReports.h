@@ -7,7 +7,7 @@
 #include "util/XmlNode.h"
 
 // What an author learns of the choice among elements in several languages.
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// Tells that an element came after the one that counts. Both may be null.
 void reportLater(const util::XmlNode* element, Observation* observation);
@@ -18,4 +18,4 @@ void reportUnheard(const util::XmlNode& root,
                    const std::vector<std::shared_ptr<util::XmlNode>>& heard,
                    Observation& observation);
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

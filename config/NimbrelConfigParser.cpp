@@ -91,7 +91,7 @@ void requireService(const std::shared_ptr<Service>& service, const char* message
 
 /// Calls an XML parser and gives its refusals the type that our callers know.
 template <typename Parse>
-std::shared_ptr<XmlDocument> parseXml(internal::Observation* observation, Parse parse) {
+std::shared_ptr<XmlDocument> parseXml(detail::Observation* observation, Parse parse) {
   try {
     return parse();
   } catch (const ParseException& refusal) {
@@ -113,15 +113,15 @@ std::shared_ptr<XmlDocument> parseXml(internal::Observation* observation, Parse 
 /// Holds the indexes of a walk for its duration.
 class WalkScope {
  public:
-  explicit WalkScope(std::unique_ptr<internal::WalkIndexes>& indexes) : indexes_(indexes) {
-    indexes_ = std::make_unique<internal::WalkIndexes>();
+  explicit WalkScope(std::unique_ptr<detail::WalkIndexes>& indexes) : indexes_(indexes) {
+    indexes_ = std::make_unique<detail::WalkIndexes>();
   }
   WalkScope(const WalkScope&) = delete;
   WalkScope& operator=(const WalkScope&) = delete;
   ~WalkScope() { indexes_.reset(); }
 
  private:
-  std::unique_ptr<internal::WalkIndexes>& indexes_;
+  std::unique_ptr<detail::WalkIndexes>& indexes_;
 };
 
 }  // namespace
@@ -179,7 +179,7 @@ std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDo
   const Node root = config->document()->getDocumentElement();
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
     if (observation != nullptr) {
-      internal::reportForeignRoot(root.get(), *observation);
+      detail::reportForeignRoot(root.get(), *observation);
     }
     throw ConfigException(
         std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
@@ -188,7 +188,7 @@ std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDo
   config->userAgentLocales() = std::move(keptLocales);
   config->orvnAuthMode() = 0;
   if (observation != nullptr) {
-    internal::examineAttributes(*root, *observation);
+    detail::examineAttributes(*root, *observation);
   }
   processWidgetAttributes(root);
   if (root->firstElementChild() != nullptr) {
@@ -201,7 +201,7 @@ std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDo
 
 void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> observer) {
   observation =
-      observer == nullptr ? nullptr : std::make_unique<internal::Observation>(std::move(observer));
+      observer == nullptr ? nullptr : std::make_unique<detail::Observation>(std::move(observer));
 }
 
 void NimbrelConfigParser::setError(const std::string& message) {
@@ -279,7 +279,7 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
     }
   }
   if (observation != nullptr && root != nullptr) {
-    internal::reportUnheard(*root, nodes, *observation);
+    detail::reportUnheard(*root, nodes, *observation);
   }
 }
 
@@ -294,19 +294,19 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     const Node& node = elements.emplace_back(std::move(listed), rules).getNode();
     if (observation != nullptr) {
       observation->visit(*node);
-      internal::examineAttributes(*node, *observation);
+      detail::examineAttributes(*node, *observation);
     }
     const Dispatch* const row = findDispatch(*node);
     if (row == nullptr) {
       setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
       if (observation != nullptr) {
-        internal::reportUnknownElement(*node, *observation);
+        detail::reportUnknownElement(*node, *observation);
       }
     } else if (row->handler != nullptr) {
       row->handler(*this, node);
     } else {
-      internal::Report(observation.get(), node.get())(FindingCode::PARAM_OUTSIDE_FEATURE,
-                                                      "A param counts within a feature only.");
+      detail::Report(observation.get(), node.get())(FindingCode::PARAM_OUTSIDE_FEATURE,
+                                                    "A param counts within a feature only.");
     }
   }
 }
@@ -322,8 +322,8 @@ Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char
                                                  FindingCode otherwise) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    internal::Report(observation.get(), &node)(otherwise, name, value,
-                                               "It is no IRI, which begins with a scheme.");
+    detail::Report(observation.get(), &node)(otherwise, name, value,
+                                             "It is no IRI, which begins with a scheme.");
     value.reset();
   }
   return value;

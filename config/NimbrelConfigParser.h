@@ -22,10 +22,10 @@
 
 namespace orvane::nimbrel::config {
 
-namespace internal {
+namespace detail {
 class Observation;
 struct WalkIndexes;
-}  // namespace internal
+}  // namespace detail
 
 /// The parser of configuration documents: walks the root's children in the order of the locales,
 /// keeps each and hands it to the handler of its element (W3C Widgets, "Packaging and XML
@@ -145,8 +145,8 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   bool contentSeen = false;
   std::string errorText;
 
-  std::unique_ptr<internal::WalkIndexes> indexes;      // only while a walk is going on
-  std::unique_ptr<internal::Observation> observation;  // only if there is an observer
+  std::unique_ptr<detail::WalkIndexes> indexes;      // only while a walk is going on
+  std::unique_ptr<detail::Observation> observation;  // only if there is an observer
 
   [[nodiscard]] BasicConfig& record() const;
   [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name,

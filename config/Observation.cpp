@@ -2,7 +2,7 @@
 
 #include "config/Namespaces.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 std::string findingName(std::string_view name, std::string_view namespaceUri) {
   std::string result = namespaceUri == EXTENSION_NAMESPACE ? "tavlo:" : "";
@@ -52,4 +52,4 @@ void Observation::tell(const Finding& finding) {
   }
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -12,7 +12,7 @@
 #include "config/ParseObserver.h"
 #include "util/XmlNode.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// The name of an element in findings: extension elements have the prefix "tavlo:" whatever the
 /// document's.
@@ -48,4 +48,4 @@ class Observation {
   std::set<std::pair<std::string, std::string>> keys_;
 };
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -7,7 +7,7 @@
 #include "util/Option.h"
 #include "util/XmlNode.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// Tells the observer of a parser, if it has one, what is lost of an element. Where it is called,
 /// the sentence for the author is the comment for the reader.
@@ -60,4 +60,4 @@ class Report {
   const util::XmlNode* element_ = nullptr;
 };
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

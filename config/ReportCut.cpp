@@ -8,7 +8,7 @@
 
 #include "util/StringUtil.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using zel::util::StringUtil;
@@ -64,4 +64,4 @@ template void explainCut(int, std::string_view, std::string_view, const Report&)
 template void explainCut(float, std::string_view, std::string_view, const Report&);
 template void explainCut(double, std::string_view, std::string_view, const Report&);
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -6,7 +6,7 @@
 
 // A number was read of a text that says more, or something else: "480px", "1 2", "x", "1,5". Each
 // tells so, with the number that was taken, and nothing when the text is just that number.
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// `Number` is unsigned int, int, float or double: the way in which the number was read.
 template <typename Number>
@@ -22,4 +22,4 @@ void reportCut(Number taken, std::string_view attribute, std::string_view text,
   }
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

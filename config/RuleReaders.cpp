@@ -8,7 +8,7 @@
 #include "config/Suggestion.h"
 #include "util/StringUtil.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 using util::LocalizableString;
 using zel::util::StringUtil;
@@ -146,4 +146,4 @@ std::optional<bool> readBooleanAttribute(const util::XmlNode& node, std::string_
   return value;
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

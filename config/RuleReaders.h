@@ -10,7 +10,7 @@
 
 // The value parsers of `ConfigRules` without exceptions, for handlers to which a bad value is an
 // ordinary thing.
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// The value of an attribute without namespace, trimmed, for readers to which white space within
 /// the value makes no difference. A view with null data when it is absent. Never copies.
@@ -59,4 +59,4 @@ struct IntegerReading {
                                                        std::string_view name, const Report& lost,
                                                        std::string_view reason);
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -9,7 +9,7 @@
 
 #include "util/StringUtil.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 std::string_view skipSpace(std::string_view text) {
@@ -105,4 +105,4 @@ double extractDouble(const std::string& text, double start) {
   return extractFloatingPoint(text, start);
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

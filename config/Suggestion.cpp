@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 char lowerCase(char c) noexcept {
@@ -85,4 +85,4 @@ std::string_view suggestedWord(std::string_view written, std::string_view on,
   return {};
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

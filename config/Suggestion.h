@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// Looks among known names for the one that an unknown name was meant to be: the only one that
 /// differs in case alone, else the only one that differs in a single letter (changed, left out,
@@ -35,4 +35,4 @@ class Suggestion {
 [[nodiscard]] std::string_view suggestedWord(std::string_view written, std::string_view on,
                                              std::string_view off) noexcept;
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

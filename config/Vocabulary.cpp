@@ -8,7 +8,7 @@
 #include "config/RuleReaders.h"
 #include "config/Suggestion.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using util::XmlNode;
@@ -189,4 +189,4 @@ void reportForeignRoot(const XmlNode* root, Observation& observation) {
          "The root has to be in the namespace of widgets.", W3C_WIDGETS_NAMESPACE);
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -3,7 +3,7 @@
 #include "config/Report.h"
 #include "util/XmlNode.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// Tells of the attributes of an element that nobody reads, and of unknown directions on it and, in
 /// an element of text, below it. For parsers with an observer only.
@@ -15,4 +15,4 @@ void reportForeignRoot(const util::XmlNode* root, Observation& observation);
 /// Tells that no handler is for a child of the root.
 void reportUnknownElement(const util::XmlNode& element, Observation& observation);
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -2,7 +2,7 @@
 
 #include "config/Suggestion.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 bool isOn(const Words& words, const std::string& value, const Report& lost) {
   const auto isAmong = [&](const std::string_view(&list)[2]) {
@@ -18,4 +18,4 @@ bool isOn(const Words& words, const std::string& value, const Report& lost) {
   return false;
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

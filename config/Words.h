@@ -5,7 +5,7 @@
 
 #include "config/Report.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// The words that throw a switch and those that leave it as it is by intent; and what to tell of
 /// any other, which leaves it, too. Where there is one word only, it stands twice.
@@ -18,4 +18,4 @@ struct Words {
 /// Whether a value is one of the words that throw the switch.
 [[nodiscard]] bool isOn(const Words& words, const std::string& value, const Report& lost);
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

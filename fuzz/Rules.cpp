@@ -81,11 +81,10 @@ Number streamed(const std::string& text, Number start) {
 }
 
 void checkStreamNumbers(const std::string& text) {
-  require(config::internal::extractInt(text, 7) == streamed(text, 7),
-          "an int is read as streams do");
-  require(config::internal::extractFloat(text, 7.0F) == streamed(text, 7.0F),
+  require(config::detail::extractInt(text, 7) == streamed(text, 7), "an int is read as streams do");
+  require(config::detail::extractFloat(text, 7.0F) == streamed(text, 7.0F),
           "a float is read as streams do");
-  require(config::internal::extractDouble(text, 7.0) == streamed(text, 7.0),
+  require(config::detail::extractDouble(text, 7.0) == streamed(text, 7.0),
           "a double is read as streams do");
 }
 

@@ -14,7 +14,7 @@ constexpr struct {
   std::uint16_t port;
 } DEFAULT_PORTS[] = {{"http", 80}, {"https", 443}};
 
-using internal::Report;
+using detail::Report;
 
 bool isOrigin(const util::IRI& iri) noexcept {
   return iri.hasHost && !iri.hasUserInfo && !iri.hasPath && !iri.hasQuery && !iri.hasFragment;
@@ -71,7 +71,7 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
       return reportNoOrigin(idIri.get(), origin.get(), lost);
     }
     if (node->attributeView("subdomains").data() != nullptr) {
-      const std::optional<bool> wanted = internal::readBooleanAttribute(
+      const std::optional<bool> wanted = detail::readBooleanAttribute(
           *node, "subdomains", lost, "It is left open whom to let in: the request is left out.");
       if (!wanted) {
         return;

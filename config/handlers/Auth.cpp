@@ -4,10 +4,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:auth is missing tavlo:asset element ", "key",
                             "tavlo:auth, missing attributes for tavlo:asset element"};
@@ -25,7 +25,7 @@ bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node
   const bool complete =
       ExtensionFrame(*this, rules, observation.get())
           .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-            internal::logKeyValue(SITE, setting);
+            detail::logKeyValue(SITE, setting);
             // Only the value counts, whatever the key.
             if (setting.valueText() == "token") {
               mode = TOKEN_AUTHENTICATION;

@@ -9,7 +9,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.author()) {
-    return internal::reportLater(node.get(), observation.get());
+    return detail::reportLater(node.get(), observation.get());
   }
   util::LocalizableString name = rules.getTextContent(node, true);
   target.author() =

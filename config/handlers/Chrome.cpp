@@ -4,10 +4,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:chrome unknown sub element", "key",
                             "tavlo:chrome, missing attributes for tavlo:asset element"};
@@ -30,13 +30,13 @@ bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& no
   searchBar = "system";
   return ExtensionFrame(*this, rules, observation.get())
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        if (internal::findRow(KEYS, setting.keyText()) != nullptr) {
+        if (detail::findRow(KEYS, setting.keyText()) != nullptr) {
           lost.ifRepeated("key", setting.keyText(), "The later value replaces the earlier one.");
           searchBar = setting.valueText();
         } else {
-          internal::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
+          detail::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
         }
-        internal::logKeyValue(SITE, setting);
+        detail::logKeyValue(SITE, setting);
       });
 }
 

@@ -10,14 +10,14 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   BasicConfig& target = record();
   // The first element counts even when it is unusable: then there is no start file.
   if (target.startFile() || contentSeen) {
-    return internal::reportLater(node.get(), observation.get());
+    return detail::reportLater(node.get(), observation.get());
   }
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
   util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");
   util::Option<std::string> type = rules.getSingleAttributeValue(node, nullptr, "type");
   contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
-    return internal::Report(observation.get(), node.get())(
+    return detail::Report(observation.get(), node.get())(
         FindingCode::CONTENT_WITHOUT_SRC, "src", src,
         "Without a path there is no start file, whatever follows.");
   }

@@ -4,10 +4,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:cookiejar is missing tavlo:asset element ", "key",
                             "tavlo:cookie, missing attributes for tavlo:asset element"};
@@ -16,7 +16,7 @@ constexpr const char* SITE = "XmlConfigParser::processCookieJar";
 
 using Jar = Config::CookieJarSettings;
 
-constexpr internal::Words RAISING = {
+constexpr detail::Words RAISING = {
     {"true", "true"},
     {"false", "false"},
     "Only \"true\" raises the flag: any other value leaves it as it was."};
@@ -42,11 +42,11 @@ bool NimbrelConfigParser::processCookieJar(const std::shared_ptr<util::XmlNode>&
   Jar& jar = config->cookieJarSettings();
   return ExtensionFrame(*this, rules, observation.get())
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        internal::logKeyValue(SITE, setting);
-        const Row* const row = internal::findRow(KEYS, setting.keyText());
+        detail::logKeyValue(SITE, setting);
+        const Row* const row = detail::findRow(KEYS, setting.keyText());
         if (row == nullptr) {
-          internal::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
-        } else if (internal::isOn(RAISING, setting.valueText(), lost)) {
+          detail::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
+        } else if (detail::isOn(RAISING, setting.valueText(), lost)) {
           jar.*row->flag = true;
         } else if (jar.*row->flag) {
           lost(FindingCode::REPEATED_KEY, "value", setting.value, "A flag once raised stays so.");

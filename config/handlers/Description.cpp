@@ -7,7 +7,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processDescription(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.description()) {
-    return internal::reportLater(node.get(), observation.get());
+    return detail::reportLater(node.get(), observation.get());
   }
   target.description() = rules.getTextContent(node, false);
 }

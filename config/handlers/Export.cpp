@@ -17,7 +17,7 @@ bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& no
   }
   const util::Option<std::string> resource =
       rules.getSingleAttributeValue(node, nullptr, "resource");
-  const internal::Report lost(observation.get(), node.get());
+  const detail::Report lost(observation.get(), node.get());
   if (!resource) {
     setError("Missing or invalid resource element");
     lost(FindingCode::EXPORT_WITHOUT_RESOURCE, "resource", resource, "An export needs a path.");

@@ -1,6 +1,6 @@
 #include "config/handlers/ExtensionFrame.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 bool ExtensionFrame::stopAtElement(const util::XmlNode& child, const ChildRule& rule,
                                    const Report& lost) const {
@@ -37,4 +37,4 @@ void ExtensionFrame::reportNotReached(const util::XmlNode* child) const {
   }
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

@@ -14,7 +14,7 @@
 
 // What the handlers of the extension elements share: a flat list of children, each with two plain
 // attributes, visited in document order up to the first malformed one.
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 
 /// What an element asks of a child, and what it says of one that does not comply. The texts are
 /// uneven on purpose: hosts know them as they are.
@@ -187,4 +187,4 @@ void reportUnknownKey(const Row (&table)[SIZE], std::string_view attribute, cons
   }
 }
 
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail

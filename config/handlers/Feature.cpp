@@ -11,13 +11,13 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Feature>& features = record().features();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const internal::Report lost(observation.get(), node.get());
+  const detail::Report lost(observation.get(), node.get());
   if (!name) {
     return lost(FindingCode::FEATURE_WITHOUT_NAME, "name", name, "A feature needs a name.");
   }
   Config::Feature feature;
   feature.required =
-      internal::readBooleanAttribute(*node, "required", lost, "The feature is required.")
+      detail::readBooleanAttribute(*node, "required", lost, "The feature is required.")
           .value_or(true);
   if (!iriParser->tryParse(name.get().c_str(), idIri)) {
     if (feature.required) {
@@ -31,9 +31,9 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
   feature.name = std::move(name.get());
   for (const util::XmlNode* child = node->firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
-    const internal::Report lostParam(observation.get(), child);
+    const detail::Report lostParam(observation.get(), child);
     if (lostParam) {
-      internal::examineAttributes(*child, *observation);
+      detail::examineAttributes(*child, *observation);
     }
     if (!rules.xmlNodeHasName(*child, W3C_WIDGETS_NAMESPACE, "param")) {
       lostParam(FindingCode::UNKNOWN_ELEMENT, "A feature has only params.", "param");

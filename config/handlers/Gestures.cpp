@@ -4,10 +4,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 // The second text is the one of the network element, on purpose: hosts know it as it is.
 constexpr ChildRule RULE = {"param", "Invalid gesture's param format", "name",
@@ -16,7 +16,7 @@ constexpr const char* SITE = "NimbrelConfigParser::processGestures";
 
 using Gestures = Config::GestureSettings;
 
-constexpr internal::Words ENABLING = {
+constexpr detail::Words ENABLING = {
     {"yes", "yes"}, {"no", "no"}, "Only \"yes\" switches the gesture on."};
 
 constexpr struct Row {
@@ -53,10 +53,10 @@ bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& 
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         const util::Option<std::string> properties =
             rules.getSingleAttributeValue(setting.element, nullptr, "properties");
-        const Row* const row = internal::findRow(NAMES, setting.keyText());
+        const Row* const row = detail::findRow(NAMES, setting.keyText());
         if (row == nullptr) {
-          internal::reportUnknownKey(NAMES, "name", setting.keyText(), lost);
-        } else if (internal::isOn(ENABLING, setting.valueText(), lost)) {
+          detail::reportUnknownKey(NAMES, "name", setting.keyText(), lost);
+        } else if (detail::isOn(ENABLING, setting.valueText(), lost)) {
           Config::Gesture& gesture = gestures.*row->gesture;
           gesture.enabled = true;
           if (properties) {

@@ -10,16 +10,16 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Icon>& icons = record().icons();
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
-  const internal::Report lost(observation.get(), node.get());
+  const detail::Report lost(observation.get(), node.get());
   if (!src || src.get().empty()) {
     return lost(FindingCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
   }
-  internal::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->icons;
-  if (internal::hasKey(icons, &Config::Icon::src, src.get(), index)) {
+  detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->icons;
+  if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
     return lost(FindingCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
   }
   const auto size = [&](const char* attribute) {
-    return internal::readSize(internal::trimmedAttribute(*node, attribute), attribute, lost);
+    return detail::readSize(detail::trimmedAttribute(*node, attribute), attribute, lost);
   };
   util::Option<unsigned int> height = size("height");
   icons.push_back(Config::Icon{std::move(src.get()), std::move(height), size("width")});

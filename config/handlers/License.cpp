@@ -9,7 +9,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.license()) {
-    return internal::reportLater(node.get(), observation.get());
+    return detail::reportLater(node.get(), observation.get());
   }
   util::LocalizableString text = rules.getTextContent(node, false);
   target.license() =

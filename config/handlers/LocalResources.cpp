@@ -6,10 +6,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:resources unknown sub element", "key",
                             "tavlo:resources, missing attributes for tavlo:resources element"};
@@ -19,34 +19,34 @@ using Local = Config::LocalResources;
 
 // "yes" counts for this flag only, on purpose.
 void storeDatabaseStorage(Local& local, const std::string& value, const Report& lost) {
-  static constexpr internal::Words WORDS = {
+  static constexpr detail::Words WORDS = {
       {"true", "yes"},
       {"false", "no"},
       "Only \"true\" and \"yes\" switch it on; all else switches it off."};
-  local.databaseStorage = internal::isOn(WORDS, value, lost);
+  local.databaseStorage = detail::isOn(WORDS, value, lost);
 }
 
 // Assigned last-wins.
 constexpr struct Row {
   std::string_view key;
-  internal::Effect<Local> effect;
+  detail::Effect<Local> effect;
 } KEYS[] = {
-    {"LocalStorageQuota", internal::storeNumber<Local, &Local::localStorageQuota>},
-    {"LocalStoragePath", internal::storeText<Local, &Local::localStoragePath>},
+    {"LocalStorageQuota", detail::storeNumber<Local, &Local::localStorageQuota>},
+    {"LocalStoragePath", detail::storeText<Local, &Local::localStoragePath>},
     {"DatabaseStorage", storeDatabaseStorage},
-    {"DatabaseStorageQuota", internal::storeNumber<Local, &Local::databaseStorageQuota>},
-    {"DatabaseStoragePath", internal::storeText<Local, &Local::databaseStoragePath>},
-    {"ApplicationCachePath", internal::storeText<Local, &Local::applicationCachePath>},
+    {"DatabaseStorageQuota", detail::storeNumber<Local, &Local::databaseStorageQuota>},
+    {"DatabaseStoragePath", detail::storeText<Local, &Local::databaseStoragePath>},
+    {"ApplicationCachePath", detail::storeText<Local, &Local::applicationCachePath>},
     {"AllowHTTPSApplicationManifestCrossDomain",
-     internal::storeWhetherTrue<Local, &Local::allowHTTPSApplicationManifestCrossDomain>},
-    {"ApplicationCacheQuota", internal::storeNumber<Local, &Local::applicationCacheQuota>},
+     detail::storeWhetherTrue<Local, &Local::allowHTTPSApplicationManifestCrossDomain>},
+    {"ApplicationCacheQuota", detail::storeNumber<Local, &Local::applicationCacheQuota>},
 };
 constexpr std::string_view LOAD_DELAY = "ApplicationCacheLoadDelay";
 
 /// Other keys are the application's own.
 void reportIfSimilar(const std::string& key, const Report& lost) {
   if (lost) {
-    internal::Suggestion suggestion(key);
+    detail::Suggestion suggestion(key);
     for (const Row& row : KEYS) {
       suggestion.consider(row.key);
     }
@@ -70,13 +70,13 @@ bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlN
         const std::string& key = setting.keyText();
         const std::string& value = setting.valueText();
         lost.ifRepeated("key", key, "The later value replaces the earlier one.");
-        if (const Row* const row = internal::findRow(KEYS, key)) {
+        if (const Row* const row = detail::findRow(KEYS, key)) {
           row->effect(local, value, lost);
         } else if (key == LOAD_DELAY) {
-          const double delay = internal::extractDouble(value, 0.0);
+          const double delay = detail::extractDouble(value, 0.0);
           if (delay >= 0.0) {
             local.applicationCacheLoadDelay = delay;
-            internal::reportCut(delay, "value", value, lost);
+            detail::reportCut(delay, "value", value, lost);
           } else {
             setError("Invalid ApplicationCacheLoadDelay: " + value);
             lost(FindingCode::VALUE_REFUSED, "value", value, "A delay is not negative.");
@@ -85,7 +85,7 @@ bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlN
           reportIfSimilar(key, lost);
           local.otherSettings[key] = value;
         }
-        internal::logKeyValue(SITE, setting);
+        detail::logKeyValue(SITE, setting);
       });
 }
 

@@ -4,18 +4,17 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"app", "tavlo:messaging unknown sub element", "name",
                             "tavlo:messaging, missing attributes for tavlo:messaging element"};
 constexpr const char* SITE = "NimbrelConfigParser::processMessaging";
-constexpr internal::Words GRANTING = {
-    {"yes", "true"},
-    {"no", "false"},
-    "Messages are refused: only \"yes\" and \"true\" grant them."};
+constexpr detail::Words GRANTING = {{"yes", "true"},
+                                    {"no", "false"},
+                                    "Messages are refused: only \"yes\" and \"true\" grant them."};
 
 }  // namespace
 
@@ -28,8 +27,8 @@ bool NimbrelConfigParser::processMessaging(const std::shared_ptr<util::XmlNode>&
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         // Refused unless granted in so many words; permissions are the other way round on purpose.
         lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
-        permissions[setting.keyText()] = internal::isOn(GRANTING, setting.valueText(), lost);
-        internal::logNameValue(SITE, setting);
+        permissions[setting.keyText()] = detail::isOn(GRANTING, setting.valueText(), lost);
+        detail::logNameValue(SITE, setting);
       });
 }
 

@@ -9,7 +9,7 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.name()) {
-    return internal::reportLater(node.get(), observation.get());
+    return detail::reportLater(node.get(), observation.get());
   }
   // Both or none: a name without its short name would be taken for complete.
   util::LocalizableString name = rules.getTextContent(node, true);

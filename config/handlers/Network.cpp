@@ -4,10 +4,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"asset", "tavlo:network unknown sub element",
                             "key",   "tavlo:network, missing attributes for tavlo:asset element",
@@ -21,22 +21,21 @@ using Net = Config::NetSettings;
 // Lists accumulate, all else is last-wins.
 constexpr struct Row {
   std::string_view key;
-  internal::Effect<Net> effect;
+  detail::Effect<Net> effect;
   bool accumulates = false;
 } KEYS[] = {
-    {"user-agent", internal::appendText<Net, &Net::userAgents>, true},
-    {"http-header", internal::appendText<Net, &Net::httpHeaders>, true},
-    {"idleConnectionsTimeout_sec", internal::storeNumber<Net, &Net::idleConnectionsTimeout_sec>},
-    {"maxConnections", internal::storeNumber<Net, &Net::maxConnections>},
-    {"maxConnectionsPerHost", internal::storeNumber<Net, &Net::maxConnectionsPerHost>},
-    {"maxConnectionsPerProxy", internal::storeNumber<Net, &Net::maxConnectionsPerProxy>},
-    {"maxKeepAliveProxyConnections",
-     internal::storeNumber<Net, &Net::maxKeepAliveProxyConnections>},
-    {"initialDNS", internal::storeWhetherTrue<Net, &Net::initialDNS>},
-    {"overrideProxy", internal::storeText<Net, &Net::overrideProxy>},
-    {"enableCaching", internal::storeWhetherTrue<Net, &Net::enableCaching>},
-    {"enableWrsProxy", internal::storeWhetherTrue<Net, &Net::enableWrsProxy>},
-    {"allowTlsFallback", internal::storeWhetherTrue<Net, &Net::allowTlsFallback>},
+    {"user-agent", detail::appendText<Net, &Net::userAgents>, true},
+    {"http-header", detail::appendText<Net, &Net::httpHeaders>, true},
+    {"idleConnectionsTimeout_sec", detail::storeNumber<Net, &Net::idleConnectionsTimeout_sec>},
+    {"maxConnections", detail::storeNumber<Net, &Net::maxConnections>},
+    {"maxConnectionsPerHost", detail::storeNumber<Net, &Net::maxConnectionsPerHost>},
+    {"maxConnectionsPerProxy", detail::storeNumber<Net, &Net::maxConnectionsPerProxy>},
+    {"maxKeepAliveProxyConnections", detail::storeNumber<Net, &Net::maxKeepAliveProxyConnections>},
+    {"initialDNS", detail::storeWhetherTrue<Net, &Net::initialDNS>},
+    {"overrideProxy", detail::storeText<Net, &Net::overrideProxy>},
+    {"enableCaching", detail::storeWhetherTrue<Net, &Net::enableCaching>},
+    {"enableWrsProxy", detail::storeWhetherTrue<Net, &Net::enableWrsProxy>},
+    {"allowTlsFallback", detail::storeWhetherTrue<Net, &Net::allowTlsFallback>},
 };
 
 }  // namespace
@@ -49,10 +48,10 @@ bool NimbrelConfigParser::processNetwork(const std::shared_ptr<util::XmlNode>& n
   const ExtensionFrame frame(*this, rules, observation.get());
 
   const auto act = [&](const Setting& setting, const Report& lost) {
-    internal::logKeyValue(SITE, setting);
-    const Row* const row = internal::findRow(KEYS, setting.keyText());
+    detail::logKeyValue(SITE, setting);
+    const Row* const row = detail::findRow(KEYS, setting.keyText());
     if (row == nullptr) {
-      return internal::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
+      return detail::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
     }
     if (!row->accumulates) {
       lost.ifRepeated("key", setting.keyText(), REPLACED);

@@ -4,16 +4,16 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"permission", "Invalid permissions param format", "name",
                             "tavlo:permission, missing attribute name for tavlo:permission element",
                             false};
 constexpr const char* SITE = "NimbrelConfigParser::processPermissions";
-constexpr internal::Words REFUSING = {
+constexpr detail::Words REFUSING = {
     {"no", "false"},
     {"yes", "true"},
     "The permission is granted: only \"no\" and \"false\" refuse it."};
@@ -29,7 +29,7 @@ bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode
       .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
         // Granted unless refused in so many words; messaging is the other way round on purpose.
         lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
-        const bool allowed = !setting.value || !internal::isOn(REFUSING, setting.valueText(), lost);
+        const bool allowed = !setting.value || !detail::isOn(REFUSING, setting.valueText(), lost);
         permissions[setting.keyText()] = allowed;
         NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
       });

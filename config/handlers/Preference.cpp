@@ -11,17 +11,17 @@ namespace orvane::nimbrel::config {
 void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Preference>& preferences = record().preferences();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const internal::Report lost(observation.get(), node.get());
+  const detail::Report lost(observation.get(), node.get());
   if (!name || name.get().empty()) {
     return lost(FindingCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
   }
-  internal::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->preferences;
-  if (internal::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
+  detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->preferences;
+  if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
     return lost(FindingCode::REPEATED_PREFERENCE, "name", name,
                 "The first preference of a name wins.");
   }
   const std::optional<bool> readonly =
-      internal::readBooleanAttribute(*node, "readonly", lost, "The preference can be written.");
+      detail::readBooleanAttribute(*node, "readonly", lost, "The preference can be written.");
   preferences.push_back(Config::Preference{std::move(name.get()),
                                            rules.getSingleAttributeValue(node, nullptr, "value"),
                                            readonly.value_or(false)});

@@ -8,10 +8,10 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using internal::ChildRule;
-using internal::ExtensionFrame;
-using internal::Report;
-using internal::Setting;
+using detail::ChildRule;
+using detail::ExtensionFrame;
+using detail::Report;
+using detail::Setting;
 
 constexpr ChildRule RULE = {"setting", "tavlo:settings unknown sub element", "name",
                             "tavlo:settings, missing attributes for tavlo:settings element\n"};
@@ -45,47 +45,47 @@ std::string debug(App& settings, const std::string& /*value*/, const Report& /*l
 }
 
 std::string storeFontSize(App& settings, const std::string& value, const Report& lost) {
-  const int size = internal::extractInt(value, 0);
+  const int size = detail::extractInt(value, 0);
   if (size < 1) {
     lost(FindingCode::VALUE_REFUSED, "value", value, "A font size is at least 1.");
     return "Invalid defaultFontSize value : " + value;
   }
-  internal::reportCut(size, "value", value, lost);
+  detail::reportCut(size, "value", value, lost);
   settings.defaultFontSize = size;
   return {};
 }
 
 std::string storeMinimumFontSize(App& settings, const std::string& value, const Report& lost) {
-  const int size = internal::extractInt(value, -1);
+  const int size = detail::extractInt(value, -1);
   if (size < 0) {
     lost(FindingCode::VALUE_REFUSED, "value", value, "A minimum font size is at least 0.");
     return "Invalid minimum font size : " + value;
   }
-  internal::reportCut(size, "value", value, lost);
+  detail::reportCut(size, "value", value, lost);
   settings.minimumFontSize = size;
   return {};
 }
 
 std::string storeZoomFactor(App& settings, const std::string& value, const Report& lost) {
-  const float factor = internal::extractFloat(value, 0.0F);
+  const float factor = detail::extractFloat(value, 0.0F);
   if (!(factor > 0.0F)) {
     lost(FindingCode::VALUE_REFUSED, "value", value, "A zoom factor is above 0.");
     return "Invalid zoom factor";
   }
-  internal::reportCut(factor, "value", value, lost);
+  detail::reportCut(factor, "value", value, lost);
   settings.zoomFactor = factor;
   return {};
 }
 
-constexpr internal::Words YES = {
+constexpr detail::Words YES = {
     {"yes", "yes"}, {"no", "no"}, "Only \"yes\" has an effect, any other value none."};
-constexpr internal::Words NO = {
+constexpr detail::Words NO = {
     {"no", "no"}, {"yes", "yes"}, "Only \"no\" has an effect, any other value none."};
 
 // Flags are only ever moved away from their defaults: any value but the trigger word does nothing.
 constexpr struct Row {
   std::string_view key;
-  const internal::Words* trigger;  // null: any value
+  const detail::Words* trigger;  // null: any value
   Effect effect;
 } NAMES[] = {
     {"internetRequired", &YES, raise<&App::internetRequired>},
@@ -124,16 +124,16 @@ bool isForDensity(std::string_view name) {
 const Row* rowOf(const std::string& name, const std::string& densityName, const App& settings,
                  const Report& lost) {
   if (name == densityName) {
-    return internal::findRow(NAMES, FONT_SIZE);
+    return detail::findRow(NAMES, FONT_SIZE);
   }
   if (name == FONT_SIZE && settings.defaultFontSize != 0) {
     lost(FindingCode::BETTER_DENSITY, "name", name,
          "A size is stored already, by an earlier setting or one for this screen.");
     return nullptr;
   }
-  const Row* const row = internal::findRow(NAMES, name);
+  const Row* const row = detail::findRow(NAMES, name);
   if (row == nullptr && !isForDensity(name)) {
-    internal::reportUnknownKey(NAMES, "name", name, lost);
+    detail::reportUnknownKey(NAMES, "name", name, lost);
   }
   return row;
 }
@@ -156,13 +156,13 @@ bool NimbrelConfigParser::processSettings(const std::shared_ptr<util::XmlNode>& 
                                                   : "The later value replaces the earlier one.");
         }
         if (row != nullptr &&
-            (row->trigger == nullptr || internal::isOn(*row->trigger, value, lost))) {
+            (row->trigger == nullptr || detail::isOn(*row->trigger, value, lost))) {
           const std::string error = row->effect(settings, value, lost);
           if (!error.empty()) {
             setError(error);
           }
         }
-        internal::logNameValue(SITE, setting);
+        detail::logNameValue(SITE, setting);
       });
 }
 

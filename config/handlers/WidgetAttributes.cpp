@@ -14,7 +14,7 @@ using util::Option;
 
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
-  const internal::Report lost(observation.get(), root.get());
+  const detail::Report lost(observation.get(), root.get());
   const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
     return rules.getSingleAttributeValue(root, namespaceUri, name);
   };
@@ -44,10 +44,10 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
   if (applicationVersion) {
     // Unlike a size, a text that is no number counts as 0 here, and 0 is a version.
     target.tavloApplicationVersion() =
-        internal::readNumber(applicationVersion.get(), "tavlo:applicationVersion", lost);
+        detail::readNumber(applicationVersion.get(), "tavlo:applicationVersion", lost);
   }
   for (auto [name, size] : {std::pair("height", &target.height()), {"width", &target.width()}}) {
-    *size = internal::readSize(internal::trimmedAttribute(*root, name), name, lost);
+    *size = detail::readSize(detail::trimmedAttribute(*root, name), name, lost);
   }
   processViewMode(attribute("viewmodes"));
   processDefaultLocale(defaultLocale);  // last, as it appends: all else may be done again
@@ -71,13 +71,13 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   std::vector<std::string> keywords = rules.parseListOfKeywords(viewModes.get().c_str());
   std::vector<std::string> distinct;
   distinct.reserve(keywords.size());
-  internal::KeyIndex seen;
+  detail::KeyIndex seen;
   const auto itself = [](const std::string& keyword) -> std::string_view { return keyword; };
   for (std::string& keyword : keywords) {
     if (!seen.contains(distinct, itself, keyword)) {
       distinct.push_back(std::move(keyword));
     } else if (observation != nullptr) {
-      const internal::Report lost(observation.get(), target.document()->getDocumentElement().get());
+      const detail::Report lost(observation.get(), target.document()->getDocumentElement().get());
       lost(FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
     }
   }
@@ -87,7 +87,7 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
 
 Option<unsigned int> parseWidthOrHeight(const ConfigRules& /*rules*/,
                                         const Option<std::string>& value) {
-  return value ? internal::readSize(value.get()) : Option<unsigned int>();
+  return value ? detail::readSize(value.get()) : Option<unsigned int>();
 }
 
 }  // namespace orvane::nimbrel::config

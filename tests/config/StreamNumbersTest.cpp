@@ -7,7 +7,7 @@
 #include "tests/support/Checks.h"
 #include "util/StringUtil.h"
 
-namespace orvane::nimbrel::config::internal {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 template <typename Number>
@@ -67,4 +67,4 @@ TEST(StreamNumbers, ReadWhatAStreamReadsInAnyMixtureOfTheirCharacters) {
 }
 
 }  // namespace
-}  // namespace orvane::nimbrel::config::internal
+}  // namespace orvane::nimbrel::config::detail
