@@ -163,19 +163,18 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char*
                  userAgentLocales);
 }
 
-std::shared_ptr<Config> NimbrelConfigParser::process(const std::shared_ptr<XmlDocument>& document,
-                                                     const std::vector<std::string>& locales) {
+std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDocument> document,
+                                                          const std::vector<std::string>& locales) {
   if (document == nullptr) {
     throw std::invalid_argument("document cannot be NULL");
   }
-  // Both arguments may belong to the previous record, which ends here.
-  std::shared_ptr<XmlDocument> keptDocument = document;
+  // They may belong to the previous record, which ends here.
   std::vector<std::string> keptLocales = locales;
   if (observation != nullptr) {
     observation->beginDocument();
   }
   config = std::make_shared<BasicConfig>();
-  config->document() = std::move(keptDocument);
+  config->document() = std::move(document);
   const Node root = config->document()->getDocumentElement();
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
     if (observation != nullptr) {

@@ -55,10 +55,15 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
                                 const char* encoding) override;
   std::shared_ptr<Config> parse(const char* path, const char* encoding) override;
 
-  /// Makes a record of a document that was parsed already. Throws as `parse` does, but for what
-  /// reading the XML throws; `std::invalid_argument` "document cannot be NULL" for a null document.
-  virtual std::shared_ptr<Config> process(const std::shared_ptr<util::XmlDocument>& document,
-                                          const std::vector<std::string>& locales);
+  /// Makes a record of a document that was parsed already; never null. Throws as `parse` does, but
+  /// for what reading the XML throws; `std::invalid_argument` "document cannot be NULL" for a null
+  /// document.
+  ///
+  /// `parse` calls it, so an override sees every document. C++ knows no covariance of shared
+  /// pointers: an override must return exactly `std::shared_ptr<BasicConfig>`, whatever pointer its
+  /// callers keep.
+  virtual std::shared_ptr<BasicConfig> process(std::shared_ptr<util::XmlDocument> document,
+                                               const std::vector<std::string>& locales);
 
   /// Gives the parser an observer, or with null takes it away. The parser shares it. Throws only
   /// `std::bad_alloc`, and then keeps the one it has.
@@ -133,18 +138,23 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// The record being filled, or last filled; null before the first parse.
   [[nodiscard]] const std::shared_ptr<BasicConfig>& getConfig() const noexcept { return config; }
 
- private:
-  std::vector<std::string> userAgentLocales;
-  std::shared_ptr<util::XmlParser> xmlParser;
-  std::shared_ptr<util::IRIParser> iriParser;
-  std::shared_ptr<util::IDNConverter> idnConverter;
-  std::shared_ptr<util::UnicodeUtil> unicodeUtil;
-  ConfigRules rules;
-  std::shared_ptr<BasicConfig> config;
-  util::Option<util::IRI> idIri;
-  bool contentSeen = false;
-  std::string errorText;
+  /// @name State, for a subclass to inspect
+  /// The services and the rules are never null; a subclass that replaces one keeps to that.
+  /// @{
+  std::vector<std::string> userAgentLocales;         ///< as given to the constructor
+  std::shared_ptr<util::XmlParser> xmlParser;        ///< what `parse` reads documents with
+  std::shared_ptr<util::IRIParser> iriParser;        ///< decides what is an IRI
+  std::shared_ptr<util::IDNConverter> idnConverter;  ///< converts the hosts of access requests
+  std::shared_ptr<util::UnicodeUtil> unicodeUtil;    ///< what the rules were built from
+  ConfigRules rules;                                 ///< copied into every kept element
+  std::shared_ptr<BasicConfig> config;               ///< the record; null before the first parse
+  util::Option<util::IRI> idIri;  ///< the IRI that was parsed last; None before the first
+  bool contentSeen = false;       ///< whether any document had a "content" element
+  std::string errorText;          ///< see `getErrorText`
 
+  /// @}
+
+ private:
   std::unique_ptr<detail::WalkIndexes> indexes;      // only while a walk is going on
   std::unique_ptr<detail::Observation> observation;  // only if there is an observer
 
