@@ -3,89 +3,68 @@
 #include <cstdint>
 #include <string_view>
 
+#include "util/XmlNode.h"
+
 namespace orvane::nimbrel::config {
 
-/// What became of a value that did not arrive in the record.
-enum class FindingLevel {
-  NOTE,     ///< another value was a better match
-  WARNING,  ///< something is lost
-  ERROR     ///< the parse fails
-};
-
-/// Every kind of decision that loses or overrides something; `findingKind` describes each.
+/// What an author has to do about a decision; element and attribute of the finding say where.
 ///
-/// Codes are stable: new ones join at the end, and none changes its meaning within a major version.
+/// The parser reports the codes of the first group as it decides. Those of the second group need no
+/// decision of the parser: whoever explains a document finds them in its tree.
 enum class FindingCode {
-  DOCUMENT_REFUSED,
-  ROOT_NOT_WIDGET,
-  REQUIRED_FEATURE_NAME,
-  COUNTER_REFUSED,
-  LANGUAGE_LOST,
-  OTHER_LANGUAGE,
-  BETTER_LANGUAGE,
-  UNKNOWN_ELEMENT,
-  FOREIGN_ELEMENT,
-  PARAM_OUTSIDE_FEATURE,
-  UNKNOWN_ATTRIBUTE,
-  UNKNOWN_DIRECTION,
-  ID_NOT_IRI,
-  VERSION_EMPTY,
-  APPLICATION_ID,
-  NUMBER_DROPPED,
-  NUMBER_CUT,
-  REPEATED_VIEWMODE,
-  DEFAULTLOCALE_EMPTY,
-  REPEATED_ELEMENT,
-  HREF_NOT_IRI,
-  CONTENT_WITHOUT_SRC,
-  ICON_WITHOUT_SRC,
-  REPEATED_ICON,
-  PREFERENCE_WITHOUT_NAME,
-  REPEATED_PREFERENCE,
-  NOT_BOOLEAN,
-  FEATURE_WITHOUT_NAME,
-  FEATURE_NAME,
-  PARAM_INCOMPLETE,
-  ACCESS_WITHOUT_ORIGIN,
-  ORIGIN_NOT_IRI,
-  ORIGIN_TOO_LONG,
-  ORIGIN_WITHOUT_HOST,
-  ORIGIN_WITHOUT_PORT,
-  HOST_WITHOUT_ASCII,
-  SUBDOMAINS_UNUSED,
-  UNEXPECTED_CHILD,
-  MISSING_ATTRIBUTE,
-  NOT_REACHED,
-  UNKNOWN_KEY,
-  SIMILAR_KEY,
-  REPEATED_KEY,
-  UNKNOWN_WORD,
-  VALUE_REFUSED,
-  BETTER_DENSITY,
-  SETTINGS_RESTARTED,
-  EXPORT_WITHOUT_RESOURCE,
-  REPEATED_EXPORT
+  /// @{
+  /// Reported by the parser. These end the parse:
+  DOCUMENT_REJECTED,  ///< not well-formed, or beyond a limit of the XML layer
+  WRONG_ROOT,         ///< the root is not `widget` of the W3C namespace; "xmlns" if that is wrong
+  REQUIRED_FEATURE_NAME,  ///< the name of a required feature is not an IRI
+  NUMBER_REJECTED,        ///< a counter or quota is empty, ends in white space or is above 32 bits
+  /// These do not:
+  MISSING_ATTRIBUTE,       ///< absent, or empty where that is the same
+  EMPTY_VALUE,             ///< an empty value that counts as absent
+  NOT_AN_IRI,              ///< an identifier, link or name
+  NOT_AN_ORIGIN,           ///< the origin of an access request
+  NOT_A_NUMBER,            ///< the attribute is ignored
+  OUT_OF_RANGE,            ///< a number too small or too large, or too many entries
+  NOT_A_BOOLEAN,           ///< neither "true" nor "false"
+  INVALID_APPLICATION_ID,  ///< not an id of the application store
+  UNKNOWN_WORD,            ///< none of the words of a switch
+  UNKNOWN_KEY,             ///< no setting of this name
+  UNKNOWN_ELEMENT,         ///< no handler, whatever the namespace
+  UNEXPECTED_CHILD,        ///< a child at which reading of the element stops
+  REPEATED,                ///< ignored, because an earlier one counts
+  UNUSED_SETTING,          ///< a font size is stored already
+  /// @}
+  /// @{
+  /// Never reported by the parser.
+  PARTIAL_NUMBER,     ///< a number is followed by text that is ignored
+  UNKNOWN_ATTRIBUTE,  ///< no such attribute
+  FOREIGN_ELEMENT,    ///< an element of another vocabulary
+  MISPLACED_ELEMENT,  ///< an element of this vocabulary at a place where it is not read
+  NOT_READ,           ///< behind a child at which reading stopped
+  SIMILAR_KEY,        ///< an unknown key that is allowed, spelt almost like a known one
+  UNUSED_LANGUAGE,    ///< nobody gets the element
+  OTHER_LANGUAGE,     ///< this user gets another element
+  UNUSED_ATTRIBUTE,   ///< without effect beside another attribute
+  /// @}
 };
 
-/// One decision of a parse, as an observer is told of it. All text is UTF-8; the views are valid
+/// One decision of a parse, as an observer receives it. All text is UTF-8; the views are valid
 /// during the call only.
 struct Finding {
-  FindingCode code;  ///< what it is; `findingKind` tells more
-  /// Name of the element, extension elements with the prefix "tavlo:" whatever the document's;
-  /// empty when the whole document is meant.
-  std::string_view element;
-  /// Name of the attribute, in the same spelling; empty when the element itself is meant.
+  FindingCode code;  ///< what it is
+  /// The element, valid as long as its document; null when the whole document is meant.
+  const util::XmlNode* element;
+  /// Local name of the attribute, with the prefix "tavlo:" for extension attributes and "xml:" for
+  /// `xml:lang`; empty when the element itself is meant.
   std::string_view attribute;
-  /// Line in which the element begins, counted from 1; 0 when unknown.
-  std::uint32_t line;
-  /// Column, counted from 1; 0 when unknown, as it is of all but malformed documents.
-  std::uint32_t column;
   /// The offending value as the parser read it; null data when there is none.
   std::string_view value;
-  /// Why, in one sentence.
-  std::string_view reason;
-  /// What was meant, where that is certain: another name or value. Empty otherwise.
-  std::string_view suggestion;
+  /// Line in which the element begins, counted from 1; 0 when unknown.
+  std::uint32_t line;
+  /// Column, counted from 1; 0 when unknown, as it is of all but `DOCUMENT_REJECTED`.
+  std::uint32_t column;
+  /// Of `DOCUMENT_REJECTED`: the text of the exception. Empty otherwise.
+  std::string_view message;
 };
 
 }  // namespace orvane::nimbrel::config

@@ -5,7 +5,7 @@
 namespace orvane::nimbrel::config {
 namespace {
 
-using Code = FindingCode;
+using Code = LegacyCode;
 constexpr FindingLevel NOTE = FindingLevel::NOTE;
 constexpr FindingLevel WARNING = FindingLevel::WARNING;
 constexpr FindingLevel ERROR = FindingLevel::ERROR;
@@ -185,7 +185,7 @@ static_assert(areInOrder());
 
 }  // namespace
 
-const FindingKind& findingKind(FindingCode code) noexcept {
+const FindingKind& findingKind(LegacyCode code) noexcept {
   return KINDS[static_cast<std::size_t>(code)];
 }
 

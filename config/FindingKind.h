@@ -4,13 +4,13 @@
 #include <vector>
 
 #include "config/Api.h"
-#include "config/Finding.h"
+#include "config/LegacyFinding.h"
 
 namespace orvane::nimbrel::config {
 
 /// What a finding code means, for those who explain it to authors.
 struct FindingKind {
-  FindingCode code;  ///< whose kind this is
+  LegacyCode code;  ///< whose kind this is
   /// Stable name in lower case with hyphens, such as "repeated-icon".
   std::string_view name;
   FindingLevel level;  ///< how bad it is
@@ -24,7 +24,7 @@ struct FindingKind {
 };
 
 /// The kind of a code. For any thread; never throws.
-[[nodiscard]] NIMBREL_CONFIG_API const FindingKind& findingKind(FindingCode code) noexcept;
+[[nodiscard]] NIMBREL_CONFIG_API const FindingKind& findingKind(LegacyCode code) noexcept;
 
 /// All kinds, in the order of their codes. Throws only `std::bad_alloc`. For any thread.
 [[nodiscard]] NIMBREL_CONFIG_API std::vector<FindingKind> findingKinds();

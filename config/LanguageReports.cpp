@@ -28,11 +28,11 @@ void reportLater(const XmlNode* element, Observation* observation) {
   const Report lost(observation, element);
   const XmlNode* const first = observation->firstLike(*element);
   if (first == element) {
-    lost(FindingCode::REPEATED_ELEMENT, "An earlier document had one, and the parser keeps to it.");
+    lost(LegacyCode::REPEATED_ELEMENT, "An earlier document had one, and the parser keeps to it.");
   } else if (first == nullptr || languageOf(*first) == languageOf(*element)) {
-    lost(FindingCode::REPEATED_ELEMENT, "Only the first one counts, good or bad.");
+    lost(LegacyCode::REPEATED_ELEMENT, "Only the first one counts, good or bad.");
   } else {
-    lost(FindingCode::BETTER_LANGUAGE, "The user prefers the language of another one.");
+    lost(LegacyCode::BETTER_LANGUAGE, "The user prefers the language of another one.");
   }
 }
 
@@ -51,10 +51,10 @@ void reportUnheard(const XmlNode& root, const std::vector<std::shared_ptr<XmlNod
     }
     const Report lost(&observation, child);
     if (names.count(nameOf(*child)) != 0) {
-      lost(FindingCode::OTHER_LANGUAGE, "xml:lang", languageOf(*child),
+      lost(LegacyCode::OTHER_LANGUAGE, "xml:lang", languageOf(*child),
            "The user does not ask for this language; another one stands in.");
     } else {
-      lost(FindingCode::LANGUAGE_LOST, "xml:lang", languageOf(*child),
+      lost(LegacyCode::LANGUAGE_LOST, "xml:lang", languageOf(*child),
            "The user does not ask for this language, and no other one stands in.");
     }
   }

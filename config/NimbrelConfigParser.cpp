@@ -97,7 +97,7 @@ std::shared_ptr<XmlDocument> parseXml(detail::Observation* observation, Parse pa
   } catch (const ParseException& refusal) {
     if (observation != nullptr) {
       observation->beginDocument();
-      observation->tell({FindingCode::DOCUMENT_REFUSED,
+      observation->tell({LegacyCode::DOCUMENT_REFUSED,
                          {},
                          {},
                          refusal.line,
@@ -304,7 +304,7 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     } else if (row->handler != nullptr) {
       row->handler(*this, node);
     } else {
-      detail::Report(observation.get(), node.get())(FindingCode::PARAM_OUTSIDE_FEATURE,
+      detail::Report(observation.get(), node.get())(LegacyCode::PARAM_OUTSIDE_FEATURE,
                                                     "A param counts within a feature only.");
     }
   }
@@ -318,7 +318,7 @@ BasicConfig& NimbrelConfigParser::record() const {
 }
 
 Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char* name,
-                                                 FindingCode otherwise) {
+                                                 LegacyCode otherwise) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
     detail::Report(observation.get(), &node)(otherwise, name, value,

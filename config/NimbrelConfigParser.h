@@ -8,7 +8,7 @@
 #include "config/BasicConfig.h"
 #include "config/ConfigParser.h"
 #include "config/ConfigRules.h"
-#include "config/Finding.h"
+#include "config/LegacyFinding.h"
 #include "config/ParseObserver.h"
 #include "util/IDNConverter.h"
 #include "util/IRI.h"
@@ -160,7 +160,7 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
 
   [[nodiscard]] BasicConfig& record() const;
   [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name,
-                                                  FindingCode otherwise);
+                                                  LegacyCode otherwise);
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

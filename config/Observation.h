@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "config/Finding.h"
+#include "config/LegacyFinding.h"
 #include "config/ParseObserver.h"
 #include "util/XmlNode.h"
 
@@ -35,10 +35,10 @@ class Observation {
   [[nodiscard]] bool isRepeated(const util::XmlNode& parent, std::string_view key);
 
   /// Tells of a decision on an element.
-  void tell(FindingCode code, const util::XmlNode& element, std::string_view attribute,
+  void tell(LegacyCode code, const util::XmlNode& element, std::string_view attribute,
             std::string_view value, std::string_view reason, std::string_view suggestion);
   /// Tells of a decision on the document.
-  void tell(const Finding& finding);
+  void tell(const LegacyFinding& finding, const util::XmlNode* element = nullptr);
 
  private:
   std::shared_ptr<ParseObserver> observer_;

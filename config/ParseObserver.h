@@ -2,6 +2,7 @@
 
 #include "config/Api.h"
 #include "config/Finding.h"
+#include "config/LegacyFinding.h"
 
 namespace orvane::nimbrel::config {
 
@@ -17,7 +18,10 @@ class NIMBREL_CONFIG_API ParseObserver {
 
   /// One decision, in the order of the walk. What it throws ends the parse. It must not use the
   /// parser.
-  virtual void notice(const Finding& finding) = 0;
+  virtual void onFinding(const Finding& finding) = 0;
+
+  // For the checker until it words its own findings.
+  virtual void notice(const LegacyFinding& /*finding*/) {}
 
  protected:
   ParseObserver() = default;

@@ -23,7 +23,7 @@ class Report {
   explicit operator bool() const noexcept { return observation_ != nullptr; }
 
   /// The element is lost.
-  void operator()(FindingCode code, std::string_view reason,
+  void operator()(LegacyCode code, std::string_view reason,
                   std::string_view suggestion = {}) const {
     if (observation_ != nullptr) {
       observation_->tell(code, *element_, {}, {}, reason, suggestion);
@@ -31,14 +31,14 @@ class Report {
   }
   /// The value of an attribute is lost, or the element for its sake. A `value` with null data, or
   /// None, stands for an absent attribute.
-  void operator()(FindingCode code, std::string_view attribute, std::string_view value,
+  void operator()(LegacyCode code, std::string_view attribute, std::string_view value,
                   std::string_view reason, std::string_view suggestion = {}) const {
     if (observation_ != nullptr) {
       observation_->tell(code, *element_, attribute, value, reason, suggestion);
     }
   }
   /// @overload
-  void operator()(FindingCode code, std::string_view attribute,
+  void operator()(LegacyCode code, std::string_view attribute,
                   const util::Option<std::string>& value, std::string_view reason,
                   std::string_view suggestion = {}) const {
     if (observation_ != nullptr) {
@@ -51,7 +51,7 @@ class Report {
   /// A key that is known and stood before in an element of this name loses one of its values.
   void ifRepeated(std::string_view attribute, std::string_view key, std::string_view reason) const {
     if (observation_ != nullptr && observation_->isRepeated(*element_->parent(), key)) {
-      observation_->tell(FindingCode::REPEATED_KEY, *element_, attribute, key, reason, {});
+      observation_->tell(LegacyCode::REPEATED_KEY, *element_, attribute, key, reason, {});
     }
   }
 

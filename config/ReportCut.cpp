@@ -41,7 +41,7 @@ template <typename Number>
 void explainCut(Number taken, std::string_view attribute, std::string_view text,
                 const Report& lost) {
   if (!isNumber<Number>(text)) {
-    lost(FindingCode::NUMBER_CUT, attribute, text,
+    lost(LegacyCode::NUMBER_CUT, attribute, text,
          "The number ends before the first character that cannot continue it: " + isTaken(taken));
   }
 }
@@ -54,7 +54,7 @@ void explainCut(unsigned int taken, std::string_view attribute, std::string_view
   }
   const bool onlySpace = std::all_of(text.begin(), text.end(),
                                      [](char c) { return isDigit(c) || StringUtil::isSpace(c); });
-  lost(FindingCode::NUMBER_CUT, attribute, text,
+  lost(LegacyCode::NUMBER_CUT, attribute, text,
        (onlySpace ? "White space between digits does not count: "
                   : "The number ends before the first character that is no digit: ") +
            isTaken(taken));

@@ -67,7 +67,7 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
 unsigned int readCounter(const std::string& text, const Report& lost) {
   const IntegerReading reading = readNonNegativeInteger(text);
   if (reading.fault != IntegerFault::NONE) {
-    lost(FindingCode::COUNTER_REFUSED, "value", text, reasonOf(reading.fault));
+    lost(LegacyCode::COUNTER_REFUSED, "value", text, reasonOf(reading.fault));
     if (reading.fault == IntegerFault::TOO_LARGE) {
       throw std::overflow_error("input");
     }
@@ -85,7 +85,7 @@ util::Option<unsigned int> readNumber(std::string_view text, std::string_view at
     number = reading.value;
     reportCut(reading.value, attribute, text, lost);
   } else {
-    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
+    lost(LegacyCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
   }
   return number;
 }
@@ -98,9 +98,9 @@ util::Option<unsigned int> readSize(std::string_view text, std::string_view attr
   }
   const IntegerReading reading = readNonNegativeInteger(text);
   if (reading.fault != IntegerFault::NONE) {
-    lost(FindingCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
+    lost(LegacyCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
   } else if (reading.value == 0) {
-    lost(FindingCode::NUMBER_DROPPED, attribute, text,
+    lost(LegacyCode::NUMBER_DROPPED, attribute, text,
          "A size is a number above 0, without a sign.");
   } else {
     size = reading.value;
@@ -141,7 +141,7 @@ std::optional<bool> readBooleanAttribute(const util::XmlNode& node, std::string_
   const std::string_view written = trimmedAttribute(node, name);
   const std::optional<bool> value = readBoolean(written);
   if (lost && !value && written.data() != nullptr) {
-    lost(FindingCode::NOT_BOOLEAN, name, written, reason, suggestedWord(written, "true", "false"));
+    lost(LegacyCode::NOT_BOOLEAN, name, written, reason, suggestedWord(written, "true", "false"));
   }
   return value;
 }

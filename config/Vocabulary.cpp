@@ -79,7 +79,7 @@ void examineAttribute(const XmlNode::Attribute& attribute, const Known& known,
   const bool isRoot = &known == &VOCABULARY[0];
   if (hasNone && attribute.name == "dir") {
     if (!readDirection(attribute.value)) {
-      report(FindingCode::UNKNOWN_DIRECTION, "dir", attribute.value,
+      report(LegacyCode::UNKNOWN_DIRECTION, "dir", attribute.value,
              "It is no direction and counts as absent.", suggestedDirection(attribute.value));
     }
     return;
@@ -104,7 +104,7 @@ void examineAttribute(const XmlNode::Attribute& attribute, const Known& known,
       meant = findingName(extension.get(), EXTENSION_NAMESPACE);
     }
   }
-  report(FindingCode::UNKNOWN_ATTRIBUTE, findingName(attribute.name, attribute.namespaceUri),
+  report(LegacyCode::UNKNOWN_ATTRIBUTE, findingName(attribute.name, attribute.namespaceUri),
          attribute.value, "Nothing reads this attribute.", meant);
 }
 
@@ -114,7 +114,7 @@ void examineBelow(const XmlNode& element, Observation& observation) {
        child = child->nextElementSibling()) {
     const std::string_view direction = child->attributeView("dir");
     if (direction.data() != nullptr && !readDirection(direction)) {
-      Report(&observation, child)(FindingCode::UNKNOWN_DIRECTION, "dir", direction,
+      Report(&observation, child)(LegacyCode::UNKNOWN_DIRECTION, "dir", direction,
                                   "It is no direction: that of the element around it applies.");
     }
     examineBelow(*child, observation);
@@ -159,19 +159,19 @@ void reportUnknownElement(const XmlNode& element, Observation& observation) {
   const std::string meant =
       found == nullptr ? "" : findingName(found->element, namespaceOf(*found));
   if (isOurs) {
-    report(FindingCode::UNKNOWN_ELEMENT, "No element of this name is known here.", meant);
+    report(LegacyCode::UNKNOWN_ELEMENT, "No element of this name is known here.", meant);
     return;
   }
   Suggestion spaces(space);
   spaces.consider(W3C_WIDGETS_NAMESPACE);
   spaces.consider(EXTENSION_NAMESPACE);
   if (!spaces.get().empty()) {
-    report(FindingCode::UNKNOWN_ELEMENT, "xmlns", space, "The namespace is not a known one.",
+    report(LegacyCode::UNKNOWN_ELEMENT, "xmlns", space, "The namespace is not a known one.",
            spaces.get());
   } else if (space.data() == nullptr) {
-    report(FindingCode::UNKNOWN_ELEMENT, "The element is in no namespace.", meant);
+    report(LegacyCode::UNKNOWN_ELEMENT, "The element is in no namespace.", meant);
   } else {
-    report(FindingCode::FOREIGN_ELEMENT, "xmlns", space,
+    report(LegacyCode::FOREIGN_ELEMENT, "xmlns", space,
            "An element of another vocabulary is kept for those who know it.");
   }
 }
@@ -179,13 +179,13 @@ void reportUnknownElement(const XmlNode& element, Observation& observation) {
 void reportForeignRoot(const XmlNode* root, Observation& observation) {
   if (root == nullptr) {
     return observation.tell(
-        {FindingCode::ROOT_NOT_WIDGET, {}, {}, 0, 0, {}, "The document has no root.", {}});
+        {LegacyCode::ROOT_NOT_WIDGET, {}, {}, 0, 0, {}, "The document has no root.", {}});
   }
   const Report report(&observation, root);
   if (root->nameView() != "widget") {
-    return report(FindingCode::ROOT_NOT_WIDGET, "The root is to be a widget.", "widget");
+    return report(LegacyCode::ROOT_NOT_WIDGET, "The root is to be a widget.", "widget");
   }
-  report(FindingCode::ROOT_NOT_WIDGET, "xmlns", root->namespaceView(),
+  report(LegacyCode::ROOT_NOT_WIDGET, "xmlns", root->namespaceView(),
          "The root has to be in the namespace of widgets.", W3C_WIDGETS_NAMESPACE);
 }
 

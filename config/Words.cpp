@@ -12,7 +12,7 @@ bool isOn(const Words& words, const std::string& value, const Report& lost) {
     return true;
   }
   if (lost && !isAmong(words.off)) {
-    lost(FindingCode::UNKNOWN_WORD, "value", value, words.reason,
+    lost(LegacyCode::UNKNOWN_WORD, "value", value, words.reason,
          suggestedWord(value, words.on[0], words.off[0]));
   }
   return false;

@@ -49,7 +49,8 @@ class MemoryFile {
 
 class Observer : public config::ParseObserver {
  public:
-  void notice(const config::Finding& finding) override {
+  void onFinding(const config::Finding& /*finding*/) override {}
+  void notice(const config::LegacyFinding& finding) override {
     require(!failed_, "nothing is told after what ends the parse");
     failed_ = config::findingKind(finding.code).level == config::FindingLevel::ERROR;
     require(!finding.reason.empty(), "a finding has a reason");

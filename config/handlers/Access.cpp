@@ -22,14 +22,14 @@ bool isOrigin(const util::IRI& iri) noexcept {
 
 void reportNoOrigin(const util::IRI& iri, const std::string& written, const Report& lost) {
   if (!iri.hasHost) {
-    return lost(FindingCode::ORIGIN_WITHOUT_HOST, "origin", written, "An origin has a host.");
+    return lost(LegacyCode::ORIGIN_WITHOUT_HOST, "origin", written, "An origin has a host.");
   }
   std::string meant;
   if (lost && !iri.hasUserInfo) {
     meant = iri.scheme + "://" + iri.host;
     meant += iri.port >= 0 ? ":" + std::to_string(iri.port) : "";
   }
-  lost(FindingCode::ORIGIN_TOO_LONG, "origin", written,
+  lost(LegacyCode::ORIGIN_TOO_LONG, "origin", written,
        "Only scheme, host and port make an origin, without so much as a final slash.", meant);
 }
 
@@ -54,18 +54,18 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
   const util::Option<std::string> origin = rules.getSingleAttributeValue(node, nullptr, "origin");
   const Report lost(observation.get(), node.get());
   if (!origin) {
-    return lost(FindingCode::ACCESS_WITHOUT_ORIGIN, "origin", origin, "Access needs an origin.");
+    return lost(LegacyCode::ACCESS_WITHOUT_ORIGIN, "origin", origin, "Access needs an origin.");
   }
   Config::AccessRequest request;
   if (origin == "*") {
     request.allOrigins = 1;
     if (lost && node->attributeView("subdomains").data() != nullptr) {
-      lost(FindingCode::SUBDOMAINS_UNUSED, "subdomains", node->attributeView("subdomains"),
+      lost(LegacyCode::SUBDOMAINS_UNUSED, "subdomains", node->attributeView("subdomains"),
            "All origins have all subdomains.");
     }
   } else {
     if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri) {
-      return lost(FindingCode::ORIGIN_NOT_IRI, "origin", origin, "An origin is an IRI or \"*\".");
+      return lost(LegacyCode::ORIGIN_NOT_IRI, "origin", origin, "An origin is an IRI or \"*\".");
     }
     if (!isOrigin(idIri.get())) {
       return reportNoOrigin(idIri.get(), origin.get(), lost);
@@ -81,11 +81,11 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
     const util::IRI& iri = idIri.get();
     const std::optional<std::uint16_t> port = portOf(iri);
     if (!port) {
-      return lost(FindingCode::ORIGIN_WITHOUT_PORT, "origin", origin,
+      return lost(LegacyCode::ORIGIN_WITHOUT_PORT, "origin", origin,
                   "Only \"http\" and \"https\", so written, have a default port.");
     }
     if (!idnConverter->tryConvertToASCII(iri.host.c_str(), request.host)) {
-      return lost(FindingCode::HOST_WITHOUT_ASCII, "origin", origin,
+      return lost(LegacyCode::HOST_WITHOUT_ASCII, "origin", origin,
                   "The host has no form that can be looked up.");
     }
     request.scheme = iri.scheme;

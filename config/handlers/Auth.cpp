@@ -32,7 +32,7 @@ bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node
             } else {
               // Without its first letter on purpose: hosts know the text as it is.
               setError("nvalid certification key: ");
-              lost(FindingCode::UNKNOWN_WORD, "value", setting.value,
+              lost(LegacyCode::UNKNOWN_WORD, "value", setting.value,
                    "Only \"token\" is known; the error text tells of it.");
               allKnown = false;
             }

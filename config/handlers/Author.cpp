@@ -14,7 +14,7 @@ void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& no
   util::LocalizableString name = rules.getTextContent(node, true);
   target.author() =
       Config::Author{rules.getSingleAttributeValue(node, nullptr, "email"),
-                     readIri(*node, "href", FindingCode::HREF_NOT_IRI), std::move(name)};
+                     readIri(*node, "href", LegacyCode::HREF_NOT_IRI), std::move(name)};
 }
 
 }  // namespace orvane::nimbrel::config

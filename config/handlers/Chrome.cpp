@@ -24,7 +24,7 @@ bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& no
   // Each element starts again from the default.
   std::string& searchBar = config->chromeSettings();
   if (searchBar != "system") {
-    Report(observation.get(), node.get())(FindingCode::SETTINGS_RESTARTED,
+    Report(observation.get(), node.get())(LegacyCode::SETTINGS_RESTARTED,
                                           "It puts aside what an earlier one set.");
   }
   searchBar = "system";

@@ -18,7 +18,7 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
     return detail::Report(observation.get(), node.get())(
-        FindingCode::CONTENT_WITHOUT_SRC, "src", src,
+        LegacyCode::CONTENT_WITHOUT_SRC, "src", src,
         "Without a path there is no start file, whatever follows.");
   }
   Config::StartFile file{std::move(src.get()), {}, {}};

@@ -49,7 +49,7 @@ bool NimbrelConfigParser::processCookieJar(const std::shared_ptr<util::XmlNode>&
         } else if (detail::isOn(RAISING, setting.valueText(), lost)) {
           jar.*row->flag = true;
         } else if (jar.*row->flag) {
-          lost(FindingCode::REPEATED_KEY, "value", setting.value, "A flag once raised stays so.");
+          lost(LegacyCode::REPEATED_KEY, "value", setting.value, "A flag once raised stays so.");
         }
       });
 }

@@ -20,19 +20,19 @@ bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& no
   const detail::Report lost(observation.get(), node.get());
   if (!resource) {
     setError("Missing or invalid resource element");
-    lost(FindingCode::EXPORT_WITHOUT_RESOURCE, "resource", resource, "An export needs a path.");
+    lost(LegacyCode::EXPORT_WITHOUT_RESOURCE, "resource", resource, "An export needs a path.");
     return false;
   }
   const std::string& path = resource.get();
   auto& exports = config->exports();
   if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
     setError("Too many colliding resource paths");
-    lost(FindingCode::VALUE_REFUSED, "resource", resource,
+    lost(LegacyCode::VALUE_REFUSED, "resource", resource,
          "More than a hundred paths were made to collide: no more of them is taken.");
     return false;
   }
   if (!exports.try_emplace(path, Config::Export{path}).second) {
-    lost(FindingCode::REPEATED_EXPORT, "resource", resource, "The first export of a path wins.");
+    lost(LegacyCode::REPEATED_EXPORT, "resource", resource, "The first export of a path wins.");
   }
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;

@@ -15,7 +15,7 @@ bool ExtensionFrame::stopAtElement(const util::XmlNode& child, const ChildRule& 
             (expected.empty() ? "<" : " and <") + findingName(name, EXTENSION_NAMESPACE) + ">";
       }
     }
-    lost(FindingCode::UNEXPECTED_CHILD,
+    lost(LegacyCode::UNEXPECTED_CHILD,
          "Only " + expected + " may stand here: the parent is read no further.",
          suggestion.get().empty() ? "" : findingName(suggestion.get(), EXTENSION_NAMESPACE));
   }
@@ -25,14 +25,14 @@ bool ExtensionFrame::stopAtElement(const util::XmlNode& child, const ChildRule& 
 bool ExtensionFrame::stopAtAttribute(const char* error, std::string_view attribute,
                                      const Report& lost) const {
   parser_.setError(error);
-  lost(FindingCode::MISSING_ATTRIBUTE, attribute, std::string_view(),
+  lost(LegacyCode::MISSING_ATTRIBUTE, attribute, std::string_view(),
        "The attribute must be there: the parent is read no further.");
   return false;
 }
 
 void ExtensionFrame::reportNotReached(const util::XmlNode* child) const {
   for (; child != nullptr; child = child->nextElementSibling()) {
-    Report(observation_, child)(FindingCode::NOT_REACHED,
+    Report(observation_, child)(LegacyCode::NOT_REACHED,
                                 "An earlier child is faulty: this one is not read.");
   }
 }

@@ -182,7 +182,7 @@ template <typename Row, std::size_t SIZE>
 void reportUnknownKey(const Row (&table)[SIZE], std::string_view attribute, const std::string& key,
                       const Report& lost) {
   if (lost) {
-    lost(FindingCode::UNKNOWN_KEY, attribute, key, "Nothing is known by this name.",
+    lost(LegacyCode::UNKNOWN_KEY, attribute, key, "Nothing is known by this name.",
          suggestedKey(table, key));
   }
 }

@@ -13,7 +13,7 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
   const detail::Report lost(observation.get(), node.get());
   if (!name) {
-    return lost(FindingCode::FEATURE_WITHOUT_NAME, "name", name, "A feature needs a name.");
+    return lost(LegacyCode::FEATURE_WITHOUT_NAME, "name", name, "A feature needs a name.");
   }
   Config::Feature feature;
   feature.required =
@@ -21,11 +21,11 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
           .value_or(true);
   if (!iriParser->tryParse(name.get().c_str(), idIri)) {
     if (feature.required) {
-      lost(FindingCode::REQUIRED_FEATURE_NAME, "name", name,
+      lost(LegacyCode::REQUIRED_FEATURE_NAME, "name", name,
            "The name of a required feature is an IRI.");
       throw ConfigException("Feature name is not a valid IRI.", node->getLineNumber(), 0U);
     }
-    return lost(FindingCode::FEATURE_NAME, "name", name,
+    return lost(LegacyCode::FEATURE_NAME, "name", name,
                 "A name is an IRI; the feature is not required, so it is left out.");
   }
   feature.name = std::move(name.get());
@@ -36,17 +36,17 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
       detail::examineAttributes(*child, *observation);
     }
     if (!rules.xmlNodeHasName(*child, W3C_WIDGETS_NAMESPACE, "param")) {
-      lostParam(FindingCode::UNKNOWN_ELEMENT, "A feature has only params.", "param");
+      lostParam(LegacyCode::UNKNOWN_ELEMENT, "A feature has only params.", "param");
       continue;
     }
     util::Option<std::string> key = rules.getSingleAttributeValue(*child, nullptr, "name");
     if (!key || key.get().empty()) {
-      lostParam(FindingCode::PARAM_INCOMPLETE, "name", key, "A parameter needs a name.");
+      lostParam(LegacyCode::PARAM_INCOMPLETE, "name", key, "A parameter needs a name.");
       continue;
     }
     util::Option<std::string> value = rules.getSingleAttributeValue(*child, nullptr, "value");
     if (!value) {
-      lostParam(FindingCode::PARAM_INCOMPLETE, "value", value,
+      lostParam(LegacyCode::PARAM_INCOMPLETE, "value", value,
                 "A parameter needs a value, which may be empty.");
       continue;
     }

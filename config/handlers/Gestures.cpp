@@ -46,7 +46,7 @@ bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& 
     (gestures.*row.gesture).enabled = false;
   }
   if (restarted) {
-    Report(observation.get(), node.get())(FindingCode::SETTINGS_RESTARTED,
+    Report(observation.get(), node.get())(LegacyCode::SETTINGS_RESTARTED,
                                           "It switches off the gestures of an earlier one.");
   }
   return ExtensionFrame(*this, rules, observation.get())
@@ -63,7 +63,7 @@ bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& 
             gesture.properties = properties.get();
           }
         } else if ((gestures.*row->gesture).enabled) {
-          lost(FindingCode::REPEATED_KEY, "value", setting.value,
+          lost(LegacyCode::REPEATED_KEY, "value", setting.value,
                "A gesture once switched on stays so.");
         }
         NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),

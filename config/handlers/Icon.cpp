@@ -12,11 +12,11 @@ void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
   const detail::Report lost(observation.get(), node.get());
   if (!src || src.get().empty()) {
-    return lost(FindingCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
+    return lost(LegacyCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
   }
   detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->icons;
   if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
-    return lost(FindingCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
+    return lost(LegacyCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
   }
   const auto size = [&](const char* attribute) {
     return detail::readSize(detail::trimmedAttribute(*node, attribute), attribute, lost);

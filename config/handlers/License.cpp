@@ -13,7 +13,7 @@ void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& n
   }
   util::LocalizableString text = rules.getTextContent(node, false);
   target.license() =
-      Config::License{std::move(text), {}, readIri(*node, "href", FindingCode::HREF_NOT_IRI)};
+      Config::License{std::move(text), {}, readIri(*node, "href", LegacyCode::HREF_NOT_IRI)};
 }
 
 }  // namespace orvane::nimbrel::config

@@ -52,7 +52,7 @@ void reportIfSimilar(const std::string& key, const Report& lost) {
     }
     suggestion.consider(LOAD_DELAY);
     if (!suggestion.get().empty()) {
-      lost(FindingCode::SIMILAR_KEY, "key", key, "It is kept among the settings without meaning.",
+      lost(LegacyCode::SIMILAR_KEY, "key", key, "It is kept among the settings without meaning.",
            suggestion.get());
     }
   }
@@ -79,7 +79,7 @@ bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlN
             detail::reportCut(delay, "value", value, lost);
           } else {
             setError("Invalid ApplicationCacheLoadDelay: " + value);
-            lost(FindingCode::VALUE_REFUSED, "value", value, "A delay is not negative.");
+            lost(LegacyCode::VALUE_REFUSED, "value", value, "A delay is not negative.");
           }
         } else {
           reportIfSimilar(key, lost);

@@ -13,11 +13,11 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
   const detail::Report lost(observation.get(), node.get());
   if (!name || name.get().empty()) {
-    return lost(FindingCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
+    return lost(LegacyCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
   }
   detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->preferences;
   if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
-    return lost(FindingCode::REPEATED_PREFERENCE, "name", name,
+    return lost(LegacyCode::REPEATED_PREFERENCE, "name", name,
                 "The first preference of a name wins.");
   }
   const std::optional<bool> readonly =

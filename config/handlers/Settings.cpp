@@ -47,7 +47,7 @@ std::string debug(App& settings, const std::string& /*value*/, const Report& /*l
 std::string storeFontSize(App& settings, const std::string& value, const Report& lost) {
   const int size = detail::extractInt(value, 0);
   if (size < 1) {
-    lost(FindingCode::VALUE_REFUSED, "value", value, "A font size is at least 1.");
+    lost(LegacyCode::VALUE_REFUSED, "value", value, "A font size is at least 1.");
     return "Invalid defaultFontSize value : " + value;
   }
   detail::reportCut(size, "value", value, lost);
@@ -58,7 +58,7 @@ std::string storeFontSize(App& settings, const std::string& value, const Report&
 std::string storeMinimumFontSize(App& settings, const std::string& value, const Report& lost) {
   const int size = detail::extractInt(value, -1);
   if (size < 0) {
-    lost(FindingCode::VALUE_REFUSED, "value", value, "A minimum font size is at least 0.");
+    lost(LegacyCode::VALUE_REFUSED, "value", value, "A minimum font size is at least 0.");
     return "Invalid minimum font size : " + value;
   }
   detail::reportCut(size, "value", value, lost);
@@ -69,7 +69,7 @@ std::string storeMinimumFontSize(App& settings, const std::string& value, const 
 std::string storeZoomFactor(App& settings, const std::string& value, const Report& lost) {
   const float factor = detail::extractFloat(value, 0.0F);
   if (!(factor > 0.0F)) {
-    lost(FindingCode::VALUE_REFUSED, "value", value, "A zoom factor is above 0.");
+    lost(LegacyCode::VALUE_REFUSED, "value", value, "A zoom factor is above 0.");
     return "Invalid zoom factor";
   }
   detail::reportCut(factor, "value", value, lost);
@@ -127,7 +127,7 @@ const Row* rowOf(const std::string& name, const std::string& densityName, const 
     return detail::findRow(NAMES, FONT_SIZE);
   }
   if (name == FONT_SIZE && settings.defaultFontSize != 0) {
-    lost(FindingCode::BETTER_DENSITY, "name", name,
+    lost(LegacyCode::BETTER_DENSITY, "name", name,
          "A size is stored already, by an earlier setting or one for this screen.");
     return nullptr;
   }

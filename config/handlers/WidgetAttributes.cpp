@@ -21,21 +21,21 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
 
   const Option<std::string> defaultLocale = attribute("defaultlocale");
   if (defaultLocale && defaultLocale.get().empty()) {
-    lost(FindingCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
+    lost(LegacyCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
          "An empty value names no language.");
   }
-  target.id() = readIri(*root, "id", FindingCode::ID_NOT_IRI);
+  target.id() = readIri(*root, "id", LegacyCode::ID_NOT_IRI);
   target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
-    lost(FindingCode::VERSION_EMPTY, "version", "", "An empty version is none.");
+    lost(LegacyCode::VERSION_EMPTY, "version", "", "An empty version is none.");
   }
   Option<std::string> applicationId = attribute("applicationId", EXTENSION_NAMESPACE);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
       target.tavloApplicationId() = std::move(applicationId);
     } else {
-      lost(FindingCode::APPLICATION_ID, "tavlo:applicationId", applicationId,
+      lost(LegacyCode::APPLICATION_ID, "tavlo:applicationId", applicationId,
            "The store's ids are 1 to 32 lower-case ASCII letters and digits.");
     }
   }
@@ -78,7 +78,7 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
       distinct.push_back(std::move(keyword));
     } else if (observation != nullptr) {
       const detail::Report lost(observation.get(), target.document()->getDocumentElement().get());
-      lost(FindingCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
+      lost(LegacyCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
     }
   }
   distinct.shrink_to_fit();  // no room is kept for repeated ones

@@ -52,7 +52,7 @@ std::string documentOf(std::string_view example) {
 TEST(FindingKinds, HaveExamplesThatGiveThemAndMendedOnesThatDoNot) {
   for (const FindingKind& kind : findingKinds()) {
     SCOPED_TRACE(kind.name);
-    EXPECT_EQ(&findingKind(kind.code) - &findingKind(FindingCode::DOCUMENT_REFUSED),
+    EXPECT_EQ(&findingKind(kind.code) - &findingKind(LegacyCode::DOCUMENT_REFUSED),
               static_cast<int>(kind.code));
     EXPECT_THAT(findingsOf(documentOf(kind.bad))->codes, Contains(kind.code));
     EXPECT_THAT(findingsOf(documentOf(kind.mended))->lines, IsEmpty());
@@ -218,35 +218,35 @@ TEST(Observer, IsToldOfTheRootAndOfLinesAndOfNothingTwice) {
 
 // The Widgets recommendation names these as invalid; all are dropped in silence.
 TEST(Observer, IsToldOfEachCaseThatTheW3CCallsInvalid) {
-  const std::pair<std::string, std::vector<FindingCode>> rows[] = {
-      {"<name>a</name><name>b</name>", {FindingCode::REPEATED_ELEMENT}},
-      {"<description>a</description><description/>", {FindingCode::REPEATED_ELEMENT}},
-      {"<license/><license/>", {FindingCode::REPEATED_ELEMENT}},
-      {"<license href='not a valid IRI'/>", {FindingCode::HREF_NOT_IRI}},
-      {"<author href='.invalid'/>", {FindingCode::HREF_NOT_IRI}},
-      {"<author/><author/>", {FindingCode::REPEATED_ELEMENT}},
-      {"<icon/>", {FindingCode::ICON_WITHOUT_SRC}},
-      {"<icon src='a'/><icon src='a'/>", {FindingCode::REPEATED_ICON}},
+  const std::pair<std::string, std::vector<LegacyCode>> rows[] = {
+      {"<name>a</name><name>b</name>", {LegacyCode::REPEATED_ELEMENT}},
+      {"<description>a</description><description/>", {LegacyCode::REPEATED_ELEMENT}},
+      {"<license/><license/>", {LegacyCode::REPEATED_ELEMENT}},
+      {"<license href='not a valid IRI'/>", {LegacyCode::HREF_NOT_IRI}},
+      {"<author href='.invalid'/>", {LegacyCode::HREF_NOT_IRI}},
+      {"<author/><author/>", {LegacyCode::REPEATED_ELEMENT}},
+      {"<icon/>", {LegacyCode::ICON_WITHOUT_SRC}},
+      {"<icon src='a'/><icon src='a'/>", {LegacyCode::REPEATED_ICON}},
       {"<icon src='a' width='invalid' height='-100'/>",
-       {FindingCode::NUMBER_DROPPED, FindingCode::NUMBER_DROPPED}},
-      {"<content/>", {FindingCode::CONTENT_WITHOUT_SRC}},
-      {"<content src='a'/><content src='b'/>", {FindingCode::REPEATED_ELEMENT}},
-      {"<feature name='invalid' required='false'/>", {FindingCode::FEATURE_NAME}},
-      {"<feature name='invalid'/>", {FindingCode::REQUIRED_FEATURE_NAME}},
-      {"<feature required='false'/>", {FindingCode::FEATURE_WITHOUT_NAME}},
-      {"<feature name='a:a' required='invalid'/>", {FindingCode::NOT_BOOLEAN}},
+       {LegacyCode::NUMBER_DROPPED, LegacyCode::NUMBER_DROPPED}},
+      {"<content/>", {LegacyCode::CONTENT_WITHOUT_SRC}},
+      {"<content src='a'/><content src='b'/>", {LegacyCode::REPEATED_ELEMENT}},
+      {"<feature name='invalid' required='false'/>", {LegacyCode::FEATURE_NAME}},
+      {"<feature name='invalid'/>", {LegacyCode::REQUIRED_FEATURE_NAME}},
+      {"<feature required='false'/>", {LegacyCode::FEATURE_WITHOUT_NAME}},
+      {"<feature name='a:a' required='invalid'/>", {LegacyCode::NOT_BOOLEAN}},
       {"<feature name='a:a'><param name='a'/><param value='a'/></feature>",
-       {FindingCode::PARAM_INCOMPLETE, FindingCode::PARAM_INCOMPLETE}},
-      {"<param name='a' value='b'/>", {FindingCode::PARAM_OUTSIDE_FEATURE}},
-      {"<preference value='a'/>", {FindingCode::PREFERENCE_WITHOUT_NAME}},
-      {"<preference name='a'/><preference name='a'/>", {FindingCode::REPEATED_PREFERENCE}},
-      {"<preference name='a' readonly='invalid'/>", {FindingCode::NOT_BOOLEAN}},
-      {"<access/>", {FindingCode::ACCESS_WITHOUT_ORIGIN}},
-      {"<access origin='invalid'/>", {FindingCode::ORIGIN_NOT_IRI}},
-      {"<access origin='http://a.example/path'/>", {FindingCode::ORIGIN_TOO_LONG}},
-      {"<access origin='http://a.example' subdomains='invalid'/>", {FindingCode::NOT_BOOLEAN}},
-      {"<access origin='mailto:a@a.example'/>", {FindingCode::ORIGIN_WITHOUT_HOST}},
-      {"<access origin='ftp://a.example'/>", {FindingCode::ORIGIN_WITHOUT_PORT}},
+       {LegacyCode::PARAM_INCOMPLETE, LegacyCode::PARAM_INCOMPLETE}},
+      {"<param name='a' value='b'/>", {LegacyCode::PARAM_OUTSIDE_FEATURE}},
+      {"<preference value='a'/>", {LegacyCode::PREFERENCE_WITHOUT_NAME}},
+      {"<preference name='a'/><preference name='a'/>", {LegacyCode::REPEATED_PREFERENCE}},
+      {"<preference name='a' readonly='invalid'/>", {LegacyCode::NOT_BOOLEAN}},
+      {"<access/>", {LegacyCode::ACCESS_WITHOUT_ORIGIN}},
+      {"<access origin='invalid'/>", {LegacyCode::ORIGIN_NOT_IRI}},
+      {"<access origin='http://a.example/path'/>", {LegacyCode::ORIGIN_TOO_LONG}},
+      {"<access origin='http://a.example' subdomains='invalid'/>", {LegacyCode::NOT_BOOLEAN}},
+      {"<access origin='mailto:a@a.example'/>", {LegacyCode::ORIGIN_WITHOUT_HOST}},
+      {"<access origin='ftp://a.example'/>", {LegacyCode::ORIGIN_WITHOUT_PORT}},
   };
   for (const auto& [children, codes] : rows) {
     EXPECT_EQ(findingsOf(widget(children))->codes, codes) << children;
@@ -255,7 +255,9 @@ TEST(Observer, IsToldOfEachCaseThatTheW3CCallsInvalid) {
 
 TEST(Observer, MayEndTheParseAndMayBeTakenAway) {
   class Thrower : public ParseObserver {
-    void notice(const Finding& /*finding*/) override { throw std::runtime_error("enough"); }
+    void onFinding(const config::Finding& /*finding*/) override {
+      throw std::runtime_error("enough");
+    }
   };
   Reader reader;
   reader.setObserver(std::make_shared<Thrower>());

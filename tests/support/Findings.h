@@ -13,7 +13,8 @@ namespace orvane::nimbrel::test {
 /// "3 icon-without-src icon@src='x': An icon needs a path. -> suggestion".
 class Findings : public config::ParseObserver {
  public:
-  void notice(const config::Finding& finding) override {
+  void onFinding(const config::Finding& /*finding*/) override {}
+  void notice(const config::LegacyFinding& finding) override {
     std::string line = std::to_string(finding.line);
     line.append(" ").append(config::findingKind(finding.code).name);
     line.append(" ").append(finding.element);
@@ -32,7 +33,7 @@ class Findings : public config::ParseObserver {
   }
 
   std::vector<std::string> lines;
-  std::vector<config::FindingCode> codes;
+  std::vector<config::LegacyCode> codes;
 };
 
 }  // namespace orvane::nimbrel::test

@@ -27,7 +27,7 @@ constexpr std::size_t MAXIMUM_LANGUAGES = 64;
 
 CheckedFinding refusal(std::string reason, std::uint32_t line = 0, std::uint32_t column = 0) {
   CheckedFinding finding;
-  finding.code = config::FindingCode::DOCUMENT_REFUSED;
+  finding.code = config::LegacyCode::DOCUMENT_REFUSED;
   finding.line = line;
   finding.column = column;
   finding.reason = std::move(reason);

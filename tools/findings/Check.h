@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "config/Finding.h"
+#include "config/LegacyFinding.h"
 
 namespace orvane::nimbrel::tools {
 
-/// A finding with texts of its own; its members mean what those of `config::Finding` mean.
+/// A finding with texts of its own; its members mean what those of `config::LegacyFinding` mean.
 struct CheckedFinding {
-  config::FindingCode code = {};
+  config::LegacyCode code = {};
   std::string element;
   std::string attribute;
   std::uint32_t line = 0;

@@ -11,8 +11,8 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-using config::FindingCode;
 using config::FindingLevel;
+using config::LegacyCode;
 
 auto keyOf(const CheckedFinding& finding) {
   return std::tie(finding.line, finding.column, finding.code, finding.element, finding.attribute,
@@ -20,9 +20,9 @@ auto keyOf(const CheckedFinding& finding) {
 }
 
 /// Whether it tells of the user's languages, so that another user may get the element.
-bool isOfLanguage(FindingCode code) noexcept {
-  return code == FindingCode::LANGUAGE_LOST || code == FindingCode::OTHER_LANGUAGE ||
-         code == FindingCode::BETTER_LANGUAGE;
+bool isOfLanguage(LegacyCode code) noexcept {
+  return code == LegacyCode::LANGUAGE_LOST || code == LegacyCode::OTHER_LANGUAGE ||
+         code == LegacyCode::BETTER_LANGUAGE;
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ bool FindingSet::Less::operator()(const CheckedFinding& left, const CheckedFindi
   return keyOf(left) < keyOf(right);
 }
 
-void FindingSet::notice(const config::Finding& finding) {
+void FindingSet::notice(const config::LegacyFinding& finding) {
   add({finding.code, std::string(finding.element), std::string(finding.attribute), finding.line,
        finding.column,
        finding.value.data() == nullptr ? std::nullopt
@@ -64,7 +64,7 @@ void FindingSet::endRun(bool refused) {
   current_.clear();
 }
 
-bool FindingSet::isKept(FindingCode code, const Occurrence& occurrence) const {
+bool FindingSet::isKept(LegacyCode code, const Occurrence& occurrence) const {
   if (isOfLanguage(code)) {
     return occurrence.runs == runs_;
   }

@@ -12,7 +12,8 @@ namespace orvane::nimbrel::tools {
 /// Merges the findings of several parses of one document, each for another user.
 class FindingSet : public config::ParseObserver {
  public:
-  void notice(const config::Finding& finding) override;
+  void onFinding(const config::Finding& /*finding*/) override {}
+  void notice(const config::LegacyFinding& finding) override;
   /// The same for one that has texts of its own.
   void add(CheckedFinding finding);
   /// Whether the parse at hand has a finding that ends it.
@@ -34,7 +35,7 @@ class FindingSet : public config::ParseObserver {
     std::size_t completeRuns = 0;
   };
 
-  [[nodiscard]] bool isKept(config::FindingCode code, const Occurrence& occurrence) const;
+  [[nodiscard]] bool isKept(config::LegacyCode code, const Occurrence& occurrence) const;
 
   std::vector<CheckedFinding> current_;
   std::map<CheckedFinding, Occurrence, Less> merged_;
