@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "util/XmlArena.h"
+#include "util/xml/XmlArena.h"
 
 namespace orvane::nimbrel::util {
 

@@ -1,7 +1,7 @@
 #include "util/XmlNode.h"
 
 #include "util/XmlDocument.h"
-#include "util/XmlTree.h"
+#include "util/xml/XmlTree.h"
 
 namespace orvane::nimbrel::util {
 namespace {

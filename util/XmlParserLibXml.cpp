@@ -17,7 +17,7 @@
 #include <string>
 
 #include "util/ParseException.h"
-#include "util/XmlTreeBuilder.h"
+#include "util/xml/XmlTreeBuilder.h"
 
 namespace orvane::nimbrel::util {
 namespace {

@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "util/ParseException.h"
-#include "util/XmlArena.h"
 #include "util/XmlDocument.h"
-#include "util/XmlTree.h"
+#include "util/xml/XmlArena.h"
+#include "util/xml/XmlTree.h"
 
 namespace orvane::nimbrel::util::internal {
 

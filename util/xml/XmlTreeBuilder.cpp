@@ -1,4 +1,4 @@
-#include "util/XmlTreeBuilder.h"
+#include "util/xml/XmlTreeBuilder.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
