@@ -7,6 +7,7 @@
 
 #include "config/Namespaces.h"
 #include "config/RuleReaders.h"
+#include "util/Ascii.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::config {
@@ -219,7 +220,7 @@ bool ConfigRules::isValidTavloApplicationId(const char* id) const {
   std::size_t length = 0;
   for (; id[length] != '\0'; ++length) {
     const char c = id[length];
-    const bool allowed = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    const bool allowed = util::ascii::isLowerCase(c) || util::ascii::isDigit(c);
     if (length == MAX_LENGTH || !allowed) {
       return false;
     }

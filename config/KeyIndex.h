@@ -1,111 +1,77 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <optional>
+#include <set>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "config/KeyedHash.h"
+#include "config/BasicConfig.h"
 
 namespace orvane::nimbrel::config::detail {
 
-/// Finds an entry of a growing list by its key without searching the list: the 100,000th icon costs
-/// what the first did. Keeps positions and hashes only; the keys are compared where they lie.
+/// Finds an entry of a growing list by its key without searching the list. Keeps positions only;
+/// the keys are compared where they lie. Valid as long as the list is only appended to.
 ///
-/// `keyOf` is what finds an entry's key, such as a pointer to its member. Valid as long as the list
-/// is only appended to. Small lists are searched one by one.
+/// Ordered and not hashed: an author can choose keys that collide in a hash, whose cost would then
+/// be the square of the document's size.
+template <typename Entry>
 class KeyIndex {
  public:
-  /// Whether some entry of `list` has the key.
-  template <typename Entry, typename KeyOf>
-  [[nodiscard]] bool contains(const std::vector<Entry>& list, KeyOf keyOf, std::string_view key) {
-    if (list.size() < SMALL) {
-      return search(list, keyOf, key);
-    }
-    for (; indexed_ < list.size(); ++indexed_) {
-      insert(std::invoke(keyOf, list[indexed_]));
-    }
-    const std::uint32_t hash = hashOf(key);
-    for (std::size_t slot = hash & mask(); slots_[slot].position != 0; slot = (slot + 1) & mask()) {
-      if (slots_[slot].hash == hash && std::invoke(keyOf, list[slots_[slot].position - 1]) == key) {
-        return true;
-      }
-    }
-    return false;
-  }
+  KeyIndex(const std::vector<Entry>& list, std::string Entry::*key) noexcept
+      : list_(list), positions_(Less{&list, key}) {}
 
-  /// The same one by one, without an index.
-  template <typename Entry, typename KeyOf>
-  [[nodiscard]] static bool search(const std::vector<Entry>& list, KeyOf keyOf,
-                                   std::string_view key) {
-    for (const Entry& entry : list) {
-      if (std::invoke(keyOf, entry) == key) {
-        return true;
-      }
+  /// Whether some entry of the list has the key.
+  [[nodiscard]] bool contains(std::string_view key) {
+    for (; indexed_ < list_.size(); ++indexed_) {
+      positions_.insert(indexed_);
     }
-    return false;
+    return positions_.find(key) != positions_.end();
   }
 
  private:
-  static constexpr std::size_t SMALL = 16;
+  struct Less {
+    using is_transparent = void;
 
-  struct Slot {
-    std::uint32_t hash;
-    std::uint32_t position;  // counted from 1; 0: free
+    template <typename Left, typename Right>
+    bool operator()(const Left& left, const Right& right) const noexcept {
+      return keyOf(left) < keyOf(right);
+    }
+    [[nodiscard]] std::string_view keyOf(std::size_t position) const noexcept {
+      return (*list)[position].*key;
+    }
+    [[nodiscard]] std::string_view keyOf(std::string_view text) const noexcept { return text; }
+
+    const std::vector<Entry>* list;
+    std::string Entry::*key;
   };
 
-  [[nodiscard]] std::uint32_t hashOf(std::string_view key) const noexcept {
-    return static_cast<std::uint32_t>((*hash_)(key));
-  }
-
-  [[nodiscard]] std::size_t mask() const noexcept { return slots_.size() - 1; }
-
-  void insert(std::string_view key) {
-    if (!hash_) {
-      hash_.emplace();
-    }
-    if (2 * (indexed_ + 1) > slots_.size()) {
-      grow();
-    }
-    place({hashOf(key), static_cast<std::uint32_t>(indexed_ + 1)});
-  }
-
-  void place(Slot entry) noexcept {
-    std::size_t slot = entry.hash & mask();
-    while (slots_[slot].position != 0) {
-      slot = (slot + 1) & mask();
-    }
-    slots_[slot] = entry;
-  }
-
-  void grow() {
-    std::vector<Slot> larger(slots_.empty() ? 4 * SMALL : 2 * slots_.size());
-    slots_.swap(larger);
-    for (const Slot& entry : larger) {
-      if (entry.position != 0) {
-        place(entry);
-      }
-    }
-  }
-
-  std::vector<Slot> slots_;        // a power of two of them, at most half taken
-  std::optional<KeyedHash> hash_;  // made when there is something to index
-  std::size_t indexed_ = 0;        // entries of the list that are in the index
+  const std::vector<Entry>& list_;
+  std::set<std::size_t, Less> positions_;
+  std::size_t indexed_ = 0;  // entries of the list that are in the index
 };
-
-/// Whether some entry of `list` has the key; by the index if there is one.
-template <typename Entry, typename KeyOf>
-[[nodiscard]] bool hasKey(const std::vector<Entry>& list, KeyOf keyOf, std::string_view key,
-                          KeyIndex* index) {
-  return index != nullptr ? index->contains(list, keyOf, key) : KeyIndex::search(list, keyOf, key);
-}
 
 /// The indexes of one walk over a document, during which only the handlers change the record.
 struct WalkIndexes {
-  KeyIndex icons;
-  KeyIndex preferences;
+  explicit WalkIndexes(BasicConfig& record) noexcept
+      : icons(record.icons(), &Config::Icon::src),
+        preferences(record.preferences(), &Config::Preference::name) {}
+
+  KeyIndex<Config::Icon> icons;
+  KeyIndex<Config::Preference> preferences;
 };
+
+/// Whether some entry of `list` has the key; by the index if there is one and it is worth making.
+template <typename Entry>
+[[nodiscard]] bool hasKey(const std::vector<Entry>& list, std::string Entry::*key,
+                          std::string_view text, KeyIndex<Entry>* index) {
+  constexpr std::size_t SMALL = 16;
+  if (index != nullptr && list.size() > SMALL) {
+    return index->contains(text);
+  }
+  return std::any_of(list.begin(), list.end(),
+                     [&](const Entry& entry) { return entry.*key == text; });
+}
 
 }  // namespace orvane::nimbrel::config::detail

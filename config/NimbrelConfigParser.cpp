@@ -113,8 +113,9 @@ std::shared_ptr<XmlDocument> parseXml(detail::Observation* observation, Parse pa
 /// Holds the indexes of a walk for its duration.
 class WalkScope {
  public:
-  explicit WalkScope(std::unique_ptr<detail::WalkIndexes>& indexes) : indexes_(indexes) {
-    indexes_ = std::make_unique<detail::WalkIndexes>();
+  WalkScope(std::unique_ptr<detail::WalkIndexes>& indexes, BasicConfig& record)
+      : indexes_(indexes) {
+    indexes_ = std::make_unique<detail::WalkIndexes>(record);
   }
   WalkScope(const WalkScope&) = delete;
   WalkScope& operator=(const WalkScope&) = delete;
@@ -286,7 +287,7 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
-  const WalkScope scope(indexes);
+  const WalkScope scope(indexes, record());
   elements.reserve(elements.size() + nodes.size());
   for (Node& listed : nodes) {
     // No handler adds to the elements, so the reference holds.

@@ -1,16 +1,25 @@
 #pragma once
 
+#include <ios>
+#include <locale>
+#include <sstream>
 #include <string>
 
-// Numbers as a formatted stream extraction (`stream >> number`) in the classic locale reads them,
-// whatever locale the host has set, and without a stream: leading white space is skipped, reading
-// stops at the first character that cannot continue the number, what is no number reads as 0 (so
-// does "1e", whose exponent is missing), and a number too large as the type's limit. From an empty
-// text nothing is read and `start` comes back.
 namespace orvane::nimbrel::config::detail {
 
-[[nodiscard]] int extractInt(const std::string& text, int start);
-[[nodiscard]] float extractFloat(const std::string& text, float start);
-[[nodiscard]] double extractDouble(const std::string& text, double start);
+/// A number as a formatted extraction reads it: leading white space is skipped, the first character
+/// that cannot continue the number ends it, what is no number reads as 0, and one too large as the
+/// type's limit. From an empty text nothing is read and `start` comes back. Never by the locale
+/// that the host has set. Throws only `std::bad_alloc`.
+template <typename Number>
+[[nodiscard]] Number readStreamed(const std::string& text, Number start) {
+  std::istringstream stream(text);
+  stream.imbue(std::locale::classic());
+  // A stream keeps what is thrown inside to itself, and the number would read as 0 for want of
+  // memory.
+  stream.exceptions(std::ios::badbit);
+  stream >> start;
+  return start;
+}
 
 }  // namespace orvane::nimbrel::config::detail

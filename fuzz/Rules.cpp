@@ -3,16 +3,13 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <locale>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "config/ConfigRules.h"
 #include "config/NimbrelConfigParser.h"
-#include "config/StreamNumbers.h"
 #include "fuzz/Property.h"
 #include "util/LocalizableString.h"
 #include "util/StringUtil.h"
@@ -68,24 +65,6 @@ void checkNumbers(const std::string& text) {
   const util::Option<unsigned int> size = config::parseWidthOrHeight(rules, value);
   require(static_cast<bool>(size) == (number > 0), "a size is a number above 0");
   require(!size || size.get() == number, "a size is its number");
-}
-
-/// What a formatted extraction in the classic locale makes of a text.
-template <typename Number>
-Number streamed(const std::string& text, Number start) {
-  std::istringstream stream(text);
-  stream.imbue(std::locale::classic());
-  Number value = start;
-  stream >> value;
-  return value;
-}
-
-void checkStreamNumbers(const std::string& text) {
-  require(config::detail::extractInt(text, 7) == streamed(text, 7), "an int is read as streams do");
-  require(config::detail::extractFloat(text, 7.0F) == streamed(text, 7.0F),
-          "a float is read as streams do");
-  require(config::detail::extractDouble(text, 7.0) == streamed(text, 7.0),
-          "a double is read as streams do");
 }
 
 void checkWords(const std::string& text) {
@@ -156,7 +135,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   using namespace orvane::nimbrel;
   const std::string text = fuzz::cString(fuzz::viewOf(data, size));
   fuzz::checkNumbers(text);
-  fuzz::checkStreamNumbers(text);
   fuzz::checkWords(text);
   // Broken UTF-8 that a run's end completes would be white space of the whole only.
   bool ascii = true;

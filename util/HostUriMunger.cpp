@@ -9,6 +9,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "util/Ascii.h"
 #include "util/IDNConverter.h"
 #include "util/NameEscape.h"
 
@@ -16,10 +17,8 @@ namespace orvane::zel::util {
 
 namespace {
 
-using internal::isAsciiLetterOrDigit;
-
 constexpr bool isHostByte(char byte) noexcept {
-  return isAsciiLetterOrDigit(byte) || byte == '-' || byte == '_' || byte == '.';
+  return nimbrel::util::ascii::isLetterOrDigit(byte) || byte == '-' || byte == '_' || byte == '.';
 }
 
 // The short form of an IPv6 address with or without brackets; false for all else.

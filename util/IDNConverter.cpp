@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "util/Ascii.h"
 #include "util/IRICharacters.h"
 #include "util/IpLiteral.h"
 
@@ -27,13 +28,6 @@ struct IdnaCloser {
   void operator()(UIDNA* idna) const noexcept { uidna_close(idna); }
 };
 
-int hexValue(char digit) noexcept {
-  if (digit <= '9') {
-    return digit - '0';
-  }
-  return (digit | 0x20) - 'a' + 10;
-}
-
 /// Replaces percent escapes by their bytes. A "%" that begins none stays, for others to refuse.
 std::string decodePercentEscapes(std::string_view host) {
   std::size_t at = std::min(host.find('%'), host.size());
@@ -41,7 +35,8 @@ std::string decodePercentEscapes(std::string_view host) {
   decoded.reserve(host.size());
   for (; at < host.size(); ++at) {
     if (internal::isPercentEscape(host, at)) {
-      decoded.push_back(static_cast<char>(hexValue(host[at + 1]) * 16 + hexValue(host[at + 2])));
+      decoded.push_back(
+          static_cast<char>(ascii::hexValue(host[at + 1]) * 16 + ascii::hexValue(host[at + 2])));
       at += 2;
     } else {
       decoded.push_back(host[at]);
@@ -71,9 +66,7 @@ bool finishAscii(std::string& name) noexcept {
       label = 0;
       continue;
     }
-    if (character >= 'A' && character <= 'Z') {
-      character = static_cast<char>(character | 0x20);
-    }
+    character = ascii::lowerCase(character);
     const bool allowed =
         internal::isIRICharacter(character, internal::IRI_ALPHA | internal::IRI_DIGIT) ||
         character == '-' || character == '_';

@@ -7,29 +7,20 @@
 #include <string>
 #include <string_view>
 
+#include "util/Ascii.h"
+
 // What the two mungers share; not part of the interface.
 namespace orvane::zel::util::internal {
 
 /// The longest name of a directory entry, in bytes, on the usual file systems.
 constexpr std::size_t MAX_NAME_BYTES = 255;
 
-constexpr bool isAsciiLetterOrDigit(char byte) noexcept {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-         (byte >= '0' && byte <= '9');
-}
-
-constexpr bool isHexDigit(char byte) noexcept {
-  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') ||
-         (byte >= 'a' && byte <= 'f');
-}
-
 /// Appends `introducer` and two upper-case hex digits.
 inline void appendEscape(std::string& name, char introducer, char byte) {
-  constexpr char DIGITS[] = "0123456789ABCDEF";
   const unsigned int value = static_cast<unsigned char>(byte);
   name += introducer;
-  name += DIGITS[value >> 4U];
-  name += DIGITS[value & 0xFU];
+  name += nimbrel::util::ascii::hexDigit(value >> 4U);
+  name += nimbrel::util::ascii::hexDigit(value);
 }
 
 /// The SHA-256 digest of some bytes, in 64 lower-case hex digits.

@@ -4,14 +4,14 @@
 #include <string_view>
 #include <utility>
 
+#include "util/Ascii.h"
 #include "util/NameEscape.h"
 
 namespace orvane::zel::util {
 
 namespace {
 
-using internal::isAsciiLetterOrDigit;
-using internal::isHexDigit;
+namespace ascii = nimbrel::util::ascii;
 
 bool mayStay(std::string_view name, std::size_t index) noexcept {
   const std::size_t last = name.size() - 1;
@@ -24,9 +24,10 @@ bool mayStay(std::string_view name, std::size_t index) noexcept {
     case '.':
       return index != 0 && index != last;
     case '%':
-      return last - index >= 2 && isHexDigit(name[index + 1]) && isHexDigit(name[index + 2]);
+      return last - index >= 2 && ascii::isHexDigit(name[index + 1]) &&
+             ascii::isHexDigit(name[index + 2]);
     default:
-      return isAsciiLetterOrDigit(name[index]);
+      return ascii::isLetterOrDigit(name[index]);
   }
 }
 

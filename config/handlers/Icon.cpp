@@ -14,7 +14,7 @@ void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node
   if (!src || src.get().empty()) {
     return lost(LegacyCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
   }
-  detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->icons;
+  auto* const index = indexes == nullptr ? nullptr : &indexes->icons;
   if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
     return lost(LegacyCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
   }

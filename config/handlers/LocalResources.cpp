@@ -73,7 +73,7 @@ bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlN
         if (const Row* const row = detail::findRow(KEYS, key)) {
           row->effect(local, value, lost);
         } else if (key == LOAD_DELAY) {
-          const double delay = detail::extractDouble(value, 0.0);
+          const double delay = detail::readStreamed(value, 0.0);
           if (delay >= 0.0) {
             local.applicationCacheLoadDelay = delay;
             detail::reportCut(delay, "value", value, lost);

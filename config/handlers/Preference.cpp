@@ -15,7 +15,7 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
   if (!name || name.get().empty()) {
     return lost(LegacyCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
   }
-  detail::KeyIndex* const index = indexes == nullptr ? nullptr : &indexes->preferences;
+  auto* const index = indexes == nullptr ? nullptr : &indexes->preferences;
   if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
     return lost(LegacyCode::REPEATED_PREFERENCE, "name", name,
                 "The first preference of a name wins.");

@@ -45,7 +45,7 @@ std::string debug(App& settings, const std::string& /*value*/, const Report& /*l
 }
 
 std::string storeFontSize(App& settings, const std::string& value, const Report& lost) {
-  const int size = detail::extractInt(value, 0);
+  const int size = detail::readStreamed(value, 0);
   if (size < 1) {
     lost(LegacyCode::VALUE_REFUSED, "value", value, "A font size is at least 1.");
     return "Invalid defaultFontSize value : " + value;
@@ -56,7 +56,7 @@ std::string storeFontSize(App& settings, const std::string& value, const Report&
 }
 
 std::string storeMinimumFontSize(App& settings, const std::string& value, const Report& lost) {
-  const int size = detail::extractInt(value, -1);
+  const int size = detail::readStreamed(value, -1);
   if (size < 0) {
     lost(LegacyCode::VALUE_REFUSED, "value", value, "A minimum font size is at least 0.");
     return "Invalid minimum font size : " + value;
@@ -67,7 +67,7 @@ std::string storeMinimumFontSize(App& settings, const std::string& value, const 
 }
 
 std::string storeZoomFactor(App& settings, const std::string& value, const Report& lost) {
-  const float factor = detail::extractFloat(value, 0.0F);
+  const float factor = detail::readStreamed(value, 0.0F);
   if (!(factor > 0.0F)) {
     lost(LegacyCode::VALUE_REFUSED, "value", value, "A zoom factor is above 0.");
     return "Invalid zoom factor";

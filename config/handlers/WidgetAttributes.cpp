@@ -1,8 +1,8 @@
 #include <algorithm>
+#include <set>
 #include <string_view>
 #include <utility>
 
-#include "config/KeyIndex.h"
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
 #include "config/Report.h"
@@ -68,14 +68,13 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   if (!viewModes) {
     return;
   }
-  std::vector<std::string> keywords = rules.parseListOfKeywords(viewModes.get().c_str());
+  const std::vector<std::string> keywords = rules.parseListOfKeywords(viewModes.get().c_str());
   std::vector<std::string> distinct;
   distinct.reserve(keywords.size());
-  detail::KeyIndex seen;
-  const auto itself = [](const std::string& keyword) -> std::string_view { return keyword; };
-  for (std::string& keyword : keywords) {
-    if (!seen.contains(distinct, itself, keyword)) {
-      distinct.push_back(std::move(keyword));
+  std::set<std::string_view> seen;
+  for (const std::string& keyword : keywords) {
+    if (seen.insert(keyword).second) {
+      distinct.push_back(keyword);
     } else if (observation != nullptr) {
       const detail::Report lost(observation.get(), target.document()->getDocumentElement().get());
       lost(LegacyCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");

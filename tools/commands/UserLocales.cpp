@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "util/Ascii.h"
+
 namespace orvane::nimbrel::tools {
 namespace {
 
@@ -24,26 +26,19 @@ std::string_view environment(const char* name) {
   return value == nullptr ? std::string_view() : std::string_view(value);
 }
 
-bool isLetter(char c) noexcept {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-bool isDigit(char c) noexcept {
-  return c >= '0' && c <= '9';
-}
-
 bool isLanguage(std::string_view text) noexcept {
-  return text.size() >= 2 && text.size() <= 8 && std::all_of(text.begin(), text.end(), isLetter);
+  return text.size() >= 2 && text.size() <= 8 &&
+         std::all_of(text.begin(), text.end(), util::ascii::isLetter);
 }
 
 bool isTerritory(std::string_view text) noexcept {
-  return (text.size() == 2 && std::all_of(text.begin(), text.end(), isLetter)) ||
-         (text.size() == 3 && std::all_of(text.begin(), text.end(), isDigit));
+  return (text.size() == 2 && std::all_of(text.begin(), text.end(), util::ascii::isLetter)) ||
+         (text.size() == 3 && std::all_of(text.begin(), text.end(), util::ascii::isDigit));
 }
 
 std::string lowerCase(std::string text) {
   for (char& c : text) {
-    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    c = util::ascii::lowerCase(c);
   }
   return text;
 }
