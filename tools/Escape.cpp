@@ -1,108 +1,121 @@
 #include "tools/Escape.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
 #include <iterator>
+
+#include "util/Utf8.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
+using util::internal::decodeUtf8;
+using util::internal::isUtf8Trail;
+using util::internal::NOT_UTF8;
+
 struct Range {
-  std::uint32_t first;
-  std::uint32_t last;
+  char32_t first;
+  char32_t last;
 };
 
+// What stays in ASCII stands in PLAIN.
 constexpr Range UNPRINTABLE[] = {
-    {0x00, 0x1F},     {0x7F, 0x9F},  // controls
-    {0x2028, 0x2029},                // line and paragraph separator
-    {0x202A, 0x202E},                // embeddings and overrides of direction
-    {0x2066, 0x2069},                // isolates
-    {0xFEFF, 0xFEFF},                // no-break space without width, a byte order mark at the start
-    {0xFFF9, 0xFFFB},                // annotations
+    {0x80, 0x9F},      // controls
+    {0x061C, 0x061C},  // Arabic letter mark
+    {0x200E, 0x200F},  // left-to-right and right-to-left mark
+    {0x2028, 0x2029},  // line and paragraph separator
+    {0x202A, 0x202E},  // embeddings and overrides of direction
+    {0x2066, 0x2069},  // isolates
+    {0xFEFF, 0xFEFF},  // no-break space without width, a byte order mark at the start
+    {0xFFF9, 0xFFFB},  // annotations
 };
 
-bool isUnprintable(std::uint32_t character) noexcept {
+bool isUnprintable(char32_t character) noexcept {
   return std::any_of(std::begin(UNPRINTABLE), std::end(UNPRINTABLE), [=](const Range& range) {
     return range.first <= character && character <= range.last;
   });
 }
 
-constexpr std::uint32_t byteAt(std::string_view text, std::size_t index) noexcept {
-  return static_cast<unsigned char>(text[index]);
-}
-
-/// Length of the well-formed UTF-8 character at the start of a text, 0 if there is none.
-std::size_t decode(std::string_view text, std::uint32_t& character) noexcept {
-  struct Form {
-    std::uint32_t mask, lead, least;
-  };
-  static constexpr Form FORMS[] = {
-      {0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}};
-  std::size_t length = 0;
-  for (const Form& form : FORMS) {
-    ++length;
-    if ((byteAt(text, 0) & form.mask) != form.lead) {
-      continue;
-    }
-    if (text.size() < length) {
-      return 0;
-    }
-    character = byteAt(text, 0) & ~form.mask;
-    for (std::size_t i = 1; i < length; ++i) {
-      if ((byteAt(text, i) & 0xC0) != 0x80) {
-        return 0;
-      }
-      character = character << 6 | (byteAt(text, i) & 0x3F);
-    }
-    const bool surrogate = 0xD800 <= character && character <= 0xDFFF;
-    return character < form.least || character > 0x10FFFF || surrogate ? 0 : length;
+/// The characters of ASCII that stay as they are.
+constexpr std::array<bool, 256> plainCharacters(bool withQuotes) {
+  std::array<bool, 256> plain = {};
+  for (unsigned int c = 0x20; c < 0x7F; ++c) {
+    plain[c] = withQuotes || (c != '"' && c != '\\');
   }
-  return 0;
+  return plain;
 }
 
-void appendHex(std::string& out, const char* prefix, std::uint32_t value, int digits) {
+constexpr std::array<bool, 256> PLAIN = plainCharacters(false);
+constexpr std::array<bool, 256> PLAIN_OR_QUOTE = plainCharacters(true);
+
+void appendHex(std::string& out, const char* prefix, char32_t value, int digits) {
   out += prefix;
   for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
     out += "0123456789abcdef"[value >> shift & 0xF];
   }
 }
 
-std::string escape(std::string_view text, bool keepLineBreaks) {
-  std::string out;
-  out.reserve(text.size());
-  while (!text.empty()) {
-    std::uint32_t character = 0;
-    const std::size_t length = decode(text, character);
-    if (length == 0) {
-      appendHex(out, "\\x", byteAt(text, 0), 2);
-    } else if (!isUnprintable(character) || (keepLineBreaks && character == '\n')) {
-      out += text.substr(0, length);
-    } else if (character == '\n') {
-      out += "\\n";
-    } else if (character == '\t') {
-      out += "\\t";
-    } else {
-      appendHex(out, "\\u", character, 4);
+void appendCharacter(std::string& out, char32_t character) {
+  constexpr std::string_view NAMED = "\"\"\\\\\bb\ff\nn\rr\tt";  // a character, then its letter
+  for (std::size_t i = 0; i < NAMED.size(); i += 2) {
+    if (static_cast<unsigned char>(NAMED[i]) == character) {
+      out += '\\';
+      out += NAMED[i + 1];
+      return;
     }
-    text.remove_prefix(std::max<std::size_t>(length, 1));
   }
-  return out;
+  appendHex(out, "\\u", character, 4);
+}
+
+void append(std::string& out, std::string_view text, Encoding encoding,
+            const std::array<bool, 256>& plain) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t begin = at;
+    while (at < text.size() && plain[static_cast<unsigned char>(text[at])]) {
+      ++at;
+    }
+    out.append(text, begin, at - begin);
+    if (at == text.size()) {
+      return;
+    }
+    const std::size_t from = at;
+    const char32_t character = decodeUtf8(text, at);
+    if (character == NOT_UTF8) {
+      for (std::size_t i = from; encoding == Encoding::TEXT && i < at; ++i) {
+        appendHex(out, "\\x", static_cast<unsigned char>(text[i]), 2);
+      }
+      out += encoding == Encoding::JSON ? "\xEF\xBF\xBD" : "";
+    } else if (character < 0x80 || isUnprintable(character)) {
+      appendCharacter(out, character);
+    } else {
+      out.append(text, from, at - from);
+    }
+  }
 }
 
 }  // namespace
 
-std::string escape(std::string_view text) {
-  return escape(text, false);
+void appendEscaped(std::string& out, std::string_view text, Encoding encoding) {
+  append(out, text, encoding, PLAIN);
 }
 
-std::string escapeJson(std::string_view json) {
-  return escape(json, true);
+std::string escape(std::string_view text) {
+  std::string out;
+  append(out, text, Encoding::TEXT, PLAIN);
+  return out;
+}
+
+std::string escapeUnprintable(std::string_view line) {
+  std::string out;
+  append(out, line, Encoding::TEXT, PLAIN_OR_QUOTE);
+  return out;
 }
 
 std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept {
   std::size_t end = 0;
   for (; end < text.size(); ++end) {
-    if ((byteAt(text, end) & 0xC0) != 0x80 && count-- == 0) {
+    if (!isUtf8Trail(text[end]) && count-- == 0) {
       break;
     }
   }
@@ -110,8 +123,8 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) noexc
 }
 
 std::size_t width(std::string_view text) noexcept {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char byte) { return (byte & '\xC0') != '\x80'; }));
+  return text.size() -
+         static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isUtf8Trail));
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -6,17 +6,26 @@
 
 namespace orvane::nimbrel::tools {
 
-/// A text made safe to print on a terminal: one that a stranger wrote can neither move the cursor
-/// nor reorder the line it stands in.
+/// How `appendEscaped` writes bytes that are no UTF-8.
+enum class Encoding {
+  TEXT,  ///< as "\xff"
+  JSON   ///< as U+FFFD, since JSON knows no bytes
+};
+
+/// Appends a text that anybody may have written, made safe to print on a terminal: it can neither
+/// move the cursor, nor reorder the line it stands in, nor imitate the end of its quotes.
 ///
-/// Control characters (C0, DEL, C1), line and paragraph separators and the characters that override
-/// or embed directions become "\n", "\t", "\u009b" and the like; bytes that are no UTF-8 become
-/// "\xff". All else, right-to-left letters included, stays. The escapes but the last one are
-/// JSON's.
+/// Escaped as JSON does ("\n", "\u009b") are control characters (C0, DEL, C1), line and paragraph
+/// separators, the characters that set, embed or override directions, quotes and backslashes. All
+/// else, right-to-left letters included, stays. The text can be had back from what is written.
+void appendEscaped(std::string& out, std::string_view text, Encoding encoding);
+
+/// The same as a string, for text.
 [[nodiscard]] std::string escape(std::string_view text);
 
-/// The same for JSON text laid out over several lines, whose line breaks stay.
-[[nodiscard]] std::string escapeJson(std::string_view json);
+/// The same with quotes and backslashes as they are: the safety net of a line that is put together
+/// of escaped parts. Changes nothing in one that is.
+[[nodiscard]] std::string escapeUnprintable(std::string_view line);
 
 /// The first `count` characters of a UTF-8 text; all of one that has not as many.
 [[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
 #include "config/ConfigParser.h"
+#include "tools/Escape.h"
 #include "util/ParseException.h"
 
 namespace orvane::nimbrel::tools {
@@ -18,7 +18,8 @@ enum ExitStatus : int {
   EXIT_UNUSABLE = 2   ///< wrong usage, input that cannot be read, output that cannot be written
 };
 
-/// Ends the run: with this status, after this one line on standard error.
+/// Ends the run: with this status, after this one line on standard error. What anybody may have
+/// written is escaped in it already.
 class Failure : public std::runtime_error {
  public:
   Failure(ExitStatus status, const std::string& line) : std::runtime_error(line), status_(status) {}
@@ -35,32 +36,57 @@ class OutputFailure : public Failure {
   explicit OutputFailure(const std::string& line) : Failure(EXIT_UNUSABLE, line) {}
 };
 
-/// A document's rejection as "FILE:LINE:COLUMN: message"; a line or column of 0 is left out.
-inline Failure rejection(std::string file, std::uint32_t line, std::uint32_t column,
-                         const char* message) {
-  if (line != 0) {
-    file += ':' + std::to_string(line);
-    if (column != 0) {
-      file += ':' + std::to_string(column);
+/// Ends the work on one document: "FILE:LINE:COLUMN: reason".
+class DocumentFailure : public Failure {
+ public:
+  /// What is wrong and where, as the library or the system put it; a line or column of 0 is
+  /// unknown.
+  struct Problem {
+    std::string reason;
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+  };
+
+  DocumentFailure(ExitStatus status, const std::string& file, Problem problem)
+      : Failure(status, lineOf(file, problem)), problem_(std::move(problem)) {}
+
+  [[nodiscard]] const Problem& problem() const noexcept { return problem_; }
+
+ private:
+  static std::string lineOf(const std::string& file, const Problem& problem) {
+    std::string line = escape(file);
+    if (problem.line != 0) {
+      line += ':' + std::to_string(problem.line);
+      if (problem.column != 0) {
+        line += ':' + std::to_string(problem.column);
+      }
     }
+    return line + ": " + escape(problem.reason);
   }
-  return {EXIT_REJECTED, file + ": " + message};
+
+  Problem problem_;
+};
+
+/// The library, or a package, gives no document for this reason.
+inline DocumentFailure rejection(const std::string& file, const std::string& reason,
+                                 std::uint32_t line = 0, std::uint32_t column = 0) {
+  return {EXIT_REJECTED, file, {reason, line, column}};
 }
 
 /// What `read` makes of the document called `file`. All that the library throws to reject one
-/// becomes a `Failure`.
+/// becomes a `DocumentFailure`.
 template <typename Read>
 auto readingDocument(const std::string& file, Read&& read) {
   try {
     return std::forward<Read>(read)();
   } catch (const config::ConfigParser::ConfigException& error) {
-    throw rejection(file, error.line, error.column, error.what());
+    throw rejection(file, error.what(), error.line, error.column);
   } catch (const ParseException& error) {
-    throw rejection(file, error.line, error.column, error.what());
+    throw rejection(file, error.what(), error.line, error.column);
   } catch (const std::invalid_argument& error) {
-    throw rejection(file, 0, 0, error.what());
+    throw rejection(file, error.what());
   } catch (const std::overflow_error& error) {
-    throw rejection(file, 0, 0, error.what());
+    throw rejection(file, error.what());
   }
 }
 

@@ -31,7 +31,8 @@ void copyLine(const char* format, std::va_list arguments) {
   va_copy(again, arguments);  // the caller goes on with its own
   std::vsnprintf(line.data(), line.size(), format, again);
   va_end(again);
-  orvane::nimbrel::tools::writeError(std::string_view(line.data(), line.size() - 1));
+  orvane::nimbrel::tools::writeError(
+      orvane::nimbrel::tools::escape(std::string_view(line.data(), line.size() - 1)));
 }
 
 void logLine(int priority, const char* format, std::va_list arguments) {

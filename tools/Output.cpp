@@ -48,7 +48,7 @@ void writeOutput(std::string_view text) {
 }
 
 void writeError(std::string_view line) {
-  writeAll(STDERR_FILENO, escape(line) + '\n');
+  writeAll(STDERR_FILENO, escapeUnprintable(line) + '\n');
 }
 
 bool isTerminal() noexcept {

@@ -12,7 +12,8 @@ void secureStandardStreams() noexcept;
 /// Writes all of it to standard output. Throws `OutputFailure`.
 void writeOutput(std::string_view text);
 
-/// Writes one line, escaped and ended by a line break, to standard error, as far as that works.
+/// Writes one line, ended by a line break, to standard error, as far as that works. What anybody
+/// may have written has to be escaped in it already; the net below that keeps a terminal safe only.
 void writeError(std::string_view line);
 
 /// Whether standard output goes to a terminal.

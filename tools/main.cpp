@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 
+#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
@@ -34,7 +35,8 @@ void answerParseOutcome(const CLI::App& tool, const CLI::ParseError& outcome) {
   if (const auto lineBreak = message.find('\n'); lineBreak != std::string::npos) {
     message.resize(lineBreak);
   }
-  throw Failure(EXIT_UNUSABLE, "nimbrel-config: " + message + "; --help tells how it is used");
+  throw Failure(EXIT_UNUSABLE,
+                "nimbrel-config: " + escape(message) + "; --help tells how it is used");
 }
 
 ExitStatus run(int argc, const char* const* argv) {
@@ -77,7 +79,7 @@ int main(int argc, char** argv) {
   } catch (const std::bad_alloc&) {
     writeError("nimbrel-config: out of memory");
   } catch (const std::exception& error) {
-    writeError(std::string("nimbrel-config: ") + error.what());
+    writeError("nimbrel-config: " + escape(error.what()));
   }
   return EXIT_UNUSABLE;
 }

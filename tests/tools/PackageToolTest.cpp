@@ -83,7 +83,7 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       {"only its beginning", "PK\x03\x04", "no usable ZIP archive: "},
       {"in a folder", package({{"widget/config.xml", DOCUMENT}}), "no config.xml at the root"},
       {"a folder of that name", package({{"config.xml/a", DOCUMENT}}), "no config.xml at the root"},
-      {"other case", package({{"Config.XML", DOCUMENT}}), "and \"Config.XML\" is another"},
+      {"other case", package({{"Config.XML", DOCUMENT}}), "and 'Config.XML' is another"},
       {"twice",
        replaceAll(package({{"config.xml", DOCUMENT}, {"config.xmX", DOCUMENT}}), "config.xmX",
                   "config.xml"),

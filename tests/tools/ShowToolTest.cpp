@@ -119,10 +119,11 @@ TEST(ShowTool, TextShowsOnlyWhatIsSet) {
       "  message  !Error: ConfigParser::processWidgetElements, Found unknown xml element\n");
 }
 
-// Each place where a stranger's bytes reach the output carries a control sequence introducer, a
-// delete and an override of the direction.
+// Each place where untrusted bytes reach the output carries a control sequence introducer, a
+// delete, characters that turn the direction, and what could imitate the end of quotes or an
+// escape.
 TEST(ShowTool, AHostileDocumentSendsNothingToTheTerminal) {
-  const std::string evil = "x&#x9B;31m&#x7F;&#x202E;y";
+  const std::string evil = "x&#x9B;31m&#x7F;&#x202E;&#x200E;&#x200F;&#x61C;&quot;\\ny";
   const std::string attribute = "='" + evil + "'";
   const std::string setting = " value" + attribute + "/>";
   const std::string document =
@@ -145,14 +146,16 @@ TEST(ShowTool, AHostileDocumentSendsNothingToTheTerminal) {
     const Outcome outcome = run({"show", "--debug", "--format", format, "-"}, document);
     ASSERT_EQ(outcome.status, 0) << outcome.error;
     for (const std::string& stream : {outcome.out, outcome.error}) {
-      EXPECT_THAT(stream, HasSubstr("x\\u009b31m\\u007f\\u202ey"));
+      EXPECT_THAT(stream, HasSubstr(R"(x\u009b31m\u007f\u202e\u200e\u200f\u061c\"\\ny)"));
       // NOLINTNEXTLINE(misc-misleading-bidirectional): the very bytes that must not come through
-      for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\r", "\x1B"}) {
+      for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\xE2\x80\x8E", "\xE2\x80\x8F",
+                              "\xD8\x9C", "\r", "\x1B"}) {
         EXPECT_THAT(stream, Not(HasSubstr(raw)));
       }
     }
   }
-  EXPECT_EQ(show(document)["name"]["text"], Json::parse(R"("x\u009b31m\u007f\u202ey")"));
+  EXPECT_EQ(show(document)["name"]["text"],
+            Json::parse(R"("x\u009b31m\u007f\u202e\u200e\u200f\u061c\"\\ny")"));
 }
 
 TEST(ShowTool, DebugCopiesTheLogLines) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "config/FindingKind.h"
+#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/Output.h"
@@ -16,7 +17,6 @@
 #include "tools/findings/FindingJson.h"
 #include "tools/findings/FindingText.h"
 #include "tools/findings/Sarif.h"
-#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -39,7 +39,7 @@ void explainCode(const std::string& name) {
     }
   }
   throw Failure(EXIT_UNUSABLE,
-                "nimbrel-config: there is no code \"" + name + "\"; --codes lists them");
+                "nimbrel-config: there is no code \"" + escape(name) + "\"; --codes lists them");
 }
 
 /// Prints what was found: as text at once, else when all is known.
@@ -66,8 +66,8 @@ class Printer {
     if (options_.format == "text") {
       writeOutput(countsToText(counts_));
     } else {
-      writeOutput(printJson(options_.format == "json" ? findingsToJson(documents_, counts_)
-                                                      : findingsToSarif(documents_, complete)));
+      printJson(options_.format == "json" ? findingsToJson(documents_, counts_)
+                                          : findingsToSarif(documents_, complete));
     }
   }
 

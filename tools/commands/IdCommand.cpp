@@ -3,11 +3,12 @@
 #include <new>
 #include <string>
 
+#include "tools/Escape.h"
 #include "tools/Failure.h"
+#include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/TextReport.h"
 #include "tools/commands/Command.h"
-#include "tools/record/RecordJson.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"
@@ -74,14 +75,16 @@ ExitStatus runId(const Options& options) {
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& refusal) {
-    throw Failure(EXIT_REJECTED, refusal.what());
+    throw Failure(EXIT_REJECTED, escape(refusal.what()));
   }
   if (options.format == "json") {
-    Json object = Json::object();
+    JsonWriter json;
+    json.beginObject();
     for (const auto& name : NAMES) {
-      object[name.key] = (id.get()->*name.get)();
+      json.member(name.key, (id.get()->*name.get)());
     }
-    writeOutput(printJson(object));
+    json.endObject();
+    json.finish();
     return EXIT_DONE;
   }
   TextReport report(isColourWanted());

@@ -1,14 +1,13 @@
 #include <map>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <string>
 
 #include "tools/Failure.h"
+#include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/TextReport.h"
 #include "tools/commands/Command.h"
 #include "tools/input/Input.h"
-#include "tools/record/RecordJson.h"
 #include "widgetid/LocalizedElementParser.h"
 
 namespace orvane::nimbrel::tools {
@@ -29,7 +28,13 @@ ExitStatus runLocalized(const Options& options) {
         options.element.c_str(), !options.raw);
   });
   if (options.format == "json") {
-    writeOutput(printJson(Json(texts)));
+    JsonWriter json;
+    json.beginObject();
+    for (const auto& [language, text] : texts) {
+      json.member(language, text);
+    }
+    json.endObject();
+    json.finish();
     return EXIT_DONE;
   }
   TextReport report(isColourWanted());

@@ -9,11 +9,13 @@
 #include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
+#include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/UserLocales.h"
 #include "tools/input/Input.h"
-#include "tools/record/Field.h"
+#include "tools/record/FieldLines.h"
+#include "tools/record/FieldSelector.h"
 #include "tools/record/RecordJson.h"
 #include "tools/record/RecordText.h"
 
@@ -55,45 +57,72 @@ class Printer {
   explicit Printer(const Options& options) : options_(options) {}
 
   void print(const std::string& file, config::BasicConfig& record, const std::string& errorText) {
-    if (options_.format == "text" && !options_.field) {
-      printText(file, recordToText(record, errorText, isColourWanted()));
-      return;
-    }
-    Json json = recordToJson(record, errorText);
-    if (options_.field) {
-      json = fieldOf(json, *options_.field);
-    }
-    if (options_.format == "text") {
-      writeOutput(fieldToText(json, isSeveral() ? file + ':' : ""));
-    } else if (!isSeveral()) {
-      writeOutput(printJson(json));
+    if (options_.format == "json") {
+      printJson(file, record, errorText);
+    } else if (options_.field) {
+      FieldLines lines(isSeveral() ? escape(file) + ':' : "", writeOutput);
+      FieldSelector selector(*options_.field, lines);
+      recordToJson(selector, record, errorText);
     } else {
-      Json entry = {{"file", file}};
-      entry[!options_.field ? "record" : "value"] = std::move(json);
-      list_.push_back(std::move(entry));
+      printText(file, recordToText(record, errorText, isColourWanted()));
     }
   }
 
   void finish() {
     if (options_.format == "json" && isSeveral()) {
-      writeOutput(printJson(list_));
+      beginList();
+      json_.endArray();
+      json_.finish();
     }
   }
 
  private:
   [[nodiscard]] bool isSeveral() const { return options_.files.size() > 1; }
 
+  void beginList() {
+    if (std::exchange(first_, false)) {
+      json_.beginArray();
+    }
+  }
+
+  void printJson(const std::string& file, config::BasicConfig& record,
+                 const std::string& errorText) {
+    if (!isSeveral()) {
+      printRecord(record, errorText);
+      json_.finish();
+      return;
+    }
+    beginList();
+    json_.beginObject();
+    json_.member("file", file);
+    json_.key(options_.field ? "value" : "record");
+    printRecord(record, errorText);
+    json_.endObject();
+    json_.flush();
+  }
+
+  void printRecord(config::BasicConfig& record, const std::string& errorText) {
+    if (!options_.field) {
+      recordToJson(json_, record, errorText);
+      return;
+    }
+    FieldSelector selector(*options_.field, json_);
+    recordToJson(selector, record, errorText);
+    if (!selector.isFound()) {
+      json_.value(nullptr);
+    }
+  }
+
   void printText(const std::string& file, const std::string& report) {
     if (isSeveral()) {
-      writeOutput((first_ ? "" : "\n") + escape(file) + ":\n\n");
-      first_ = false;
+      writeOutput((std::exchange(first_, false) ? "" : "\n") + escape(file) + ":\n\n");
     }
     writeOutput(report);
   }
 
   const Options& options_;
   bool first_ = true;
-  Json list_ = Json::array();
+  JsonWriter json_;
 };
 
 void showFile(const Options& options, const std::string& file, Printer& printer) {

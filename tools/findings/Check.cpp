@@ -9,6 +9,7 @@
 
 #include "config/Namespaces.h"
 #include "config/NimbrelConfigParser.h"
+#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Output.h"
 #include "tools/findings/FindingSet.h"
@@ -85,8 +86,8 @@ std::vector<Locales> usersOf(const util::XmlDocument& document, const std::strin
     }
   }
   if (languages.size() - 1 > MAXIMUM_LANGUAGES) {
-    writeError(name + ": checked for the first " + std::to_string(MAXIMUM_LANGUAGES) + " of its " +
-               std::to_string(languages.size() - 1) + " languages");
+    writeError(escape(name) + ": checked for the first " + std::to_string(MAXIMUM_LANGUAGES) +
+               " of its " + std::to_string(languages.size() - 1) + " languages");
   }
   users.emplace_back();
   return users;
@@ -121,14 +122,11 @@ CheckedDocument checkDocument(const std::string& path, const std::optional<Local
     Document document = readDocument(path);
     checked.name = std::move(document.name);
     checked.bytes = std::move(*document.bytes);
-  } catch (const Failure& failure) {
+  } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {
       throw;
     }
-    const std::string_view message = failure.what();
-    const std::string prefix = path + ": ";
-    checked.findings = {refusal(std::string(
-        message.substr(0, prefix.size()) == prefix ? message.substr(prefix.size()) : message))};
+    checked.findings = {refusal(failure.problem().reason)};
     return checked;
   }
   const auto findings = std::make_shared<FindingSet>();

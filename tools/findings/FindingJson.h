@@ -4,7 +4,7 @@
 
 #include "tools/findings/Check.h"
 #include "tools/findings/FindingText.h"
-#include "tools/record/RecordJson.h"
+#include "tools/findings/Json.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -85,7 +85,7 @@ std::string sentenceOf(const CheckedFinding& finding) {
   if (finding.value) {
     text += quote(*finding.value) + ": ";
   }
-  text += escape(finding.reason);
+  text += escapeUnprintable(finding.reason);
   if (!finding.suggestion.empty()) {
     text += " Did you mean " + quote(finding.suggestion) + '?';
   }

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "tools/findings/Check.h"
-#include "tools/record/RecordJson.h"
+#include "tools/findings/Json.h"
 
 namespace orvane::nimbrel::tools {
 

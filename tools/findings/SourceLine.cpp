@@ -48,7 +48,7 @@ Drawing draw(std::string_view line, Place place) {
     }
     const std::string_view character = line.substr(at, next - at);
     const std::string shown =
-        character == "\t" ? std::string(TAB - column % TAB, ' ') : escape(character);
+        character == "\t" ? std::string(TAB - column % TAB, ' ') : escapeUnprintable(character);
     drawing.text += shown;
     column += width(shown);
     at = next;

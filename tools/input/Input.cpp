@@ -20,11 +20,11 @@ namespace {
 // The parser takes the size of a buffer as an unsigned int.
 constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<unsigned int>::max();
 
-Failure unreadable(const std::string& path, const std::string& reason) {
-  return {EXIT_UNUSABLE, path + ": cannot be read: " + reason};
+DocumentFailure unreadable(const std::string& path, const std::string& reason) {
+  return {EXIT_UNUSABLE, path, {"cannot be read: " + reason}};
 }
 
-Failure unreadable(const std::string& path, int error) {
+DocumentFailure unreadable(const std::string& path, int error) {
   return unreadable(path, std::generic_category().message(error));
 }
 
@@ -46,7 +46,7 @@ std::string readFrom(int descriptor, const std::string& path) {
   std::size_t used = 0;
   while (true) {
     if (used > MAXIMUM_SIZE) {
-      throw rejection(path, 0, 0, "the document is larger than 4 GiB");
+      throw rejection(path, "the document is larger than 4 GiB");
     }
     if (used == bytes.size()) {
       bytes.resize(used < 32768 ? 65536 : used * 2);

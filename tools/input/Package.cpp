@@ -23,10 +23,6 @@ struct CloseEntry {
 using Archive = std::unique_ptr<zip_t, DiscardArchive>;
 using Entry = std::unique_ptr<zip_file_t, CloseEntry>;
 
-Failure refusal(const std::string& path, const std::string& reason) {
-  return rejection(path, 0, 0, reason.c_str());
-}
-
 std::string messageOf(int code) {
   zip_error_t error;
   zip_error_init_with_code(&error, code);
@@ -50,14 +46,14 @@ zip_uint64_t findDocument(zip_t* archive, const std::string& path) {
       similar = name;
     } else if (found) {
       // Which of them counts depends on who reads the archive: no telling what a runtime will do.
-      throw refusal(path, "more than one config.xml at the root of the archive");
+      throw rejection(path, "more than one config.xml at the root of the archive");
     } else {
       found = at;
     }
   }
   if (!found) {
-    throw refusal(path, "no config.xml at the root of the archive" +
-                            (similar.empty() ? similar : ", and \"" + similar + "\" is another"));
+    throw rejection(path, "no config.xml at the root of the archive" +
+                              (similar.empty() ? similar : ", and '" + similar + "' is another"));
   }
   return *found;
 }
@@ -65,9 +61,9 @@ zip_uint64_t findDocument(zip_t* archive, const std::string& path) {
 std::string readDocument(const Archive& archive, const std::string& path) {
   const zip_uint64_t index = findDocument(archive.get(), path);
   const auto damaged = [&](const char* reason) {
-    return refusal(path, std::string("config.xml cannot be unpacked: ") + reason);
+    return rejection(path, std::string("config.xml cannot be unpacked: ") + reason);
   };
-  const auto oversized = [&] { return refusal(path, "config.xml is larger than 16 MiB"); };
+  const auto oversized = [&] { return rejection(path, "config.xml is larger than 16 MiB"); };
 
   zip_stat_t stat;
   if (zip_stat_index(archive.get(), index, 0, &stat) != 0) {
@@ -104,7 +100,7 @@ std::string readDocument(const Archive& archive, const std::string& path) {
 
 Archive required(zip_t* archive, int code, const std::string& path) {
   if (archive == nullptr) {
-    throw refusal(path, "no usable ZIP archive: " + messageOf(code));
+    throw rejection(path, "no usable ZIP archive: " + messageOf(code));
   }
   return Archive(archive);
 }

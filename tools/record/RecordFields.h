@@ -22,6 +22,47 @@ void forEachField(const Table& table, Visit&& visit) {
   std::apply([&](const auto&... field) { (visit(field), ...); }, table);
 }
 
+inline constexpr std::tuple AUTHOR_FIELDS{
+    Field{"name", &config::Config::Author::name},
+    Field{"href", &config::Config::Author::href},
+    Field{"email", &config::Config::Author::email},
+};
+
+inline constexpr std::tuple FEATURE_FIELDS{
+    Field{"name", &config::Config::Feature::name},
+    Field{"required", &config::Config::Feature::required},
+    Field{"params", &config::Config::Feature::params},
+};
+
+inline constexpr std::tuple ICON_FIELDS{
+    Field{"src", &config::Config::Icon::src},
+    Field{"height", &config::Config::Icon::height},
+    Field{"width", &config::Config::Icon::width},
+};
+
+inline constexpr std::tuple START_FILE_FIELDS{
+    Field{"src", &config::Config::StartFile::src},
+    Field{"encoding", &config::Config::StartFile::encoding},
+    Field{"type", &config::Config::StartFile::type},
+};
+
+inline constexpr std::tuple LICENSE_FIELDS{
+    Field{"text", &config::Config::License::text},
+    Field{"file", &config::Config::License::file},
+    Field{"href", &config::Config::License::href},
+};
+
+inline constexpr std::tuple PREFERENCE_FIELDS{
+    Field{"name", &config::Config::Preference::name},
+    Field{"value", &config::Config::Preference::value},
+    Field{"readonly", &config::Config::Preference::readonly},
+};
+
+inline constexpr std::tuple GESTURE_MEMBERS{
+    Field{"enabled", &config::Config::Gesture::enabled},
+    Field{"properties", &config::Config::Gesture::properties},
+};
+
 inline constexpr std::tuple COOKIE_JAR_FIELDS{
     Field{"persistent", &config::Config::CookieJarSettings::persistent},
     Field{"usePrivateCookies", &config::Config::CookieJarSettings::usePrivateCookies},
@@ -89,6 +130,44 @@ inline constexpr std::tuple LOCAL_RESOURCES_FIELDS{
     Field{"allowHTTPSApplicationManifestCrossDomain",
           &config::Config::LocalResources::allowHTTPSApplicationManifestCrossDomain},
 };
+
+/// The table of a structure.
+constexpr const auto& fieldsOf(const config::Config::Author& /*record*/) noexcept {
+  return AUTHOR_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::Feature& /*record*/) noexcept {
+  return FEATURE_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::Icon& /*record*/) noexcept {
+  return ICON_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::StartFile& /*record*/) noexcept {
+  return START_FILE_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::License& /*record*/) noexcept {
+  return LICENSE_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::Preference& /*record*/) noexcept {
+  return PREFERENCE_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::Gesture& /*record*/) noexcept {
+  return GESTURE_MEMBERS;
+}
+constexpr const auto& fieldsOf(const config::Config::CookieJarSettings& /*record*/) noexcept {
+  return COOKIE_JAR_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::NetSettings& /*record*/) noexcept {
+  return NET_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::GestureSettings& /*record*/) noexcept {
+  return GESTURE_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::AppSettings& /*record*/) noexcept {
+  return APP_FIELDS;
+}
+constexpr const auto& fieldsOf(const config::Config::LocalResources& /*record*/) noexcept {
+  return LOCAL_RESOURCES_FIELDS;
+}
 
 /// "ltr", "rtl", "lro" or "rlo".
 inline const char* directionName(util::LocalizableString::Direction direction) noexcept {

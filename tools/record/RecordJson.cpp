@@ -1,11 +1,12 @@
 #include "tools/record/RecordJson.h"
 
-#include <charconv>
+#include <map>
 #include <set>
+#include <string_view>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
-#include "tools/Escape.h"
-#include "tools/record/Number.h"
 #include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
@@ -14,155 +15,157 @@ namespace {
 using config::Config;
 using util::LocalizableString;
 
-template <typename Value>
-std::enable_if_t<std::is_constructible_v<Json, const Value&>, Json> toJson(const Value& value) {
-  return value;
-}
+/// Tells the values of a record. A class, so that each function knows those below it.
+class RecordWriter {
+ public:
+  explicit RecordWriter(JsonSink& json) : json_(json) {}
 
-// JSON numbers have the precision of a double: 1.1F has to become 1.1, not 1.10000002384.
-Json toJson(float value) {
-  const std::string digits = shortest(value);
-  double same = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), same);
-  return same;
-}
-
-Json toJson(const LocalizableString& text) {
-  Json runs = Json::array();
-  for (const auto& run : text.getTextNodes()) {
-    runs.push_back({{"text", run.text},
-                    {"language", run.languageTag},
-                    {"direction", directionName(run.direction)}});
+  template <typename Value>
+  void member(std::string_view name, const Value& value) {
+    json_.key(name);
+    write(value);
   }
-  return {{"text", text.c_str()},
-          {"language", text.getLanguageTag()},
-          {"direction", directionName(text.getDirection())},
-          {"runs", std::move(runs)}};
-}
 
-template <typename Value>
-Json toJson(const util::Option<Value>& option);
-
-Json toJson(const Config::Author& author) {
-  return {{"name", toJson(author.name)},
-          {"href", toJson(author.href)},
-          {"email", toJson(author.email)}};
-}
-
-Json toJson(const Config::Feature& feature) {
-  Json params = Json::array();
-  for (const auto& [name, value] : feature.params) {
-    params.push_back({{"name", name}, {"value", value}});
+ private:
+  template <typename Value>
+  std::enable_if_t<std::is_arithmetic_v<Value>> write(const Value& value) {
+    json_.value(value);
   }
-  return {{"name", feature.name}, {"required", feature.required}, {"params", std::move(params)}};
-}
 
-Json toJson(const Config::Icon& icon) {
-  return {{"src", icon.src}, {"height", toJson(icon.height)}, {"width", toJson(icon.width)}};
-}
+  void write(std::string_view text) { json_.value(text); }
+  void write(const std::string& text) { json_.value(text); }
 
-Json toJson(const Config::StartFile& file) {
-  return {{"src", file.src}, {"encoding", file.encoding}, {"type", file.type}};
-}
-
-Json toJson(const Config::License& license) {
-  return {{"text", toJson(license.text)},
-          {"file", toJson(license.file)},
-          {"href", toJson(license.href)}};
-}
-
-Json toJson(const Config::Preference& preference) {
-  return {{"name", preference.name},
-          {"value", toJson(preference.value)},
-          {"readonly", preference.readonly}};
-}
-
-Json toJson(const Config::AccessRequest& request) {
-  return {{"allOrigins", request.allOrigins != 0},
-          {"scheme", request.scheme},
-          {"host", request.host},
-          {"port", request.port},
-          {"subdomains", request.subdomains}};
-}
-
-Json toJson(const Config::Gesture& gesture) {
-  return {{"enabled", gesture.enabled}, {"properties", gesture.properties}};
-}
-
-Json toJson(const config::Element& element) {
-  return {{"name", toJson(element.getName())}, {"namespace", toJson(element.getNamespace())}};
-}
-
-template <typename Value>
-Json toJson(const util::Option<Value>& option) {
-  return option ? toJson(option.get()) : Json();
-}
-
-template <typename Record>
-Json listToJson(const std::vector<Record>& records) {
-  Json list = Json::array();
-  for (const Record& record : records) {
-    list.push_back(toJson(record));
+  template <typename Value>
+  void write(const util::Option<Value>& option) {
+    if (option) {
+      write(option.get());
+    } else {
+      json_.value(nullptr);
+    }
   }
-  return list;
-}
 
-template <typename Record, typename Table>
-Json fieldsToJson(const Record& record, const Table& table) {
-  Json object = Json::object();
-  forEachField(table,
-               [&](const auto& field) { object[field.name] = toJson(record.*field.member); });
-  return object;
-}
+  template <typename Value>
+  void write(const std::vector<Value>& list) {
+    json_.beginArray();
+    for (const Value& entry : list) {
+      write(entry);
+    }
+    json_.endArray();
+  }
 
-Json exportsToJson(const Config& record) {
+  template <typename Value>
+  void write(const std::map<std::string, Value>& values) {
+    json_.beginObject();
+    for (const auto& [name, value] : values) {
+      member(name, value);
+    }
+    json_.endObject();
+  }
+
+  void write(const std::pair<std::string, std::string>& parameter) {
+    json_.beginObject();
+    member("name", parameter.first);
+    member("value", parameter.second);
+    json_.endObject();
+  }
+
+  void write(const LocalizableString& text) {
+    json_.beginObject();
+    json_.member("text", text.c_str());
+    json_.member("language", text.getLanguageTag());
+    json_.member("direction", directionName(text.getDirection()));
+    member("runs", text.getTextNodes());
+    json_.endObject();
+  }
+
+  void write(const LocalizableString::TextNode& run) {
+    json_.beginObject();
+    json_.member("text", run.text);
+    json_.member("language", run.languageTag);
+    json_.member("direction", directionName(run.direction));
+    json_.endObject();
+  }
+
+  void write(const Config::AccessRequest& request) {
+    json_.beginObject();
+    member("allOrigins", request.allOrigins != 0);
+    member("scheme", request.scheme);
+    member("host", request.host);
+    member("port", request.port);
+    member("subdomains", request.subdomains);
+    json_.endObject();
+  }
+
+  /// Without copying: many elements may have one very long namespace.
+  void write(const config::Element& element) {
+    const std::string_view namespaceUri = element.getNode()->namespaceView();
+    json_.beginObject();
+    json_.member("name", element.getNode()->nameView());
+    json_.key("namespace");
+    if (namespaceUri.data() == nullptr) {
+      json_.value(nullptr);
+    } else {
+      json_.value(namespaceUri);
+    }
+    json_.endObject();
+  }
+
+  template <typename Record, typename = decltype(fieldsOf(std::declval<const Record&>()))>
+  void write(const Record& record) {
+    json_.beginObject();
+    forEachField(fieldsOf(record),
+                 [&](const auto& field) { member(field.name, record.*field.member); });
+    json_.endObject();
+  }
+
+  JsonSink& json_;
+};
+
+std::vector<std::string> exportsOf(const Config& record) {
   std::set<std::string> paths;
   for (const auto& entry : record.getExports()) {
     paths.insert(entry.second.resourcePath);
   }
-  return paths;
+  return {paths.begin(), paths.end()};
 }
 
 }  // namespace
 
-Json recordToJson(config::BasicConfig& record, const std::string& errorText) {
+void recordToJson(JsonSink& json, config::BasicConfig& record, const std::string& errorText) {
   const Config& config = record;
-  Json json = Json::object();
-  json["author"] = toJson(config.getAuthor());
-  json["features"] = listToJson(config.getFeatures());
-  json["icons"] = listToJson(config.getIcons());
-  json["startFile"] = toJson(config.getStartFile());
-  json["description"] = toJson(config.getDescription());
-  json["height"] = toJson(config.getHeight());
-  json["width"] = toJson(config.getWidth());
-  json["id"] = toJson(config.getId());
-  json["license"] = toJson(config.getLicense());
-  json["name"] = toJson(config.getName());
-  json["preferences"] = listToJson(config.getPreferences());
-  json["shortName"] = toJson(config.getShortName());
-  json["windowModes"] = config.getWindowModes();
-  json["userAgentLocales"] = config.getUserAgentLocales();
-  json["version"] = toJson(config.getVersion());
-  json["tavloApplicationId"] = toJson(config.getTavloApplicationId());
-  json["tavloApplicationVersion"] = toJson(config.getTavloApplicationVersion());
-  json["accessRequestList"] = listToJson(config.getAccessRequestList());
-  json["cookieJarSettings"] = fieldsToJson(config.getCookieJarSettings(), COOKIE_JAR_FIELDS);
-  json["orvnAuthMode"] = config.getOrvnAuthMode();
-  json["netSettings"] = fieldsToJson(config.getNetSettings(), NET_FIELDS);
-  json["gestureSettings"] = fieldsToJson(config.getGestureSettings(), GESTURE_FIELDS);
-  json["appPermissions"] = config.getAppPermissions();
-  json["chromeSettings"] = config.getChromeSettings();
-  json["appSettings"] = fieldsToJson(config.getAppSettings(), APP_FIELDS);
-  json["messagingPermissions"] = config.getMessagingPermissions();
-  json["localResources"] = fieldsToJson(config.getLocalResources(), LOCAL_RESOURCES_FIELDS);
-  json["exports"] = exportsToJson(config);
-  json["elements"] = listToJson(record.elements());
-  json["errorText"] = errorText;
-  return json;
-}
-
-std::string printJson(const Json& json) {
-  return escapeJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + '\n';
+  RecordWriter writer(json);
+  json.beginObject();
+  writer.member("author", config.getAuthor());
+  writer.member("features", config.getFeatures());
+  writer.member("icons", config.getIcons());
+  writer.member("startFile", config.getStartFile());
+  writer.member("description", config.getDescription());
+  writer.member("height", config.getHeight());
+  writer.member("width", config.getWidth());
+  writer.member("id", config.getId());
+  writer.member("license", config.getLicense());
+  writer.member("name", config.getName());
+  writer.member("preferences", config.getPreferences());
+  writer.member("shortName", config.getShortName());
+  writer.member("windowModes", config.getWindowModes());
+  writer.member("userAgentLocales", config.getUserAgentLocales());
+  writer.member("version", config.getVersion());
+  writer.member("tavloApplicationId", config.getTavloApplicationId());
+  writer.member("tavloApplicationVersion", config.getTavloApplicationVersion());
+  writer.member("accessRequestList", config.getAccessRequestList());
+  writer.member("cookieJarSettings", config.getCookieJarSettings());
+  writer.member("orvnAuthMode", config.getOrvnAuthMode());
+  writer.member("netSettings", config.getNetSettings());
+  writer.member("gestureSettings", config.getGestureSettings());
+  writer.member("appPermissions", config.getAppPermissions());
+  writer.member("chromeSettings", config.getChromeSettings());
+  writer.member("appSettings", config.getAppSettings());
+  writer.member("messagingPermissions", config.getMessagingPermissions());
+  writer.member("localResources", config.getLocalResources());
+  writer.member("exports", exportsOf(config));
+  writer.member("elements", record.elements());
+  writer.member("errorText", errorText);
+  json.endObject();
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -215,11 +216,26 @@ void addExtensions(TextReport& report, const Config& config) {
   }
 }
 
+/// Orders texts of which many are one and the same, maybe a very long one.
+int compare(std::string_view one, std::string_view other) noexcept {
+  const bool same = one.data() == other.data() && one.size() == other.size();
+  return same ? 0 : one.compare(other);
+}
+
+struct ByNamespaceAndName {
+  using Names = std::pair<std::string_view, std::string_view>;
+  bool operator()(const Names& one, const Names& other) const noexcept {
+    const int order = compare(one.first, other.first);
+    return order < 0 || (order == 0 && one.second < other.second);
+  }
+};
+
 void addElements(TextReport& report, const std::vector<config::Element>& elements) {
-  std::map<std::pair<std::string, std::string>, std::size_t> counts;  // by namespace, then name
+  std::map<ByNamespaceAndName::Names, std::size_t, ByNamespaceAndName> counts;
   for (const config::Element& element : elements) {
-    const auto namespaceUri = element.getNamespace();
-    ++counts[{namespaceUri ? namespaceUri.get() : "no namespace", element.getName().c_str()}];
+    const std::string_view namespaceUri = element.getNode()->namespaceView();
+    ++counts[{namespaceUri.data() == nullptr ? "no namespace" : namespaceUri,
+              element.getNode()->nameView()}];
   }
   report.section("Elements read");
   for (const auto& [names, count] : counts) {
