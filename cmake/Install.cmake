@@ -20,13 +20,16 @@ set(util_headers Api FilenameMunger HostUriMunger IDNConverter IRI IRIParser Loc
   Option ParseException PortableFilenameMunger SharedPtr StringUtil UnicodeUtil UnicodeUtilICU
   UriMunger XmlDocument XmlNode XmlParser XmlParserLibXml)
 set(widgetid_headers BasicWidgetId FilenameWidgetIdParser LocalizedElementParser
-  PelloWidgetIdParser ProductionWidgetId WidgetId WidgetIdError WidgetIdParser)
+  PelloWidgetIdParser PelloWidgetIdParserImpl ProductionWidgetId WidgetId WidgetIdError
+  WidgetIdParser)
 foreach(room config util widgetid)
   list(TRANSFORM ${room}_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/${room}/\\1.h")
   list(APPEND public_headers ${${room}_headers})
   install(FILES ${${room}_headers}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/${room} COMPONENT Development)
 endforeach()
+install(FILES util/compat/tr1/memory
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/tr1 COMPONENT Development)
 
 install(EXPORT NimbrelConfigTargets NAMESPACE Nimbrel:: DESTINATION ${package_dir}
         COMPONENT Development)

@@ -1,5 +1,7 @@
 #include "widgetid/PelloWidgetIdParserImpl.h"
 
+#include <libsoup/soup.h>
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>

@@ -1,36 +1,42 @@
 #pragma once
 
-#include <libsoup/soup.h>
-
 #include <memory>
 #include <string>
 
+#include "config/Api.h"
 #include "util/FilenameMunger.h"
+#include "util/SharedPtr.h"
 #include "util/UriMunger.h"
+
+/// libsoup's `SoupURI` by its tag, so that no header of libsoup is needed.
+struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): the tag is libsoup's
 
 namespace orvane::zel::config {
 
-/// What a `PelloWidgetIdParser` holds. Private, as it names libsoup. Immutable.
-class PelloWidgetIdParserImpl {
+/// What a `PelloWidgetIdParser` holds, for hosts that normalise identifiers themselves. Copies
+/// share the mungers and the default base. Immutable: for any thread as far as the mungers are.
+class NIMBREL_CONFIG_API PelloWidgetIdParserImpl {
  public:
-  /// Throws `std::invalid_argument` for a null munger. When libsoup does not accept the default
-  /// base, this is logged as a warning, and only relative identifiers suffer.
+  /// Throws `std::invalid_argument` "uriMunger cannot be NULL." or "filenameMunger cannot be
+  /// NULL.", tested in this order. When libsoup does not accept the default base, this is logged as
+  /// a warning, and only relative identifiers suffer.
   PelloWidgetIdParserImpl(std::shared_ptr<util::UriMunger> uriMunger,
                           std::shared_ptr<util::FilenameMunger> filenameMunger);
 
-  /// The URI "http://", never null. Throws `std::runtime_error` when there is none.
-  [[nodiscard]] const std::shared_ptr<SoupURI>& getDefaultBaseURI() const;
+  /// The URI "http://", never null. Throws `std::runtime_error` "soup_uri_new failed to create our
+  /// default base URI." when there is none.
+  const std::shared_ptr<_SoupURI>& getDefaultBaseURI() const;
 
   /// See `PelloWidgetIdParser::createNormalizedWidgetId`.
-  [[nodiscard]] std::string createNormalizedWidgetId(const char* widgetId, bool mungeHost) const;
+  std::string createNormalizedWidgetId(const char* widgetId, bool mungeHost) const;
 
-  /// Rewrites a name in place.
+  /// Has the filename munger rewrite a name in place. Throws what that throws.
   void mungeFilename(std::string& name) const { filenameMunger_->munge(name); }
 
  private:
   std::shared_ptr<util::UriMunger> uriMunger_;
   std::shared_ptr<util::FilenameMunger> filenameMunger_;
-  std::shared_ptr<SoupURI> defaultBaseUri_;
+  std::shared_ptr<_SoupURI> defaultBaseUri_;
 };
 
 }  // namespace orvane::zel::config
