@@ -47,8 +47,8 @@ class NIMBREL_CONFIG_API BasicConfig : public Config {
   [[nodiscard]] const util::Option<std::string>& getTavloApplicationId() const override;
   [[nodiscard]] const util::Option<unsigned int>& getTavloApplicationVersion() const override;
   [[nodiscard]] const std::vector<AccessRequest>& getAccessRequestList() const override;
-  [[nodiscard]] std::vector<const Element*> getElements(const char* name,
-                                                        const char* namespaceUri) const override;
+  std::vector<const Element*> getElements(const char* name,
+                                          const char* namespaceUri) const override;
   [[nodiscard]] const CookieJarSettings& getCookieJarSettings() const override;
   [[nodiscard]] const std::int32_t& getOrvnAuthMode() const override;
   [[nodiscard]] const NetSettings& getNetSettings() const override;

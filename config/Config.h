@@ -212,8 +212,8 @@ class NIMBREL_CONFIG_API Config {
   /// The kept elements of exactly this name and namespace, in visiting order. A null
   /// `namespaceUri` is no wildcard: it finds elements without namespace only. The pointers stay
   /// valid as long as the record. Throws `std::invalid_argument` "name" when `name` is null.
-  [[nodiscard]] virtual std::vector<const Element*> getElements(const char* name,
-                                                                const char* namespaceUri) const = 0;
+  virtual std::vector<const Element*> getElements(const char* name,
+                                                  const char* namespaceUri) const = 0;
   /// How cookies are kept.
   [[nodiscard]] virtual const CookieJarSettings& getCookieJarSettings() const = 0;
   /// 0: no token authentication, 1: token authentication.

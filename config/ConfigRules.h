@@ -79,17 +79,17 @@ class NIMBREL_CONFIG_API ConfigRules {
 
   /// "true" or "false", nothing else. Throws `std::invalid_argument` "input is null" or "input is
   /// not a valid boolean".
-  [[nodiscard]] bool parseBoolean(const char* input) const;
+  bool parseBoolean(const char* input) const;
 
   /// An unsigned 32-bit decimal number. Deliberately lenient: white space is skipped wherever it
   /// stands, between digits too ("1 2" is 12), and the first other character ends the number
   /// ("12px" is 12, "-5" is 0). Throws `std::invalid_argument` "input is null" or "input" (empty,
   /// or ends in white space), `std::overflow_error` "input" above 4294967295.
-  [[nodiscard]] unsigned int parseNonNegativeInteger(const char* input) const;
+  unsigned int parseNonNegativeInteger(const char* input) const;
 
   /// The space-separated keywords in their order, duplicates kept. Throws `std::invalid_argument`
   /// "input is null".
-  [[nodiscard]] std::vector<std::string> parseListOfKeywords(const char* input) const;
+  std::vector<std::string> parseListOfKeywords(const char* input) const;
 
   /// Whether an id, possibly null, is one of the application store: 1 to 32 lower-case ASCII
   /// letters and digits.

@@ -24,7 +24,7 @@ class NIMBREL_UTIL_API IDNConverter {
   /// names over 253 bytes, and what UTS #46 refuses. `host` may point into `out`. ICU is started
   /// only for names that are not ASCII. Throws only `std::bad_alloc`, with `out` untouched (strong
   /// guarantee).
-  [[nodiscard]] virtual bool tryConvertToASCII(const char* host, std::string& out) const;
+  virtual bool tryConvertToASCII(const char* host, std::string& out) const;
 };
 
 }  // namespace orvane::nimbrel::util

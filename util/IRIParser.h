@@ -18,7 +18,7 @@ class NIMBREL_UTIL_API IRIParser {
   /// must be UTF-8 whose characters the production allows at their place. Ports are decimal, from 0
   /// to 65535. True, with the components in `out`, otherwise. `out` may hold the very text that is
   /// read. Throws only `std::bad_alloc`, with `out` untouched (strong guarantee).
-  [[nodiscard]] virtual bool tryParse(const char* text, Option<IRI>& out) const;
+  virtual bool tryParse(const char* text, Option<IRI>& out) const;
 };
 
 }  // namespace orvane::nimbrel::util

@@ -17,13 +17,13 @@ class NIMBREL_UTIL_API XmlParser {
   /// Reads a local regular file. `encoding` is an IANA name that overrides what the document says;
   /// null: detect. Throws `ParseException` when the file cannot be read or is no well-formed XML.
   /// Never returns null.
-  [[nodiscard]] std::shared_ptr<XmlDocument> parse(const char* path, const char* encoding) const;
+  std::shared_ptr<XmlDocument> parse(const char* path, const char* encoding) const;
 
   /// Reads `size` bytes at `buffer`, which is not kept. `url` names the document, null for none;
   /// nothing is ever read from there. `encoding` as above. Throws `ParseException` when the bytes
   /// are no well-formed XML. Never returns null.
-  [[nodiscard]] std::shared_ptr<XmlDocument> parse(const char* buffer, unsigned int size,
-                                                   const char* url, const char* encoding) const;
+  std::shared_ptr<XmlDocument> parse(const char* buffer, unsigned int size, const char* url,
+                                     const char* encoding) const;
 
  protected:
   XmlParser() = default;

@@ -26,11 +26,11 @@ class NIMBREL_CONFIG_API FilenameWidgetIdParser : public WidgetIdParser {
   ///
   /// Throws `std::invalid_argument` "widgetFilename was NULL." or "filename cannot be the empty
   /// string", and `std::runtime_error` when escaping fails.
-  [[nodiscard]] std::string deriveWidgetIdAuthority(const char* widgetFilename) const override;
+  std::string deriveWidgetIdAuthority(const char* widgetFilename) const override;
 
   /// The base name as the munger rewrites it. Throws `std::invalid_argument` as above, and whatever
   /// the munger throws.
-  [[nodiscard]] std::string deriveDirectoryName(const char* widgetFilename) const override;
+  std::string deriveDirectoryName(const char* widgetFilename) const override;
 
  private:
   std::shared_ptr<util::FilenameMunger> filenameMunger_;

@@ -20,8 +20,10 @@ class NIMBREL_CONFIG_API LocalizedElementParser {
   /// well-formed document, `ConfigParser::ConfigException` "Document root is null" when there is no
   /// root, `std::invalid_argument` for a null `elementName`; nothing is left then (strong
   /// guarantee). For any thread.
-  [[nodiscard]] static std::map<std::string, std::string> getLocalizedElementMap(
-      const char* buffer, unsigned int size, const char* elementName, bool normalize);
+  static std::map<std::string, std::string> getLocalizedElementMap(const char* buffer,
+                                                                   unsigned int size,
+                                                                   const char* elementName,
+                                                                   bool normalize);
 };
 
 }  // namespace orvane::zel::config

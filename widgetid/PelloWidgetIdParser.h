@@ -36,11 +36,11 @@ class NIMBREL_CONFIG_API PelloWidgetIdParser : public WidgetIdParser {
   /// Throws what `createNormalizedWidgetId` and the munger throw, and `WidgetIdError` "We were
   /// unable to derive a valid authority from the widget's identifier." when nothing is left of the
   /// identifier, or another when escaping fails.
-  [[nodiscard]] std::string deriveWidgetIdAuthority(const char* widgetId) const override;
+  std::string deriveWidgetIdAuthority(const char* widgetId) const override;
 
   /// The normalised identifier, host munged, less one final "/", rewritten by the filename munger.
   /// Throws as above, with the same words.
-  [[nodiscard]] std::string deriveDirectoryName(const char* widgetId) const override;
+  std::string deriveDirectoryName(const char* widgetId) const override;
 
   /// The host, followed by the path unless that is empty or "/". `mungeHost` has the URI munger
   /// rewrite the host. The empty string when there is neither. A derived class may normalise
@@ -51,8 +51,7 @@ class NIMBREL_CONFIG_API PelloWidgetIdParser : public WidgetIdParser {
   /// empty" or "The provided widget id is not a valid URI."; `std::runtime_error` "soup_uri_new
   /// failed to create our default base URI." for a relative identifier when libsoup did not accept
   /// "http://"; and what the URI munger throws.
-  [[nodiscard]] virtual std::string createNormalizedWidgetId(const char* widgetId,
-                                                             bool mungeHost) const;
+  virtual std::string createNormalizedWidgetId(const char* widgetId, bool mungeHost) const;
 
  private:
   std::unique_ptr<PelloWidgetIdParserImpl> impl_;

@@ -17,9 +17,9 @@ class NIMBREL_CONFIG_API WidgetIdParser {
 
   /// The authority. Throws `std::invalid_argument` for a null identifier, and what the
   /// implementation names when there is none.
-  [[nodiscard]] virtual std::string deriveWidgetIdAuthority(const char* widgetId) const = 0;
+  virtual std::string deriveWidgetIdAuthority(const char* widgetId) const = 0;
   /// The directory name. Throws as above.
-  [[nodiscard]] virtual std::string deriveDirectoryName(const char* widgetId) const = 0;
+  virtual std::string deriveDirectoryName(const char* widgetId) const = 0;
 
  protected:
   WidgetIdParser() = default;
