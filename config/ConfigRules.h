@@ -23,6 +23,10 @@ class NIMBREL_CONFIG_API ConfigRules {
  public:
   /// Throws `std::invalid_argument` "unicodeUtil cannot be NULL" for a null service.
   explicit ConfigRules(std::shared_ptr<util::UnicodeUtil> unicodeUtil);
+  // Copies only: rules that were moved from would be without their service.
+  ConfigRules(const ConfigRules&) = default;
+  ConfigRules& operator=(const ConfigRules&) = default;
+  ~ConfigRules() = default;
 
   /// The value of an attribute with white space squeezed and trimmed ("rule for getting a single
   /// attribute value"); None when absent, the empty string when it is all white space.

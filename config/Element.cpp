@@ -16,9 +16,7 @@ Element::Element(std::shared_ptr<util::XmlNode> node, const ConfigRules& rules)
 }
 
 Element::Element(const Element&) = default;
-Element::Element(Element&&) noexcept = default;
 Element& Element::operator=(const Element&) = default;
-Element& Element::operator=(Element&&) noexcept = default;
 Element::~Element() = default;
 
 Option<std::string> Element::getName() const {

@@ -22,9 +22,7 @@ class NIMBREL_CONFIG_API Element {
   /// Throws `std::invalid_argument` "node cannot be NULL" for a null node.
   Element(std::shared_ptr<util::XmlNode> node, const ConfigRules& rules);
   Element(const Element&);
-  Element(Element&&) noexcept;
   Element& operator=(const Element&);
-  Element& operator=(Element&&) noexcept;
   virtual ~Element();
 
   /// The local name.
@@ -48,7 +46,7 @@ class NIMBREL_CONFIG_API Element {
   [[nodiscard]] virtual util::Option<util::LocalizableString> getSingleDisplayableAttributeValue(
       const char* name) const;
 
-  /// The node itself, never null but in an element that was moved from.
+  /// The node itself; never null.
   [[nodiscard]] const std::shared_ptr<util::XmlNode>& getNode() const noexcept { return node_; }
 
  private:

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
+#include "util/UnicodeUtilICU.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::util {
@@ -123,6 +125,9 @@ Option<std::string> normalized(const UnicodeUtil& unicodeUtil, std::string_view 
 
 }  // namespace
 
+LocalizableString::LocalizableString()
+    : LocalizableString(std::make_shared<UnicodeUtilICU>(), LTR, std::string()) {}
+
 LocalizableString::LocalizableString(std::shared_ptr<UnicodeUtil> unicodeUtil,
                                      const Direction& direction, const std::string& languageTag)
     : unicodeUtil_(std::move(unicodeUtil)), direction_(direction), languageTag_(languageTag) {
@@ -138,9 +143,9 @@ LocalizableString::LocalizableString(LocalizableString&& other) noexcept
     : unicodeUtil_(other.unicodeUtil_),  // NOLINT(performance-move-constructor-init)
       direction_(other.direction_),
       languageTag_(std::move(other.languageTag_)),
-      textNodes_(std::move(other.textNodes_)),
-      flattened_(std::move(other.flattened_)) {
+      textNodes_(std::move(other.textNodes_)) {
   other.languageTag_.clear();
+  flattened_.take(std::move(other.flattened_));
 }
 
 LocalizableString& LocalizableString::operator=(const LocalizableString& other) {
@@ -157,7 +162,7 @@ LocalizableString& LocalizableString::operator=(LocalizableString&& other) noexc
     languageTag_ = std::move(other.languageTag_);
     textNodes_ = std::move(other.textNodes_);
     other.textNodes_.clear();
-    flattened_ = std::move(other.flattened_);
+    flattened_.take(std::move(other.flattened_));
   }
   return *this;
 }
@@ -321,7 +326,7 @@ void LocalizableString::replaceRuns(std::vector<TextNode> runs) {
     flattened = flattenedTextOf(runs);
   }
   textNodes_ = std::move(runs);
-  flattened_ = std::move(flattened);
+  flattened_.take(std::move(flattened));
 }
 
 }  // namespace orvane::nimbrel::util

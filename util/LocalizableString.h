@@ -38,6 +38,8 @@ class NIMBREL_UTIL_API LocalizableString {
     std::string languageTag;  ///< BCP 47 tag as written; empty when none applied
   };
 
+  /// An empty text from left to right, without a language, on the library's own Unicode service.
+  LocalizableString();
   /// An empty text. Throws `std::invalid_argument` when the service is null.
   LocalizableString(std::shared_ptr<UnicodeUtil> unicodeUtil, const Direction& direction,
                     const std::string& languageTag);

@@ -64,6 +64,9 @@ class StackAllocator {
 /// throws and then leaves None (basic guarantee); `get` changes nothing. Assigning an option to
 /// itself, or the value to the option that holds it, changes nothing. Const members may run on
 /// several threads.
+///
+/// Options are copied, never moved: one that was moved from still holds its value, since hosts were
+/// written for an option without moves. `take` is for where a copy costs too much.
 template <typename T>
 class Option {
  public:
@@ -74,14 +77,6 @@ class Option {
   Option(const Option& other) {
     if (other.value_ != nullptr) {
       construct(*other.value_);
-    }
-  }
-
-  /// Takes the other's value over; the other becomes None.
-  Option(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
-    if (other.value_ != nullptr) {
-      construct(std::move(*other.value_));
-      other.reset();
     }
   }
 
@@ -98,18 +93,6 @@ class Option {
     return *this;
   }
 
-  /// Drops the value and takes the other's over; the other becomes None.
-  Option& operator=(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
-    if (this != &other) {
-      reset();
-      if (other.value_ != nullptr) {
-        construct(std::move(*other.value_));
-        other.reset();
-      }
-    }
-    return *this;
-  }
-
   /// Drops the value and copies `value`. Basic guarantee: when the copy throws, None is left.
   Option& operator=(const T& value) {
     if (std::addressof(value) != value_) {
@@ -119,13 +102,24 @@ class Option {
     return *this;
   }
 
-  /// Drops the value and moves `value` in.
+  /// Drops the value and moves `value` in, which is then as its own move leaves it.
   Option& operator=(T&& value) noexcept(std::is_nothrow_move_constructible_v<T>) {
     if (std::addressof(value) != value_) {
       reset();
       construct(std::move(value));
     }
     return *this;
+  }
+
+  /// Drops the value and takes the other's over; the other becomes None, unless it is this one.
+  void take(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
+    if (this != &other) {
+      reset();
+      if (other.value_ != nullptr) {
+        construct(std::move(*other.value_));
+        other.reset();
+      }
+    }
   }
 
   /// Drops the value and makes one in place of the arguments, which must not be part of it. Basic

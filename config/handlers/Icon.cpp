@@ -21,8 +21,8 @@ void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node
   const auto size = [&](const char* attribute) {
     return detail::readSize(detail::trimmedAttribute(*node, attribute), attribute, lost);
   };
-  util::Option<unsigned int> height = size("height");
-  icons.push_back(Config::Icon{std::move(src.get()), std::move(height), size("width")});
+  const util::Option<unsigned int> height = size("height");
+  icons.push_back(Config::Icon{std::move(src.get()), height, size("width")});
 }
 
 }  // namespace orvane::nimbrel::config

@@ -24,8 +24,8 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
     lost(LegacyCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
          "An empty value names no language.");
   }
-  target.id() = readIri(*root, "id", LegacyCode::ID_NOT_IRI);
-  target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
+  target.id().take(readIri(*root, "id", LegacyCode::ID_NOT_IRI));
+  target.version().take(rules.getSingleDisplayableAttributeValue(root, nullptr, "version"));
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
     lost(LegacyCode::VERSION_EMPTY, "version", "", "An empty version is none.");
@@ -33,7 +33,7 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
   Option<std::string> applicationId = attribute("applicationId", EXTENSION_NAMESPACE);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
-      target.tavloApplicationId() = std::move(applicationId);
+      target.tavloApplicationId().take(std::move(applicationId));
     } else {
       lost(LegacyCode::APPLICATION_ID, "tavlo:applicationId", applicationId,
            "The store's ids are 1 to 32 lower-case ASCII letters and digits.");
