@@ -1,18 +1,6 @@
 # What `cmake --install` lays out, in three components: the libraries (Runtime), what it takes to
 # build against them (Development), and the command-line tool (Tool).
 
-include(CMakePackageConfigHelpers)
-
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/NimbrelConfig)
-
-# What is installed finds its libraries wherever the whole is moved to. Packages for a system's own
-# folders switch this off with CMAKE_SKIP_INSTALL_RPATH.
-set_target_properties(nimbrelutil nimbrelconfig PROPERTIES INSTALL_RPATH "$ORIGIN")
-
-install(TARGETS nimbrelutil nimbrelconfig EXPORT NimbrelConfigTargets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
-
 # The interface; every other header is private.
 set(config_headers Api BasicConfig Config ConfigParser ConfigParserFactory ConfigRules Element
   ElementDescription Finding FindingKind LegacyFinding Namespaces NimbrelConfigParser ParseObserver)
@@ -25,6 +13,25 @@ set(widgetid_headers BasicWidgetId FilenameWidgetIdParser LocalizedElementParser
 foreach(room config util widgetid)
   list(TRANSFORM ${room}_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/${room}/\\1.h")
   list(APPEND public_headers ${${room}_headers})
+endforeach()
+
+if(NOT NIMBREL_INSTALL)
+  return()
+endif()
+
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/NimbrelConfig)
+
+# Packages for a system's own folders need no run paths.
+if(NIMBREL_RELOCATABLE)
+  set_target_properties(nimbrelutil nimbrelconfig PROPERTIES INSTALL_RPATH "$ORIGIN")
+endif()
+
+install(TARGETS nimbrelutil nimbrelconfig EXPORT NimbrelConfigTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
+foreach(room config util widgetid)
   install(FILES ${${room}_headers}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/${room} COMPONENT Development)
 endforeach()
@@ -40,10 +47,20 @@ install(FILES ${PROJECT_BINARY_DIR}/NimbrelConfigConfig.cmake
               ${PROJECT_BINARY_DIR}/NimbrelConfigConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT Development)
 
-# The prefix as pkg-config finds it from the folder of the .pc files: it moves with them.
-file(RELATIVE_PATH prefix_of_pkgconfig
-     ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-string(REGEX REPLACE "/$" "" prefix_of_pkgconfig ${prefix_of_pkgconfig})
+# The .pc files: folders given as absolute paths stay so. Otherwise the prefix is found from the folder
+# of the .pc files, and moves with them.
+set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+if(NIMBREL_RELOCATABLE AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  file(RELATIVE_PATH pc_prefix
+       ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+  string(REGEX REPLACE "/$" "" pc_prefix "\${pcfiledir}/${pc_prefix}")
+endif()
+foreach(dir LIBDIR INCLUDEDIR)
+  set(pc_${dir} ${CMAKE_INSTALL_${dir}})
+  if(NOT IS_ABSOLUTE "${pc_${dir}}")
+    string(PREPEND pc_${dir} "\${prefix}/")
+  endif()
+endforeach()
 # Shared libraries bring what they need, so that their users do without its headers and .pc files;
 # static ones leave it to their user's linker.
 set(requirements_of_nimbrelconfig "nimbrelutil = ${PROJECT_VERSION}")
@@ -62,8 +79,10 @@ install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/findings.md docs/
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
-  file(RELATIVE_PATH libraries_of_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(nimbrel-config PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_of_tool}")
+  if(NIMBREL_RELOCATABLE)
+    file(RELATIVE_PATH libraries_of_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(nimbrel-config PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_of_tool}")
+  endif()
   install(TARGETS nimbrel-config RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tool)
   install(FILES docs/nimbrel-config.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tool)
   install(FILES tools/completion/nimbrel-config.bash RENAME nimbrel-config

@@ -8,7 +8,9 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(PROJECT_IS_TOP_LEVEL)
+  add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+endif()
 if(NIMBREL_WERROR)
   add_compile_options(-Werror)
 endif()
@@ -18,12 +20,14 @@ if(NIMBREL_SANITIZE)
   add_link_options(-fsanitize=${NIMBREL_SANITIZE})
 endif()
 
+include(cmake/Hardening.cmake)
+
 # nimbrel_library(NAME source...): a library with hidden symbols, Nimbrel::NAME in the tree.
 function(nimbrel_library name)
   add_library(${name} ${ARGN})
   add_library(Nimbrel::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION}
-                        SOVERSION ${PROJECT_VERSION_MAJOR})
+                        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
   target_compile_features(${name} PUBLIC cxx_std_17)
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
