@@ -4,36 +4,29 @@
 #include <string>
 #include <vector>
 
-#include "config/FindingKind.h"
+#include "check/Kind.h"
 #include "config/ParseObserver.h"
 
 namespace orvane::nimbrel::test {
 
-/// Keeps what it is told, a line a finding:
-/// "3 icon-without-src icon@src='x': An icon needs a path. -> suggestion".
+/// Keeps what a parser reports, a line a finding: "3 missing-attribute icon@src='x'".
 class Findings : public config::ParseObserver {
  public:
-  void onFinding(const config::Finding& /*finding*/) override {}
-  void notice(const config::LegacyFinding& finding) override {
+  void onFinding(const config::Finding& finding) override {
     std::string line = std::to_string(finding.line);
-    line.append(" ").append(config::findingKind(finding.code).name);
-    line.append(" ").append(finding.element);
+    line.append(" ").append(check::kindOf(finding.code).name);
+    line.append(" ").append(finding.element == nullptr ? "" : finding.element->nameView());
     if (!finding.attribute.empty()) {
       line.append("@").append(finding.attribute);
     }
     if (finding.value.data() != nullptr) {
       line.append("='").append(finding.value).append("'");
     }
-    line.append(": ").append(finding.reason);
-    if (!finding.suggestion.empty()) {
-      line.append(" -> ").append(finding.suggestion);
-    }
+    line.append(finding.message.empty() ? "" : ": ").append(finding.message);
     lines.push_back(line);
-    codes.push_back(finding.code);
   }
 
   std::vector<std::string> lines;
-  std::vector<config::LegacyCode> codes;
 };
 
 }  // namespace orvane::nimbrel::test

@@ -7,16 +7,16 @@
 #include <utility>
 #include <vector>
 
-#include "config/FindingKind.h"
+#include "check/Check.h"
+#include "check/Kind.h"
 #include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
-#include "tools/findings/Check.h"
-#include "tools/findings/FindingJson.h"
-#include "tools/findings/FindingText.h"
-#include "tools/findings/Sarif.h"
+#include "tools/findings/Explanation.h"
+#include "tools/findings/FindingPrinter.h"
+#include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -32,7 +32,7 @@ struct Options {
 };
 
 void explainCode(const std::string& name) {
-  for (const config::FindingKind& kind : config::findingKinds()) {
+  for (const check::Kind& kind : check::kinds()) {
     if (kind.name == name) {
       writeOutput(explain(kind));
       return;
@@ -42,42 +42,30 @@ void explainCode(const std::string& name) {
                 "nimbrel-config: there is no code \"" + escape(name) + "\"; --codes lists them");
 }
 
-/// Prints what was found: as text at once, else when all is known.
-class Printer {
- public:
-  explicit Printer(const Options& options) : options_(options) {}
-
-  void print(CheckedDocument document) {
-    counts_.add(document);
-    if (options_.format == "text") {
-      writeOutput(findingsToText(document, {isTerminal(), isColourWanted()}));
-    } else {
-      document.bytes.clear();
-      document.bytes.shrink_to_fit();
-    }
-    // Of text the name alone is wanted any more: that there was a document.
-    documents_.push_back(std::move(document));
+std::unique_ptr<FindingPrinter> printerFor(const std::string& format) {
+  if (format == "json") {
+    return jsonPrinter();
   }
+  return format == "sarif" ? sarifPrinter() : textPrinter({isTerminal(), isColourWanted()});
+}
 
-  void finish(bool complete) const {
-    if (documents_.empty()) {
-      return;
+/// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
+/// usable one has a finding, too.
+void checkFile(const std::string& path, const std::optional<std::vector<std::string>>& locales,
+               FindingPrinter& printer) {
+  Document document;
+  try {
+    document = readDocument(path);
+  } catch (const DocumentFailure& failure) {
+    if (failure.status() != EXIT_REJECTED) {
+      throw;
     }
-    if (options_.format == "text") {
-      writeOutput(countsToText(counts_));
-    } else {
-      printJson(options_.format == "json" ? findingsToJson(documents_, counts_)
-                                          : findingsToSarif(documents_, complete));
-    }
+    check::Report report{""};
+    report.reject(failure.problem().reason, failure.problem().line, failure.problem().column);
+    return printer.print(path, report);
   }
-
-  [[nodiscard]] const FindingCounts& counts() const noexcept { return counts_; }
-
- private:
-  const Options& options_;
-  FindingCounts counts_;
-  std::vector<CheckedDocument> documents_;
-};
+  printer.print(document.name, *check::checkDocument(std::move(*document.bytes), locales));
+}
 
 ExitStatus runCheck(const Options& options) {
   if (options.explain) {
@@ -94,11 +82,11 @@ ExitStatus runCheck(const Options& options) {
   if (options.density) {
     answerDensity(*options.density);
   }
-  Printer printer(options);
+  const std::unique_ptr<FindingPrinter> printer = printerFor(options.format);
   bool complete = true;
   for (const std::string& file : options.files) {
     try {
-      printer.print(checkDocument(file, options.locales));
+      checkFile(file, options.locales, *printer);
     } catch (const OutputFailure&) {
       throw;
     } catch (const Failure& failure) {
@@ -106,11 +94,11 @@ ExitStatus runCheck(const Options& options) {
       complete = false;
     }
   }
-  printer.finish(complete);
+  printer->finish(complete);
   if (!complete) {
     return EXIT_UNUSABLE;
   }
-  const FindingCounts& counts = printer.counts();
+  const FindingCounts& counts = printer->counts();
   return counts.errors + counts.warnings + (options.strict ? counts.notes : 0) == 0 ? EXIT_DONE
                                                                                     : EXIT_REJECTED;
 }
@@ -119,7 +107,8 @@ ExitStatus runCheck(const Options& options) {
 
 Command addCheckCommand(CLI::App& tool) {
   auto options = std::make_shared<Options>();
-  CLI::App* app = tool.add_subcommand("check", "Tell what of a document is lost, and why");
+  CLI::App* app =
+      tool.add_subcommand("check", "Report mistakes in a document, and what to write instead");
   app->add_option_function<std::vector<std::string>>(
          "--locale", [options](const std::vector<std::string>& tags) { options->locales = tags; },
          "Language tag that the user prefers, best first; may be repeated (default: every language "

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "check/SourceText.h"
+#include "config/Finding.h"
+#include "util/XmlNode.h"
+
+namespace orvane::nimbrel::check {
+
+/// A finding with its place. Small, as a hostile document may have very many; what it says in words
+/// is made when it is printed. The views and nodes live as long as the `Report` that has it.
+struct Diagnostic {
+  static constexpr std::uint32_t NO_INDEX = std::numeric_limits<std::uint32_t>::max();
+
+  config::FindingCode code = {};
+  /// The element; null when the whole document is meant.
+  const util::XmlNode* element = nullptr;
+  /// The attribute as `config::Finding` spells it; empty when the element itself is meant.
+  std::string_view attribute = {};
+  /// Its place among the attributes of the element; `NO_INDEX` when it is absent.
+  std::uint32_t attributeIndex = NO_INDEX;
+  /// The value as it was read; null data when there is none. Of a document that was rejected by the
+  /// XML parser its message.
+  std::string_view value = {};
+  /// Another element that explains it, such as the one that counts; null when there is none.
+  const util::XmlNode* other = nullptr;
+
+  std::uint32_t line = 0;    ///< counted from 1; 0 when unknown
+  std::uint32_t column = 0;  ///< of a rejected document as its parser counts; 0 when unknown
+  bool hasSpan = false;      ///< whether `span` is known
+  Span span = {};            ///< the place in the text of the document
+};
+
+}  // namespace orvane::nimbrel::check

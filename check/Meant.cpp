@@ -1,0 +1,163 @@
+#include "check/Meant.h"
+
+#include <string_view>
+
+#include "check/Suggestion.h"
+#include "check/Vocabulary.h"
+#include "config/Namespaces.h"
+#include "util/IRIParser.h"
+#include "util/StringUtil.h"
+
+namespace orvane::nimbrel::check {
+namespace {
+
+using config::AttributeDescription;
+using config::ChildDescription;
+using config::ElementDescription;
+using config::FindingCode;
+using config::KeyDescription;
+using util::XmlNode;
+
+/// Names that authors take from other vocabularies.
+constexpr struct {
+  std::string_view written;
+  std::string_view meant;
+} SYNONYMS[] = {{"href", "src"},   {"src", "href"},     {"path", "src"}, {"file", "src"},
+                {"uri", "origin"}, {"url", "origin"},   {"uri", "href"}, {"url", "href"},
+                {"uri", "src"},    {"url", "src"},      {"key", "name"}, {"name", "key"},
+                {"mail", "email"}, {"lang", "xml:lang"}};
+
+bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute) {
+  return element
+             .attributeView(attribute.name, attribute.isExtension ? config::EXTENSION_NAMESPACE
+                                                                  : std::string_view())
+             .data() != nullptr;
+}
+
+std::string meantAttribute(const XmlNode& element, std::string_view attribute) {
+  const std::string_view written = attribute.substr(attribute.find(':') + 1);
+  const auto known = attributesOf(element);
+  // The element's own names first; those in another namespace only if none of these is similar.
+  for (const bool isExtension : {false, true}) {
+    Suggestion suggestion(written);
+    for (const AttributeDescription& description : known) {
+      if (description.isExtension == isExtension) {
+        suggestion.consider(description.name);
+      }
+    }
+    if (!suggestion.get().empty()) {
+      return displayName(suggestion.get(), isExtension);
+    }
+  }
+  for (const auto& row : SYNONYMS) {
+    if (row.written != written) {
+      continue;
+    }
+    if (row.meant == "xml:lang") {
+      return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang"
+                                                                                    : "";
+    }
+    for (const AttributeDescription& description : known) {
+      if (description.name == row.meant && !hasAttribute(element, description)) {
+        return std::string(row.meant);
+      }
+    }
+  }
+  return {};
+}
+
+/// The child of the root that an element was meant to be: of either vocabulary.
+std::string meantChildOfRoot(const XmlNode& element) {
+  Suggestion suggestion(element.nameView());
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    suggestion.consider(known->name);
+  }
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (known->name == suggestion.get()) {
+      return displayName(known->name, known->isExtension);
+    }
+  }
+  return {};
+}
+
+std::string meantElement(const XmlNode& element) {
+  const XmlNode* const parent = element.parent();
+  if (parent == nullptr) {
+    Suggestion suggestion(element.nameView());
+    suggestion.consider("widget");
+    return std::string(suggestion.get());
+  }
+  if (parent->parent() == nullptr) {
+    return meantChildOfRoot(element);
+  }
+  Suggestion suggestion(element.nameView());
+  const ElementDescription* const known = describe(*parent);
+  for (const ChildDescription& child :
+       known == nullptr ? config::DescriptionList<ChildDescription>() : known->children) {
+    suggestion.consider(child.name);
+  }
+  return suggestion.get().empty() ? "" : displayName(suggestion.get(), known->isExtension);
+}
+
+std::string_view meantWord(const XmlNode& element, std::string_view attribute,
+                           std::string_view value) {
+  const KeyDescription* const key = attribute == "value" ? describeSetting(element) : nullptr;
+  if (key != nullptr && key->words != nullptr) {
+    return suggestedWord(value, key->words->trigger[0], key->words->opposite[0]);
+  }
+  Suggestion suggestion(value);
+  for (const std::string_view direction : DIRECTIONS) {
+    suggestion.consider(direction);
+  }
+  return suggestion.get();
+}
+
+std::string_view meantKey(const XmlNode& setting, std::string_view key) {
+  const ElementDescription* const parent =
+      setting.parent() == nullptr ? nullptr : describe(*setting.parent());
+  return parent == nullptr ? std::string_view() : suggestedKey(*parent, key);
+}
+
+/// The IRI that a text with blanks was meant to be.
+std::string meantIri(std::string_view text) {
+  std::string iri;
+  for (const char c : text) {
+    iri += c == ' ' ? "%20" : std::string(1, c);
+  }
+  util::Option<util::IRI> parsed;
+  return util::IRIParser().tryParse(iri.c_str(), parsed) ? iri : "";
+}
+
+}  // namespace
+
+std::string meantBy(const Diagnostic& finding) {
+  const std::string value = zel::util::StringUtil::squeezeAndTrim(finding.value);
+  switch (finding.code) {
+    case FindingCode::WRONG_ROOT:
+      if (finding.attribute == "xmlns") {
+        return config::W3C_WIDGETS_NAMESPACE;
+      }
+      return finding.element == nullptr ? "" : meantElement(*finding.element);
+    case FindingCode::UNKNOWN_ELEMENT:
+      return finding.attribute == "xmlns" ? std::string(suggestedNamespace(finding.value))
+                                          : meantElement(*finding.element);
+    case FindingCode::UNEXPECTED_CHILD:
+      return meantElement(*finding.element);
+    case FindingCode::UNKNOWN_ATTRIBUTE:
+      return meantAttribute(*finding.element, finding.attribute);
+    case FindingCode::UNKNOWN_KEY:
+    case FindingCode::SIMILAR_KEY:
+      return std::string(meantKey(*finding.element, value));
+    case FindingCode::UNKNOWN_WORD:
+      return std::string(meantWord(*finding.element, finding.attribute, value));
+    case FindingCode::NOT_AN_IRI:
+    case FindingCode::REQUIRED_FEATURE_NAME:
+      return meantIri(value);
+    case FindingCode::NOT_A_BOOLEAN:
+      return std::string(suggestedWord(value, "true", "false"));
+    default:
+      return {};
+  }
+}
+
+}  // namespace orvane::nimbrel::check

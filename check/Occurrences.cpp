@@ -1,0 +1,49 @@
+#include "check/Occurrences.h"
+
+namespace orvane::nimbrel::check {
+
+using util::XmlNode;
+
+const XmlNode* Occurrences::inLanguage(const std::string& name, std::string_view language) const {
+  const auto named = names_.find(name);
+  if (named == names_.end()) {
+    return nullptr;
+  }
+  const auto found = named->second.byLanguage.find(language);
+  return found == named->second.byLanguage.end() ? nullptr : found->second;
+}
+
+const XmlNode* Occurrences::before(const std::string& name, std::string_view language) const {
+  const auto found = names_.find(name);
+  if (found == names_.end()) {
+    return nullptr;
+  }
+  const Named& named = found->second;
+  if (!anyUser_) {
+    return named.first;
+  }
+  if (const XmlNode* const same = inLanguage(name, language)) {
+    return same;
+  }
+  if (language.empty()) {
+    return named.inSomeLanguage;
+  }
+  return language == defaultLanguage_ ? named.inAnotherThanDefault : nullptr;
+}
+
+void Occurrences::add(const std::string& name, std::string_view language, const XmlNode& element) {
+  const auto keepFirst = [&](const XmlNode*& place) {
+    place = place == nullptr ? &element : place;
+  };
+  Named& named = names_[name];
+  keepFirst(named.first);
+  keepFirst(named.byLanguage[language]);
+  if (!language.empty()) {
+    keepFirst(named.inSomeLanguage);
+    if (language != defaultLanguage_) {
+      keepFirst(named.inAnotherThanDefault);
+    }
+  }
+}
+
+}  // namespace orvane::nimbrel::check

@@ -1,0 +1,177 @@
+#include "check/Probe.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "check/Kind.h"
+#include "config/Namespaces.h"
+#include "util/IDNConverter.h"
+#include "util/IRIParser.h"
+#include "util/Log.h"
+#include "util/ParseException.h"
+#include "util/StringUtil.h"
+#include "util/UnicodeUtilICU.h"
+#include "util/XmlParserLibXml.h"
+
+namespace orvane::nimbrel::check {
+
+using config::FindingCode;
+using util::XmlNode;
+
+namespace {
+
+/// A view of the attribute's value in the tree, or a copy where the parser read another text.
+std::string_view lasting(const config::Finding& finding, std::string_view written, Report& report) {
+  if (finding.value.data() == nullptr) {
+    return {};
+  }
+  return finding.value == written ? written : report.keep(finding.value);
+}
+
+/// What the tree tells better, with the languages of the elements in view.
+bool isLeftToTree(const config::Finding& finding) noexcept {
+  return finding.code == FindingCode::UNKNOWN_ELEMENT ||
+         (finding.code == FindingCode::REPEATED && finding.element->parent() != nullptr);
+}
+
+/// A setting of the document switches the debug lines of the whole process on.
+class LogMaskGuard {
+ public:
+  LogMaskGuard() = default;
+  LogMaskGuard(const LogMaskGuard&) = delete;
+  LogMaskGuard& operator=(const LogMaskGuard&) = delete;
+  ~LogMaskGuard() { util::setLogMask(before_); }
+
+ private:
+  std::uint32_t before_ = util::logMask();
+};
+
+}  // namespace
+
+class Probe::Listener : public config::ParseObserver {
+ public:
+  explicit Listener(Report& report) : report_(report) {}
+
+  void onFinding(const config::Finding& finding) override {
+    hasError_ |= kindOf(finding.code).level == Level::ERROR;
+    if (finding.element == nullptr || isLeftToTree(finding)) {
+      return;
+    }
+    const XmlNode& element = *finding.element;
+    if (finding.code == FindingCode::UNEXPECTED_CHILD ||
+        finding.code == FindingCode::MISSING_ATTRIBUTE) {
+      stopped_ = &element;
+    }
+    Diagnostic diagnostic;
+    diagnostic.code = finding.code;
+    diagnostic.element = &element;
+    std::string_view written;
+    for (std::size_t i = 0; i < element.attributeCount() && !finding.attribute.empty(); ++i) {
+      const XmlNode::Attribute attribute = element.attributeAt(i);
+      if (isNamed(attribute, finding.attribute)) {
+        diagnostic.attributeIndex = static_cast<std::uint32_t>(i);
+        written = attribute.value;
+      }
+    }
+    diagnostic.attribute = report_.keep(finding.attribute);
+    diagnostic.value = lasting(finding, written, report_);
+    report_.add(diagnostic);
+  }
+
+  void begin() noexcept {
+    hasError_ = false;
+    stopped_ = nullptr;
+  }
+  [[nodiscard]] bool hasError() const noexcept { return hasError_; }
+  [[nodiscard]] const XmlNode* stopped() const noexcept { return stopped_; }
+
+ private:
+  static bool isNamed(const XmlNode::Attribute& attribute, std::string_view name) noexcept {
+    constexpr std::string_view PREFIX = "tavlo:";
+    const bool isExtension = name.substr(0, PREFIX.size()) == PREFIX;
+    return attribute.name == (isExtension ? name.substr(PREFIX.size()) : name) &&
+           (isExtension ? attribute.namespaceUri == config::EXTENSION_NAMESPACE
+                        : attribute.namespaceUri.data() == nullptr);
+  }
+
+  Report& report_;
+  bool hasError_ = false;
+  const XmlNode* stopped_ = nullptr;
+};
+
+Probe::Probe(Report& report)
+    : NimbrelConfigParser(
+          {}, std::make_shared<util::XmlParserLibXml>(), std::make_shared<util::IRIParser>(),
+          std::make_shared<util::IDNConverter>(), std::make_shared<util::UnicodeUtilICU>()),
+      report_(report),
+      listener_(std::make_shared<Listener>(report)) {
+  setObserver(listener_);
+}
+
+std::shared_ptr<util::XmlDocument> Probe::parseXml() {
+  try {
+    return xmlParser->parse(report_.document().data(),
+                            static_cast<unsigned int>(report_.document().size()), nullptr, nullptr);
+  } catch (const ParseException& rejection) {
+    report_.reject(rejection.what(), rejection.line, rejection.column);
+    return nullptr;
+  }
+}
+
+bool Probe::readRoot(const std::shared_ptr<util::XmlDocument>& document,
+                     const std::vector<std::string>& locales) {
+  const std::shared_ptr<XmlNode> root = document->getDocumentElement();
+  if (root == nullptr || !rules.xmlNodeHasName(root, config::W3C_WIDGETS_NAMESPACE, "widget")) {
+    Diagnostic wrong;
+    wrong.code = FindingCode::WRONG_ROOT;
+    wrong.element = root.get();
+    if (root != nullptr && root->nameView() == "widget") {
+      wrong.attribute = "xmlns";
+      wrong.value = root->namespaceView();
+    }
+    report_.add(wrong);
+    return false;
+  }
+  config = std::make_shared<config::BasicConfig>();
+  config->document() = document;
+  config->userAgentLocales() = locales;
+  processWidgetAttributes(root);
+  return true;
+}
+
+const std::vector<std::string>& Probe::locales() const {
+  return std::as_const(*config).getUserAgentLocales();
+}
+
+std::vector<std::shared_ptr<XmlNode>> Probe::visited() {
+  std::vector<std::shared_ptr<XmlNode>> nodes;
+  processUserAgentLocales(nodes);
+  return nodes;
+}
+
+const XmlNode* Probe::readChild(const std::shared_ptr<XmlNode>& child) {
+  const LogMaskGuard guard;
+  listener_->begin();
+  config = std::make_shared<config::BasicConfig>();
+  contentSeen = false;
+  const auto rejectIfUnknown = [&](const char* message) {
+    if (!listener_->hasError()) {  // the finding says it better
+      report_.reject(message, child->getLineNumber(), 0);
+    }
+  };
+  try {
+    processWidgetElements({child});
+  } catch (const ConfigException& error) {
+    rejectIfUnknown(error.what());
+  } catch (const std::invalid_argument& error) {
+    rejectIfUnknown(error.what());
+  } catch (const std::overflow_error& error) {
+    rejectIfUnknown(error.what());
+  }
+  return child->namespaceView() == config::EXTENSION_NAMESPACE &&
+                 listener_->stopped() != child.get()
+             ? listener_->stopped()
+             : nullptr;
+}
+
+}  // namespace orvane::nimbrel::check

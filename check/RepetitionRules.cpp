@@ -1,0 +1,212 @@
+#include "check/RepetitionRules.h"
+
+#include "check/Vocabulary.h"
+#include "config/Namespaces.h"
+#include "util/Log.h"
+#include "util/StringUtil.h"
+
+namespace orvane::nimbrel::check {
+
+using config::ChildDescription;
+using config::ElementDescription;
+using config::FindingCode;
+using config::KeyDescription;
+using config::KeyRule;
+using config::Repetition;
+using config::ValueKind;
+using util::XmlNode;
+using zel::util::StringUtil;
+
+namespace {
+
+/// Whether a setting moves something away from its default.
+bool hasEffect(const XmlNode& setting, const ElementDescription& parent) {
+  const ChildDescription* const child = describeChild(parent, setting);
+  if (child == nullptr || child->keyAttribute.empty()) {
+    return false;
+  }
+  const KeyDescription* const key =
+      describeKey(parent, StringUtil::squeezeAndTrim(setting.attributeView(child->keyAttribute)));
+  return key != nullptr &&
+         (key->words == nullptr ||
+          isAmong(key->words->trigger, StringUtil::trimmed(setting.attributeView("value"))));
+}
+
+bool hasEffect(const XmlNode& element, const ElementDescription& description,
+               const XmlNode* stopped) {
+  for (const XmlNode* child = element.firstElementChild(); child != stopped && child != nullptr;
+       child = child->nextElementSibling()) {
+    if (hasEffect(*child, description)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+/// Whether the first value of a key counts: where each density may have one and the device tells
+/// its own, the key for all others counts only while nothing is stored.
+bool firstCounts(const KeyDescription& description, std::string_view key) {
+  int status = 0;
+  return description.hasDensityVariants && key == description.name &&
+         (static_cast<void>(corvel_get_int("screen", "dpi", &status, 0)), status == 0);
+}
+
+std::uint32_t indexOf(const XmlNode& element, std::string_view attribute) {
+  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute candidate = element.attributeAt(i);
+    if (candidate.namespaceUri.data() == nullptr && candidate.name == attribute) {
+      return static_cast<std::uint32_t>(i);
+    }
+  }
+  return Diagnostic::NO_INDEX;
+}
+
+}  // namespace
+
+RepetitionRules::RepetitionRules(Report& report) : report_(report) {}
+
+RepetitionRules::RepetitionRules(Report& report, std::string_view defaultLanguage)
+    : report_(report),
+      anyUser_(true),
+      defaultLanguage_(defaultLanguage),
+      elements_(defaultLanguage),
+      values_(defaultLanguage),
+      settings_(defaultLanguage) {}
+
+void RepetitionRules::addRepeated(const XmlNode& element, std::string_view attribute,
+                                  const XmlNode& other, FindingCode code) {
+  Diagnostic finding;
+  finding.code = code;
+  finding.element = &element;
+  finding.other = &other;
+  if (!attribute.empty()) {
+    finding.attribute = attribute;
+    finding.attributeIndex = indexOf(element, attribute);
+    finding.value = element.attributeView(attribute);
+  }
+  report_.add(finding);
+}
+
+bool RepetitionRules::knows(const XmlNode& element) const {
+  return elements_.before(displayName(element), {}) != nullptr;
+}
+
+void RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
+  for (; seen_ < report_.findings().size(); ++seen_) {
+    const Diagnostic& finding = report_.findings()[seen_];
+    if (finding.code == FindingCode::UNUSED_SETTING) {
+      unused_.insert(finding.element);
+    }
+  }
+  const std::string_view language = element.attributeView("lang", config::XML_NAMESPACE);
+  const std::string name = displayName(element);
+  const ElementDescription* const description = describe(element);
+  if (description != nullptr) {
+    switch (description->repetition) {
+      case Repetition::FIRST_COUNTS:
+        checkFirstCounts(element, language);
+        break;
+      case Repetition::UNIQUE_BY:
+        checkUnique(element, description->uniqueAttribute, language);
+        break;
+      case Repetition::RESTARTS:
+        if (const XmlNode* const earlier = settings_.before(name, language)) {
+          addRepeated(element, {}, *earlier);
+        }
+        if (hasEffect(element, *description, stopped)) {  // else the next one takes nothing away
+          settings_.add(name, language, element);
+        }
+        break;
+      case Repetition::ADDS:
+        break;
+    }
+    checkSettings(element, *description, stopped, language);
+  }
+  elements_.add(name, language, element);
+}
+
+void RepetitionRules::checkFirstCounts(const XmlNode& element, std::string_view language) {
+  const std::string name = displayName(element);
+  if (const XmlNode* const same = elements_.inLanguage(name, language)) {
+    return addRepeated(element, {}, *same);
+  }
+  const XmlNode* const better = !anyUser_ ? elements_.before(name, language)
+                                : language.empty() && !defaultLanguage_.empty()
+                                    ? elements_.inLanguage(name, defaultLanguage_)
+                                    : nullptr;
+  if (better != nullptr) {
+    addRepeated(element, {}, *better, FindingCode::OTHER_LANGUAGE);
+  }
+}
+
+void RepetitionRules::checkUnique(const XmlNode& element, std::string_view attribute,
+                                  std::string_view language) {
+  const std::string value = StringUtil::squeezeAndTrim(element.attributeView(attribute));
+  if (value.empty()) {
+    return;
+  }
+  const std::string name = displayName(element) + '=' + value;
+  if (const XmlNode* const earlier = values_.before(name, language)) {
+    addRepeated(element, attribute, *earlier);
+  }
+  values_.add(name, language, element);
+}
+
+void RepetitionRules::checkSettings(const XmlNode& element, const ElementDescription& description,
+                                    const XmlNode* stopped, std::string_view language) {
+  if (!description.isExtension) {
+    return;
+  }
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr && child != stopped;
+       child = child->nextElementSibling()) {
+    const ChildDescription* const known = describeChild(description, *child);
+    if (known == nullptr) {
+      continue;
+    }
+    if (!known->keyAttribute.empty()) {
+      checkSetting(*child, description, known->keyAttribute, language);
+      continue;
+    }
+    const std::string name = displayName(*child);
+    if (const XmlNode* const earlier = settings_.before(name, language)) {
+      addRepeated(*child, {}, *earlier);
+    }
+    settings_.add(name, language, *child);
+  }
+}
+
+void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescription& parent,
+                                   std::string_view keyAttribute, std::string_view language) {
+  const std::string key = StringUtil::squeezeAndTrim(setting.attributeView(keyAttribute));
+  const KeyDescription* const description = describeKey(parent, key);
+  if (description == nullptr || description->rule == KeyRule::ACCUMULATES) {
+    return;
+  }
+  std::string name = displayName(*setting.parent());
+  if (parent.repetition == Repetition::RESTARTS) {
+    // An earlier element does not count anyway.
+    name += std::to_string(reinterpret_cast<std::uintptr_t>(setting.parent()));
+  }
+  name += '=' + key;
+  if (description->rule == KeyRule::ONLY_RAISED) {
+    // Only what contradicts is reported; of an unknown word something is reported already.
+    const std::string_view value = StringUtil::trimmed(setting.attributeView("value"));
+    const bool raises = isAmong(description->words->trigger, value);
+    if (!raises && !isAmong(description->words->opposite, value)) {
+      return;
+    }
+    if (const XmlNode* const earlier = settings_.before(name + (raises ? "-" : "+"), language)) {
+      addRepeated(setting, keyAttribute, *earlier);
+    }
+    name += raises ? "+" : "-";
+  } else if (const XmlNode* const earlier = settings_.before(name, language)) {
+    if (!firstCounts(*description, key)) {
+      addRepeated(setting, keyAttribute, *earlier);
+    } else if (unused_.count(&setting) == 0) {
+      addRepeated(setting, keyAttribute, *earlier, FindingCode::UNUSED_SETTING);
+    }
+  }
+  settings_.add(name, language, setting);
+}
+
+}  // namespace orvane::nimbrel::check

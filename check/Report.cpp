@@ -1,0 +1,157 @@
+#include "check/Report.h"
+
+#include <algorithm>
+#include <functional>
+#include <tuple>
+#include <utility>
+
+#include "check/SourceMap.h"
+
+namespace orvane::nimbrel::check {
+namespace {
+
+using util::XmlNode;
+
+/// The element behind another one in document order, or null. Documents are not deep.
+const XmlNode* following(const XmlNode* element) noexcept {
+  if (const XmlNode* const child = element->firstElementChild()) {
+    return child;
+  }
+  for (; element != nullptr; element = element->parent()) {
+    if (const XmlNode* const sibling = element->nextElementSibling()) {
+      return sibling;
+    }
+  }
+  return nullptr;
+}
+
+/// The part of a start tag that a finding is about.
+Span placeIn(const Tag& tag, const Diagnostic& finding) noexcept {
+  if (finding.attribute == "xmlns" && !tag.declarations.empty()) {
+    return tag.name;  // the prefix tells which declaration is meant
+  }
+  if (finding.attributeIndex >= tag.attributes.size()) {
+    return tag.name;  // absent, or from the document type
+  }
+  const TagAttribute& attribute = tag.attributes[finding.attributeIndex];
+  if (finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE) {
+    return attribute.name;
+  }
+  // Of an empty value the quotes.
+  const Span& value = attribute.value;
+  return value.isEmpty() ? Span{value.begin - 1, value.end + 1} : value;
+}
+
+}  // namespace
+
+Report::Report(std::string document) : document_(std::move(document)), source_(document_) {}
+
+std::string_view Report::keep(std::string_view text) {
+  const auto found = texts_.find(text);
+  return found == texts_.end() ? *texts_.emplace(text).first : *found;
+}
+
+void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column) {
+  Diagnostic finding;
+  finding.code = config::FindingCode::DOCUMENT_REJECTED;
+  finding.value = keep(message);
+  finding.line = line;
+  finding.column = column;
+  if (line != 0 && column != 0 && source_.text().data() != nullptr) {
+    const std::size_t begin = source_.offsetOf(line, column);
+    // The end of a line is a place too: there something is missing.
+    finding.span = {begin, source_.offsetOf(line, column + 1)};
+    finding.hasSpan = true;
+  }
+  add(finding);
+}
+
+void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
+  tree_ = std::move(tree);
+  if (findings_.empty()) {
+    return;
+  }
+  numberElements();
+  locate();
+}
+
+void Report::numberElements() {
+  const XmlNode* const root = tree_ == nullptr ? nullptr : tree_->getDocumentElement().get();
+  for (const XmlNode* node = root; node != nullptr; node = following(node)) {
+    elements_.push_back({node, static_cast<std::uint32_t>(elements_.size())});
+  }
+  std::sort(elements_.begin(), elements_.end(), [](const Element& left, const Element& right) {
+    return std::less<>()(left.node, right.node);
+  });
+  tags_ = root == nullptr ? std::vector<std::uint32_t>() : startTagsOf(source_.text());
+  if (tags_.size() != elements_.size()) {
+    tags_.clear();  // an entity brought some
+  }
+}
+
+std::uint32_t Report::numberOf(const XmlNode* element) const noexcept {
+  const auto found = std::lower_bound(
+      elements_.begin(), elements_.end(), element,
+      [](const Element& entry, const XmlNode* node) { return std::less<>()(entry.node, node); });
+  return found == elements_.end() || found->node != element ? Diagnostic::NO_INDEX : found->number;
+}
+
+Place Report::placeOf(const Diagnostic& finding) const noexcept {
+  Place place;
+  if (finding.hasSpan) {
+    place = {source_.positionOf(finding.span.begin), source_.positionOf(finding.span.end)};
+  }
+  if (!finding.hasSpan || finding.column != 0) {  // the XML parser may mean a place behind the end
+    place.begin.line = finding.line;
+    place.begin.column = finding.column;
+  }
+  return place;
+}
+
+Position Report::otherOf(const Diagnostic& finding) const noexcept {
+  Position position;
+  if (finding.other != nullptr) {
+    position.line = finding.other->getLineNumber();
+    const std::uint32_t number = numberOf(finding.other);
+    if (number < tags_.size()) {
+      position = source_.positionOf(tags_[number] + std::size_t{1});
+    }
+  }
+  return position;
+}
+
+void Report::locate() {
+  std::vector<std::pair<std::uint32_t, Diagnostic>> numbered;
+  numbered.reserve(findings_.size());
+  for (const Diagnostic& finding : findings_) {
+    numbered.emplace_back(finding.element == nullptr ? 0 : numberOf(finding.element), finding);
+  }
+  const auto byElement = [](const auto& left, const auto& right) {
+    return left.first < right.first;
+  };
+  std::stable_sort(numbered.begin(), numbered.end(), byElement);
+  // Each tag is read once, for all findings on it.
+  Tag tag;
+  const XmlNode* read = nullptr;
+  for (auto& [number, finding] : numbered) {
+    if (finding.element == nullptr) {
+      continue;
+    }
+    finding.line = finding.element->getLineNumber();
+    if (number < tags_.size()) {
+      if (std::exchange(read, finding.element) != finding.element) {
+        tag = readTag(source_.text(), tags_[number]);
+      }
+      finding.hasSpan = true;
+      finding.span = placeIn(tag, finding);
+    }
+  }
+  std::stable_sort(numbered.begin(), numbered.end(), [](const auto& left, const auto& right) {
+    return std::tie(left.first, left.second.span.begin) <
+           std::tie(right.first, right.second.span.begin);
+  });
+  std::transform(numbered.begin(), numbered.end(), findings_.begin(),
+                 [](const auto& entry) { return entry.second; });
+}
+
+}  // namespace orvane::nimbrel::check

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/Diagnostic.h"
+#include "check/SourceText.h"
+#include "util/XmlDocument.h"
+
+namespace orvane::nimbrel::check {
+
+/// Where something is. A line or column of 0 is not known.
+struct Place {
+  Position begin;
+  Position end;  ///< behind it
+};
+
+/// What is found in one document, in the order of the document. It keeps the document alive, its
+/// bytes and its tree, and all that the findings point into.
+///
+/// Time and memory grow with the size of the document alone, whatever its names, languages, lines
+/// and namespaces are. For any number of threads at once when it is complete.
+class Report {
+ public:
+  /// A report that says nothing as yet.
+  explicit Report(std::string document);
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+
+  [[nodiscard]] const std::vector<Diagnostic>& findings() const noexcept { return findings_; }
+  /// The text of the document, which the spans of the findings are parts of.
+  [[nodiscard]] const SourceText& source() const noexcept { return source_; }
+  /// Where a finding is. Of a document with elements in entities the line alone is certain.
+  [[nodiscard]] Place placeOf(const Diagnostic& finding) const noexcept;
+  /// Where the name of the other element of a finding begins; as above.
+  [[nodiscard]] Position otherOf(const Diagnostic& finding) const noexcept;
+
+  /// @name For those who fill it
+  /// @{
+  /// The bytes of the document.
+  [[nodiscard]] const std::string& document() const noexcept { return document_; }
+  /// Adds a finding.
+  void add(const Diagnostic& finding) { findings_.push_back(finding); }
+  /// A copy of a text that lives as long as the report; equal ones are kept once.
+  [[nodiscard]] std::string_view keep(std::string_view text);
+  /// Adds that the document is rejected, with the parser's message; 0 for a line or column that is
+  /// not known.
+  void reject(std::string_view message, std::uint32_t line, std::uint32_t column);
+  /// Puts the findings in order and finds their places, in the tree that they point into; null when
+  /// there is none.
+  void complete(std::shared_ptr<const util::XmlDocument> tree);
+  /// @}
+
+ private:
+  struct Element {
+    const util::XmlNode* node;
+    std::uint32_t number;  // in document order
+  };
+
+  void numberElements();
+  [[nodiscard]] std::uint32_t numberOf(const util::XmlNode* element) const noexcept;
+  void locate();
+
+  std::string document_;
+  SourceText source_;
+  std::shared_ptr<const util::XmlDocument> tree_;
+  std::vector<Element> elements_;    // by address
+  std::vector<std::uint32_t> tags_;  // of the elements; empty when they are not certain
+  std::vector<Diagnostic> findings_;
+  std::set<std::string, std::less<>> texts_;
+};
+
+}  // namespace orvane::nimbrel::check

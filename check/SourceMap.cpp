@@ -1,0 +1,126 @@
+#include "check/SourceMap.h"
+
+#include <algorithm>
+
+namespace orvane::nimbrel::check {
+namespace {
+
+constexpr std::string_view SPACE = " \t\r\n";
+constexpr std::string_view AFTER_NAME = " \t\r\n/>=<";
+
+bool hasAt(std::string_view text, std::size_t at, std::string_view part) noexcept {
+  return text.compare(at, part.size(), part) == 0;
+}
+
+/// The offset behind the next `end`; the size of the text when there is none.
+std::size_t behind(std::string_view text, std::size_t at, std::string_view end) noexcept {
+  const std::size_t found = text.find(end, at);
+  return found == std::string_view::npos ? text.size() : found + end.size();
+}
+
+/// The offset behind the next ">" that stands in no literal.
+std::size_t behindTag(std::string_view text, std::size_t at) noexcept {
+  while (at < text.size()) {
+    const char c = text[at++];
+    if (c == '>') {
+      return at;
+    }
+    if (c == '"' || c == '\'') {
+      at = behind(text, at, {&c, 1});
+    }
+  }
+  return at;
+}
+
+/// The offset behind a comment, a CDATA section or an instruction; `at` where there is none.
+std::size_t behindMisc(std::string_view text, std::size_t at) noexcept {
+  constexpr struct {
+    std::string_view start;
+    std::string_view end;
+  } FORMS[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+  for (const auto& form : FORMS) {
+    if (hasAt(text, at, form.start)) {
+      return behind(text, at + form.start.size(), form.end);
+    }
+  }
+  return at;
+}
+
+/// The offset behind a document type, which begins at `at`.
+std::size_t behindDoctype(std::string_view text, std::size_t at) noexcept {
+  bool inSubset = false;
+  while (at < text.size()) {
+    const char c = text[at];
+    if (inSubset && c == '<') {
+      const std::size_t next = behindMisc(text, at);
+      at = next == at ? behindTag(text, at) : next;
+      continue;
+    }
+    ++at;
+    if (c == '[' || c == ']') {
+      inSubset = c == '[';
+    } else if (!inSubset && c == '>') {
+      return at;
+    } else if (!inSubset && (c == '"' || c == '\'')) {
+      at = behind(text, at, {&c, 1});
+    }
+  }
+  return at;
+}
+
+std::size_t orEnd(std::size_t at, std::string_view text) noexcept {
+  return std::min(at, text.size());
+}
+
+bool isDeclaration(std::string_view name) noexcept {
+  return name == "xmlns" || name.substr(0, 6) == "xmlns:";
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> startTagsOf(std::string_view text) {
+  std::vector<std::uint32_t> tags;
+  std::size_t at = text.find('<');
+  while (at < text.size()) {
+    const std::size_t next = behindMisc(text, at);
+    if (next != at) {
+      at = next;
+    } else if (hasAt(text, at, "<!")) {
+      at = behindDoctype(text, at + 2);
+    } else if (hasAt(text, at, "</")) {
+      at += 2;
+    } else {
+      tags.push_back(static_cast<std::uint32_t>(at));
+      at = behindTag(text, at);
+    }
+    at = text.find('<', at);
+  }
+  return tags;
+}
+
+Tag readTag(std::string_view text, std::size_t offset) {
+  Tag tag;
+  std::size_t at = orEnd(text.find_first_of(AFTER_NAME, offset + 1), text);
+  tag.name = {offset + 1, at};
+  const auto skip = [&](std::string_view characters, std::size_t from) {
+    return orEnd(text.find_first_not_of(characters, from), text);
+  };
+  while (true) {
+    const std::size_t name = skip(SPACE, at);
+    const std::size_t nameEnd = orEnd(text.find_first_of(AFTER_NAME, name), text);
+    const std::size_t equals = skip(SPACE, nameEnd);
+    if (nameEnd == name || equals == text.size() || text[equals] != '=') {
+      return tag;  // the end of the tag
+    }
+    const std::size_t quote = skip(SPACE, equals + 1);
+    if (quote == text.size()) {
+      return tag;
+    }
+    const std::size_t end = orEnd(text.find(text[quote], quote + 1), text);
+    (isDeclaration(text.substr(name, nameEnd - name)) ? tag.declarations : tag.attributes)
+        .push_back({{name, nameEnd}, {quote + 1, end}});
+    at = orEnd(end + 1, text);
+  }
+}
+
+}  // namespace orvane::nimbrel::check

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "check/SourceText.h"
+
+namespace orvane::nimbrel::check {
+
+/// An attribute as it is written in a start tag.
+struct TagAttribute {
+  Span name;   ///< with its prefix
+  Span value;  ///< between the quotes
+};
+
+/// A start tag as it is written.
+struct Tag {
+  Span name;                               ///< of the element, with its prefix
+  std::vector<TagAttribute> attributes;    ///< in the order of the document
+  std::vector<TagAttribute> declarations;  ///< of namespaces
+};
+
+/// The offsets of "<" of all start tags of a text, in document order: the n-th is that of the n-th
+/// element, unless an entity brought some. The text must be a well-formed document; of another one
+/// what is found means nothing. Throws only `std::bad_alloc`.
+[[nodiscard]] std::vector<std::uint32_t> startTagsOf(std::string_view text);
+
+/// Reads the start tag whose "<" stands at `offset`. Throws only `std::bad_alloc`.
+[[nodiscard]] Tag readTag(std::string_view text, std::size_t offset);
+
+}  // namespace orvane::nimbrel::check

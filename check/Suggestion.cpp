@@ -1,0 +1,88 @@
+#include "check/Suggestion.h"
+
+#include <algorithm>
+
+namespace orvane::nimbrel::check {
+namespace {
+
+char lowerCase(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isSame(char left, char right) noexcept {
+  return lowerCase(left) == lowerCase(right);
+}
+
+bool isSame(std::string_view left, std::string_view right) noexcept {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return isSame(a, b); });
+}
+
+/// Whether two texts differ in one letter; case does not count.
+bool differInOneLetter(std::string_view left, std::string_view right) noexcept {
+  if (left.size() > right.size()) {
+    std::swap(left, right);
+  }
+  std::size_t start = 0;
+  while (start < left.size() && isSame(left[start], right[start])) {
+    ++start;
+  }
+  const std::string_view restOfLeft = left.substr(start);
+  const std::string_view restOfRight = right.substr(start);
+  if (left.size() == right.size()) {
+    const bool exchanged = restOfLeft.size() >= 2 && isSame(restOfLeft[0], restOfRight[1]) &&
+                           isSame(restOfLeft[1], restOfRight[0]) &&
+                           isSame(restOfLeft.substr(2), restOfRight.substr(2));
+    return exchanged ||
+           (!restOfLeft.empty() && isSame(restOfLeft.substr(1), restOfRight.substr(1)));
+  }
+  return left.size() + 1 == right.size() && isSame(restOfLeft, restOfRight.substr(1));
+}
+
+}  // namespace
+
+void Suggestion::Candidate::add(std::string_view known) noexcept {
+  if (count == 0 || name != known) {
+    name = known;
+    ++count;
+  }
+}
+
+void Suggestion::consider(std::string_view known) noexcept {
+  if (isSame(written_, known)) {
+    byCase_.add(known);
+  } else if (differInOneLetter(written_, known)) {
+    byLetter_.add(known);
+  }
+}
+
+std::string_view Suggestion::get() const noexcept {
+  for (const Candidate& candidate : {byCase_, byLetter_}) {
+    if (candidate.count != 0) {
+      return candidate.count == 1 ? candidate.name : std::string_view();
+    }
+  }
+  return {};
+}
+
+std::string_view suggestedWord(std::string_view written, std::string_view on,
+                               std::string_view off) noexcept {
+  constexpr struct {
+    std::string_view yes;
+    std::string_view no;
+  } PAIRS[] = {{"true", "false"}, {"yes", "no"}};
+  if (isSame(written, on) || isSame(written, off)) {
+    return isSame(written, on) ? on : off;
+  }
+  // A switch may be thrown by a "no".
+  const bool thrownByNo = std::any_of(std::begin(PAIRS), std::end(PAIRS),
+                                      [&](const auto& pair) { return on == pair.no; });
+  for (const auto& pair : PAIRS) {
+    if (isSame(written, pair.yes) || isSame(written, pair.no)) {
+      return isSame(written, pair.yes) != thrownByNo ? on : off;
+    }
+  }
+  return {};
+}
+
+}  // namespace orvane::nimbrel::check

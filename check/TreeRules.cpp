@@ -1,0 +1,226 @@
+#include "check/TreeRules.h"
+
+#include <algorithm>
+#include <string>
+
+#include "check/Numbers.h"
+#include "check/Suggestion.h"
+#include "check/Vocabulary.h"
+#include "config/Namespaces.h"
+#include "util/StringUtil.h"
+
+namespace orvane::nimbrel::check {
+
+using config::AttributeDescription;
+using config::ChildDescription;
+using config::ElementDescription;
+using config::FindingCode;
+using config::KeyDescription;
+using config::ValueKind;
+using util::XmlNode;
+using zel::util::StringUtil;
+
+void TreeRules::add(FindingCode code, const XmlNode& element, const XmlNode* other) {
+  Diagnostic finding;
+  finding.code = code;
+  finding.element = &element;
+  finding.other = other;
+  report_.add(finding);
+}
+
+void TreeRules::addNamespace(FindingCode code, const XmlNode& element) {
+  Diagnostic finding;
+  finding.code = code;
+  finding.element = &element;
+  finding.attribute = "xmlns";
+  finding.value = element.namespaceView();
+  report_.add(finding);
+}
+
+void TreeRules::addAttribute(FindingCode code, const XmlNode& element, std::size_t index) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  Diagnostic finding;
+  finding.code = code;
+  finding.element = &element;
+  finding.attribute = attribute.namespaceUri.data() == nullptr
+                          ? attribute.name
+                          : report_.keep(displayName(attribute.name, attribute.namespaceUri));
+  finding.attributeIndex = static_cast<std::uint32_t>(index);
+  finding.value = attribute.value;
+  report_.add(finding);
+}
+
+void TreeRules::noteReported() {
+  reported_.clear();
+  for (; seen_ < report_.findings().size(); ++seen_) {
+    const Diagnostic& finding = report_.findings()[seen_];
+    reported_.emplace(finding.element, finding.attribute);
+  }
+}
+
+bool TreeRules::isReported(const XmlNode& element, std::string_view attribute) const {
+  return reported_.count({&element, attribute}) != 0;
+}
+
+void TreeRules::checkRoot(const XmlNode& root) {
+  noteReported();
+  checkAttributes(root, config::widgetDescription().attributes);
+  seen_ = report_.findings().size();
+}
+
+void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
+  noteReported();
+  if (const ElementDescription* const description = describe(element)) {
+    checkAttributes(element, description->attributes);
+    if (description->isExtension) {
+      checkSettings(element, *description, stopped);
+    } else if (description->textField.data() != nullptr) {
+      checkText(element);
+    } else {
+      checkChildren(element, *description);
+    }
+    checkSubdomains(element);
+  } else {
+    checkUnknown(element);
+  }
+  seen_ = report_.findings().size();
+}
+
+void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
+  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = element.attributeAt(i);
+    const bool isPlain = attribute.namespaceUri.data() == nullptr;
+    const bool isExtensionAttribute = attribute.namespaceUri == config::EXTENSION_NAMESPACE;
+    if (!isPlain && !isExtensionAttribute) {
+      continue;  // of another vocabulary
+    }
+    if (isPlain && attribute.name == "dir") {
+      if (!isDirection(attribute.value)) {
+        addAttribute(FindingCode::UNKNOWN_WORD, element, i);
+      }
+      continue;
+    }
+    const auto found =
+        std::find_if(known.begin(), known.end(), [&](const AttributeDescription& description) {
+          return description.name == attribute.name &&
+                 description.isExtension == isExtensionAttribute;
+        });
+    if (found == known.end()) {
+      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+    } else if (isNumeric(found->kind)) {
+      checkNumber(element, i, found->kind);
+    }
+  }
+}
+
+void TreeRules::checkNumber(const XmlNode& element, std::size_t index, ValueKind kind,
+                            bool onlyIfUsable) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  const std::string value = StringUtil::squeezeAndTrim(attribute.value);
+  const std::string name = displayName(attribute.name, attribute.namespaceUri);
+  if (!isWholeNumber(kind, value) && !isReported(element, name) &&
+      !(onlyIfUsable && usedNumber(kind, value) == "0")) {
+    addAttribute(FindingCode::PARTIAL_NUMBER, element, index);
+  }
+}
+
+void TreeRules::checkSubdomains(const XmlNode& access) {
+  if (StringUtil::trimmed(access.attributeView("origin")) != "*") {
+    return;
+  }
+  for (std::size_t i = 0; i < access.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = access.attributeAt(i);
+    if (attribute.namespaceUri.data() == nullptr && attribute.name == "subdomains") {
+      addAttribute(FindingCode::UNUSED_ATTRIBUTE, access, i);
+    }
+  }
+}
+
+void TreeRules::checkUnknown(const XmlNode& element) {
+  const std::string_view space = element.namespaceView();
+  if (space == config::W3C_WIDGETS_NAMESPACE || space == config::EXTENSION_NAMESPACE) {
+    return add(
+        isKnownSomewhere(element) ? FindingCode::MISPLACED_ELEMENT : FindingCode::UNKNOWN_ELEMENT,
+        element);
+  }
+  if (space.data() == nullptr) {
+    return add(FindingCode::UNKNOWN_ELEMENT, element);
+  }
+  addNamespace(suggestedNamespace(space).empty() ? FindingCode::FOREIGN_ELEMENT
+                                                 : FindingCode::UNKNOWN_ELEMENT,
+               element);
+}
+
+// Documents are at most 256 deep.
+void TreeRules::checkText(const XmlNode& element) {
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    if (describe(*child) != nullptr) {
+      add(FindingCode::MISPLACED_ELEMENT, *child);  // its text counts, nothing else
+    }
+    for (std::size_t i = 0; i < child->attributeCount(); ++i) {
+      const XmlNode::Attribute attribute = child->attributeAt(i);
+      if (attribute.namespaceUri.data() == nullptr && attribute.name == "dir" &&
+          !isDirection(attribute.value)) {
+        addAttribute(FindingCode::UNKNOWN_WORD, *child, i);
+      }
+    }
+    checkText(*child);
+  }
+}
+
+void TreeRules::checkChildren(const XmlNode& element, const ElementDescription& description) {
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    if (const ChildDescription* const known = describeChild(description, *child)) {
+      checkAttributes(*child, known->attributes);
+    } else {
+      checkUnknown(*child);
+    }
+  }
+}
+
+void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& description,
+                              const XmlNode* stopped) {
+  bool isRead = true;
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    if (!isRead) {
+      add(FindingCode::NOT_READ, *child, stopped);
+      continue;
+    }
+    isRead = child != stopped;
+    const ChildDescription* const known = describeChild(description, *child);
+    if (known != nullptr) {
+      checkAttributes(*child, known->attributes);
+      if (isRead && !known->keyAttribute.empty()) {
+        checkSetting(*child, description, known->keyAttribute);
+      }
+    } else if (description.children.empty()) {
+      checkUnknown(*child);
+    }
+  }
+}
+
+void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& parent,
+                             std::string_view keyAttribute) {
+  const std::string key = StringUtil::squeezeAndTrim(setting.attributeView(keyAttribute));
+  const KeyDescription* const description = describeKey(parent, key);
+  for (std::size_t i = 0; description != nullptr && i < setting.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = setting.attributeAt(i);
+    if (attribute.namespaceUri.data() != nullptr) {
+      continue;
+    }
+    if (attribute.name == keyAttribute && description == parent.anyKey &&
+        !suggestedKey(parent, key).empty()) {
+      addAttribute(FindingCode::SIMILAR_KEY, setting, i);
+    }
+    // What is not used, of whichever screen, can be no mistake.
+    if (attribute.name == "value" && isNumeric(description->kind) &&
+        !isReported(setting, keyAttribute)) {
+      checkNumber(setting, i, description->kind, isDensityVariant(*description, key));
+    }
+  }
+}
+
+}  // namespace orvane::nimbrel::check

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "config/ElementDescription.h"
+#include "util/XmlNode.h"
+
+// Questions to the descriptions of the elements.
+namespace orvane::nimbrel::check {
+
+/// A name as findings spell it: with the prefix "tavlo:" in the extension namespace, whatever the
+/// prefix in the document.
+[[nodiscard]] std::string displayName(std::string_view name, std::string_view namespaceUri);
+/// @overload
+[[nodiscard]] std::string displayName(std::string_view name, bool isExtension);
+/// The name of an element in this spelling.
+[[nodiscard]] std::string displayName(const util::XmlNode& element);
+
+/// Whether an element is in the extension namespace.
+[[nodiscard]] bool isExtension(const util::XmlNode& element) noexcept;
+
+/// The description of a child of the root; null for one that is not known.
+[[nodiscard]] const config::ElementDescription* describe(const util::XmlNode& element) noexcept;
+
+/// The description of a child of an element; null for one that may not stand there.
+[[nodiscard]] const config::ChildDescription* describeChild(
+    const config::ElementDescription& parent, const util::XmlNode& child) noexcept;
+
+/// How an element reads a key; null for one that means nothing.
+[[nodiscard]] const config::KeyDescription* describeKey(const config::ElementDescription& element,
+                                                        std::string_view key) noexcept;
+
+/// How a setting, a child of an extension element, is read; null for one that means nothing.
+[[nodiscard]] const config::KeyDescription* describeSetting(const util::XmlNode& setting);
+
+/// The attributes that an element may have; none for one that is not known.
+[[nodiscard]] config::DescriptionList<config::AttributeDescription> attributesOf(
+    const util::XmlNode& element) noexcept;
+
+/// How the value of an attribute is read, of the value of a setting by its key.
+[[nodiscard]] config::ValueKind kindOfValue(const util::XmlNode& element,
+                                            std::string_view attribute);
+
+/// Whether a key is one with the density of a screen at its end.
+[[nodiscard]] bool isDensityVariant(const config::KeyDescription& description,
+                                    std::string_view key) noexcept;
+
+/// The key of an element that an unknown one was meant to be; empty when that is not certain.
+[[nodiscard]] std::string_view suggestedKey(const config::ElementDescription& element,
+                                            std::string_view key) noexcept;
+
+/// The namespace that another one was meant to be; empty when that is not certain.
+[[nodiscard]] std::string_view suggestedNamespace(std::string_view written) noexcept;
+
+/// Whether an element with a namespace of ours may stand somewhere.
+[[nodiscard]] bool isKnownSomewhere(const util::XmlNode& element) noexcept;
+
+/// The values of "dir".
+inline constexpr std::string_view DIRECTIONS[] = {"ltr", "rtl", "lro", "rlo"};
+
+/// Whether a value is one of `DIRECTIONS`.
+[[nodiscard]] bool isDirection(std::string_view value) noexcept;
+
+/// Whether a value is one of two words.
+[[nodiscard]] bool isAmong(const std::string_view (&words)[2], std::string_view value) noexcept;
+
+}  // namespace orvane::nimbrel::check

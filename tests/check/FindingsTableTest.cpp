@@ -1,0 +1,110 @@
+// What is found in documents, by a table in a file: tests/data/findings.txt says how it is written.
+// With NIMBREL_UPDATE_DOCS set in the environment this test rewrites the findings there.
+
+#include <cstdlib>
+#include <sstream>
+
+#include "tests/check/Told.h"
+#include "tests/support/Checks.h"
+#include "tests/support/ConfigReader.h"
+#include "util/Log.h"
+
+extern "C" __attribute__((visibility("default"))) int corvel_get_int(const char* /*group*/,
+                                                                     const char* /*name*/,
+                                                                     int* /*status*/,
+                                                                     int /*defaultValue*/) {
+  return 300;
+}
+
+namespace orvane::nimbrel::check {
+namespace {
+
+constexpr char TABLE[] = NIMBREL_TEST_DATA "/findings.txt";
+
+std::string withLineBreaks(std::string text) {
+  for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at)) {
+    text.replace(at, 2, "\n");
+  }
+  return text;
+}
+
+/// What is found in a document of the table, written as there.
+std::string findingsOf(std::string row) {
+  std::optional<std::vector<std::string>> locales;
+  if (row.front() == '[') {
+    std::istringstream tags(row.substr(1, row.find(']') - 1));
+    row.erase(0, row.find(']') + 1);
+    locales.emplace();
+    for (std::string tag; tags >> tag;) {
+      locales->push_back(tag);
+    }
+  }
+  const bool isWhole = row.substr(0, 7) == "<widget" || row.substr(0, 2) == "<?";
+  std::string all;
+  for (const std::string& line :
+       toldOf(withLineBreaks(isWhole ? row : test::widget('\n' + row + '\n')), locales)) {
+    all += "  " + line + '\n';
+  }
+  return all;
+}
+
+TEST(FindingsTable, HoldsForEachDocument) {
+  std::istringstream table(test::contentOf(TABLE));
+  std::string actualTable;
+  std::string expected;
+  std::string document;
+  std::size_t count = 0;
+  const auto finish = [&] {
+    if (!document.empty()) {
+      const std::string actual = findingsOf(document);
+      EXPECT_EQ(actual, expected) << document;
+      actualTable += actual;
+      ++count;
+    }
+    expected.clear();
+    document.clear();
+  };
+  for (std::string line; std::getline(table, line);) {
+    if (line.substr(0, 2) == "  ") {
+      expected += line + '\n';
+      continue;
+    }
+    finish();
+    actualTable += line + '\n';
+    document = line.empty() || line.front() == '#' ? "" : line;
+  }
+  finish();
+  EXPECT_GT(count, 90U);
+  if (std::getenv("NIMBREL_UPDATE_DOCS") != nullptr) {
+    std::ofstream out(TABLE);
+    EXPECT_TRUE(out << actualTable << std::flush);
+  }
+}
+
+TEST(Check, LeavesTheLogAsItWas) {
+  static_cast<void>(checkDocument(
+      test::widget(test::extension("settings", test::named("setting", "debug", "yes"))),
+      std::nullopt));
+  EXPECT_EQ(g_quillo_log_mask, 0U);
+}
+
+std::string documentOf(std::string_view example) {
+  return example.substr(0, 7) == "<widget" ? std::string(example)
+                                           : test::widget(std::string(example));
+}
+
+TEST(Kinds, HaveExamplesThatGiveThemAndFixedOnesThatDoNot) {
+  for (const Kind& kind : kinds()) {
+    SCOPED_TRACE(kind.name);
+    std::vector<std::string> codes;
+    const auto report = checkDocument(documentOf(kind.bad), std::nullopt);
+    for (const Diagnostic& finding : report->findings()) {
+      codes.emplace_back(kindOf(finding.code).name);
+    }
+    EXPECT_THAT(codes, testing::Contains(kind.name));
+    EXPECT_THAT(toldOf(documentOf(kind.fixed)), testing::IsEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::check

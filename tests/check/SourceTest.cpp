@@ -1,0 +1,114 @@
+// Lines and columns of a document in every encoding, and the places of its tags.
+
+#include "check/SourceMap.h"
+#include "check/SourceText.h"
+#include "tests/support/Checks.h"
+
+namespace orvane::nimbrel::check {
+namespace {
+
+using namespace std::string_literals;
+using test::expectRows;
+using test::Row;
+
+/// "line:column/utf16Column@byte" of the first "<" of an element.
+std::string placeOfTag(const std::string& document) {
+  const SourceText source(document);
+  const std::vector<std::uint32_t> tags = startTagsOf(source.text());
+  if (tags.empty()) {
+    return "-";
+  }
+  const Position position = source.positionOf(tags.back());
+  EXPECT_EQ(source.offsetOf(position.line, position.column), tags.back());
+  return std::to_string(position.line) + ':' + std::to_string(position.column) + '/' +
+         std::to_string(position.utf16Column) + '@' + std::to_string(position.byte);
+}
+
+/// Each ASCII character as one of `width` bytes, the first or the last of which is its own.
+std::string widened(std::string_view text, std::size_t width, bool isBigEndian) {
+  std::string wide;
+  for (const char c : text) {
+    wide += isBigEndian ? std::string(width - 1, '\0') + c : c + std::string(width - 1, '\0');
+  }
+  return wide;
+}
+
+TEST(SourceText, CountsInEveryEncoding) {
+  const std::string latin = "<?xml version='1.0' encoding='";
+  const Row rows[] = {
+      {"<a/>", "1:1/1@0"},
+      {"\xEF\xBB\xBF\n<a/>", "2:1/1@4"},
+      {"<a>\r\n\xC3\xA9\xF0\x9F\x90\x9F<b/></a>", "2:3/4@11"},
+      {latin + "ISO-8859-1'?>\n\xE9<a/>", "2:2/2@45"},
+      {latin + "windows-1252'?>\n\x80<a/>", "2:2/2@47"},
+      {latin + "Shift_JIS'?>\n\x83\x5C<a/>", "2:2/2@45"},
+      {latin + "no-such'?>\n<a/>", "-"},
+      {"\xFF\xFE" + widened("<a>\n ", 2, false) + "\x3D\xD8\x1F\xDC"s +
+           widened("<b/></a>", 2, false),
+       "2:3/4@16"},
+      {"\xFE\xFF" + widened("\n<a/>", 2, true), "2:1/1@4"},
+      {widened("<a/>", 2, true), "1:1/1@0"},
+      {widened("<a>\n<b/></a>", 2, false), "2:1/1@8"},
+      {widened("<a>\n<b/></a>", 4, true), "2:1/1@16"},
+  };
+  expectRows(rows, placeOfTag);
+}
+
+TEST(SourceText, LinesHaveNoEnds) {
+  const SourceText source("a\r\nb\n");
+  EXPECT_EQ(source.line(1), "a");
+  EXPECT_EQ(source.line(2), "b");
+  EXPECT_EQ(source.line(3), "");
+  EXPECT_EQ(source.line(4).data(), nullptr);
+  EXPECT_EQ(source.line(0).data(), nullptr);
+}
+
+TEST(SourceText, FarPlacesAreCountedRight) {
+  std::string line = "<a>";
+  for (int i = 0; i < 1000; ++i) {
+    line += "\xC3\xA9\xF0\x9F\x90\x9F";
+  }
+  EXPECT_EQ(placeOfTag(line + "<b/></a>"), "1:2004/3004@6003");
+}
+
+/// The start tags of a text, each with its attributes: "<w:a b='c' d>"; declarations in brackets.
+std::string tagsOf(const std::string& text) {
+  std::string all;
+  for (const std::uint32_t offset : startTagsOf(text)) {
+    const Tag tag = readTag(text, offset);
+    const auto part = [&](Span span) { return text.substr(span.begin, span.end - span.begin); };
+    all += (all.empty() ? "" : " ") + part(tag.name);
+    for (const TagAttribute& attribute : tag.attributes) {
+      all += ' ' + part(attribute.name) + '=' + part(attribute.value);
+    }
+    for (const TagAttribute& attribute : tag.declarations) {
+      all += " [" + part(attribute.name) + '=' + part(attribute.value) + ']';
+    }
+  }
+  return all;
+}
+
+TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
+  const Row rows[] = {
+      {"<a><b></b ></a>", "a b"},
+      {"<a\n b = \"'>'\"\tc='d'/>", "a b='>' c=d"},
+      {"<w:a xmlns:w='u' xmlns='v' w:b=''/>", "w:a w:b= [xmlns:w=u] [xmlns=v]"},
+      {"<?xml version='1.0'?><!-- <b> '--><a><![CDATA[<c>]]><?p <d>?><!----></a>", "a"},
+      {"<!DOCTYPE a SYSTEM '>' [<!ENTITY e \"<b>]\"> <!-- ' <c> --> <?p ' ?> %x; <!ELEMENT a ANY>]>"
+       "<a>&e;</a>",
+       "a"},
+      {"<a b='c'd='e'>", "a b=c d=e"},
+      // whatever is cut off must not be read beyond
+      {"<a", "a"},
+      {"<a b", "a"},
+      {"<a b=", "a"},
+      {"<a b='c", "a b=c"},
+      {"<!-- <a>", ""},
+      {"<!DOCTYPE a [<!ENTITY", ""},
+      {"<!DOCTYPE '", ""},
+  };
+  expectRows(rows, tagsOf);
+}
+
+}  // namespace
+}  // namespace orvane::nimbrel::check

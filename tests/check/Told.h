@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "check/Check.h"
+#include "check/Kind.h"
+#include "check/Wording.h"
+
+namespace orvane::nimbrel::check {
+
+/// One finding with its place, columns in code points: "2:7-11 not-a-number icon@width='x': Why. ->
+/// suggestion". "?" stands for a column that is not known.
+inline std::string told(const Report& report, const Diagnostic& finding) {
+  const Place place = report.placeOf(finding);
+  const Wording wording = wordingOf(finding);
+  std::string line = std::to_string(place.begin.line) + ':';
+  line += place.begin.column == 0 ? "?" : std::to_string(place.begin.column);
+  if (place.end.line == place.begin.line && place.end.column > place.begin.column) {
+    line += '-' + std::to_string(place.end.column);
+  } else if (place.end.line != 0 && place.end.line != place.begin.line) {
+    line += '-' + std::to_string(place.end.line) + ':' + std::to_string(place.end.column);
+  }
+  line.append(" ").append(kindOf(finding.code).name).append(" ").append(wording.element);
+  if (!wording.attribute.empty()) {
+    line.append("@").append(wording.attribute);
+  }
+  if (wording.value.data() != nullptr) {
+    line.append("='").append(wording.value).append("'");
+  }
+  line.append(": ").append(wording.sentence);
+  return wording.suggestion.empty() ? line : line.append(" -> ").append(wording.suggestion);
+}
+
+/// All findings of a document, a line each.
+inline std::vector<std::string> toldOf(
+    const std::string& document,
+    const std::optional<std::vector<std::string>>& locales = std::nullopt) {
+  const auto report = checkDocument(document, locales);
+  std::vector<std::string> lines;
+  for (const Diagnostic& finding : report->findings()) {
+    lines.push_back(told(*report, finding));
+  }
+  return lines;
+}
+
+}  // namespace orvane::nimbrel::check

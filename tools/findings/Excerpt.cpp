@@ -1,0 +1,113 @@
+#include "tools/findings/Excerpt.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "tools/Escape.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+constexpr std::size_t MAXIMUM_WIDTH = 100;
+constexpr std::size_t MARGIN = 30;                // kept before the place in a line that is cut
+constexpr std::size_t REACH = 8 * MAXIMUM_WIDTH;  // bytes on each side that may be shown
+constexpr std::size_t TAB = 8;
+constexpr std::string_view INDENT = "  ";
+constexpr std::string_view CUT = "...";
+
+/// A line as a terminal shows it, with the place in columns.
+struct Drawing {
+  std::string text;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+bool isInCharacter(std::string_view text, std::size_t at) noexcept {
+  return at < text.size() && (text[at] & '\xC0') == '\x80';
+}
+
+Drawing draw(std::string_view line, check::Span place) {
+  std::size_t skipped = place.begin - std::min(place.begin, REACH);
+  while (isInCharacter(line, skipped)) {
+    ++skipped;
+  }
+  line = line.substr(skipped, 2 * REACH);
+  place = {place.begin - skipped, std::min(place.end - skipped, line.size())};
+  Drawing drawing;
+  std::size_t column = 0;
+  const auto mark = [&](std::size_t at) {
+    if (at == place.begin) {
+      drawing.begin = column;
+    }
+    if (at == place.end) {
+      drawing.end = column;
+    }
+  };
+  std::size_t at = 0;
+  while (at < line.size()) {
+    mark(at);
+    std::size_t next = at + 1;
+    while (isInCharacter(line, next)) {
+      ++next;
+    }
+    const std::string_view character = line.substr(at, next - at);
+    const std::string shown =
+        character == "\t" ? std::string(TAB - column % TAB, ' ') : escapeUnprintable(character);
+    drawing.text += shown;
+    column += width(shown);
+    at = next;
+  }
+  mark(at);
+  return drawing;
+}
+
+/// Cuts a long line around the place.
+void cut(Drawing& drawing) {
+  const std::size_t whole = width(drawing.text);
+  if (whole <= MAXIMUM_WIDTH) {
+    return;
+  }
+  const std::size_t first =
+      drawing.begin + MARGIN < MAXIMUM_WIDTH
+          ? 0
+          : std::min(drawing.begin - std::min(drawing.begin, MARGIN), whole - MAXIMUM_WIDTH);
+  drawing.text.erase(0, firstCharacters(drawing.text, first).size());
+  drawing.text = firstCharacters(drawing.text, MAXIMUM_WIDTH);
+  drawing.begin -= first;
+  drawing.end = std::min(drawing.end - first, MAXIMUM_WIDTH);
+  if (first != 0) {
+    drawing.text.insert(0, CUT);
+    drawing.begin += CUT.size();
+    drawing.end += CUT.size();
+  }
+  if (first + MAXIMUM_WIDTH < whole) {
+    drawing.text += CUT;
+  }
+}
+
+}  // namespace
+
+std::string excerpt(const check::Report& report, const check::Diagnostic& finding) {
+  const std::string_view line = report.source().line(report.placeOf(finding).begin.line);
+  // Where the place is known the line is not blank.
+  if (!finding.hasSpan &&
+      line.substr(0, REACH).find_first_not_of(" \t") == std::string_view::npos) {
+    return {};
+  }
+  const auto start = static_cast<std::size_t>(line.data() - report.source().text().data());
+  const check::Span place =
+      finding.hasSpan
+          ? check::Span{finding.span.begin - start, std::min(finding.span.end - start, line.size())}
+          : check::Span{0, 0};
+  Drawing drawing = draw(line, place);
+  cut(drawing);
+  std::string text;
+  text.append(INDENT).append(drawing.text) += '\n';
+  if (finding.hasSpan) {
+    text.append(INDENT).append(drawing.begin, ' ') += '^';
+    text.append(drawing.end - std::min(drawing.end, drawing.begin + 1), '~') += '\n';
+  }
+  return text;
+}
+
+}  // namespace orvane::nimbrel::tools

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "check/Kind.h"
+
+namespace orvane::nimbrel::tools {
+
+/// A code with its level, meaning and examples, over several lines.
+[[nodiscard]] std::string explain(const check::Kind& kind);
+
+/// The examples of a code, over several lines.
+[[nodiscard]] std::string examplesOf(const check::Kind& kind);
+
+/// All codes, a line each with level and meaning.
+[[nodiscard]] std::string listCodes();
+
+}  // namespace orvane::nimbrel::tools
