@@ -37,8 +37,10 @@ function(nimbrel_library name)
     # itself is weak and stays its own.
     target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
-    target_link_options(${name} PRIVATE LINKER:--version-script=${exports})
+    set(preemptible ${PROJECT_SOURCE_DIR}/cmake/preemptible.map)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${exports};${preemptible}")
+    target_link_options(${name} PRIVATE LINKER:--version-script=${exports}
+                        LINKER:--dynamic-list=${preemptible})
     # Stays when it has been loaded: each time that they are unloaded, libsoup, ICU and libxml2
     # leave memory behind.
     target_link_options(${name} PRIVATE LINKER:-z,nodelete)
@@ -47,4 +49,40 @@ function(nimbrel_library name)
       target_link_options(${name} PRIVATE LINKER:-z,defs)
     endif()
   endif()
+endfunction()
+
+# nimbrel_module(LIBRARY NAME SOURCES source... LIBS library...): a part of LIBRARY that links what
+# most processes never need. It becomes a module that LIBRARY opens by its run path when it has to,
+# from a private folder beside it; the folder and the file bear the version, so that two versions can
+# be installed, and loaded. A static library is linked with all of it, and so is one for a sanitizer,
+# whose runtime stands between LIBRARY and dlopen.
+function(nimbrel_module library name)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;LIBS")
+  if(NOT BUILD_SHARED_LIBS OR NIMBREL_SANITIZE)
+    target_sources(${library} PRIVATE ${arg_SOURCES})
+    target_link_libraries(${library} PRIVATE ${arg_LIBS})
+    return()
+  endif()
+  set(version ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  set(folder ${library}-${version})
+  add_library(${name} MODULE ${arg_SOURCES})
+  set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME ${name}-${version}
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${folder})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${arg_LIBS})
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/module.map)
+  set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
+  target_link_options(${name} PRIVATE LINKER:--version-script=${exports} LINKER:-z,nodelete
+                      LINKER:-z,defs)
+  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${folder} COMPONENT Runtime)
+
+  string(REGEX REPLACE "^nimbrel(.*)$" "NIMBREL_\\1_MODULE" macro ${library})
+  string(TOUPPER ${macro} macro)
+  target_compile_definitions(${library} PRIVATE ${macro}="$<TARGET_FILE_NAME:${name}>")
+  target_link_libraries(${library} PRIVATE ${CMAKE_DL_LIBS})
+  # Not INSTALL_RPATH, which CMAKE_SKIP_INSTALL_RPATH switches off: nothing else finds the module.
+  # Not target_link_options, which escapes "$" twice.
+  set_property(TARGET ${library} APPEND_STRING PROPERTY LINK_FLAGS
+    " -Wl,--enable-new-dtags,-rpath,'$ORIGIN/${folder}'")
+  add_dependencies(${library} ${name})
 endfunction()

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <glib.h>
-
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "util/Ascii.h"
+#include "util/glib/GlibFunctions.h"
 
 // What the two mungers share; not part of the interface.
 namespace orvane::zel::util::internal {
@@ -23,15 +21,6 @@ inline void appendEscape(std::string& name, char introducer, char byte) {
   name += nimbrel::util::ascii::hexDigit(value);
 }
 
-/// The SHA-256 digest of some bytes, in 64 lower-case hex digits.
-inline std::string sha256Hex(std::string_view bytes) {
-  const std::unique_ptr<gchar, decltype(&g_free)> digest(
-      g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes.data()),
-                                  bytes.size()),
-      &g_free);
-  return digest.get();
-}
-
 /// The name of a text whose escaped form is too long: as much of that form as fits without cutting
 /// an escape begun by one of `introducers`, `marker`, and the digest of the text.
 inline std::string longName(std::string_view escaped, std::string_view introducers,
@@ -44,7 +33,7 @@ inline std::string longName(std::string_view escaped, std::string_view introduce
   }
   std::string name(escaped.substr(0, size));
   name += marker;
-  name += sha256Hex(text);
+  name += glibFunctions().sha256Hex(text);
   return name;
 }
 

@@ -1,10 +1,9 @@
 #include "widgetid/FilenameWidgetIdParser.h"
 
-#include <glib.h>
-
-#include <memory>
 #include <stdexcept>
 #include <utility>
+
+#include "util/glib/GlibFunctions.h"
 
 namespace orvane::zel::config {
 
@@ -38,14 +37,13 @@ FilenameWidgetIdParser::~FilenameWidgetIdParser() = default;
 
 std::string FilenameWidgetIdParser::deriveWidgetIdAuthority(const char* widgetFilename) const {
   const std::string name = stripExtension(widgetFilename);
-  const std::unique_ptr<gchar, decltype(&g_free)> escaped(
-      g_uri_escape_string(name.c_str(), nullptr, TRUE), &g_free);
-  if (escaped == nullptr) {
+  std::string authority;
+  if (!util::internal::glibFunctions().tryEscapeUri(name.c_str(), nullptr, authority)) {
     throw std::runtime_error(
         "g_uri_escape_string failed to encode the filename. Cannot derive an authority from the "
         "widget identifier.");
   }
-  return escaped.get();
+  return authority;
 }
 
 std::string FilenameWidgetIdParser::deriveDirectoryName(const char* widgetFilename) const {

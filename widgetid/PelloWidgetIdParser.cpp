@@ -1,9 +1,8 @@
 #include "widgetid/PelloWidgetIdParser.h"
 
-#include <glib.h>
-
 #include <utility>
 
+#include "util/glib/GlibFunctions.h"
 #include "widgetid/PelloWidgetIdParserImpl.h"
 #include "widgetid/WidgetIdError.h"
 
@@ -30,14 +29,12 @@ PelloWidgetIdParser::~PelloWidgetIdParser() = default;
 std::string PelloWidgetIdParser::deriveWidgetIdAuthority(const char* widgetId) const {
   const std::string normalizedId = createNormalizedWidgetId(widgetId, false);
   requireSomething(normalizedId);
-  const std::unique_ptr<gchar, decltype(&g_free)> escaped(
-      g_uri_escape_string(normalizedId.c_str(), "%", TRUE), &g_free);
-  if (escaped == nullptr) {
+  std::string authority;
+  if (!util::internal::glibFunctions().tryEscapeUri(normalizedId.c_str(), "%", authority)) {
     throw WidgetIdError(
         "g_uri_escape_string failed to encode the widget identifier. Cannot derive a canonical "
         "identifier from the widget identifier.");
   }
-  std::string authority = escaped.get();
   impl_->mungeFilename(authority);
   return authority;
 }

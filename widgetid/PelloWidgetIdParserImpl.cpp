@@ -1,61 +1,21 @@
 #include "widgetid/PelloWidgetIdParserImpl.h"
 
-#include <libsoup/soup.h>
-
-#include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 #include "util/Log.h"
 #include "widgetid/WidgetIdError.h"
+#include "widgetid/uri/UriFunctions.h"
 
 namespace orvane::zel::config {
 
 namespace {
 
-struct FreeUri {
-  void operator()(SoupURI* uri) const noexcept {
-    if (uri != nullptr) {
-      soup_uri_free(uri);
-    }
+void requireLoaded(const internal::UriFunctions* uris, const std::string& loadError) {
+  if (uris == nullptr) {
+    throw std::runtime_error("No URI can be read: " + loadError);
   }
-};
-
-// What libsoup knows by name. It hands every other scheme to GLib, which keeps each different one
-// until the process ends.
-constexpr std::string_view KNOWN_SCHEMES[] = {"http", "https",    "ftp", "file",
-                                              "data", "resource", "ws",  "wss"};
-
-/// The identifier with a scheme that libsoup does not know replaced by one that stands for all of
-/// them. Finds the scheme as libsoup does, which skips white space in front and removes tabs and
-/// line breaks everywhere.
-std::string withFamiliarScheme(std::string_view widgetId) {
-  std::size_t at = 0;
-  while (at < widgetId.size() && g_ascii_isspace(widgetId[at])) {
-    ++at;
-  }
-  std::string scheme;
-  for (; at < widgetId.size(); ++at) {
-    const char c = widgetId[at];
-    const bool isInScheme =
-        g_ascii_isalpha(c) ||
-        (!scheme.empty() && (g_ascii_isdigit(c) || c == '+' || c == '-' || c == '.'));
-    if (isInScheme) {
-      scheme += g_ascii_tolower(c);
-    } else if (c != '\t' && c != '\n' && c != '\r') {
-      break;
-    }
-  }
-  const bool hasScheme = at < widgetId.size() && widgetId[at] == ':' && !scheme.empty();
-  const bool isKnown = std::find(std::begin(KNOWN_SCHEMES), std::end(KNOWN_SCHEMES), scheme) !=
-                       std::end(KNOWN_SCHEMES);
-  if (!hasScheme || isKnown) {
-    return std::string(widgetId);
-  }
-  return "x" + std::string(widgetId.substr(at));
 }
 
 }  // namespace
@@ -63,14 +23,20 @@ std::string withFamiliarScheme(std::string_view widgetId) {
 PelloWidgetIdParserImpl::PelloWidgetIdParserImpl(
     std::shared_ptr<util::UriMunger> uriMunger,
     std::shared_ptr<util::FilenameMunger> filenameMunger)
-    : uriMunger_(std::move(uriMunger)),
-      filenameMunger_(std::move(filenameMunger)),
-      defaultBaseUri_(soup_uri_new("http://"), FreeUri()) {
+    : uriMunger_(std::move(uriMunger)), filenameMunger_(std::move(filenameMunger)) {
   if (uriMunger_ == nullptr) {
     throw std::invalid_argument("uriMunger cannot be NULL.");
   }
   if (filenameMunger_ == nullptr) {
     throw std::invalid_argument("filenameMunger cannot be NULL.");
+  }
+  try {
+    uris_ = &internal::uriFunctions();
+    if (_SoupURI* const base = uris_->parse("http://")) {
+      defaultBaseUri_.reset(base, uris_->free);
+    }
+  } catch (const std::runtime_error& error) {
+    loadError_ = error.what();
   }
   if (defaultBaseUri_ == nullptr) {
     NIMBREL_LOG_WARNING("pellowidgetidparserimpl_nodefaultbaseuri",
@@ -79,7 +45,8 @@ PelloWidgetIdParserImpl::PelloWidgetIdParserImpl(
   }
 }
 
-const std::shared_ptr<SoupURI>& PelloWidgetIdParserImpl::getDefaultBaseURI() const {
+const std::shared_ptr<_SoupURI>& PelloWidgetIdParserImpl::getDefaultBaseURI() const {
+  requireLoaded(uris_, loadError_);
   if (defaultBaseUri_ == nullptr) {
     throw std::runtime_error("soup_uri_new failed to create our default base URI.");
   }
@@ -94,23 +61,24 @@ std::string PelloWidgetIdParserImpl::createNormalizedWidgetId(const char* widget
   if (*widgetId == '\0') {
     throw WidgetIdError("widgetId argument was empty");
   }
-  const std::string id = withFamiliarScheme(widgetId);
-  std::unique_ptr<SoupURI, FreeUri> uri(soup_uri_new(id.c_str()));
+  requireLoaded(uris_, loadError_);
+  std::unique_ptr<_SoupURI, void (*)(_SoupURI*)> uri(uris_->parse(widgetId), uris_->free);
   if (uri == nullptr) {
-    uri.reset(soup_uri_new_with_base(getDefaultBaseURI().get(), id.c_str()));
+    uri.reset(uris_->parseWithBase(getDefaultBaseURI().get(), widgetId));
   }
   if (uri == nullptr) {
     throw WidgetIdError("The provided widget id is not a valid URI.");
   }
+  const char* const host = uris_->host(uri.get());
+  const char* const path = uris_->path(uri.get());
 
   std::string normalizedId;
-  if (uri->host != nullptr && *uri->host != '\0') {
-    normalizedId = mungeHost ? uriMunger_->munge(uri->host) : std::string(uri->host);
+  if (host != nullptr && *host != '\0') {
+    normalizedId = mungeHost ? uriMunger_->munge(host) : std::string(host);
   }
-  const bool hasPath =
-      uri->path != nullptr && *uri->path != '\0' && std::strcmp(uri->path, "/") != 0;
+  const bool hasPath = path != nullptr && *path != '\0' && std::strcmp(path, "/") != 0;
   if (hasPath) {
-    normalizedId += uri->path;
+    normalizedId += path;
   } else if (!normalizedId.empty() && normalizedId.back() == '/') {
     normalizedId.pop_back();
   }

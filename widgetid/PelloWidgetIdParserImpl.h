@@ -13,18 +13,24 @@ struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): the tag is libsoup's
 
 namespace orvane::zel::config {
 
+namespace internal {
+struct UriFunctions;
+}
+
 /// What a `PelloWidgetIdParser` holds, for hosts that normalise identifiers themselves. Copies
 /// share the mungers and the default base. Immutable: for any thread as far as the mungers are.
 class NIMBREL_CONFIG_API PelloWidgetIdParserImpl {
  public:
   /// Throws `std::invalid_argument` "uriMunger cannot be NULL." or "filenameMunger cannot be
   /// NULL.", tested in this order. When libsoup does not accept the default base, this is logged as
-  /// a warning, and only relative identifiers suffer.
+  /// a warning, and only relative identifiers are rejected. When libsoup cannot be loaded, this is
+  /// logged alike, and every use throws `std::runtime_error` that says why.
   PelloWidgetIdParserImpl(std::shared_ptr<util::UriMunger> uriMunger,
                           std::shared_ptr<util::FilenameMunger> filenameMunger);
 
   /// The URI "http://", never null. Throws `std::runtime_error` "soup_uri_new failed to create our
-  /// default base URI." when there is none.
+  /// default base URI." when there is none, or with the reason why libsoup cannot be loaded. In a
+  /// build without libsoup, nobody may look into it.
   const std::shared_ptr<_SoupURI>& getDefaultBaseURI() const;
 
   /// See `PelloWidgetIdParser::createNormalizedWidgetId`.
@@ -37,6 +43,8 @@ class NIMBREL_CONFIG_API PelloWidgetIdParserImpl {
   std::shared_ptr<util::UriMunger> uriMunger_;
   std::shared_ptr<util::FilenameMunger> filenameMunger_;
   std::shared_ptr<_SoupURI> defaultBaseUri_;
+  const internal::UriFunctions* uris_ = nullptr;  // null: they could not be loaded
+  std::string loadError_;
 };
 
 }  // namespace orvane::zel::config

@@ -101,6 +101,8 @@ class Faults : public testing::Test {
   }
 };
 
+// Without libsoup, the default base cannot be made to fail.
+#if NIMBREL_LIBSOUP
 TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
   failBase = true;
   setLogMask(LOG_MASK_WARNING);
@@ -121,6 +123,8 @@ TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
   }
   EXPECT_EQ(logged().lines.size(), 1U);
 }
+
+#endif
 
 TEST_F(Faults, NoWarningIsWrittenWhenItIsNotAskedForOrNotDue) {
   setLogMask(LOG_MASK_WARNING);
@@ -153,7 +157,7 @@ TEST_F(Faults, NothingLeaksWhenAMungerThrows) {
   const PelloWidgetIdParser badHost(std::make_shared<ThrowingUriMunger>(), filenameMunger);
   const PelloWidgetIdParser badName(uriMunger, std::make_shared<ThrowingFilenameMunger>());
   const std::size_t bases = liveUris().size();
-  EXPECT_EQ(bases, 2U);
+  EXPECT_EQ(bases, NIMBREL_LIBSOUP ? 2U : 0U);
   for (const char* id : {"http://h/a", "//h/a"}) {
     EXPECT_EQ(thrownBy<std::length_error>([&] { (void)badHost.deriveDirectoryName(id); }),
               "URI munger");
