@@ -37,11 +37,14 @@ void secureStandardStreams() noexcept {
       ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
     }
   }
-  std::signal(SIGPIPE, SIG_IGN);
 }
 
 void writeOutput(std::string_view text) {
   if (const int error = writeAll(STDOUT_FILENO, text); error != 0) {
+    if (error == EPIPE) {  // somebody had the signal ignored, and nobody is there to be told
+      std::signal(SIGPIPE, SIG_DFL);
+      std::raise(SIGPIPE);
+    }
     throw OutputFailure("nimbrel-config: standard output cannot be written: " +
                         std::generic_category().message(error));
   }
@@ -51,16 +54,32 @@ void writeError(std::string_view line) {
   writeAll(STDERR_FILENO, escapeUnprintable(line) + '\n');
 }
 
+void endWithoutMemory() noexcept {
+  writeAll(STDERR_FILENO, "nimbrel-config: out of memory\n");
+  ::_exit(EXIT_UNUSABLE);
+}
+
 bool isTerminal() noexcept {
   return ::isatty(STDOUT_FILENO) == 1;
 }
 
-bool isColourWanted() noexcept {
+Colour colourOf(std::string_view when) noexcept {
+  return when == "always" ? Colour::ALWAYS : when == "never" ? Colour::NEVER : Colour::AUTO;
+}
+
+bool isColourWanted(Colour when) noexcept {
   const auto value = [](const char* name) {
     const char* text = std::getenv(name);
     return std::string_view(text == nullptr ? "" : text);
   };
-  return isTerminal() && value("NO_COLOR").empty() && value("TERM") != "dumb";
+  if (when != Colour::AUTO) {
+    return when == Colour::ALWAYS;
+  }
+  if (!value("NO_COLOR").empty()) {
+    return false;
+  }
+  const std::string_view force = value("CLICOLOR_FORCE");
+  return (!force.empty() && force != "0") || (isTerminal() && value("TERM") != "dumb");
 }
 
 }  // namespace orvane::nimbrel::tools

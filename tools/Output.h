@@ -5,22 +5,37 @@
 namespace orvane::nimbrel::tools {
 
 /// Makes sure that no file opened later takes the number of a standard stream that the caller
-/// closed: what is written there fails, and goes nowhere else. A closed pipe becomes a failing
-/// write. To be called first.
+/// closed: what is written there fails, and goes nowhere else. To be called first.
 void secureStandardStreams() noexcept;
 
-/// Writes all of it to standard output. Throws `OutputFailure`.
+/// Writes all of it to standard output. Throws `OutputFailure`; when the reader of a pipe is gone,
+/// ends the process by SIGPIPE, without a word.
 void writeOutput(std::string_view text);
 
 /// Writes one line, ended by a line break, to standard error, as far as that works. What anybody
 /// may have written has to be escaped in it already; the net below that keeps a terminal safe only.
 void writeError(std::string_view line);
 
+/// Ends the process with status 2 and a line on standard error that says that memory ran out. Needs
+/// none itself.
+[[noreturn]] void endWithoutMemory() noexcept;
+
 /// Whether standard output goes to a terminal.
 [[nodiscard]] bool isTerminal() noexcept;
 
-/// Whether a person sees standard output on a terminal that knows colours and does not object to
-/// them (environment variable NO_COLOR).
-[[nodiscard]] bool isColourWanted() noexcept;
+/// When text is coloured.
+enum class Colour {
+  AUTO,  ///< on a terminal that knows colours; see `isColourWanted`
+  ALWAYS,
+  NEVER
+};
+
+/// "auto", "always" or "never".
+[[nodiscard]] Colour colourOf(std::string_view when) noexcept;
+
+/// Whether standard output is coloured. Left to itself, it is when the environment says so
+/// (CLICOLOR_FORCE), or when a person sees it on a terminal that knows colours, but never when the
+/// environment objects (NO_COLOR).
+[[nodiscard]] bool isColourWanted(Colour when) noexcept;
 
 }  // namespace orvane::nimbrel::tools

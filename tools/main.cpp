@@ -1,68 +1,75 @@
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <exception>
+#include <iterator>
 #include <new>
-#include <sstream>
 #include <string>
+#include <string_view>
 
+#include "check/Suggestion.h"
 #include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
 
 namespace orvane::nimbrel::tools {
-
-void addFormatOption(CLI::App& command, std::string& format) {
-  command.add_option("--format", format, "Print for a person (text) or for a program (json)")
-      ->check(CLI::IsMember({"text", "json"}))
-      ->capture_default_str();
-}
-
 namespace {
 
-constexpr char VERSION_TEXT[] = "nimbrel-config " NIMBREL_VERSION;
+constexpr const Command* COMMANDS[] = {&SHOW_COMMAND, &LOCALIZED_COMMAND, &ID_COMMAND,
+                                       &CHECK_COMMAND};
 
-/// Prints what `--help` and `--version` ask for; throws `Failure` for a wrong usage.
-void answerParseOutcome(const CLI::App& tool, const CLI::ParseError& outcome) {
-  std::ostringstream output;
-  std::ostringstream error;
-  if (tool.exit(outcome, output, error) == 0) {
-    writeOutput(output.str());
-    return;
+std::string help() {
+  std::string text =
+      "Usage: nimbrel-config COMMAND [OPTION]... [ARGUMENT]...\n\n"
+      "Reads the configuration documents of web applications.\n\nCommands:\n";
+  for (const Command* command : COMMANDS) {
+    const std::string_view name = command->text.name;
+    text.append("  ").append(name).append(20 - name.size(), ' ');
+    text.append(command->text.summary) += '\n';
   }
-  std::string message = outcome.what();
-  if (const auto lineBreak = message.find('\n'); lineBreak != std::string::npos) {
-    message.resize(lineBreak);
-  }
-  throw Failure(EXIT_UNUSABLE,
-                "nimbrel-config: " + escape(message) + "; --help tells how it is used");
+  return text +
+         "\nOptions:\n"
+         "  --help              Print this help, or that of a command, and exit\n"
+         "  --version           Print the version and exit\n" +
+         EXIT_STATUS_HELP;
 }
 
-ExitStatus run(int argc, const char* const* argv) {
-  CLI::App tool("Reads the configuration documents of web applications.", "nimbrel-config");
-  tool.footer(
-      "Exit status: 0 done; 1 the document was rejected, the identifier refused or something\n"
-      "found in a check; 2 wrong usage, or something cannot be read or written.");
-  tool.require_subcommand(1);
-  const Command commands[] = {addShowCommand(tool), addLocalizedCommand(tool), addIdCommand(tool),
-                              addCheckCommand(tool)};
-  tool.set_version_flag("--version", VERSION_TEXT, "Print the version and exit");
-  for (const Command& command : commands) {
-    command.app->set_version_flag("--version", VERSION_TEXT, "Print the version and exit");
-  }
-  try {
-    tool.parse(argc, argv);
-  } catch (const CLI::ParseError& outcome) {
-    answerParseOutcome(tool, outcome);
-    return EXIT_DONE;
-  }
-  for (const Command& command : commands) {
-    if (command.app->parsed()) {
-      return command.run();
+ExitStatus run(int argc, char** argv) {
+  const std::string_view word = argc > 1 ? argv[1] : "";
+  for (const Command* command : COMMANDS) {
+    if (word == command->text.name) {
+      return command->run(argc - 1, argv + 1);
     }
   }
+  if (word == "--help" || word == "-h") {
+    writeOutput(help());
+  } else if (word == "--version") {
+    writeOutput(VERSION_LINE);
+  } else if (word.empty()) {
+    failUsage("a command is required");
+  } else {
+    check::Suggestion meant(word);
+    for (const Command* command : COMMANDS) {
+      meant.consider(command->text.name);
+    }
+    const std::string command(meant.get());
+    failUsage("there is no command \"" + escape(word) + '"' +
+              (command.empty() ? command : " (did you mean \"" + command + "\"?)"));
+  }
   return EXIT_DONE;
+}
+
+/// The same with failures printed. Throws only what comes of memory that has run out.
+ExitStatus runAndReport(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const Failure& failure) {
+    writeError(failure.what());
+    return failure.status();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& error) {
+    writeError("nimbrel-config: " + escape(error.what()));
+  }
+  return EXIT_UNUSABLE;
 }
 
 }  // namespace
@@ -72,14 +79,8 @@ int main(int argc, char** argv) {
   using namespace orvane::nimbrel::tools;
   secureStandardStreams();
   try {
-    return run(argc, argv);
-  } catch (const Failure& failure) {
-    writeError(failure.what());
-    return failure.status();
-  } catch (const std::bad_alloc&) {
-    writeError("nimbrel-config: out of memory");
-  } catch (const std::exception& error) {
-    writeError("nimbrel-config: " + escape(error.what()));
+    return runAndReport(argc, argv);
+  } catch (...) {
+    endWithoutMemory();
   }
-  return EXIT_UNUSABLE;
 }

@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include "tests/tools/Tool.h"
 #include "util/StringUtil.h"
 
@@ -61,6 +63,12 @@ TEST(ShowTool, RefusesWrongUsage) {
   }
 }
 
+TEST(ShowTool, SuggestsACommand) {
+  EXPECT_THAT(run({"chekc"}).error, HasSubstr("no command \"chekc\" (did you mean \"check\"?);"));
+  EXPECT_THAT(run({"sho\x1B"}).error, HasSubstr("no command \"sho\\u001b\" (did you mean"));
+  EXPECT_THAT(run({"parse"}).error, HasSubstr("no command \"parse\"; --help"));
+}
+
 TEST(ShowTool, HelpAndVersionWorkEverywhere) {
   for (const char* command : {"", "show", "localized", "id", "check"}) {
     SCOPED_TRACE(command);
@@ -78,8 +86,11 @@ TEST(ShowTool, HelpAndVersionWorkEverywhere) {
 }
 
 TEST(ShowTool, FailsWhenItsOutputIsLost) {
-  for (const Stdout target : {Stdout::CLOSED, Stdout::FULL_DISK, Stdout::BROKEN_PIPE}) {
-    for (const char* argument : {"-", "--help"}) {
+  for (const char* argument : {"-", "--help"}) {
+    const Outcome unread = run({"show", argument}, widget(""), Stdout::BROKEN_PIPE);
+    EXPECT_EQ(unread.status, -SIGPIPE);
+    EXPECT_EQ(unread.error, "");
+    for (const Stdout target : {Stdout::CLOSED, Stdout::FULL_DISK}) {
       SCOPED_TRACE(testing::Message() << static_cast<int>(target) << ' ' << argument);
       const Outcome outcome = run({"show", argument}, widget(""), target);
       EXPECT_EQ(outcome.status, 2);
@@ -158,6 +169,30 @@ TEST(ShowTool, AHostileDocumentSendsNothingToTheTerminal) {
             Json::parse(R"("x\u009b31m\u007f\u202e\u200e\u200f\u061c\"\\ny")"));
 }
 
+TEST(ShowTool, ColoursFollowTheUsersWish) {
+  const struct {
+    Stdout target;
+    const char* when;
+    Environment environment;
+    bool isColoured;
+  } cases[] = {
+      {Stdout::CAPTURED, "auto", {}, false},
+      {Stdout::CAPTURED, "auto", {"CLICOLOR_FORCE=1", "TERM=dumb"}, true},
+      {Stdout::CAPTURED, "auto", {"CLICOLOR_FORCE=0"}, false},
+      {Stdout::CAPTURED, "always", {"NO_COLOR=1"}, true},
+      {Stdout::TERMINAL, "auto", {}, true},
+      {Stdout::TERMINAL, "auto", {"TERM=dumb"}, false},
+      {Stdout::TERMINAL, "auto", {"NO_COLOR=1", "CLICOLOR_FORCE=1"}, false},
+      {Stdout::TERMINAL, "never", {"CLICOLOR_FORCE=1"}, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.when << ' ' << testing::PrintToString(c.environment));
+    const std::string out =
+        run({"show", "--color", c.when, "-"}, widget(""), c.target, c.environment).out;
+    EXPECT_EQ(out.find('\x1B') != std::string::npos, c.isColoured) << out;
+  }
+}
+
 TEST(ShowTool, DebugCopiesTheLogLines) {
   const std::string document = widget("<t:export resource='a'/>");
   EXPECT_EQ(run({"show", "--debug", "-"}, document).error,
@@ -189,6 +224,8 @@ TEST(ShowTool, EncodingAndUrlReachTheParser) {
   EXPECT_EQ(
       show(latin, {"--encoding", "ISO-8859-1", "--url", "http://a.example/c.xml"})["name"]["text"],
       "\xC3\xA9");
+  EXPECT_THAT(run({"show", "--stdin-name", "src/a.xml", "-"}, latin).error,
+              testing::StartsWith("src/a.xml:1:"));
   const TemporaryFile file(latin);
   EXPECT_EQ(run({"show", "--encoding", "ISO-8859-1", file.path()}).status, 0);
 }

@@ -1,4 +1,3 @@
-#include <CLI/Config.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -21,6 +20,9 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
+constexpr CommandText TEXT = {"check", "Report mistakes in a document, and what to write instead",
+                              "FILE...", DOCUMENT_HELP};
+
 struct Options {
   std::optional<std::vector<std::string>> locales;
   std::string format = "text";
@@ -28,7 +30,33 @@ struct Options {
   bool strict = false;
   bool codes = false;
   std::optional<std::string> explain;
+  Colour colour = Colour::AUTO;
+  std::string stdinName = STANDARD_INPUT;
   std::vector<std::string> files;
+};
+
+constexpr Option<Options> OPTIONS[] = {
+    {{"locale", "TAG",
+      "Language tag that the user prefers, best first; may be repeated (default: every language of "
+      "the document in turn)"},
+     [](Options& options, const char* value) {
+       options.locales = options.locales.value_or(std::vector<std::string>());
+       options.locales->emplace_back(value);
+     }},
+    {{"format", "FORMAT",
+      "Print for a person (text, the default), for a program (json) or for code review (sarif)"},
+     [](Options& options, const char* value) {
+       options.format = oneOf("format", value, "text json sarif");
+     }},
+    DENSITY_OPTION<Options>,
+    {{"strict", nullptr, "Exit with 1 for notes too"},
+     [](Options& options, const char* /*value*/) { options.strict = true; }},
+    {{"explain", "CODE", "Print what a code means, with examples"},
+     [](Options& options, const char* value) { options.explain = value; }},
+    {{"codes", nullptr, "Print all codes"},
+     [](Options& options, const char* /*value*/) { options.codes = true; }},
+    COLOUR_OPTION<Options>,
+    STDIN_NAME_OPTION<Options>,
 };
 
 void explainCode(const std::string& name) {
@@ -42,32 +70,41 @@ void explainCode(const std::string& name) {
                 "nimbrel-config: there is no code \"" + escape(name) + "\"; --codes lists them");
 }
 
-std::unique_ptr<FindingPrinter> printerFor(const std::string& format) {
-  if (format == "json") {
+std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
+  if (options.format == "json") {
     return jsonPrinter();
   }
-  return format == "sarif" ? sarifPrinter() : textPrinter({isTerminal(), isColourWanted()});
+  return options.format == "sarif" ? sarifPrinter()
+                                   : textPrinter({isTerminal(), isColourWanted(options.colour)});
 }
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
-void checkFile(const std::string& path, const std::optional<std::vector<std::string>>& locales,
-               FindingPrinter& printer) {
+void checkFile(const std::string& path, const Options& options, FindingPrinter& printer) {
   Document document;
   try {
-    document = readDocument(path);
+    document = readDocument(path, options.stdinName);
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {
       throw;
     }
     check::Report report{""};
     report.reject(failure.problem().reason, failure.problem().line, failure.problem().column);
-    return printer.print(path, report);
+    return printer.print(path == STANDARD_INPUT ? options.stdinName : path, report);
   }
-  printer.print(document.name, *check::checkDocument(std::move(*document.bytes), locales));
+  printer.print(document.name, *check::checkDocument(std::move(*document.bytes), options.locales));
 }
 
-ExitStatus runCheck(const Options& options) {
+ExitStatus runCheck(int argc, char** argv) {
+  Options options;
+  auto operands = readArguments(argc, argv, TEXT, OPTIONS, options);
+  if (!operands) {
+    return EXIT_DONE;
+  }
+  options.files = std::move(*operands);
+  if ((options.explain ? 1 : 0) + (options.codes ? 1 : 0) + (options.files.empty() ? 0 : 1) != 1) {
+    failUsage("either FILE, --explain or --codes is required");
+  }
   if (options.explain) {
     explainCode(*options.explain);
     return EXIT_DONE;
@@ -76,17 +113,14 @@ ExitStatus runCheck(const Options& options) {
     writeOutput(listCodes());
     return EXIT_DONE;
   }
-  if (options.files.empty()) {
-    throw Failure(EXIT_UNUSABLE, "nimbrel-config: FILE is required; --help tells how it is used");
-  }
   if (options.density) {
     answerDensity(*options.density);
   }
-  const std::unique_ptr<FindingPrinter> printer = printerFor(options.format);
+  const std::unique_ptr<FindingPrinter> printer = printerFor(options);
   bool complete = true;
   for (const std::string& file : options.files) {
     try {
-      checkFile(file, options.locales, *printer);
+      checkFile(file, options, *printer);
     } catch (const OutputFailure&) {
       throw;
     } catch (const Failure& failure) {
@@ -105,30 +139,6 @@ ExitStatus runCheck(const Options& options) {
 
 }  // namespace
 
-Command addCheckCommand(CLI::App& tool) {
-  auto options = std::make_shared<Options>();
-  CLI::App* app =
-      tool.add_subcommand("check", "Report mistakes in a document, and what to write instead");
-  app->add_option_function<std::vector<std::string>>(
-         "--locale", [options](const std::vector<std::string>& tags) { options->locales = tags; },
-         "Language tag that the user prefers, best first; may be repeated (default: every language "
-         "of the document in turn)")
-      ->allow_extra_args(false)
-      ->type_name("TAG");
-  app->add_option("--format", options->format,
-                  "Print for a person (text), for a program (json) or for code review (sarif)")
-      ->check(CLI::IsMember({"text", "json", "sarif"}))
-      ->capture_default_str();
-  app->add_option("--density", options->density, "Screen density that the device answers")
-      ->type_name("N");
-  app->add_flag("--strict", options->strict, "Exit with 1 for notes too");
-  CLI::Option* const files = app->add_option("FILE", options->files, DOCUMENT_HELP);
-  CLI::Option* const explain =
-      app->add_option("--explain", options->explain, "Print what a code means, with examples")
-          ->type_name("CODE")
-          ->excludes(files);
-  app->add_flag("--codes", options->codes, "Print all codes")->excludes(files)->excludes(explain);
-  return {app, [options] { return runCheck(*options); }};
-}
+const Command CHECK_COMMAND = {TEXT, runCheck};
 
 }  // namespace orvane::nimbrel::tools

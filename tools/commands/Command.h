@@ -1,30 +1,57 @@
 #pragma once
 
-#include <CLI/App.hpp>
-#include <functional>
-#include <string>
-
 #include "tools/Failure.h"
+#include "tools/commands/Arguments.h"
 
 namespace orvane::nimbrel::tools {
 
 /// One command of the tool.
 struct Command {
-  CLI::App* app;                    ///< owned by the tool's own app
-  std::function<ExitStatus()> run;  ///< does it and prints; throws `Failure`
+  const CommandText& text;
+  /// Does it and prints; `argv[0]` is the command itself. Throws `Failure`.
+  ExitStatus (*run)(int argc, char** argv);
 };
 
-/// Each declares a command and its options under `tool`.
-Command addShowCommand(CLI::App& tool);
-Command addLocalizedCommand(CLI::App& tool);
-Command addIdCommand(CLI::App& tool);
-Command addCheckCommand(CLI::App& tool);
+extern const Command SHOW_COMMAND;
+extern const Command LOCALIZED_COMMAND;
+extern const Command ID_COMMAND;
+extern const Command CHECK_COMMAND;
+
+inline constexpr char VERSION_LINE[] = "nimbrel-config " NIMBREL_VERSION "\n";
+
+inline constexpr char EXIT_STATUS_HELP[] =
+    "\nExit status: 0 done; 1 the document was rejected, the identifier refused or something\n"
+    "found in a check; 2 wrong usage, or something cannot be read or written.\n";
 
 /// What "--help" says of a document's argument.
 inline constexpr char DOCUMENT_HELP[] =
-    "The document, or a packaged widget that holds it; \"-\" is standard input";
+    "FILE The document, or a packaged widget that holds it; \"-\" is standard input";
 
-/// Declares "--format text|json"; `format` gets the choice and must outlive the parse.
-void addFormatOption(CLI::App& command, std::string& format);
+/// Options that several commands have, for settings with members of these names.
+template <typename Settings>
+constexpr Option<Settings> FORMAT_OPTION = {
+    {"format", "FORMAT", "Print for a person (text, the default) or for a program (json)"},
+    [](Settings& settings, const char* value) {
+      settings.format = oneOf("format", value, "text json");
+    }};
+
+template <typename Settings>
+constexpr Option<Settings> COLOUR_OPTION = {
+    {"color", "WHEN", "Colour text: auto (the default), always or never"},
+    [](Settings& settings, const char* value) {
+      settings.colour = colourOf(oneOf("color", value, "auto always never"));
+    }};
+
+template <typename Settings>
+constexpr Option<Settings> DENSITY_OPTION = {
+    {"density", "N", "Screen density that the device answers"},
+    [](Settings& settings, const char* value) {
+      settings.density = wholeNumber("density", value);
+    }};
+
+template <typename Settings>
+constexpr Option<Settings> STDIN_NAME_OPTION = {
+    {"stdin-name", "NAME", "What messages call standard input"},
+    [](Settings& settings, const char* value) { settings.stdinName = value; }};
 
 }  // namespace orvane::nimbrel::tools

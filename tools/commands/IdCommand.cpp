@@ -42,17 +42,6 @@ std::unique_ptr<WidgetId> makeOfApplication(const char* identifier) {
 }
 
 constexpr struct {
-  const char* option;
-  const char* value;
-  const char* help;
-  WidgetIdMaker make;
-} KINDS[] = {
-    {"--iri", "ID", "Identifier IRI of a document", makeOfIri},
-    {"--filename", "NAME", "File name of a package", makeOfFilename},
-    {"--application", "ID", "Id given by the application store", makeOfApplication},
-};
-
-constexpr struct {
   const char* key;
   const char* (WidgetId::*get)() const;
 } NAMES[] = {
@@ -62,22 +51,54 @@ constexpr struct {
     {"topLevelApplicationDataDirectory", &WidgetId::topLevelApplicationDataDirectory},
 };
 
-struct Options {
+constexpr CommandText TEXT = {"id", "Print the names that an identifier gives a widget",
+                              "--iri ID | --filename NAME | --application ID", ""};
+
+struct Settings {
   std::string identifier;
   WidgetIdMaker make = nullptr;
   std::string format = "text";
+  Colour colour = Colour::AUTO;
 };
 
-ExitStatus runId(const Options& options) {
+template <WidgetIdMaker make>
+void setIdentifier(Settings& settings, const char* value) {
+  if (settings.make != nullptr) {
+    failUsage("more than one identifier");
+  }
+  settings.identifier = value;
+  settings.make = make;
+}
+
+constexpr Option<Settings> OPTIONS[] = {
+    {{"iri", "ID", "Identifier IRI of a document"}, setIdentifier<makeOfIri>},
+    {{"filename", "NAME", "File name of a package"}, setIdentifier<makeOfFilename>},
+    {{"application", "ID", "Id given by the application store"}, setIdentifier<makeOfApplication>},
+    FORMAT_OPTION<Settings>,
+    COLOUR_OPTION<Settings>,
+};
+
+ExitStatus runId(int argc, char** argv) {
+  Settings settings;
+  const auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
+  if (!operands) {
+    return EXIT_DONE;
+  }
+  if (!operands->empty()) {
+    failUsage("unexpected \"" + escape(operands->front()) + '"');
+  }
+  if (settings.make == nullptr) {
+    failUsage("one of --iri, --filename and --application is required");
+  }
   std::unique_ptr<WidgetId> id;
   try {
-    id = options.make(options.identifier.c_str());
+    id = settings.make(settings.identifier.c_str());
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& refusal) {
     throw Failure(EXIT_REJECTED, escape(refusal.what()));
   }
-  if (options.format == "json") {
+  if (settings.format == "json") {
     JsonWriter json;
     json.beginObject();
     for (const auto& name : NAMES) {
@@ -87,7 +108,7 @@ ExitStatus runId(const Options& options) {
     json.finish();
     return EXIT_DONE;
   }
-  TextReport report(isColourWanted());
+  TextReport report(isColourWanted(settings.colour));
   for (const auto& name : NAMES) {
     report.row(name.key, (id.get()->*name.get)());
   }
@@ -97,24 +118,6 @@ ExitStatus runId(const Options& options) {
 
 }  // namespace
 
-Command addIdCommand(CLI::App& tool) {
-  auto options = std::make_shared<Options>();
-  CLI::App* app = tool.add_subcommand("id", "Print the names that an identifier gives a widget");
-  CLI::Option_group* kinds = app->add_option_group("identifier");
-  kinds->require_option(1);
-  for (const auto& kind : KINDS) {
-    kinds
-        ->add_option_function<std::string>(
-            kind.option,
-            [options, make = kind.make](const std::string& identifier) {
-              options->identifier = identifier;
-              options->make = make;
-            },
-            kind.help)
-        ->type_name(kind.value);
-  }
-  addFormatOption(*app, options->format);
-  return {app, [options] { return runId(*options); }};
-}
+const Command ID_COMMAND = {TEXT, runId};
 
 }  // namespace orvane::nimbrel::tools

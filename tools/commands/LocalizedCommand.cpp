@@ -13,21 +13,43 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-struct Options {
-  std::string element;
-  std::string file;
+constexpr CommandText TEXT = {
+    "localized", "Print the texts of one element by language; \"*\" is the one without",
+    "ELEMENT FILE",
+    "ELEMENT Local name of the element, such as \"name\"\n"
+    "FILE The document, or a packaged widget that holds it; \"-\" is standard input"};
+
+struct Settings {
   std::string format = "text";
+  Colour colour = Colour::AUTO;
+  std::string stdinName = STANDARD_INPUT;
   bool raw = false;
 };
 
-ExitStatus runLocalized(const Options& options) {
-  const Document document = readDocument(options.file);
+constexpr Option<Settings> OPTIONS[] = {
+    {{"raw", nullptr, "Keep the white space as it is written"},
+     [](Settings& settings, const char* /*value*/) { settings.raw = true; }},
+    FORMAT_OPTION<Settings>,
+    COLOUR_OPTION<Settings>,
+    STDIN_NAME_OPTION<Settings>,
+};
+
+ExitStatus runLocalized(int argc, char** argv) {
+  Settings settings;
+  const auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
+  if (!operands) {
+    return EXIT_DONE;
+  }
+  if (operands->size() != 2) {
+    failUsage("ELEMENT and FILE are required");
+  }
+  const Document document = readDocument(operands->at(1), settings.stdinName);
   const std::map<std::string, std::string> texts = readingDocument(document.name, [&] {
     return zel::config::LocalizedElementParser::getLocalizedElementMap(
         document.bytes->data(), static_cast<unsigned int>(document.bytes->size()),
-        options.element.c_str(), !options.raw);
+        operands->at(0).c_str(), !settings.raw);
   });
-  if (options.format == "json") {
+  if (settings.format == "json") {
     JsonWriter json;
     json.beginObject();
     for (const auto& [language, text] : texts) {
@@ -37,7 +59,7 @@ ExitStatus runLocalized(const Options& options) {
     json.finish();
     return EXIT_DONE;
   }
-  TextReport report(isColourWanted());
+  TextReport report(isColourWanted(settings.colour));
   for (const auto& [language, text] : texts) {
     report.lines(language, text);
   }
@@ -47,16 +69,6 @@ ExitStatus runLocalized(const Options& options) {
 
 }  // namespace
 
-Command addLocalizedCommand(CLI::App& tool) {
-  auto options = std::make_shared<Options>();
-  CLI::App* app = tool.add_subcommand(
-      "localized", "Print the texts of one element by language; \"*\" is the one without");
-  app->add_flag("--raw", options->raw, "Keep the white space as it is written");
-  addFormatOption(*app, options->format);
-  app->add_option("ELEMENT", options->element, "Local name of the element, such as \"name\"")
-      ->required();
-  app->add_option("FILE", options->file, DOCUMENT_HELP)->required();
-  return {app, [options] { return runLocalized(*options); }};
-}
+const Command LOCALIZED_COMMAND = {TEXT, runLocalized};
 
 }  // namespace orvane::nimbrel::tools

@@ -22,31 +22,60 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-struct Options {
-  std::vector<std::string> locales;
-  bool ownLocales = false;  // given on the command line
+constexpr CommandText TEXT = {"show", "Print the record that a document gives", "FILE...",
+                              DOCUMENT_HELP};
+
+struct Settings {
+  std::optional<std::vector<std::string>> locales;
   std::string format = "text";
   std::optional<std::string> field;
   std::optional<std::string> url;
   std::optional<std::string> encoding;
   std::optional<int> density;
   bool debug = false;
+  Colour colour = Colour::AUTO;
+  std::string stdinName = STANDARD_INPUT;
   std::vector<std::string> files;
+};
+
+constexpr Option<Settings> OPTIONS[] = {
+    {{"locale", "TAG",
+      "Language tag that the user prefers, best first; may be repeated (default: by LANGUAGE and "
+      "LANG)"},
+     [](Settings& settings, const char* value) {
+       settings.locales = settings.locales.value_or(std::vector<std::string>());
+       settings.locales->emplace_back(value);
+     }},
+    FORMAT_OPTION<Settings>,
+    {{"field", "NAME",
+      "Print this field alone, one line a value; fields are the keys of --format json, such as "
+      "\"id\" or \"startFile.src\""},
+     [](Settings& settings, const char* value) { settings.field = value; }},
+    {{"url", "URL", "Name of the document; nothing is read from there"},
+     [](Settings& settings, const char* value) { settings.url = value; }},
+    {{"encoding", "NAME", "Encoding, whatever the document says"},
+     [](Settings& settings, const char* value) { settings.encoding = value; }},
+    DENSITY_OPTION<Settings>,
+    {{"debug", nullptr, "Copy the library's log lines to standard error"},
+     [](Settings& settings, const char* /*value*/) { settings.debug = true; }},
+    COLOUR_OPTION<Settings>,
+    STDIN_NAME_OPTION<Settings>,
 };
 
 const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::shared_ptr<config::Config> parseDocument(const Options& options, const std::string& file,
+std::shared_ptr<config::Config> parseDocument(const Settings& settings, const std::string& file,
                                               config::NimbrelConfigParser& parser) {
-  const char* encoding = textOrNull(options.encoding);
+  const char* encoding = textOrNull(settings.encoding);
   // Only a buffer can bear another name.
-  const Document document = options.url ? readDocument(file) : findDocument(file);
+  const Document document = settings.url ? readDocument(file, settings.stdinName)
+                                         : findDocument(file, settings.stdinName);
   return readingDocument(document.name, [&] {
     return document.bytes ? parser.parse(document.bytes->data(),
                                          static_cast<unsigned int>(document.bytes->size()),
-                                         textOrNull(options.url), encoding)
+                                         textOrNull(settings.url), encoding)
                           : parser.parse(file.c_str(), encoding);
   });
 }
@@ -54,22 +83,22 @@ std::shared_ptr<config::Config> parseDocument(const Options& options, const std:
 /// Prints what was asked for of each document; with several, after the name of its file.
 class Printer {
  public:
-  explicit Printer(const Options& options) : options_(options) {}
+  explicit Printer(const Settings& settings) : settings_(settings) {}
 
   void print(const std::string& file, config::BasicConfig& record, const std::string& errorText) {
-    if (options_.format == "json") {
+    if (settings_.format == "json") {
       printJson(file, record, errorText);
-    } else if (options_.field) {
+    } else if (settings_.field) {
       FieldLines lines(isSeveral() ? escape(file) + ':' : "", writeOutput);
-      FieldSelector selector(*options_.field, lines);
+      FieldSelector selector(*settings_.field, lines);
       recordToJson(selector, record, errorText);
     } else {
-      printText(file, recordToText(record, errorText, isColourWanted()));
+      printText(file, recordToText(record, errorText, isColourWanted(settings_.colour)));
     }
   }
 
   void finish() {
-    if (options_.format == "json" && isSeveral()) {
+    if (settings_.format == "json" && isSeveral()) {
       beginList();
       json_.endArray();
       json_.finish();
@@ -77,7 +106,7 @@ class Printer {
   }
 
  private:
-  [[nodiscard]] bool isSeveral() const { return options_.files.size() > 1; }
+  [[nodiscard]] bool isSeveral() const { return settings_.files.size() > 1; }
 
   void beginList() {
     if (std::exchange(first_, false)) {
@@ -95,18 +124,18 @@ class Printer {
     beginList();
     json_.beginObject();
     json_.member("file", file);
-    json_.key(options_.field ? "value" : "record");
+    json_.key(settings_.field ? "value" : "record");
     printRecord(record, errorText);
     json_.endObject();
     json_.flush();
   }
 
   void printRecord(config::BasicConfig& record, const std::string& errorText) {
-    if (!options_.field) {
+    if (!settings_.field) {
       recordToJson(json_, record, errorText);
       return;
     }
-    FieldSelector selector(*options_.field, json_);
+    FieldSelector selector(*settings_.field, json_);
     recordToJson(selector, record, errorText);
     if (!selector.isFound()) {
       json_.value(nullptr);
@@ -120,35 +149,44 @@ class Printer {
     writeOutput(report);
   }
 
-  const Options& options_;
+  const Settings& settings_;
   bool first_ = true;
   JsonWriter json_;
 };
 
-void showFile(const Options& options, const std::string& file, Printer& printer) {
+void showFile(const Settings& settings, const std::string& file, Printer& printer) {
   // One for each document, as a parser remembers a start file.
   const auto parser =
-      config::createNimbrelConfigParser(options.ownLocales ? options.locales : userLocales());
+      config::createNimbrelConfigParser(settings.locales ? *settings.locales : userLocales());
   const auto record =
-      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, file, *parser));
+      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, file, *parser));
   printer.print(file, *record, parser->getErrorText());
 }
 
-ExitStatus runShow(const Options& options) {
-  if (options.field) {
-    requireField(*options.field);
+ExitStatus runShow(int argc, char** argv) {
+  Settings settings;
+  auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
+  if (!operands) {
+    return EXIT_DONE;
   }
-  if (options.density) {
-    answerDensity(*options.density);
+  settings.files = std::move(*operands);
+  if (settings.files.empty()) {
+    failUsage("FILE is required");
   }
-  if (options.debug) {
+  if (settings.field) {
+    requireField(*settings.field);
+  }
+  if (settings.density) {
+    answerDensity(*settings.density);
+  }
+  if (settings.debug) {
     copyLogToStandardError();
   }
   ExitStatus worst = EXIT_DONE;
-  Printer printer(options);
-  for (const std::string& file : options.files) {
+  Printer printer(settings);
+  for (const std::string& file : settings.files) {
     try {
-      showFile(options, file, printer);
+      showFile(settings, file, printer);
     } catch (const OutputFailure&) {
       throw;
     } catch (const Failure& failure) {
@@ -156,7 +194,7 @@ ExitStatus runShow(const Options& options) {
       worst = std::max(worst, failure.status());
     }
   }
-  if (worst == EXIT_DONE || options.files.size() > 1) {
+  if (worst == EXIT_DONE || settings.files.size() > 1) {
     printer.finish();
   }
   return worst;
@@ -164,28 +202,6 @@ ExitStatus runShow(const Options& options) {
 
 }  // namespace
 
-Command addShowCommand(CLI::App& tool) {
-  auto options = std::make_shared<Options>();
-  CLI::App* app = tool.add_subcommand("show", "Print the record that a document gives");
-  app->add_option("--locale", options->locales,
-                  "Language tag that the user prefers, best first; may be repeated (default: by "
-                  "LANGUAGE and LANG)")
-      ->allow_extra_args(false)
-      ->type_name("TAG")
-      ->each([options](const std::string& /*tag*/) { options->ownLocales = true; });
-  addFormatOption(*app, options->format);
-  app->add_option("--field", options->field,
-                  "Print this field alone, one line a value; fields are the keys of --format json, "
-                  "such as \"id\" or \"startFile.src\"")
-      ->type_name("NAME");
-  app->add_option("--url", options->url, "Name of the document; nothing is read from there");
-  app->add_option("--encoding", options->encoding, "Encoding, whatever the document says")
-      ->type_name("NAME");
-  app->add_option("--density", options->density, "Screen density that the device answers")
-      ->type_name("N");
-  app->add_flag("--debug", options->debug, "Copy the library's log lines to standard error");
-  app->add_option("FILE", options->files, DOCUMENT_HELP)->required();
-  return {app, [options] { return runShow(*options); }};
-}
+const Command SHOW_COMMAND = {TEXT, runShow};
 
 }  // namespace orvane::nimbrel::tools

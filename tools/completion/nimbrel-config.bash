@@ -24,16 +24,21 @@ _nimbrel_config() {
         accessRequestList cookieJarSettings orvnAuthMode netSettings gestureSettings appPermissions
         chromeSettings appSettings messagingPermissions localResources exports elements errorText'
       ;;
-    --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
+    --color) words='auto always never' ;;
+    --stdin-name | --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
     *)
       case $command in
         '') words='show localized id check --help --version' ;;
         show)
-          words='--locale --format --field --url --encoding --density --debug --help --version'
+          words='--locale --format --field --url --encoding --density --debug --color --stdin-name
+            --help --version'
           ;;
-        localized) words='--raw --format --help --version' ;;
-        id) words='--iri --filename --application --format --help --version' ;;
-        check) words='--locale --format --density --strict --explain --codes --help --version' ;;
+        localized) words='--raw --format --color --stdin-name --help --version' ;;
+        id) words='--iri --filename --application --format --color --help --version' ;;
+        check)
+          words='--locale --format --density --strict --explain --codes --color --stdin-name
+            --help --version'
+          ;;
       esac
       if [[ $command == localized && $previous == localized && $current != -* ]]; then
         words='name description author license'

@@ -79,13 +79,13 @@ std::string nameInPackage(const std::string& path) {
 
 }  // namespace
 
-Document findDocument(const std::string& path) {
+Document findDocument(const std::string& path, const std::string& stdinName) {
   if (path == STANDARD_INPUT) {
-    std::string bytes = readFrom(STDIN_FILENO, path);
+    std::string bytes = readFrom(STDIN_FILENO, stdinName);
     if (isPackage(bytes)) {
-      return {nameInPackage(path), readPackage(bytes, path)};
+      return {nameInPackage(stdinName), readPackage(bytes, stdinName)};
     }
-    return {path, std::move(bytes)};
+    return {stdinName, std::move(bytes)};
   }
   FileDescriptor file = openRegularFile(path);
   if (beginsAsPackage(file.get())) {
@@ -94,8 +94,8 @@ Document findDocument(const std::string& path) {
   return {path, std::nullopt};
 }
 
-Document readDocument(const std::string& path) {
-  Document document = findDocument(path);
+Document readDocument(const std::string& path, const std::string& stdinName) {
+  Document document = findDocument(path, stdinName);
   if (!document.bytes) {
     document.bytes = readFrom(openRegularFile(path).get(), path);
   }

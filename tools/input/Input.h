@@ -19,9 +19,11 @@ struct Document {
 ///
 /// Throws `Failure` with `EXIT_UNUSABLE` when it cannot be read, with `EXIT_REJECTED` when it has
 /// 4 GiB or more or a package has no usable document.
-Document findDocument(const std::string& path);
+///
+/// `stdinName` is what messages call standard input.
+Document findDocument(const std::string& path, const std::string& stdinName);
 
 /// The same with the bytes in any case.
-Document readDocument(const std::string& path);
+Document readDocument(const std::string& path, const std::string& stdinName);
 
 }  // namespace orvane::nimbrel::tools
