@@ -3,7 +3,7 @@
 
 # The interface; every other header is private.
 set(config_headers Api BasicConfig Config ConfigParser ConfigParserFactory ConfigRules Element
-  ElementDescription Finding FindingKind LegacyFinding Namespaces NimbrelConfigParser ParseObserver)
+  ElementDescription Finding Namespaces NimbrelConfigParser ParseObserver)
 set(util_headers Api FilenameMunger HostUriMunger IDNConverter IRI IRIParser LocalizableString Log
   Option ParseException PortableFilenameMunger SharedPtr StringUtil UnicodeUtil UnicodeUtilICU
   UriMunger XmlDocument XmlNode XmlParser XmlParserLibXml)

@@ -6,10 +6,9 @@
 #include <utility>
 
 #include "config/KeyIndex.h"
-#include "config/LanguageReports.h"
 #include "config/Namespaces.h"
-#include "config/Report.h"
-#include "config/Vocabulary.h"
+#include "config/Reporter.h"
+#include "config/handlers/KnownElement.h"
 #include "util/ParseException.h"
 
 namespace orvane::nimbrel::config {
@@ -20,64 +19,6 @@ using util::XmlDocument;
 using util::XmlNode;
 
 using Node = std::shared_ptr<XmlNode>;
-using Handler = void (*)(NimbrelConfigParser& parser, const Node& node);
-
-template <auto Method>
-void call(NimbrelConfigParser& parser, const Node& node) {
-  (parser.*Method)(node);
-}
-
-using Parser = NimbrelConfigParser;
-
-// In the order in which they are tried; the first match acts.
-constexpr struct Dispatch {
-  std::string_view name;
-  const char* namespaceUri;
-  Handler handler;  // null: the element means nothing here
-} DISPATCH[] = {
-    {"name", W3C_WIDGETS_NAMESPACE, call<&Parser::processName>},
-    {"description", W3C_WIDGETS_NAMESPACE, call<&Parser::processDescription>},
-    {"license", W3C_WIDGETS_NAMESPACE, call<&Parser::processLicense>},
-    {"icon", W3C_WIDGETS_NAMESPACE, call<&Parser::processIcon>},
-    {"author", W3C_WIDGETS_NAMESPACE, call<&Parser::processAuthor>},
-    {"preference", W3C_WIDGETS_NAMESPACE, call<&Parser::processPreference>},
-    {"content", W3C_WIDGETS_NAMESPACE, call<&Parser::processContent>},
-    {"param", W3C_WIDGETS_NAMESPACE, nullptr},
-    {"feature", W3C_WIDGETS_NAMESPACE, call<&Parser::processFeature>},
-    {"access", W3C_WIDGETS_NAMESPACE, call<&Parser::processAccess>},
-    {"cookiejar", EXTENSION_NAMESPACE, call<&Parser::processCookieJar>},
-    {"auth", EXTENSION_NAMESPACE, call<&Parser::processAuth>},
-    {"network", EXTENSION_NAMESPACE, call<&Parser::processNetwork>},
-    {"gestures", EXTENSION_NAMESPACE, call<&Parser::processGestures>},
-    {"permissions", EXTENSION_NAMESPACE, call<&Parser::processPermissions>},
-    {"chrome", EXTENSION_NAMESPACE, call<&Parser::processChrome>},
-    {"settings", EXTENSION_NAMESPACE, call<&Parser::processSettings>},
-    {"messaging", EXTENSION_NAMESPACE, call<&Parser::processMessaging>},
-    {"resources", EXTENSION_NAMESPACE, call<&Parser::processLocalResources>},
-    {"export", EXTENSION_NAMESPACE, call<&Parser::processExport>},
-};
-
-/// The namespace of a node as the table spells it; null when the table does not know it.
-const char* dispatchNamespace(const XmlNode& node) {
-  const std::string_view uri = node.namespaceView();
-  for (const char* known : {static_cast<const char*>(W3C_WIDGETS_NAMESPACE), EXTENSION_NAMESPACE}) {
-    if (uri == known) {
-      return known;
-    }
-  }
-  return nullptr;
-}
-
-const Dispatch* findDispatch(const XmlNode& node) {
-  const std::string_view name = node.nameView();
-  const char* const namespaceUri = dispatchNamespace(node);
-  for (const Dispatch& row : DISPATCH) {
-    if (row.namespaceUri == namespaceUri && row.name == name) {
-      return &row;
-    }
-  }
-  return nullptr;
-}
 
 /// Stands for the elements that carry no language.
 constexpr std::string_view ANY_LOCALE = "*";
@@ -89,24 +30,34 @@ void requireService(const std::shared_ptr<Service>& service, const char* message
   }
 }
 
-/// Calls an XML parser and gives its refusals the type that our callers know.
+/// Calls an XML parser and gives its exceptions the type that our callers know.
 template <typename Parse>
-std::shared_ptr<XmlDocument> parseXml(detail::Observation* observation, Parse parse) {
+std::shared_ptr<XmlDocument> parseXml(ParseObserver* observer, Parse parse) {
   try {
     return parse();
   } catch (const ParseException& refusal) {
-    if (observation != nullptr) {
-      observation->beginDocument();
-      observation->tell({LegacyCode::DOCUMENT_REFUSED,
-                         {},
-                         {},
-                         refusal.line,
-                         refusal.column,
-                         {},
-                         refusal.what(),
-                         {}});
+    if (observer != nullptr) {
+      observer->onFinding({FindingCode::DOCUMENT_REJECTED,
+                           nullptr,
+                           {},
+                           {},
+                           refusal.line,
+                           refusal.column,
+                           refusal.what()});
     }
     throw ConfigParser::ConfigException(refusal.what(), refusal.line, refusal.column);
+  }
+}
+
+void reportWrongRoot(const XmlNode* root, ParseObserver* observer) {
+  if (root == nullptr) {
+    if (observer != nullptr) {
+      observer->onFinding({FindingCode::WRONG_ROOT, nullptr, {}, {}, 0, 0, {}});
+    }
+  } else if (root->nameView() != "widget") {
+    detail::Reporter(observer, root)(FindingCode::WRONG_ROOT);
+  } else {
+    detail::Reporter(observer, root)(FindingCode::WRONG_ROOT, "xmlns", root->namespaceView());
   }
 }
 
@@ -152,7 +103,7 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* buffer, unsigned 
     throw std::invalid_argument("buffer cannot be NULL");
   }
   return process(
-      parseXml(observation.get(), [&] { return xmlParser->parse(buffer, size, url, encoding); }),
+      parseXml(observer.get(), [&] { return xmlParser->parse(buffer, size, url, encoding); }),
       userAgentLocales);
 }
 
@@ -160,7 +111,7 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char*
   if (path == nullptr) {
     throw std::invalid_argument("path cannot be NULL");
   }
-  return process(parseXml(observation.get(), [&] { return xmlParser->parse(path, encoding); }),
+  return process(parseXml(observer.get(), [&] { return xmlParser->parse(path, encoding); }),
                  userAgentLocales);
 }
 
@@ -171,25 +122,17 @@ std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDoc
   }
   // They may belong to the previous record, which ends here.
   std::vector<std::string> keptLocales = locales;
-  if (observation != nullptr) {
-    observation->beginDocument();
-  }
   config = std::make_shared<BasicConfig>();
   config->document() = std::move(document);
   const Node root = config->document()->getDocumentElement();
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
-    if (observation != nullptr) {
-      detail::reportForeignRoot(root.get(), *observation);
-    }
+    reportWrongRoot(root.get(), observer.get());
     throw ConfigException(
         std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
         root == nullptr ? 0U : root->getLineNumber(), 0U);
   }
   config->userAgentLocales() = std::move(keptLocales);
   config->orvnAuthMode() = 0;
-  if (observation != nullptr) {
-    detail::examineAttributes(*root, *observation);
-  }
   processWidgetAttributes(root);
   if (root->firstElementChild() != nullptr) {
     std::vector<Node> nodes;
@@ -199,9 +142,8 @@ std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDoc
   return config;
 }
 
-void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> observer) {
-  observation =
-      observer == nullptr ? nullptr : std::make_unique<detail::Observation>(std::move(observer));
+void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> newObserver) {
+  observer = std::move(newObserver);
 }
 
 void NimbrelConfigParser::setError(const std::string& message) {
@@ -278,9 +220,6 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
           std::shared_ptr<const XmlNode>(document, visits[at].child)));
     }
   }
-  if (observation != nullptr && root != nullptr) {
-    detail::reportUnheard(*root, nodes, *observation);
-  }
 }
 
 // By value, so that a caller's list may change while handlers run.
@@ -288,25 +227,18 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
 void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
   const WalkScope scope(indexes, record());
+  const detail::HandlerContext context{*this, rules, record(), observer.get()};
   elements.reserve(elements.size() + nodes.size());
   for (Node& listed : nodes) {
     // No handler adds to the elements, so the reference holds.
     const Node& node = elements.emplace_back(std::move(listed), rules).getNode();
-    if (observation != nullptr) {
-      observation->visit(*node);
-      detail::examineAttributes(*node, *observation);
-    }
-    const Dispatch* const row = findDispatch(*node);
-    if (row == nullptr) {
+    const detail::KnownElement* const known = detail::findKnownElement(*node);
+    if (known != nullptr) {
+      known->handle(context, node);
+    } else if (!rules.xmlNodeHasName(*node, W3C_WIDGETS_NAMESPACE, "param")) {
+      // A param outside of a feature means nothing, and is no error either.
       setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
-      if (observation != nullptr) {
-        detail::reportUnknownElement(*node, *observation);
-      }
-    } else if (row->handler != nullptr) {
-      row->handler(*this, node);
-    } else {
-      detail::Report(observation.get(), node.get())(LegacyCode::PARAM_OUTSIDE_FEATURE,
-                                                    "A param counts within a feature only.");
+      context.reporterOf (*node)(FindingCode::UNKNOWN_ELEMENT);
     }
   }
 }
@@ -318,15 +250,22 @@ BasicConfig& NimbrelConfigParser::record() const {
   return *config;
 }
 
-Option<std::string> NimbrelConfigParser::readIri(const XmlNode& node, const char* name,
-                                                 LegacyCode otherwise) {
+detail::Reporter NimbrelConfigParser::reporterOf(const Node& node) const noexcept {
+  return {observer.get(), node.get()};
+}
+
+Option<std::string> NimbrelConfigParser::readIri(const Node& node, const char* name) {
   Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    detail::Report(observation.get(), &node)(otherwise, name, value,
-                                             "It is no IRI, which begins with a scheme.");
+    reporterOf(node)(FindingCode::NOT_AN_IRI, name, value);
     value.reset();
   }
   return value;
+}
+
+bool NimbrelConfigParser::processExtension(const Node& node, const detail::KnownElement& element) {
+  return node != nullptr && config != nullptr &&
+         element.handle({*this, rules, *config, observer.get()}, node);
 }
 
 }  // namespace orvane::nimbrel::config

@@ -8,7 +8,6 @@
 #include "config/BasicConfig.h"
 #include "config/ConfigParser.h"
 #include "config/ConfigRules.h"
-#include "config/LegacyFinding.h"
 #include "config/ParseObserver.h"
 #include "util/IDNConverter.h"
 #include "util/IRI.h"
@@ -23,7 +22,8 @@
 namespace orvane::nimbrel::config {
 
 namespace detail {
-class Observation;
+class Reporter;
+struct KnownElement;
 struct WalkIndexes;
 }  // namespace detail
 
@@ -155,12 +155,16 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @}
 
  private:
-  std::unique_ptr<detail::WalkIndexes> indexes;      // only while a walk is going on
-  std::unique_ptr<detail::Observation> observation;  // only if there is an observer
+  std::unique_ptr<detail::WalkIndexes> indexes;  // only while a walk is going on
+  std::shared_ptr<ParseObserver> observer;       // may be null
 
   [[nodiscard]] BasicConfig& record() const;
-  [[nodiscard]] util::Option<std::string> readIri(const util::XmlNode& node, const char* name,
-                                                  LegacyCode otherwise);
+  [[nodiscard]] detail::Reporter reporterOf(
+      const std::shared_ptr<util::XmlNode>& node) const noexcept;
+  [[nodiscard]] util::Option<std::string> readIri(const std::shared_ptr<util::XmlNode>& node,
+                                                  const char* name);
+  bool processExtension(const std::shared_ptr<util::XmlNode>& node,
+                        const detail::KnownElement& element);
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

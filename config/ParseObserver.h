@@ -2,7 +2,6 @@
 
 #include "config/Api.h"
 #include "config/Finding.h"
-#include "config/LegacyFinding.h"
 
 namespace orvane::nimbrel::config {
 
@@ -19,9 +18,6 @@ class NIMBREL_CONFIG_API ParseObserver {
   /// One decision, in the order of the walk. What it throws ends the parse. It must not use the
   /// parser.
   virtual void onFinding(const Finding& finding) = 0;
-
-  // For the checker until it words its own findings.
-  virtual void notice(const LegacyFinding& /*finding*/) {}
 
  protected:
   ParseObserver() = default;

@@ -4,8 +4,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "config/ReportCut.h"
-#include "config/Suggestion.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::config::detail {
@@ -27,16 +25,25 @@ constexpr struct {
     {"rlo", Direction::RLO},
 };
 
-/// What is wrong with a text that gave no number.
-std::string_view reasonOf(IntegerFault fault) noexcept {
-  return fault == IntegerFault::TOO_LARGE ? "The largest number is 4294967295."
-                                          : "An empty value is no number.";
+/// An attribute trimmed, for readers to which white space within the value makes no difference.
+std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
+  return StringUtil::trimmed(node.attributeView(name));
+}
+
+bool isAmong(const std::string_view (&words)[2], std::string_view value) noexcept {
+  return value == words[0] || value == words[1];
 }
 
 }  // namespace
 
-std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
-  return StringUtil::trimmed(node.attributeView(name));
+util::Option<std::string> readAttribute(const util::XmlNode& node, std::string_view name,
+                                        std::string_view namespaceUri) {
+  util::Option<std::string> value;
+  const std::string_view written = node.attributeView(name, namespaceUri);
+  if (written.data() != nullptr) {
+    StringUtil::squeeze(value.emplace(StringUtil::trimmed(written)));
+  }
+  return value;
 }
 
 IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
@@ -64,47 +71,48 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
   return {value, IntegerFault::NONE};
 }
 
-unsigned int readCounter(const std::string& text, const Report& lost) {
+unsigned int readCounter(const std::string& text, const Reporter& report) {
   const IntegerReading reading = readNonNegativeInteger(text);
-  if (reading.fault != IntegerFault::NONE) {
-    lost(LegacyCode::COUNTER_REFUSED, "value", text, reasonOf(reading.fault));
-    if (reading.fault == IntegerFault::TOO_LARGE) {
-      throw std::overflow_error("input");
-    }
-    throw std::invalid_argument("input");
+  if (reading.fault == IntegerFault::NONE) {
+    return reading.value;
   }
-  reportCut(reading.value, "value", text, lost);
-  return reading.value;
+  report(FindingCode::NUMBER_REJECTED, "value", text);
+  if (reading.fault == IntegerFault::TOO_LARGE) {
+    throw std::overflow_error("input");
+  }
+  throw std::invalid_argument("input");
 }
 
 util::Option<unsigned int> readNumber(std::string_view text, std::string_view attribute,
-                                      const Report& lost) {
+                                      const Reporter& report) {
   util::Option<unsigned int> number;
   const IntegerReading reading = readNonNegativeInteger(text);
   if (reading.fault == IntegerFault::NONE) {
     number = reading.value;
-    reportCut(reading.value, attribute, text, lost);
   } else {
-    lost(LegacyCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
+    report(FindingCode::NOT_A_NUMBER, attribute, text);
   }
   return number;
 }
 
-util::Option<unsigned int> readSize(std::string_view text, std::string_view attribute,
-                                    const Report& lost) {
+util::Option<unsigned int> readSize(std::string_view text) noexcept {
   util::Option<unsigned int> size;
-  if (text.data() == nullptr) {
-    return size;
-  }
   const IntegerReading reading = readNonNegativeInteger(text);
-  if (reading.fault != IntegerFault::NONE) {
-    lost(LegacyCode::NUMBER_DROPPED, attribute, text, reasonOf(reading.fault));
-  } else if (reading.value == 0) {
-    lost(LegacyCode::NUMBER_DROPPED, attribute, text,
-         "A size is a number above 0, without a sign.");
-  } else {
+  if (reading.fault == IntegerFault::NONE && reading.value != 0) {
     size = reading.value;
-    reportCut(reading.value, attribute, text, lost);
+  }
+  return size;
+}
+
+util::Option<unsigned int> readSizeAttribute(const util::XmlNode& node, std::string_view name,
+                                             const Reporter& report) {
+  util::Option<unsigned int> size;
+  const std::string_view text = trimmedAttribute(node, name);
+  if (text.data() != nullptr) {
+    size = readSize(text);
+    if (!size) {
+      report(FindingCode::NOT_A_NUMBER, name, text);
+    }
   }
   return size;
 }
@@ -118,14 +126,6 @@ std::optional<Direction> readDirection(std::string_view text) noexcept {
   return std::nullopt;
 }
 
-std::string_view suggestedDirection(std::string_view text) noexcept {
-  Suggestion suggestion(text);
-  for (const auto& row : DIRECTIONS) {
-    suggestion.consider(row.word);
-  }
-  return suggestion.get();
-}
-
 std::optional<bool> readBoolean(std::string_view text) noexcept {
   if (text == "true") {
     return true;
@@ -137,13 +137,23 @@ std::optional<bool> readBoolean(std::string_view text) noexcept {
 }
 
 std::optional<bool> readBooleanAttribute(const util::XmlNode& node, std::string_view name,
-                                         const Report& lost, std::string_view reason) {
-  const std::string_view written = trimmedAttribute(node, name);
-  const std::optional<bool> value = readBoolean(written);
-  if (lost && !value && written.data() != nullptr) {
-    lost(LegacyCode::NOT_BOOLEAN, name, written, reason, suggestedWord(written, "true", "false"));
+                                         const Reporter& report) {
+  const std::string_view text = trimmedAttribute(node, name);
+  const std::optional<bool> value = readBoolean(text);
+  if (!value && text.data() != nullptr) {
+    report(FindingCode::NOT_A_BOOLEAN, name, text);
   }
   return value;
+}
+
+bool isTriggered(const SwitchWords& words, std::string_view value, const Reporter& report) {
+  if (isAmong(words.trigger, value)) {
+    return true;
+  }
+  if (words.opposite[0].data() == nullptr || !isAmong(words.opposite, value)) {
+    report(FindingCode::UNKNOWN_WORD, "value", value);
+  }
+  return false;
 }
 
 }  // namespace orvane::nimbrel::config::detail

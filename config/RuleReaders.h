@@ -3,7 +3,8 @@
 #include <optional>
 #include <string_view>
 
-#include "config/Report.h"
+#include "config/ElementDescription.h"
+#include "config/Reporter.h"
 #include "util/LocalizableString.h"
 #include "util/Option.h"
 #include "util/XmlNode.h"
@@ -12,10 +13,11 @@
 // ordinary thing.
 namespace orvane::nimbrel::config::detail {
 
-/// The value of an attribute without namespace, trimmed, for readers to which white space within
-/// the value makes no difference. A view with null data when it is absent. Never copies.
-[[nodiscard]] std::string_view trimmedAttribute(const util::XmlNode& node,
-                                                std::string_view name) noexcept;
+/// The value of an attribute with white space squeezed and trimmed; None when it is absent. A
+/// namespace with null data is none.
+[[nodiscard]] util::Option<std::string> readAttribute(const util::XmlNode& node,
+                                                      std::string_view name,
+                                                      std::string_view namespaceUri = {});
 
 enum class IntegerFault {
   NONE,
@@ -30,33 +32,38 @@ struct IntegerReading {
 
 [[nodiscard]] IntegerReading readNonNegativeInteger(std::string_view text) noexcept;
 
-/// A number without which a document is refused: what is no number ends the parse. Throws as
+/// A number that a document must have right: what is no number ends the parse. Throws as
 /// `ConfigRules::parseNonNegativeInteger` does.
-[[nodiscard]] unsigned int readCounter(const std::string& text, const Report& lost);
+[[nodiscard]] unsigned int readCounter(const std::string& text, const Reporter& report);
 
-/// A number that is dropped when it is none.
+/// None, which is reported, for what is no number.
 [[nodiscard]] util::Option<unsigned int> readNumber(std::string_view text,
-                                                    std::string_view attribute, const Report& lost);
+                                                    std::string_view attribute,
+                                                    const Reporter& report);
 
-/// A width or height: None for a view with null data, for what is no number and for 0.
-[[nodiscard]] util::Option<unsigned int> readSize(std::string_view text,
-                                                  std::string_view attribute = {},
-                                                  const Report& lost = {});
+/// A width or height: None for what is no number and for 0.
+[[nodiscard]] util::Option<unsigned int> readSize(std::string_view text) noexcept;
+
+/// An attribute that is a size. None when it is absent or, which is reported, no size.
+[[nodiscard]] util::Option<unsigned int> readSizeAttribute(const util::XmlNode& node,
+                                                           std::string_view name,
+                                                           const Reporter& report);
 
 /// Nothing for what is no value of "dir".
 [[nodiscard]] std::optional<util::LocalizableString::Direction> readDirection(
     std::string_view text) noexcept;
 
-/// The value of "dir" that another text was meant to be; empty when that is not certain.
-[[nodiscard]] std::string_view suggestedDirection(std::string_view text) noexcept;
-
 /// Nothing for what is neither "true" nor "false".
 [[nodiscard]] std::optional<bool> readBoolean(std::string_view text) noexcept;
 
-/// An attribute that is a boolean. Nothing when it is absent or no boolean, of which `reason` is
-/// told.
+/// An attribute that is a boolean. Nothing when it is absent or, which is reported, no boolean.
 [[nodiscard]] std::optional<bool> readBooleanAttribute(const util::XmlNode& node,
-                                                       std::string_view name, const Report& lost,
-                                                       std::string_view reason);
+                                                       std::string_view name,
+                                                       const Reporter& report);
+
+/// Whether a value is one of the trigger words of a switch. What is not among its words is
+/// reported.
+[[nodiscard]] bool isTriggered(const SwitchWords& words, std::string_view value,
+                               const Reporter& report);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,43 +1,48 @@
-#include "config/NimbrelConfigParser.h"
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-constexpr ChildRule RULE = {"asset", "tavlo:auth is missing tavlo:asset element ", "key",
-                            "tavlo:auth, missing attributes for tavlo:asset element"};
+constexpr ErrorTexts TEXTS = {"tavlo:auth is missing tavlo:asset element ",
+                              "tavlo:auth, missing attributes for tavlo:asset element"};
 constexpr const char* SITE = "NimbrelConfigParser::processAuth";
 constexpr std::int32_t TOKEN_AUTHENTICATION = 1;
 
+constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
+
+// Only the value counts, whatever the key.
+constexpr SwitchWords TOKEN_WORD = {{"token", "token"}, {}};
+constexpr KeyDescription ANY_KEY = {
+    {}, ValueKind::SWITCH, KeyRule::ONLY_RAISED, "orvnAuthMode", &TOKEN_WORD};
+
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  bool allKnown = true;
+  const bool complete = ExtensionFrame(context, TEXTS)
+                            .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
+                              logKeyValue(SITE, setting);
+                              if (isTriggered(TOKEN_WORD, setting.valueText(), setting.report)) {
+                                context.record.orvnAuthMode() = TOKEN_AUTHENTICATION;
+                              } else {
+                                // Without its first letter on purpose: hosts know the text as it
+                                // is.
+                                context.parser.setError("nvalid certification key: ");
+                                allKnown = false;
+                              }
+                            });
+  return complete && allKnown;
+}
+
 }  // namespace
 
+extern const KnownElement AUTH;
+const KnownElement AUTH = {{"auth", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_KEY},
+                           handle};
+
+}  // namespace detail
+
 bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  std::int32_t& mode = config->orvnAuthMode();
-  bool allKnown = true;
-  const bool complete =
-      ExtensionFrame(*this, rules, observation.get())
-          .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-            detail::logKeyValue(SITE, setting);
-            // Only the value counts, whatever the key.
-            if (setting.valueText() == "token") {
-              mode = TOKEN_AUTHENTICATION;
-            } else {
-              // Without its first letter on purpose: hosts know the text as it is.
-              setError("nvalid certification key: ");
-              lost(LegacyCode::UNKNOWN_WORD, "value", setting.value,
-                   "Only \"token\" is known; the error text tells of it.");
-              allKnown = false;
-            }
-          });
-  return complete && allKnown;
+  return processExtension(node, detail::AUTH);
 }
 
 }  // namespace orvane::nimbrel::config

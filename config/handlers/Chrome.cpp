@@ -1,43 +1,42 @@
-#include "config/NimbrelConfigParser.h"
-#include "config/handlers/ExtensionFrame.h"
+#include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-constexpr ChildRule RULE = {"asset", "tavlo:chrome unknown sub element", "key",
-                            "tavlo:chrome, missing attributes for tavlo:asset element"};
+constexpr ErrorTexts TEXTS = {"tavlo:chrome unknown sub element",
+                              "tavlo:chrome, missing attributes for tavlo:asset element"};
 constexpr const char* SITE = "NimbrelConfigParser::processChrome";
 
-constexpr struct Row { std::string_view key; } KEYS[] = {{"configureSearchBar"}};
+constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
+
+constexpr KeyTable KEYS({KeyRow<std::string>{
+    {"configureSearchBar", ValueKind::TEXT, KeyRule::LAST_COUNTS, "chromeSettings"},
+    [](std::string& searchBar, const KeyDescription& /*key*/, const Setting& setting) {
+      searchBar = setting.valueText();
+    }}});
+
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  // Each element starts again from the default.
+  std::string& searchBar = context.record.chromeSettings();
+  searchBar = "system";
+  return ExtensionFrame(context, TEXTS)
+      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
+        KEYS.applyOrReport(searchBar, setting);
+        logKeyValue(SITE, setting);
+      });
+}
 
 }  // namespace
 
+extern const KnownElement CHROME;
+const KnownElement CHROME = {
+    {"chrome", true, Repetition::RESTARTS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+
+}  // namespace detail
+
 bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  // Each element starts again from the default.
-  std::string& searchBar = config->chromeSettings();
-  if (searchBar != "system") {
-    Report(observation.get(), node.get())(LegacyCode::SETTINGS_RESTARTED,
-                                          "It puts aside what an earlier one set.");
-  }
-  searchBar = "system";
-  return ExtensionFrame(*this, rules, observation.get())
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        if (detail::findRow(KEYS, setting.keyText()) != nullptr) {
-          lost.ifRepeated("key", setting.keyText(), "The later value replaces the earlier one.");
-          searchBar = setting.valueText();
-        } else {
-          detail::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
-        }
-        detail::logKeyValue(SITE, setting);
-      });
+  return processExtension(node, detail::CHROME);
 }
 
 }  // namespace orvane::nimbrel::config

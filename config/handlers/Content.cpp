@@ -1,25 +1,37 @@
 #include <utility>
 
-#include "config/LanguageReports.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"src", ValueKind::PATH, true, "startFile.src"},
+    {"encoding", ValueKind::ENCODING, false, "startFile.encoding"},
+    {"type", ValueKind::MEDIA_TYPE, false, "startFile.type"},
+};
+
+}  // namespace
+
+extern const KnownElement CONTENT;
+const KnownElement CONTENT = {{"content", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES},
+                              callMember<&NimbrelConfigParser::processContent>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   // The first element counts even when it is unusable: then there is no start file.
   if (target.startFile() || contentSeen) {
-    return detail::reportLater(node.get(), observation.get());
+    return reporterOf(node)(FindingCode::REPEATED);
   }
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
   util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");
   util::Option<std::string> type = rules.getSingleAttributeValue(node, nullptr, "type");
   contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
-    return detail::Report(observation.get(), node.get())(
-        LegacyCode::CONTENT_WITHOUT_SRC, "src", src,
-        "Without a path there is no start file, whatever follows.");
+    return reporterOf(node)(FindingCode::MISSING_ATTRIBUTE, "src", src);
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
   if (encoding) {

@@ -1,41 +1,49 @@
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
+#include "config/RuleReaders.h"
+#include "config/handlers/KnownElement.h"
 #include "util/Log.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
 // The map's hash is not keyed, so paths can be made that all fall into one bucket; by chance not
 // even a few do. This many tell an attack, whose cost would be the square of the document's size.
 constexpr std::size_t MAX_COLLISIONS = 100;
 
-}  // namespace
+constexpr AttributeDescription ATTRIBUTES[] = {{"resource", ValueKind::PATH, true, "exports[]"}};
 
-bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  const util::Option<std::string> resource =
-      rules.getSingleAttributeValue(node, nullptr, "resource");
-  const detail::Report lost(observation.get(), node.get());
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  const util::Option<std::string> resource = readAttribute(*node, "resource");
+  const Reporter report = context.reporterOf(*node);
   if (!resource) {
-    setError("Missing or invalid resource element");
-    lost(LegacyCode::EXPORT_WITHOUT_RESOURCE, "resource", resource, "An export needs a path.");
+    context.parser.setError("Missing or invalid resource element");
+    report(FindingCode::MISSING_ATTRIBUTE, "resource");
     return false;
   }
   const std::string& path = resource.get();
-  auto& exports = config->exports();
+  auto& exports = context.record.exports();
   if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
-    setError("Too many colliding resource paths");
-    lost(LegacyCode::VALUE_REFUSED, "resource", resource,
-         "More than a hundred paths were made to collide: no more of them is taken.");
+    context.parser.setError("Too many colliding resource paths");
+    report(FindingCode::OUT_OF_RANGE, "resource", resource);
     return false;
   }
   if (!exports.try_emplace(path, Config::Export{path}).second) {
-    lost(LegacyCode::REPEATED_EXPORT, "resource", resource, "The first export of a path wins.");
+    report(FindingCode::REPEATED, "resource", resource);
   }
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;
+}
+
+}  // namespace
+
+extern const KnownElement EXPORT;
+const KnownElement EXPORT = {{"export", true, Repetition::UNIQUE_BY, "resource", ATTRIBUTES},
+                             handle};
+
+}  // namespace detail
+
+bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& node) {
+  return processExtension(node, detail::EXPORT);
 }
 
 }  // namespace orvane::nimbrel::config

@@ -1,53 +1,64 @@
 #include <utility>
 
 #include "config/Namespaces.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
 #include "config/RuleReaders.h"
-#include "config/Vocabulary.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"name", ValueKind::IRI, true, "features[].name"},
+    {"required", ValueKind::BOOLEAN, false, "features[].required"},
+};
+
+constexpr AttributeDescription PARAM_ATTRIBUTES[] = {
+    {"name", ValueKind::TEXT, true, "features[].params[].name"},
+    {"value", ValueKind::TEXT, true, "features[].params[].value"},
+};
+constexpr ChildDescription CHILDREN[] = {{"param", PARAM_ATTRIBUTES}};
+
+}  // namespace
+
+extern const KnownElement FEATURE;
+const KnownElement FEATURE = {{"feature", false, Repetition::ADDS, {}, ATTRIBUTES, {}, CHILDREN},
+                              callMember<&NimbrelConfigParser::processFeature>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Feature>& features = record().features();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const detail::Report lost(observation.get(), node.get());
+  const detail::Reporter report = reporterOf(node);
   if (!name) {
-    return lost(LegacyCode::FEATURE_WITHOUT_NAME, "name", name, "A feature needs a name.");
+    return report(FindingCode::MISSING_ATTRIBUTE, "name");
   }
   Config::Feature feature;
-  feature.required =
-      detail::readBooleanAttribute(*node, "required", lost, "The feature is required.")
-          .value_or(true);
+  feature.required = detail::readBooleanAttribute(*node, "required", report).value_or(true);
   if (!iriParser->tryParse(name.get().c_str(), idIri)) {
     if (feature.required) {
-      lost(LegacyCode::REQUIRED_FEATURE_NAME, "name", name,
-           "The name of a required feature is an IRI.");
+      report(FindingCode::REQUIRED_FEATURE_NAME, "name", name);
       throw ConfigException("Feature name is not a valid IRI.", node->getLineNumber(), 0U);
     }
-    return lost(LegacyCode::FEATURE_NAME, "name", name,
-                "A name is an IRI; the feature is not required, so it is left out.");
+    return report(FindingCode::NOT_AN_IRI, "name", name);
   }
   feature.name = std::move(name.get());
   for (const util::XmlNode* child = node->firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
-    const detail::Report lostParam(observation.get(), child);
-    if (lostParam) {
-      detail::examineAttributes(*child, *observation);
-    }
+    const detail::Reporter reportParam(observer.get(), child);
     if (!rules.xmlNodeHasName(*child, W3C_WIDGETS_NAMESPACE, "param")) {
-      lostParam(LegacyCode::UNKNOWN_ELEMENT, "A feature has only params.", "param");
+      reportParam(FindingCode::UNKNOWN_ELEMENT);
       continue;
     }
-    util::Option<std::string> key = rules.getSingleAttributeValue(*child, nullptr, "name");
+    util::Option<std::string> key = detail::readAttribute(*child, "name");
     if (!key || key.get().empty()) {
-      lostParam(LegacyCode::PARAM_INCOMPLETE, "name", key, "A parameter needs a name.");
+      reportParam(FindingCode::MISSING_ATTRIBUTE, "name", key);
       continue;
     }
-    util::Option<std::string> value = rules.getSingleAttributeValue(*child, nullptr, "value");
+    util::Option<std::string> value = detail::readAttribute(*child, "value");
     if (!value) {
-      lostParam(LegacyCode::PARAM_INCOMPLETE, "value", value,
-                "A parameter needs a value, which may be empty.");
+      reportParam(FindingCode::MISSING_ATTRIBUTE, "value");
       continue;
     }
     feature.params.emplace_back(std::move(key.get()), std::move(value.get()));

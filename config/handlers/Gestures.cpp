@@ -1,74 +1,78 @@
-#include "config/NimbrelConfigParser.h"
-#include "config/handlers/ExtensionFrame.h"
+#include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-// The second text is the one of the network element, on purpose: hosts know it as it is.
-constexpr ChildRule RULE = {"param", "Invalid gesture's param format", "name",
-                            "tavlo:network, missing attributes for tavlo:asset element"};
-constexpr const char* SITE = "NimbrelConfigParser::processGestures";
-
+using Gesture = Config::Gesture;
 using Gestures = Config::GestureSettings;
 
-constexpr detail::Words ENABLING = {
-    {"yes", "yes"}, {"no", "no"}, "Only \"yes\" switches the gesture on."};
+// The second text is the one of the network element, on purpose: hosts know it as it is.
+constexpr ErrorTexts TEXTS = {"Invalid gesture's param format",
+                              "tavlo:network, missing attributes for tavlo:asset element"};
+constexpr const char* SITE = "NimbrelConfigParser::processGestures";
 
-constexpr struct Row {
-  std::string_view key;
-  Config::Gesture Gestures::*gesture;
-} NAMES[] = {
-    {"pinchzoom", &Gestures::pinchzoom},
-    {"flick", &Gestures::flick},
-    {"drag", &Gestures::drag},
-    {"swipe", &Gestures::swipe},
-    {"tap", &Gestures::tap},
-    {"multi_tap", &Gestures::multi_tap},
-    {"hold", &Gestures::hold},
-};
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"name", ValueKind::TEXT, true},
+    {"value", ValueKind::TEXT, true},
+    {"properties", ValueKind::TEXT, false, "gestureSettings.*.properties"}};
+constexpr ChildDescription CHILDREN[] = {{"param", ATTRIBUTES, "name"}};
+
+template <Gesture Gestures::*GESTURE>
+constexpr KeyRow<Gestures> enables(std::string_view name, std::string_view field) {
+  return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &YES_WORD},
+          [](Gestures& gestures, const KeyDescription& key, const Setting& setting) {
+            Gesture& gesture = gestures.*GESTURE;
+            if (isTriggered(*key.words, setting.valueText(), setting.report)) {
+              gesture.enabled = true;
+              const util::Option<std::string> properties =
+                  readAttribute(setting.element, "properties");
+              if (properties) {
+                gesture.properties = properties.get();
+              }
+            } else if (gesture.enabled) {
+              setting.report(FindingCode::REPEATED, "value", setting.value);
+            }
+          }};
+}
+
+constexpr KeyTable KEYS({
+    enables<&Gestures::pinchzoom>("pinchzoom", "gestureSettings.pinchzoom.enabled"),
+    enables<&Gestures::flick>("flick", "gestureSettings.flick.enabled"),
+    enables<&Gestures::drag>("drag", "gestureSettings.drag.enabled"),
+    enables<&Gestures::swipe>("swipe", "gestureSettings.swipe.enabled"),
+    enables<&Gestures::tap>("tap", "gestureSettings.tap.enabled"),
+    enables<&Gestures::multi_tap>("multi_tap", "gestureSettings.multi_tap.enabled"),
+    enables<&Gestures::hold>("hold", "gestureSettings.hold.enabled"),
+});
+
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  // Each element starts with all gestures off, their properties kept.
+  Gestures& gestures = context.record.gestureSettings();
+  for (Gesture* const gesture :
+       {&gestures.pinchzoom, &gestures.flick, &gestures.drag, &gestures.swipe, &gestures.tap,
+        &gestures.multi_tap, &gestures.hold}) {
+    gesture->enabled = false;
+  }
+  return ExtensionFrame(context, TEXTS)
+      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
+        KEYS.applyOrReport(gestures, setting);
+        NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
+                          setting.value.c_str(),
+                          readAttribute(setting.element, "properties").c_str());
+      });
+}
 
 }  // namespace
 
+extern const KnownElement GESTURES;
+const KnownElement GESTURES = {
+    {"gestures", true, Repetition::RESTARTS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+
+}  // namespace detail
+
 bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  // Each element starts with all gestures off, their properties kept.
-  Gestures& gestures = config->gestureSettings();
-  bool restarted = false;
-  for (const Row& row : NAMES) {
-    restarted |= (gestures.*row.gesture).enabled;
-    (gestures.*row.gesture).enabled = false;
-  }
-  if (restarted) {
-    Report(observation.get(), node.get())(LegacyCode::SETTINGS_RESTARTED,
-                                          "It switches off the gestures of an earlier one.");
-  }
-  return ExtensionFrame(*this, rules, observation.get())
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        const util::Option<std::string> properties =
-            rules.getSingleAttributeValue(setting.element, nullptr, "properties");
-        const Row* const row = detail::findRow(NAMES, setting.keyText());
-        if (row == nullptr) {
-          detail::reportUnknownKey(NAMES, "name", setting.keyText(), lost);
-        } else if (detail::isOn(ENABLING, setting.valueText(), lost)) {
-          Config::Gesture& gesture = gestures.*row->gesture;
-          gesture.enabled = true;
-          if (properties) {
-            gesture.properties = properties.get();
-          }
-        } else if ((gestures.*row->gesture).enabled) {
-          lost(LegacyCode::REPEATED_KEY, "value", setting.value,
-               "A gesture once switched on stays so.");
-        }
-        NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
-                          setting.value.c_str(), properties.c_str());
-      });
+  return processExtension(node, detail::GESTURES);
 }
 
 }  // namespace orvane::nimbrel::config

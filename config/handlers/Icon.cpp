@@ -1,28 +1,41 @@
 #include <utility>
 
 #include "config/KeyIndex.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
 #include "config/RuleReaders.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"src", ValueKind::PATH, true, "icons[].src"},
+    {"width", ValueKind::SIZE, false, "icons[].width"},
+    {"height", ValueKind::SIZE, false, "icons[].height"},
+};
+
+}  // namespace
+
+extern const KnownElement ICON;
+const KnownElement ICON = {{"icon", false, Repetition::UNIQUE_BY, {"src"}, ATTRIBUTES},
+                           callMember<&NimbrelConfigParser::processIcon>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Icon>& icons = record().icons();
   util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
-  const detail::Report lost(observation.get(), node.get());
+  const detail::Reporter report = reporterOf(node);
   if (!src || src.get().empty()) {
-    return lost(LegacyCode::ICON_WITHOUT_SRC, "src", src, "An icon needs a path.");
+    return report(FindingCode::MISSING_ATTRIBUTE, "src", src);
   }
   auto* const index = indexes == nullptr ? nullptr : &indexes->icons;
   if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
-    return lost(LegacyCode::REPEATED_ICON, "src", src, "The first icon with a path wins.");
+    return report(FindingCode::REPEATED, "src", src);
   }
-  const auto size = [&](const char* attribute) {
-    return detail::readSize(detail::trimmedAttribute(*node, attribute), attribute, lost);
-  };
-  const util::Option<unsigned int> height = size("height");
-  icons.push_back(Config::Icon{std::move(src.get()), height, size("width")});
+  const util::Option<unsigned int> height = detail::readSizeAttribute(*node, "height", report);
+  icons.push_back(Config::Icon{std::move(src.get()), height,
+                               detail::readSizeAttribute(*node, "width", report)});
 }
 
 }  // namespace orvane::nimbrel::config

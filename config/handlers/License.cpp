@@ -1,19 +1,31 @@
 #include <utility>
 
-#include "config/LanguageReports.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"href", ValueKind::IRI, false, "license.href"},
+};
+
+}  // namespace
+
+extern const KnownElement LICENSE;
+const KnownElement LICENSE = {
+    {"license", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES, "license.text"},
+    callMember<&NimbrelConfigParser::processLicense>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.license()) {
-    return detail::reportLater(node.get(), observation.get());
+    return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString text = rules.getTextContent(node, false);
-  target.license() =
-      Config::License{std::move(text), {}, readIri(*node, "href", LegacyCode::HREF_NOT_IRI)};
+  target.license() = Config::License{std::move(text), {}, readIri(node, "href")};
 }
 
 }  // namespace orvane::nimbrel::config

@@ -1,35 +1,39 @@
-#include "config/NimbrelConfigParser.h"
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-constexpr ChildRule RULE = {"app", "tavlo:messaging unknown sub element", "name",
-                            "tavlo:messaging, missing attributes for tavlo:messaging element"};
+constexpr ErrorTexts TEXTS = {"tavlo:messaging unknown sub element",
+                              "tavlo:messaging, missing attributes for tavlo:messaging element"};
 constexpr const char* SITE = "NimbrelConfigParser::processMessaging";
-constexpr detail::Words GRANTING = {{"yes", "true"},
-                                    {"no", "false"},
-                                    "Messages are refused: only \"yes\" and \"true\" grant them."};
+
+constexpr ChildDescription CHILDREN[] = {{"app", NAME_AND_VALUE, "name"}};
+
+// Refused unless granted in so many words; permissions are the other way round on purpose.
+constexpr SwitchWords GRANTING = {{"yes", "true"}, {"no", "false"}};
+constexpr KeyDescription ANY_NAME = {
+    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "messagingPermissions.*", &GRANTING};
+
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  std::map<std::string, bool>& permissions = context.record.messagingPermissions();
+  return ExtensionFrame(context, TEXTS)
+      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
+        permissions[setting.keyText()] = isTriggered(GRANTING, setting.valueText(), setting.report);
+        logNameValue(SITE, setting);
+      });
+}
 
 }  // namespace
 
+extern const KnownElement MESSAGING;
+const KnownElement MESSAGING = {
+    {"messaging", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_NAME}, handle};
+
+}  // namespace detail
+
 bool NimbrelConfigParser::processMessaging(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  std::map<std::string, bool>& permissions = config->messagingPermissions();
-  return ExtensionFrame(*this, rules, observation.get())
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        // Refused unless granted in so many words; permissions are the other way round on purpose.
-        lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
-        permissions[setting.keyText()] = detail::isOn(GRANTING, setting.valueText(), lost);
-        detail::logNameValue(SITE, setting);
-      });
+  return processExtension(node, detail::MESSAGING);
 }
 
 }  // namespace orvane::nimbrel::config

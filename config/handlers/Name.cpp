@@ -1,15 +1,27 @@
 #include <utility>
 
-#include "config/LanguageReports.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"short", ValueKind::TEXT, false, "shortName"},
+};
+
+}  // namespace
+
+extern const KnownElement NAME;
+const KnownElement NAME = {{"name", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES, "name"},
+                           callMember<&NimbrelConfigParser::processName>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node) {
   BasicConfig& target = record();
   if (target.name()) {
-    return detail::reportLater(node.get(), observation.get());
+    return reporterOf(node)(FindingCode::REPEATED);
   }
   // Both or none: a name without its short name would be taken for complete.
   util::LocalizableString name = rules.getTextContent(node, true);

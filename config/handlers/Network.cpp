@@ -1,82 +1,79 @@
-#include "config/NimbrelConfigParser.h"
-#include "config/handlers/ExtensionFrame.h"
+#include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
-
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-constexpr ChildRule RULE = {"asset", "tavlo:network unknown sub element",
-                            "key",   "tavlo:network, missing attributes for tavlo:asset element",
-                            true,    "errorPage"};
-constexpr const char* SITE = "NimbrelConfigParser::processNetwork";
-
-constexpr const char* REPLACED = "The later value replaces the earlier one.";
 
 using Net = Config::NetSettings;
 
-// Lists accumulate, all else is last-wins.
-constexpr struct Row {
-  std::string_view key;
-  detail::Effect<Net> effect;
-  bool accumulates = false;
-} KEYS[] = {
-    {"user-agent", detail::appendText<Net, &Net::userAgents>, true},
-    {"http-header", detail::appendText<Net, &Net::httpHeaders>, true},
-    {"idleConnectionsTimeout_sec", detail::storeNumber<Net, &Net::idleConnectionsTimeout_sec>},
-    {"maxConnections", detail::storeNumber<Net, &Net::maxConnections>},
-    {"maxConnectionsPerHost", detail::storeNumber<Net, &Net::maxConnectionsPerHost>},
-    {"maxConnectionsPerProxy", detail::storeNumber<Net, &Net::maxConnectionsPerProxy>},
-    {"maxKeepAliveProxyConnections", detail::storeNumber<Net, &Net::maxKeepAliveProxyConnections>},
-    {"initialDNS", detail::storeWhetherTrue<Net, &Net::initialDNS>},
-    {"overrideProxy", detail::storeText<Net, &Net::overrideProxy>},
-    {"enableCaching", detail::storeWhetherTrue<Net, &Net::enableCaching>},
-    {"enableWrsProxy", detail::storeWhetherTrue<Net, &Net::enableWrsProxy>},
-    {"allowTlsFallback", detail::storeWhetherTrue<Net, &Net::allowTlsFallback>},
-};
+constexpr ErrorTexts TEXTS = {"tavlo:network unknown sub element",
+                              "tavlo:network, missing attributes for tavlo:asset element"};
+constexpr const char* SITE = "NimbrelConfigParser::processNetwork";
 
-}  // namespace
+constexpr AttributeDescription ERROR_PAGE_ATTRIBUTES[] = {
+    {"src", ValueKind::PATH, true, "netSettings.errorPage"}};
+constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"},
+                                         {"errorPage", ERROR_PAGE_ATTRIBUTES}};
+constexpr const ChildDescription& ASSET = CHILDREN[0];
+constexpr const ChildDescription& ERROR_PAGE = CHILDREN[1];
 
-bool NimbrelConfigParser::processNetwork(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  Net& net = config->netSettings();
-  const ExtensionFrame frame(*this, rules, observation.get());
+constexpr KeyTable KEYS({
+    appendsText<&Net::userAgents>("user-agent", "netSettings.userAgents[]"),
+    appendsText<&Net::httpHeaders>("http-header", "netSettings.httpHeaders[]"),
+    storesNumber<&Net::idleConnectionsTimeout_sec>("idleConnectionsTimeout_sec",
+                                                   "netSettings.idleConnectionsTimeout_sec"),
+    storesNumber<&Net::maxConnections>("maxConnections", "netSettings.maxConnections"),
+    storesNumber<&Net::maxConnectionsPerHost>("maxConnectionsPerHost",
+                                              "netSettings.maxConnectionsPerHost"),
+    storesNumber<&Net::maxConnectionsPerProxy>("maxConnectionsPerProxy",
+                                               "netSettings.maxConnectionsPerProxy"),
+    storesNumber<&Net::maxKeepAliveProxyConnections>("maxKeepAliveProxyConnections",
+                                                     "netSettings.maxKeepAliveProxyConnections"),
+    storesSwitch<&Net::initialDNS>("initialDNS", "netSettings.initialDNS", TRUE_WORD),
+    storesText<&Net::overrideProxy>("overrideProxy", "netSettings.overrideProxy"),
+    storesSwitch<&Net::enableCaching>("enableCaching", "netSettings.enableCaching", TRUE_WORD),
+    storesSwitch<&Net::enableWrsProxy>("enableWrsProxy", "netSettings.enableWrsProxy", TRUE_WORD),
+    storesSwitch<&Net::allowTlsFallback>("allowTlsFallback", "netSettings.allowTlsFallback",
+                                         TRUE_WORD),
+});
 
-  const auto act = [&](const Setting& setting, const Report& lost) {
-    detail::logKeyValue(SITE, setting);
-    const Row* const row = detail::findRow(KEYS, setting.keyText());
-    if (row == nullptr) {
-      return detail::reportUnknownKey(KEYS, "key", setting.keyText(), lost);
-    }
-    if (!row->accumulates) {
-      lost.ifRepeated("key", setting.keyText(), REPLACED);
-    }
-    row->effect(net, setting.valueText(), lost);
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  Net& net = context.record.netSettings();
+  const ExtensionFrame frame(context, TEXTS);
+
+  const auto apply = [&](const Setting& setting) {
+    logKeyValue(SITE, setting);
+    KEYS.applyOrReport(net, setting);
   };
-  const auto storeErrorPage = [&](const util::XmlNode& child, const Report& lost) {
-    frame.examine(child);
-    const util::Option<std::string> src = rules.getSingleAttributeValue(child, nullptr, "src");
+  const auto storeErrorPage = [&](const util::XmlNode& child) {
+    const util::Option<std::string> src = readAttribute(child, "src");
     if (!src) {
       return frame.stopAtAttribute(
-          "tavlo:network, missing 'src' attribute for tavlo:errorPage element", "src", lost);
+          child, "tavlo:network, missing 'src' attribute for tavlo:errorPage element", "src");
     }
-    lost.ifRepeated("src", RULE.other, REPLACED);
     net.errorPage = src.get();
     NIMBREL_LOG_DEBUG(SITE, "src = %s", net.errorPage.c_str());
     return true;
   };
-  return frame.forEachChild(*node, [&](const util::XmlNode& child, const Report& lost) {
-    if (frame.is(child, RULE.element)) {
-      return frame.withSetting(child, RULE, lost, act);
+  return ExtensionFrame::forEachChild(*node, [&](const util::XmlNode& child) {
+    if (ExtensionFrame::is(child, ASSET)) {
+      return frame.withSetting(child, ASSET, apply);
     }
-    return frame.is(child, RULE.other) ? storeErrorPage(child, lost)
-                                       : frame.stopAtElement(child, RULE, lost);
+    return ExtensionFrame::is(child, ERROR_PAGE) ? storeErrorPage(child)
+                                                 : frame.stopAtElement(child);
   });
+}
+
+}  // namespace
+
+extern const KnownElement NETWORK;
+const KnownElement NETWORK = {
+    {"network", true, Repetition::ADDS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+
+}  // namespace detail
+
+bool NimbrelConfigParser::processNetwork(const std::shared_ptr<util::XmlNode>& node) {
+  return processExtension(node, detail::NETWORK);
 }
 
 }  // namespace orvane::nimbrel::config

@@ -1,38 +1,44 @@
-#include "config/NimbrelConfigParser.h"
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
 namespace {
 
-using detail::ChildRule;
-using detail::ExtensionFrame;
-using detail::Report;
-using detail::Setting;
-
-constexpr ChildRule RULE = {"permission", "Invalid permissions param format", "name",
-                            "tavlo:permission, missing attribute name for tavlo:permission element",
-                            false};
+constexpr ErrorTexts TEXTS = {
+    "Invalid permissions param format",
+    "tavlo:permission, missing attribute name for tavlo:permission element"};
 constexpr const char* SITE = "NimbrelConfigParser::processPermissions";
-constexpr detail::Words REFUSING = {
-    {"no", "false"},
-    {"yes", "true"},
-    "The permission is granted: only \"no\" and \"false\" refuse it."};
 
-}  // namespace
+constexpr AttributeDescription ATTRIBUTES[] = {{"name", ValueKind::TEXT, true},
+                                               {"value", ValueKind::TEXT}};
+constexpr ChildDescription CHILDREN[] = {{"permission", ATTRIBUTES, "name"}};
 
-bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode>& node) {
-  if (node == nullptr || config == nullptr) {
-    return false;
-  }
-  std::map<std::string, bool>& permissions = config->appPermissions();
-  return ExtensionFrame(*this, rules, observation.get())
-      .forEachSetting(*node, RULE, [&](const Setting& setting, const Report& lost) {
-        // Granted unless refused in so many words; messaging is the other way round on purpose.
-        lost.ifRepeated("name", setting.keyText(), "The later value replaces the earlier one.");
-        const bool allowed = !setting.value || !detail::isOn(REFUSING, setting.valueText(), lost);
+// Granted unless refused in so many words; messaging is the other way round on purpose.
+constexpr SwitchWords REFUSING = {{"no", "false"}, {"yes", "true"}};
+constexpr KeyDescription ANY_NAME = {
+    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "appPermissions.*", &REFUSING};
+
+bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+  std::map<std::string, bool>& permissions = context.record.appPermissions();
+  return ExtensionFrame(context, TEXTS)
+      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
+        const bool allowed =
+            !setting.value || !isTriggered(REFUSING, setting.valueText(), setting.report);
         permissions[setting.keyText()] = allowed;
         NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
       });
+}
+
+}  // namespace
+
+extern const KnownElement PERMISSIONS;
+const KnownElement PERMISSIONS = {
+    {"permissions", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_NAME}, handle};
+
+}  // namespace detail
+
+bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode>& node) {
+  return processExtension(node, detail::PERMISSIONS);
 }
 
 }  // namespace orvane::nimbrel::config

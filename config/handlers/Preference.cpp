@@ -2,26 +2,39 @@
 #include <utility>
 
 #include "config/KeyIndex.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
 #include "config/RuleReaders.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"name", ValueKind::TEXT, true, "preferences[].name"},
+    {"value", ValueKind::TEXT, false, "preferences[].value"},
+    {"readonly", ValueKind::BOOLEAN, false, "preferences[].readonly"},
+};
+
+}  // namespace
+
+extern const KnownElement PREFERENCE;
+const KnownElement PREFERENCE = {{"preference", false, Repetition::UNIQUE_BY, {"name"}, ATTRIBUTES},
+                                 callMember<&NimbrelConfigParser::processPreference>};
+
+}  // namespace detail
 
 void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Preference>& preferences = record().preferences();
   util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
-  const detail::Report lost(observation.get(), node.get());
+  const detail::Reporter report = reporterOf(node);
   if (!name || name.get().empty()) {
-    return lost(LegacyCode::PREFERENCE_WITHOUT_NAME, "name", name, "A preference needs a name.");
+    return report(FindingCode::MISSING_ATTRIBUTE, "name", name);
   }
   auto* const index = indexes == nullptr ? nullptr : &indexes->preferences;
   if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
-    return lost(LegacyCode::REPEATED_PREFERENCE, "name", name,
-                "The first preference of a name wins.");
+    return report(FindingCode::REPEATED, "name", name);
   }
-  const std::optional<bool> readonly =
-      detail::readBooleanAttribute(*node, "readonly", lost, "The preference can be written.");
+  const std::optional<bool> readonly = detail::readBooleanAttribute(*node, "readonly", report);
   preferences.push_back(Config::Preference{std::move(name.get()),
                                            rules.getSingleAttributeValue(node, nullptr, "value"),
                                            readonly.value_or(false)});

@@ -3,40 +3,57 @@
 #include <string_view>
 #include <utility>
 
-#include "config/Namespaces.h"
-#include "config/NimbrelConfigParser.h"
-#include "config/Report.h"
 #include "config/RuleReaders.h"
+#include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
+namespace detail {
+namespace {
+
+constexpr AttributeDescription ATTRIBUTES[] = {
+    {"id", ValueKind::IRI, false, "id"},
+    {"version", ValueKind::TEXT, false, "version"},
+    {"width", ValueKind::SIZE, false, "width"},
+    {"height", ValueKind::SIZE, false, "height"},
+    {"viewmodes", ValueKind::KEYWORDS, false, "windowModes[]"},
+    {"defaultlocale", ValueKind::LANGUAGE, false, "userAgentLocales[]"},
+    {"applicationId", ValueKind::APPLICATION_ID, false, "tavloApplicationId", true},
+    {"applicationVersion", ValueKind::NUMBER, false, "tavloApplicationVersion", true},
+};
+constexpr ElementDescription WIDGET = {"widget", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES};
+
+}  // namespace
+}  // namespace detail
+
+const ElementDescription& widgetDescription() noexcept {
+  return detail::WIDGET;
+}
 
 using util::Option;
 
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
-  const detail::Report lost(observation.get(), root.get());
+  const detail::Reporter report = reporterOf(root);
   const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
     return rules.getSingleAttributeValue(root, namespaceUri, name);
   };
 
   const Option<std::string> defaultLocale = attribute("defaultlocale");
   if (defaultLocale && defaultLocale.get().empty()) {
-    lost(LegacyCode::DEFAULTLOCALE_EMPTY, "defaultlocale", defaultLocale,
-         "An empty value names no language.");
+    report(FindingCode::EMPTY_VALUE, "defaultlocale", defaultLocale);
   }
-  target.id().take(readIri(*root, "id", LegacyCode::ID_NOT_IRI));
+  target.id().take(readIri(root, "id"));
   target.version().take(rules.getSingleDisplayableAttributeValue(root, nullptr, "version"));
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
-    lost(LegacyCode::VERSION_EMPTY, "version", "", "An empty version is none.");
+    report(FindingCode::EMPTY_VALUE, "version", "");
   }
   Option<std::string> applicationId = attribute("applicationId", EXTENSION_NAMESPACE);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
       target.tavloApplicationId().take(std::move(applicationId));
     } else {
-      lost(LegacyCode::APPLICATION_ID, "tavlo:applicationId", applicationId,
-           "The store's ids are 1 to 32 lower-case ASCII letters and digits.");
+      report(FindingCode::INVALID_APPLICATION_ID, "tavlo:applicationId", applicationId);
     }
   }
   const Option<std::string> applicationVersion =
@@ -44,10 +61,10 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
   if (applicationVersion) {
     // Unlike a size, a text that is no number counts as 0 here, and 0 is a version.
     target.tavloApplicationVersion() =
-        detail::readNumber(applicationVersion.get(), "tavlo:applicationVersion", lost);
+        detail::readNumber(applicationVersion.get(), "tavlo:applicationVersion", report);
   }
   for (auto [name, size] : {std::pair("height", &target.height()), {"width", &target.width()}}) {
-    *size = detail::readSize(detail::trimmedAttribute(*root, name), name, lost);
+    *size = detail::readSizeAttribute(*root, name, report);
   }
   processViewMode(attribute("viewmodes"));
   processDefaultLocale(defaultLocale);  // last, as it appends: all else may be done again
@@ -75,9 +92,9 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   for (const std::string& keyword : keywords) {
     if (seen.insert(keyword).second) {
       distinct.push_back(keyword);
-    } else if (observation != nullptr) {
-      const detail::Report lost(observation.get(), target.document()->getDocumentElement().get());
-      lost(LegacyCode::REPEATED_VIEWMODE, "viewmodes", keyword, "The first of each counts.");
+    } else if (observer != nullptr && target.document() != nullptr) {
+      reporterOf(target.document()->getDocumentElement())(FindingCode::REPEATED, "viewmodes",
+                                                          keyword);
     }
   }
   distinct.shrink_to_fit();  // no room is kept for repeated ones

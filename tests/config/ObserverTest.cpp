@@ -84,6 +84,45 @@ TEST(Observer, LearnsOfEachCaseThatTheW3CCallsInvalid) {
   expectRows(rows, reported);
 }
 
+TEST(Observer, LearnsWhatExtensionElementsIgnore) {
+  const Row rows[] = {
+      {extension("cookiejar", asset("persistent", "true") + asset("persistent", "false") +
+                                  asset("persistent", "TRUE") + asset("x", "true")),
+       "1 repeated asset@value='false' | 1 unknown-word asset@value='TRUE' | 1 repeated "
+       "asset@value='TRUE' | 1 unknown-key asset@key='x'"},
+      {extension("auth", asset("k", "Token") + asset("k", "")),
+       "1 unknown-word asset@value='Token' | 1 unknown-word asset@value=''"},
+      {extension("network", asset("enableCaching", "yes") + "<tavlo:errorPage/>" + asset("a", "b")),
+       "1 unknown-word asset@value='yes' | 1 missing-attribute errorPage@src"},
+      {extension("network", "<tavlo:x/>" + asset("a", "b")), "1 unexpected-child x"},
+      {extension("settings", named("setting", "saveContext", "no") +
+                                 named("setting", "saveContext", "yes") +
+                                 named("setting", "zoomFactor", "0") + "<tavlo:setting name='a'/>"),
+       "1 repeated setting@value='yes' | 1 out-of-range setting@value='0' | 1 missing-attribute "
+       "setting@value"},
+      {extension("settings", named("setting", "defaultFontSize300", "2") +
+                                 named("setting", "defaultFontSize", "2") +
+                                 named("setting", "defaultFontSize96", "2") +
+                                 named("setting", "defaultFontSizes", "2")),
+       "1 unused-setting setting@name='defaultFontSize' | 1 unknown-key "
+       "setting@name='defaultFontSizes'"},
+      {extension("gestures", named("param", "tap", "yes") + named("param", "tap", "no")),
+       "1 repeated param@value='no'"},
+      {extension("resources", asset("ApplicationCacheLoadDelay", "-1") + asset("own", "x") +
+                                  asset("DatabaseStorageQuota", "")),
+       "1 out-of-range asset@value='-1' | 1 number-rejected asset@value='' | input"},
+      {"<tavlo:export resource='a'/><tavlo:export resource='a'/><tavlo:export/>",
+       "1 repeated export@resource='a' | 1 missing-attribute export@resource"},
+      {"<Name/><o:x xmlns:o='urn:o'/>", "1 unknown-element Name | 1 unknown-element x"},
+      // Nothing is wrong with these, or there is nothing to decide.
+      {extension("cookiejar", asset("persistent", "true") + asset("persistent", "true")) +
+           extension("messaging", named("app", "a", "yes") + named("app", "a", "false")) +
+           "<param name='a'/><name xml:lang='fr'/><icon src='a' scr='b'/>",
+       ""},
+  };
+  expectRows(rows, reported);
+}
+
 TEST(Observer, LearnsWhereAndWhyADocumentIsRejected) {
   const auto findings = std::make_shared<Findings>();
   Reader reader;

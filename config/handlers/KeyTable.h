@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "config/handlers/ExtensionFrame.h"
+
+// Tables of the keys of extension elements: how each is described and what it does.
+namespace orvane::nimbrel::config::detail {
+
+/// What a value does to a record of settings.
+template <typename Record>
+using Effect = void (*)(Record& record, const KeyDescription& key, const Setting& setting);
+
+template <typename Record>
+struct KeyRow {
+  KeyDescription description;
+  Effect<Record> effect;
+};
+
+/// The keys of an element in the order in which they are tried. Keys are distinct.
+template <typename Record, std::size_t SIZE>
+class KeyTable {
+ public:
+  // NOLINTNEXTLINE(google-explicit-constructor): so that a table is its rows in braces
+  constexpr KeyTable(const KeyRow<Record> (&rows)[SIZE]) {
+    for (std::size_t i = 0; i < SIZE; ++i) {
+      descriptions_[i] = rows[i].description;
+      effects_[i] = rows[i].effect;
+    }
+  }
+
+  [[nodiscard]] constexpr DescriptionList<KeyDescription> descriptions() const noexcept {
+    return descriptions_;
+  }
+
+  /// Does what a setting asks for. False when its key is not in the table.
+  bool apply(std::string_view key, Record& record, const Setting& setting) const {
+    for (std::size_t i = 0; i < SIZE; ++i) {
+      if (descriptions_[i].name == key) {
+        effects_[i](record, descriptions_[i], setting);
+        return true;
+      }
+    }
+    return false;
+  }
+
+  /// The same; reports a key that is not in the table.
+  void applyOrReport(Record& record, const Setting& setting) const {
+    if (!apply(setting.keyText(), record, setting)) {
+      setting.report(FindingCode::UNKNOWN_KEY, setting.keyAttribute, setting.keyText());
+    }
+  }
+
+ private:
+  KeyDescription descriptions_[SIZE] = {};
+  Effect<Record> effects_[SIZE] = {};
+};
+
+template <typename Member>
+struct MemberPointer;
+template <typename RecordType, typename Value>
+struct MemberPointer<Value RecordType::*> {
+  using Record = RecordType;
+};
+/// The record of which MEMBER is a member.
+template <auto MEMBER>
+using RecordOf = typename MemberPointer<decltype(MEMBER)>::Record;
+
+/// @name Rows of a key table, by what the value does to MEMBER
+/// @{
+template <auto MEMBER>
+constexpr KeyRow<RecordOf<MEMBER>> storesText(std::string_view name, std::string_view field,
+                                              ValueKind kind = ValueKind::TEXT) {
+  return {{name, kind, KeyRule::LAST_COUNTS, field},
+          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
+            record.*MEMBER = setting.valueText();
+          }};
+}
+
+template <auto MEMBER>
+constexpr KeyRow<RecordOf<MEMBER>> appendsText(std::string_view name, std::string_view field) {
+  return {{name, ValueKind::TEXT, KeyRule::ACCUMULATES, field},
+          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
+            (record.*MEMBER).push_back(setting.valueText());
+          }};
+}
+
+/// A bad number ends the parse.
+template <auto MEMBER>
+constexpr KeyRow<RecordOf<MEMBER>> storesNumber(std::string_view name, std::string_view field) {
+  return {{name, ValueKind::NUMBER, KeyRule::LAST_COUNTS, field},
+          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
+            record.*MEMBER = readCounter(setting.valueText(), setting.report);
+          }};
+}
+
+/// Assigned both ways: any value but a trigger word clears the flag.
+template <auto MEMBER>
+constexpr KeyRow<RecordOf<MEMBER>> storesSwitch(std::string_view name, std::string_view field,
+                                                const SwitchWords& words) {
+  return {{name, ValueKind::SWITCH, KeyRule::LAST_COUNTS, field, &words},
+          [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
+            record.*MEMBER = isTriggered(*key.words, setting.valueText(), setting.report);
+          }};
+}
+
+/// Makes the flag VALUE, which is not its default, and never undoes it.
+template <auto MEMBER, bool VALUE = true>
+constexpr KeyRow<RecordOf<MEMBER>> raises(std::string_view name, std::string_view field,
+                                          const SwitchWords& words) {
+  return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &words},
+          [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
+            if (isTriggered(*key.words, setting.valueText(), setting.report)) {
+              record.*MEMBER = VALUE;
+            } else if (record.*MEMBER == VALUE) {
+              setting.report(FindingCode::REPEATED, "value", setting.value);
+            }
+          }};
+}
+/// @}
+
+}  // namespace orvane::nimbrel::config::detail
