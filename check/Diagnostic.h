@@ -16,12 +16,12 @@ struct Diagnostic {
   static constexpr std::uint32_t NO_INDEX = std::numeric_limits<std::uint32_t>::max();
 
   config::FindingCode code = {};
+  /// Its place among the attributes of the element; `NO_INDEX` when it is absent.
+  std::uint32_t attributeIndex = NO_INDEX;
   /// The element; null when the whole document is meant.
   const util::XmlNode* element = nullptr;
   /// The attribute as `config::Finding` spells it; empty when the element itself is meant.
   std::string_view attribute = {};
-  /// Its place among the attributes of the element; `NO_INDEX` when it is absent.
-  std::uint32_t attributeIndex = NO_INDEX;
   /// The value as it was read; null data when there is none. Of a document that was rejected by the
   /// XML parser its message.
   std::string_view value = {};
@@ -30,8 +30,11 @@ struct Diagnostic {
 
   std::uint32_t line = 0;    ///< counted from 1; 0 when unknown
   std::uint32_t column = 0;  ///< of a rejected document as its parser counts; 0 when unknown
-  bool hasSpan = false;      ///< whether `span` is known
   Span span = {};            ///< the place in the text of the document
+  bool hasSpan = false;      ///< whether `span` is known
+  /// What orders the findings of a document: the number of the element, then of the finding.
+  std::uint32_t elementNumber = 0;
+  std::uint32_t number = 0;
 };
 
 }  // namespace orvane::nimbrel::check

@@ -131,7 +131,8 @@ std::string meantIri(std::string_view text) {
 }  // namespace
 
 std::string meantBy(const Diagnostic& finding) {
-  const std::string value = zel::util::StringUtil::squeezeAndTrim(finding.value);
+  // Of a short value only: a namespace may be long, and many elements may have it.
+  const auto value = [&] { return zel::util::StringUtil::squeezeAndTrim(finding.value); };
   switch (finding.code) {
     case FindingCode::WRONG_ROOT:
       if (finding.attribute == "xmlns") {
@@ -147,14 +148,14 @@ std::string meantBy(const Diagnostic& finding) {
       return meantAttribute(*finding.element, finding.attribute);
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::SIMILAR_KEY:
-      return std::string(meantKey(*finding.element, value));
+      return std::string(meantKey(*finding.element, value()));
     case FindingCode::UNKNOWN_WORD:
-      return std::string(meantWord(*finding.element, finding.attribute, value));
+      return std::string(meantWord(*finding.element, finding.attribute, value()));
     case FindingCode::NOT_AN_IRI:
     case FindingCode::REQUIRED_FEATURE_NAME:
-      return meantIri(value);
+      return meantIri(value());
     case FindingCode::NOT_A_BOOLEAN:
-      return std::string(suggestedWord(value, "true", "false"));
+      return std::string(suggestedWord(value(), "true", "false"));
     default:
       return {};
   }

@@ -46,6 +46,11 @@ Span placeIn(const Tag& tag, const Diagnostic& finding) noexcept {
 
 Report::Report(std::string document) : document_(std::move(document)), source_(document_) {}
 
+void Report::add(const Diagnostic& finding) {
+  findings_.push_back(finding);
+  findings_.back().number = static_cast<std::uint32_t>(findings_.size());
+}
+
 std::string_view Report::keep(std::string_view text) {
   const auto found = texts_.find(text);
   return found == texts_.end() ? *texts_.emplace(text).first : *found;
@@ -121,37 +126,32 @@ Position Report::otherOf(const Diagnostic& finding) const noexcept {
 }
 
 void Report::locate() {
-  std::vector<std::pair<std::uint32_t, Diagnostic>> numbered;
-  numbered.reserve(findings_.size());
-  for (const Diagnostic& finding : findings_) {
-    numbered.emplace_back(finding.element == nullptr ? 0 : numberOf(finding.element), finding);
+  for (Diagnostic& finding : findings_) {
+    finding.elementNumber = finding.element == nullptr ? 0 : numberOf(finding.element);
   }
-  const auto byElement = [](const auto& left, const auto& right) {
-    return left.first < right.first;
-  };
-  std::stable_sort(numbered.begin(), numbered.end(), byElement);
+  std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
+    return std::tie(left.elementNumber, left.number) < std::tie(right.elementNumber, right.number);
+  });
   // Each tag is read once, for all findings on it.
   Tag tag;
   const XmlNode* read = nullptr;
-  for (auto& [number, finding] : numbered) {
+  for (Diagnostic& finding : findings_) {
     if (finding.element == nullptr) {
       continue;
     }
     finding.line = finding.element->getLineNumber();
-    if (number < tags_.size()) {
+    if (finding.elementNumber < tags_.size()) {
       if (std::exchange(read, finding.element) != finding.element) {
-        tag = readTag(source_.text(), tags_[number]);
+        tag = readTag(source_.text(), tags_[finding.elementNumber]);
       }
       finding.hasSpan = true;
       finding.span = placeIn(tag, finding);
     }
   }
-  std::stable_sort(numbered.begin(), numbered.end(), [](const auto& left, const auto& right) {
-    return std::tie(left.first, left.second.span.begin) <
-           std::tie(right.first, right.second.span.begin);
+  std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
+    return std::tie(left.elementNumber, left.span.begin, left.number) <
+           std::tie(right.elementNumber, right.span.begin, right.number);
   });
-  std::transform(numbered.begin(), numbered.end(), findings_.begin(),
-                 [](const auto& entry) { return entry.second; });
 }
 
 }  // namespace orvane::nimbrel::check

@@ -43,7 +43,7 @@ class Report {
   /// The bytes of the document.
   [[nodiscard]] const std::string& document() const noexcept { return document_; }
   /// Adds a finding.
-  void add(const Diagnostic& finding) { findings_.push_back(finding); }
+  void add(const Diagnostic& finding);
   /// A copy of a text that lives as long as the report; equal ones are kept once.
   [[nodiscard]] std::string_view keep(std::string_view text);
   /// Adds that the document is rejected, with the parser's message; 0 for a line or column that is

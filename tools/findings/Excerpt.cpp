@@ -51,10 +51,15 @@ Drawing draw(std::string_view line, check::Span place) {
       ++next;
     }
     const std::string_view character = line.substr(at, next - at);
-    const std::string shown =
-        character == "\t" ? std::string(TAB - column % TAB, ' ') : escapeUnprintable(character);
-    drawing.text += shown;
-    column += width(shown);
+    if (character.front() > '\x1F' && character.front() < '\x7F') {  // as nearly all are
+      drawing.text += character;
+      ++column;
+    } else {
+      const std::string shown =
+          character == "\t" ? std::string(TAB - column % TAB, ' ') : escapeUnprintable(character);
+      drawing.text += shown;
+      column += width(shown);
+    }
     at = next;
   }
   mark(at);
