@@ -34,6 +34,32 @@ std::string package(const std::vector<Entry>& entries) {
   return contentOf(file.path());
 }
 
+/// A number of so many bytes, as archives have them.
+std::string number(std::uint64_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) {
+    text += static_cast<char>(value >> 8 * i & 0xFF);
+  }
+  return text;
+}
+
+/// Writes bytes behind a mark, so far behind the last one that there is.
+std::string patched(std::string archive, const char* mark, std::size_t offset,
+                    const std::string& bytes) {
+  return archive.replace(archive.rfind(mark) + offset, bytes.size(), bytes);
+}
+
+/// The archive with the records for large ones, which say that it has so many entries.
+std::string zip64(std::string archive, std::uint64_t entries, std::uint64_t directorySize = 0) {
+  const std::size_t end = archive.rfind("PK\x05\x06");
+  const std::size_t directory = archive.find("PK\x01\x02");
+  const std::string record =
+      "PK\x06\x06" + number(44, 8) + number(0, 12) + number(entries, 8) + number(entries, 8) +
+      number(directorySize != 0 ? directorySize : end - directory, 8) + number(directory, 8);
+  archive.insert(end, record + "PK\x06\x07" + number(0, 4) + number(end, 8) + number(1, 4));
+  return patched(archive, "PK\x05\x06", 8, std::string(12, '\xFF'));
+}
+
 std::string replaceAll(std::string text, const std::string& from, const std::string& to) {
   for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
     text.replace(at, from.size(), to);
@@ -83,12 +109,30 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       {"only its beginning", "PK\x03\x04", "no usable ZIP archive: "},
       {"in a folder", package({{"widget/config.xml", DOCUMENT}}), "no config.xml at the root"},
       {"a folder of that name", package({{"config.xml/a", DOCUMENT}}), "no config.xml at the root"},
+      {"another spelling", package({{"./config.xml", DOCUMENT}}), "and './config.xml' is another"},
       {"other case", package({{"Config.XML", DOCUMENT}}), "and 'Config.XML' is another"},
       {"twice",
        replaceAll(package({{"config.xml", DOCUMENT}, {"config.xmX", DOCUMENT}}), "config.xmX",
                   "config.xml"),
        "more than one config.xml"},
       {"encrypted", package({{"config.xml", DOCUMENT, ZIP_CM_STORE, true}}), "it is encrypted"},
+      {"another method", patched(whole, "PK\x01\x02", 10, "\x0C"), "compressed by method 12, and"},
+      {"too many entries", zip64(whole, 100001), "it has more than 100000 entries"},
+      {"a large directory", zip64(whole, 1, 16777217), "a central directory of more than 16 MiB"},
+      {"fewer entries", zip64(whole, 2), "it has a damaged central directory"},
+      {"more entries", patched(whole, "PK\x05\x06", 8, number(0, 4)),
+       "a damaged central directory"},
+      {"a directory elsewhere", patched(whole, "PK\x05\x06", 16, "\xFF"), "outside of itself"},
+      {"split", patched(whole, "PK\x05\x06", 4, "\x01"), "it is split over several files"},
+      {"an end in the comment",
+       patched(whole, "PK\x05\x06", 20, number(22, 2)) + "PK\x05\x06" + number(0, 18),
+       "it has two ends"},
+      {"something behind", whole + 'x', "has something behind its end"},
+      {"two names", patched(whole, "PK\x03\x04", 30, "C"), "no header of its own"},
+      {"content elsewhere", patched(whole, "PK\x01\x02", 42, "\xFF"), "no header of its own"},
+      {"longer than the archive", patched(whole, "PK\x01\x02", 20, "\xFF\xFF"),
+       "beyond the archive"},
+      {"another size", patched(whole, "PK\x01\x02", 24, "\x01"), "it has another size than"},
       {"damaged", replaceAll(whole, "Chess", "Cheat"), "CRC error"},
       {"bomb", bomb, "config.xml is larger than 16 MiB"},
       {"bomb that lies", lie, "config.xml "},
@@ -104,8 +148,9 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       EXPECT_EQ(outcome.out, "");
     }
   }
-  EXPECT_EQ(run({"show", "--field", "name", "-"}, package({{"config.xml", padded}})).out,
-            "Chess\n");
+  for (const std::string& bytes : {package({{"config.xml", padded}}), zip64(whole, 1)}) {
+    EXPECT_EQ(run({"show", "--field", "name", "-"}, bytes).out, "Chess\n");
+  }
 }
 
 }  // namespace

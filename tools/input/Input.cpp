@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <limits>
@@ -17,8 +18,11 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-// The parser takes the size of a buffer as an unsigned int.
-constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<unsigned int>::max();
+constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<int>::max();  // the library's
+
+DocumentFailure tooLarge(const std::string& path) {
+  return rejection(path, "The document is too large");
+}
 
 DocumentFailure unreadable(const std::string& path, const std::string& reason) {
   return {EXIT_UNUSABLE, path, {"cannot be read: " + reason}};
@@ -28,35 +32,95 @@ DocumentFailure unreadable(const std::string& path, int error) {
   return unreadable(path, std::generic_category().message(error));
 }
 
-FileDescriptor openRegularFile(const std::string& path) {
-  // A FIFO without a writer must not hold the tool up.
-  FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  struct stat status {};
-  if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
+/// Throws when something is no regular file, or cannot be seen.
+void requireRegular(const std::string& path, int result, const struct stat& status) {
+  if (result != 0) {
     throw unreadable(path, errno);
   }
   if (!S_ISREG(status.st_mode)) {
     throw unreadable(path, S_ISDIR(status.st_mode) ? "Is a directory" : "Not a regular file");
   }
-  return file;
 }
 
-std::string readFrom(int descriptor, const std::string& path) {
+/// A regular file that is open, with what messages call it.
+class File {
+ public:
+  explicit File(const std::string& path) : path_(path), file_(open(path)) {
+    requireRegular(path_, ::fstat(file_.get(), &status_), status_);
+  }
+
+  [[nodiscard]] std::uint64_t size() const noexcept {
+    return static_cast<std::uint64_t>(status_.st_size);
+  }
+
+  /// The bytes from `at` on, as many as there are up to `count`.
+  [[nodiscard]] std::string read(std::uint64_t at, std::size_t count) const {
+    std::string bytes(count, '\0');
+    std::size_t used = 0;
+    while (used < count) {
+      const ssize_t got =
+          ::pread(file_.get(), bytes.data() + used, count - used, static_cast<off_t>(at + used));
+      if (got < 0 && errno != EINTR) {
+        throw unreadable(path_, errno);
+      }
+      if (got == 0) {
+        break;
+      }
+      used += got < 0 ? 0 : static_cast<std::size_t>(got);
+    }
+    bytes.resize(used);
+    return bytes;
+  }
+
+  /// The whole file, also one whose size is not known (/proc) or grows.
+  [[nodiscard]] std::string readAll() const {
+    std::string bytes;
+    std::size_t missing = 0;
+    do {
+      if (std::max<std::uint64_t>(size(), bytes.size()) > MAXIMUM_SIZE) {
+        throw tooLarge(path_);
+      }
+      const std::size_t wanted = std::max<std::size_t>(static_cast<std::size_t>(size()), 4095) + 1;
+      const std::string piece = read(bytes.size(), wanted);
+      missing = wanted - piece.size();
+      bytes += piece;
+    } while (missing == 0);
+    return bytes;
+  }
+
+ private:
+  static FileDescriptor open(const std::string& path) {
+    // To open a FIFO or a device may change it: what it is has to be known before.
+    struct stat status {};
+    requireRegular(path, ::stat(path.c_str(), &status), status);
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.get() < 0) {
+      throw unreadable(path, errno);
+    }
+    return file;
+  }
+
+  const std::string& path_;
+  FileDescriptor file_;
+  struct stat status_ {};
+};
+
+std::string readStandardInput(const std::string& name) {
   std::string bytes;
   std::size_t used = 0;
   while (true) {
     if (used > MAXIMUM_SIZE) {
-      throw rejection(path, "the document is larger than 4 GiB");
+      throw tooLarge(name);
     }
     if (used == bytes.size()) {
       bytes.resize(used < 32768 ? 65536 : used * 2);
     }
-    const ssize_t got = ::read(descriptor, bytes.data() + used, bytes.size() - used);
+    const ssize_t got = ::read(STDIN_FILENO, bytes.data() + used, bytes.size() - used);
     if (got < 0) {
       if (errno == EINTR) {
         continue;
       }
-      throw unreadable(path, errno);
+      throw unreadable(name, errno);
     }
     if (got == 0) {
       bytes.resize(used);
@@ -66,40 +130,44 @@ std::string readFrom(int descriptor, const std::string& path) {
   }
 }
 
-/// Whether a file begins as a package does; its position stays at the beginning.
-bool beginsAsPackage(int descriptor) noexcept {
-  char head[4];
-  const ssize_t got = ::pread(descriptor, head, sizeof(head), 0);
-  return got > 0 && isPackage({head, static_cast<std::size_t>(got)});
-}
-
 std::string nameInPackage(const std::string& path) {
   return path + '/' + PACKAGED_DOCUMENT;
+}
+
+Document findOnStandardInput(const std::string& name) {
+  std::string bytes = readStandardInput(name);
+  if (!isPackage(bytes)) {
+    return {name, std::move(bytes)};
+  }
+  const auto read = [&](std::uint64_t at, std::size_t count) {
+    return at < bytes.size() ? bytes.substr(static_cast<std::size_t>(at), count) : std::string();
+  };
+  return {nameInPackage(name), readPackage(read, bytes.size(), name)};
+}
+
+Document find(const std::string& path, const std::string& stdinName, bool wantsBytes) {
+  if (path == STANDARD_INPUT) {
+    return findOnStandardInput(stdinName);
+  }
+  const File file(path);
+  if (isPackage(file.read(0, 4))) {
+    const auto read = [&](std::uint64_t at, std::size_t count) { return file.read(at, count); };
+    return {nameInPackage(path), readPackage(read, file.size(), path)};
+  }
+  if (!wantsBytes) {
+    return {path, std::nullopt};
+  }
+  return {path, file.readAll()};
 }
 
 }  // namespace
 
 Document findDocument(const std::string& path, const std::string& stdinName) {
-  if (path == STANDARD_INPUT) {
-    std::string bytes = readFrom(STDIN_FILENO, stdinName);
-    if (isPackage(bytes)) {
-      return {nameInPackage(stdinName), readPackage(bytes, stdinName)};
-    }
-    return {stdinName, std::move(bytes)};
-  }
-  FileDescriptor file = openRegularFile(path);
-  if (beginsAsPackage(file.get())) {
-    return {nameInPackage(path), readPackage(std::move(file), path)};
-  }
-  return {path, std::nullopt};
+  return find(path, stdinName, false);
 }
 
 Document readDocument(const std::string& path, const std::string& stdinName) {
-  Document document = findDocument(path, stdinName);
-  if (!document.bytes) {
-    document.bytes = readFrom(openRegularFile(path).get(), path);
-  }
-  return document;
+  return find(path, stdinName, true);
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -18,7 +18,7 @@ struct Document {
 /// widget, or either on standard input ("-").
 ///
 /// Throws `Failure` with `EXIT_UNUSABLE` when it cannot be read, with `EXIT_REJECTED` when it has
-/// 4 GiB or more or a package has no usable document.
+/// 2 GiB or more or a package has no usable document. What is no regular file is not opened.
 ///
 /// `stdinName` is what messages call standard input.
 Document findDocument(const std::string& path, const std::string& stdinName);

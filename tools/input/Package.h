@@ -1,9 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "tools/input/FileDescriptor.h"
+#include "tools/input/ZipArchive.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -13,12 +14,13 @@ inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
 /// Whether bytes begin as a ZIP archive does. Four are enough.
 [[nodiscard]] bool isPackage(std::string_view bytes) noexcept;
 
-/// The document at the root of a packaged widget. Nothing else is unpacked, nothing is written.
+/// The document at the root of a packaged widget of this size. Nothing else is unpacked, nothing is
+/// written.
 ///
-/// `path` is for messages. Throws `Failure` with `EXIT_REJECTED` for what is no ZIP archive, for
-/// one that holds no document or more than one, and for a document that is encrypted, damaged,
-/// compressed in an unknown way or over 16 MiB, whatever the archive says of its size.
-[[nodiscard]] std::string readPackage(FileDescriptor file, const std::string& path);
-[[nodiscard]] std::string readPackage(std::string_view bytes, const std::string& path);
+/// `path` is for messages. Throws `DocumentFailure` with `EXIT_REJECTED` for what is no ZIP
+/// archive, for one that holds no document or more than one, and for a document that is encrypted,
+/// damaged, compressed in an unknown way or over 16 MiB, whatever the archive says of its size.
+[[nodiscard]] std::string readPackage(const ZipArchive::Read& read, std::uint64_t size,
+                                      const std::string& path);
 
 }  // namespace orvane::nimbrel::tools

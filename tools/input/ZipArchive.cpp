@@ -1,0 +1,296 @@
+#include "tools/input/ZipArchive.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <optional>
+#include <utility>
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+constexpr std::uint64_t MAXIMUM_ENTRIES = 100000;
+constexpr std::uint64_t MAXIMUM_DIRECTORY = std::uint64_t{16} * 1024 * 1024;
+constexpr std::size_t PIECE = 65536;
+
+constexpr std::string_view ENTRY_MARK = "PK\x03\x04";
+constexpr std::string_view DIRECTORY_MARK = "PK\x01\x02";
+constexpr std::string_view SIGNATURE_MARK = "PK\x05\x05";
+constexpr std::string_view END_MARK = "PK\x05\x06";
+constexpr std::string_view ZIP64_END_MARK = "PK\x06\x06";
+constexpr std::string_view ZIP64_LOCATOR_MARK = "PK\x06\x07";
+
+// The sizes of these without names and other parts that vary.
+constexpr std::size_t ENTRY_SIZE = 30;
+constexpr std::size_t DIRECTORY_SIZE = 46;
+constexpr std::size_t END_SIZE = 22;
+constexpr std::size_t ZIP64_END_SIZE = 56;
+constexpr std::size_t ZIP64_LOCATOR_SIZE = 20;
+
+constexpr std::uint16_t ENCRYPTED = 1;
+constexpr std::uint16_t STORED = 0;
+constexpr std::uint16_t DEFLATED = 8;
+constexpr std::uint16_t ZIP64_FIELD = 1;
+
+/// A little-endian number within a text that is long enough.
+template <typename Number>
+Number numberAt(std::string_view bytes, std::size_t at) noexcept {
+  Number number = 0;
+  for (std::size_t i = sizeof(Number); i != 0; --i) {
+    number = static_cast<Number>(static_cast<std::uint64_t>(number) << 8 |
+                                 static_cast<unsigned char>(bytes[at + i - 1]));
+  }
+  return number;
+}
+
+bool begins(std::string_view bytes, std::string_view mark) noexcept {
+  return bytes.substr(0, mark.size()) == mark;
+}
+
+/// Gives `value` the next number of a ZIP64 field, if the short form says that it stands there.
+void widen(std::uint64_t& value, std::string_view& field) {
+  if (value != std::numeric_limits<std::uint32_t>::max()) {
+    return;
+  }
+  if (field.size() < 8) {
+    throw ZipProblem("has a damaged central directory");
+  }
+  value = numberAt<std::uint64_t>(field, 0);
+  field.remove_prefix(8);
+}
+
+/// Reads the sizes and the offset that did not fit into 32 bits.
+void readExtra(std::string_view extra, ZipEntry& entry) {
+  while (extra.size() >= 4) {
+    const std::size_t length = numberAt<std::uint16_t>(extra, 2);
+    if (numberAt<std::uint16_t>(extra, 0) == ZIP64_FIELD) {
+      std::string_view field = extra.substr(4, length);
+      widen(entry.size, field);
+      widen(entry.packedSize, field);
+      widen(entry.header, field);
+      return;
+    }
+    extra.remove_prefix(std::min(extra.size(), 4 + length));
+  }
+}
+
+class Inflater {
+ public:
+  Inflater() {
+    if (inflateInit2(&stream_, -MAX_WBITS) != Z_OK) {  // without a header
+      throw std::bad_alloc();
+    }
+  }
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+  ~Inflater() { inflateEnd(&stream_); }
+
+  /// Appends what `packed` gives, but not much more than `limit` bytes in all. True at the end.
+  bool add(std::string packed, std::string& content, std::size_t limit) {
+    stream_.next_in = reinterpret_cast<Bytef*>(packed.data());
+    stream_.avail_in = static_cast<uInt>(packed.size());
+    do {
+      const std::size_t used = content.size();
+      content.resize(used + PIECE);
+      stream_.next_out = reinterpret_cast<Bytef*>(content.data()) + used;
+      stream_.avail_out = PIECE;
+      const int result = ::inflate(&stream_, Z_NO_FLUSH);
+      content.resize(content.size() - stream_.avail_out);
+      if (result == Z_MEM_ERROR) {
+        throw std::bad_alloc();
+      }
+      if (result == Z_STREAM_END) {
+        return true;
+      }
+      if (result != Z_OK && result != Z_BUF_ERROR) {
+        throw ZipProblem("is damaged");
+      }
+    } while (content.size() <= limit && (stream_.avail_in != 0 || stream_.avail_out == 0));
+    return false;
+  }
+
+ private:
+  z_stream stream_ = {};
+};
+
+}  // namespace
+
+/// What the record at the end says.
+struct ZipArchive::End {
+  std::uint64_t at = 0;
+  bool isSplit = false;
+  std::uint64_t entries = 0;
+  std::uint64_t directorySize = 0;
+  std::uint64_t directoryAt = 0;
+};
+
+ZipArchive::ZipArchive(Read read, std::uint64_t size) : read_(std::move(read)), size_(size) {
+  const End end = findEnd();
+  if (end.isSplit) {
+    throw ZipProblem("is split over several files");
+  }
+  if (end.entries > MAXIMUM_ENTRIES) {
+    throw ZipProblem("has more than 100000 entries");
+  }
+  if (end.directorySize > MAXIMUM_DIRECTORY) {
+    throw ZipProblem("has a central directory of more than 16 MiB");
+  }
+  if (end.directoryAt > end.at || end.directorySize > end.at - end.directoryAt) {
+    throw ZipProblem("has its central directory outside of itself");
+  }
+  entries_ = end.entries;
+  directoryAt_ = end.directoryAt;
+  directory_ = read_(end.directoryAt, static_cast<std::size_t>(end.directorySize));
+  if (directory_.size() != end.directorySize) {
+    throw ZipProblem("is cut short");
+  }
+}
+
+ZipArchive::End ZipArchive::findEnd() const {
+  constexpr std::uint64_t LONGEST = END_SIZE + std::numeric_limits<std::uint16_t>::max();
+  const std::uint64_t tailAt = size_ - std::min(size_, LONGEST);
+  const std::string tail = read_(tailAt, static_cast<std::size_t>(size_ - tailAt));
+  std::optional<std::size_t> found;
+  for (std::size_t at = 0; at + END_SIZE <= tail.size(); ++at) {
+    at = tail.find(END_MARK, at);
+    if (at == std::string::npos || at + END_SIZE > tail.size()) {
+      break;
+    }
+    // The comment, which may hold anything, reaches to the end.
+    if (at + END_SIZE + numberAt<std::uint16_t>(tail, at + 20) == tail.size()) {
+      if (found) {
+        throw ZipProblem("has two ends, of which either may count");
+      }
+      found = at;
+    }
+  }
+  if (!found) {
+    throw ZipProblem("is cut short, or has something behind its end");
+  }
+  const std::string_view record = std::string_view(tail).substr(*found);
+  End end;
+  end.at = tailAt + *found;
+  end.entries = numberAt<std::uint16_t>(record, 10);
+  end.isSplit = numberAt<std::uint16_t>(record, 4) != numberAt<std::uint16_t>(record, 6) ||
+                numberAt<std::uint16_t>(record, 8) != end.entries;
+  end.directorySize = numberAt<std::uint32_t>(record, 12);
+  end.directoryAt = numberAt<std::uint32_t>(record, 16);
+  readZip64(end.at, end);
+  return end;
+}
+
+/// Replaces what the record says by what the one for larger archives says, when there is one.
+void ZipArchive::readZip64(std::uint64_t endAt, End& end) const {
+  if (endAt < ZIP64_LOCATOR_SIZE) {
+    return;
+  }
+  const std::string locator = read_(endAt - ZIP64_LOCATOR_SIZE, ZIP64_LOCATOR_SIZE);
+  if (locator.size() != ZIP64_LOCATOR_SIZE || !begins(locator, ZIP64_LOCATOR_MARK)) {
+    return;
+  }
+  const auto at = numberAt<std::uint64_t>(locator, 8);
+  if (at > endAt || endAt - at < ZIP64_LOCATOR_SIZE + ZIP64_END_SIZE) {
+    throw ZipProblem("has a damaged end");
+  }
+  const std::string record = read_(at, ZIP64_END_SIZE);
+  if (record.size() != ZIP64_END_SIZE || !begins(record, ZIP64_END_MARK)) {
+    throw ZipProblem("has a damaged end");
+  }
+  end.at = at;
+  end.entries = numberAt<std::uint64_t>(record, 32);
+  end.isSplit = numberAt<std::uint32_t>(record, 16) != numberAt<std::uint32_t>(record, 20) ||
+                numberAt<std::uint64_t>(record, 24) != end.entries;
+  end.directorySize = numberAt<std::uint64_t>(record, 40);
+  end.directoryAt = numberAt<std::uint64_t>(record, 48);
+}
+
+void ZipArchive::forEachEntry(const std::function<void(const ZipEntry& entry)>& visit) const {
+  std::string_view rest = directory_;
+  for (std::uint64_t i = 0; i < entries_; ++i) {
+    if (rest.size() < DIRECTORY_SIZE || !begins(rest, DIRECTORY_MARK)) {
+      throw ZipProblem("has a damaged central directory");
+    }
+    const std::size_t name = numberAt<std::uint16_t>(rest, 28);
+    const std::size_t extra = numberAt<std::uint16_t>(rest, 30);
+    const std::size_t length = DIRECTORY_SIZE + name + extra + numberAt<std::uint16_t>(rest, 32);
+    if (length > rest.size()) {
+      throw ZipProblem("has a damaged central directory");
+    }
+    ZipEntry entry;
+    entry.name = rest.substr(DIRECTORY_SIZE, name);
+    entry.flags = numberAt<std::uint16_t>(rest, 8);
+    entry.method = numberAt<std::uint16_t>(rest, 10);
+    entry.checksum = numberAt<std::uint32_t>(rest, 16);
+    entry.packedSize = numberAt<std::uint32_t>(rest, 20);
+    entry.size = numberAt<std::uint32_t>(rest, 24);
+    entry.header = numberAt<std::uint32_t>(rest, 42);
+    readExtra(rest.substr(DIRECTORY_SIZE + name, extra), entry);
+    visit(entry);
+    rest.remove_prefix(length);
+  }
+  if (!rest.empty() && !begins(rest, SIGNATURE_MARK)) {
+    throw ZipProblem("has a damaged central directory");
+  }
+}
+
+std::string ZipArchive::unpack(const ZipEntry& entry, std::size_t limit) const {
+  if ((entry.flags & ENCRYPTED) != 0) {
+    throw ZipProblem("is encrypted");
+  }
+  if (entry.method != STORED && entry.method != DEFLATED) {
+    throw ZipProblem("is compressed by method " + std::to_string(entry.method) +
+                     ", and only 0 (stored) and 8 (deflated) are known");
+  }
+  const std::uint64_t at = findContent(entry);
+  std::string content = entry.method == DEFLATED
+                            ? inflate(entry, at, limit)
+                            : read_(at, static_cast<std::size_t>(std::min<std::uint64_t>(
+                                            entry.packedSize, limit + std::uint64_t{1})));
+  if (content.size() != entry.size) {
+    throw ZipProblem("has another size than the archive says");
+  }
+  if (::crc32_z(0, reinterpret_cast<const Bytef*>(content.data()), content.size()) !=
+      entry.checksum) {
+    throw ZipProblem("is damaged (CRC error)");
+  }
+  return content;
+}
+
+/// Where the content of an entry begins, behind a header that belongs to it.
+std::uint64_t ZipArchive::findContent(const ZipEntry& entry) const {
+  const std::string header =
+      entry.header < directoryAt_ ? read_(entry.header, ENTRY_SIZE + entry.name.size()) : "";
+  if (header.size() < ENTRY_SIZE + entry.name.size() || !begins(header, ENTRY_MARK) ||
+      numberAt<std::uint16_t>(header, 26) != entry.name.size() ||
+      std::string_view(header).substr(ENTRY_SIZE) != entry.name ||
+      numberAt<std::uint16_t>(header, 8) != entry.method) {
+    throw ZipProblem("has no header of its own where the archive says");
+  }
+  const std::uint64_t at = entry.header + header.size() + numberAt<std::uint16_t>(header, 28);
+  if (at > directoryAt_ || entry.packedSize > directoryAt_ - at) {
+    throw ZipProblem("reaches beyond the archive");
+  }
+  return at;
+}
+
+std::string ZipArchive::inflate(const ZipEntry& entry, std::uint64_t at, std::size_t limit) const {
+  Inflater inflater;
+  std::string content;
+  std::uint64_t left = entry.packedSize;
+  while (left != 0 && content.size() <= limit) {
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, PIECE));
+    if (inflater.add(read_(at, count), content, limit)) {
+      return content;
+    }
+    at += count;
+    left -= count;
+  }
+  if (content.size() <= limit) {
+    throw ZipProblem("is cut short");
+  }
+  return content;
+}
+
+}  // namespace orvane::nimbrel::tools

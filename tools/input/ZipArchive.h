@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace orvane::nimbrel::tools {
+
+/// What is wrong with an archive, as the rest of "it ...".
+class ZipProblem : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What the central directory of an archive says of an entry. The name lives as long as the
+/// archive.
+struct ZipEntry {
+  std::string_view name;
+  std::uint16_t flags = 0;
+  std::uint16_t method = 0;
+  std::uint32_t checksum = 0;
+  std::uint64_t packedSize = 0;
+  std::uint64_t size = 0;
+  std::uint64_t header = 0;  ///< where its own header is
+};
+
+/// A ZIP archive that is read (PKWARE's APPNOTE.TXT, ZIP64 included), in time and memory linear in
+/// its central directory, of which no more than 16 MiB and 100,000 entries are read.
+///
+/// Nothing is believed that would matter: each offset and size is checked against the bytes there
+/// are. Throws `ZipProblem`, and what `Read` throws.
+class ZipArchive {
+ public:
+  /// The bytes from `at` on; fewer than `count` only at the end.
+  using Read = std::function<std::string(std::uint64_t at, std::size_t count)>;
+
+  /// Finds the central directory and reads it.
+  ZipArchive(Read read, std::uint64_t size);
+
+  /// All entries, in the order of the directory.
+  void forEachEntry(const std::function<void(const ZipEntry& entry)>& visit) const;
+
+  /// The content of an entry. Of one that is larger than the archive says no more than `limit`
+  /// bytes and a piece are made.
+  [[nodiscard]] std::string unpack(const ZipEntry& entry, std::size_t limit) const;
+
+ private:
+  struct End;
+
+  [[nodiscard]] End findEnd() const;
+  void readZip64(std::uint64_t endAt, End& end) const;
+  [[nodiscard]] std::uint64_t findContent(const ZipEntry& entry) const;
+  [[nodiscard]] std::string inflate(const ZipEntry& entry, std::uint64_t at,
+                                    std::size_t limit) const;
+
+  Read read_;
+  std::uint64_t size_;
+  std::uint64_t entries_ = 0;
+  std::uint64_t directoryAt_ = 0;
+  std::string directory_;
+};
+
+}  // namespace orvane::nimbrel::tools
