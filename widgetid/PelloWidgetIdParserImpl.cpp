@@ -12,7 +12,7 @@ namespace orvane::zel::config {
 
 namespace {
 
-void requireLoaded(const internal::UriFunctions* uris, const std::string& loadError) {
+void requireLoaded(const detail::UriFunctions* uris, const std::string& loadError) {
   if (uris == nullptr) {
     throw std::runtime_error("No URI can be read: " + loadError);
   }
@@ -31,7 +31,7 @@ PelloWidgetIdParserImpl::PelloWidgetIdParserImpl(
     throw std::invalid_argument("filenameMunger cannot be NULL.");
   }
   try {
-    uris_ = &internal::uriFunctions();
+    uris_ = &detail::uriFunctions();
     if (_SoupURI* const base = uris_->parse("http://")) {
       defaultBaseUri_.reset(base, uris_->free);
     }

@@ -13,7 +13,7 @@ struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): the tag is libsoup's
 
 namespace orvane::zel::config {
 
-namespace internal {
+namespace detail {
 struct UriFunctions;
 }
 
@@ -43,7 +43,7 @@ class NIMBREL_CONFIG_API PelloWidgetIdParserImpl {
   std::shared_ptr<util::UriMunger> uriMunger_;
   std::shared_ptr<util::FilenameMunger> filenameMunger_;
   std::shared_ptr<_SoupURI> defaultBaseUri_;
-  const internal::UriFunctions* uris_ = nullptr;  // null: they could not be loaded
+  const detail::UriFunctions* uris_ = nullptr;  // null: they could not be loaded
   std::string loadError_;
 };
 

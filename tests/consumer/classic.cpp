@@ -73,6 +73,8 @@ std::tr1::shared_ptr<UnicodeUtil> unicode() {
 }
 
 void callOption() {
+  using namespace orvane::zel::util;
+  using namespace orvane::zel::config;
   Option<std::string> none;
   Option<std::string> text;
   text = std::string("text");

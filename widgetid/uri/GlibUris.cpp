@@ -17,8 +17,8 @@
 
 namespace {
 
-using orvane::zel::config::internal::SoupURI;
-using orvane::zel::config::internal::UriFunctions;
+using orvane::zel::config::detail::SoupURI;
+using orvane::zel::config::detail::UriFunctions;
 
 /// What a `SoupURI` of this file is.
 struct Uri {

@@ -68,5 +68,5 @@ const char* path(const SoupURI* uri) {
 
 }  // namespace
 
-const orvane::zel::config::internal::UriFunctions nimbrel_libsoup_uris = {parse, parseWithBase,
-                                                                          freeUri, host, path};
+const orvane::zel::config::detail::UriFunctions nimbrel_libsoup_uris = {parse, parseWithBase,
+                                                                        freeUri, host, path};

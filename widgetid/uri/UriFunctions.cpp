@@ -8,7 +8,7 @@
 #include "util/Module.h"
 #endif
 
-namespace orvane::zel::config::internal {
+namespace orvane::zel::config::detail {
 
 #ifdef NIMBREL_CONFIG_MODULE
 
@@ -57,4 +57,4 @@ const UriFunctions& uriFunctions() {
 
 #endif
 
-}  // namespace orvane::zel::config::internal
+}  // namespace orvane::zel::config::detail

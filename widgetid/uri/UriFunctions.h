@@ -4,7 +4,7 @@
 
 struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): libsoup's name
 
-namespace orvane::zel::config::internal {
+namespace orvane::zel::config::detail {
 
 /// A URI that was taken apart. Only the functions that made it know what it holds.
 using SoupURI = struct _SoupURI;
@@ -28,13 +28,13 @@ struct UriFunctions {
 /// thread.
 const UriFunctions& uriFunctions();
 
-}  // namespace orvane::zel::config::internal
+}  // namespace orvane::zel::config::detail
 
 extern "C" {
 
 /// By libsoup. A host's own `soup_uri_new` takes precedence.
-NIMBREL_CONFIG_API extern const orvane::zel::config::internal::UriFunctions nimbrel_libsoup_uris;
+NIMBREL_CONFIG_API extern const orvane::zel::config::detail::UriFunctions nimbrel_libsoup_uris;
 
 /// By the same rules, for systems without libsoup 2.4.
-NIMBREL_CONFIG_API extern const orvane::zel::config::internal::UriFunctions nimbrel_glib_uris;
+NIMBREL_CONFIG_API extern const orvane::zel::config::detail::UriFunctions nimbrel_glib_uris;
 }
