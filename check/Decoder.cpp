@@ -8,6 +8,8 @@
 #include <iterator>
 #include <memory>
 
+#include "util/Ascii.h"
+
 namespace orvane::nimbrel::check {
 namespace {
 
@@ -45,9 +47,7 @@ std::string declaredEncoding(std::string_view document) {
   }
   std::string encoding(
       declaration.substr(begin + 1, declaration.find(declaration[begin], begin + 1) - begin - 1));
-  for (char& c : encoding) {
-    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  }
+  std::transform(encoding.begin(), encoding.end(), encoding.begin(), util::ascii::lowerCase);
   return encoding;
 }
 

@@ -34,8 +34,14 @@ bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute)
              .data() != nullptr;
 }
 
-std::string meantAttribute(const XmlNode& element, std::string_view attribute) {
-  const std::string_view written = attribute.substr(attribute.find(':') + 1);
+std::string meantAttribute(const Diagnostic& finding) {
+  const XmlNode& element = *finding.element;
+  const XmlNode::Attribute attribute = element.attributeAt(finding.attributeIndex);
+  const std::string_view written = attribute.name;
+  if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
+      written.find(':') != std::string_view::npos) {
+    return {};  // a mistake in the prefix
+  }
   const auto known = attributesOf(element);
   // The element's own names first; those in another namespace only if none of these is similar.
   for (const bool isExtension : {false, true}) {
@@ -145,7 +151,7 @@ std::string meantBy(const Diagnostic& finding) {
     case FindingCode::UNEXPECTED_CHILD:
       return meantElement(*finding.element);
     case FindingCode::UNKNOWN_ATTRIBUTE:
-      return meantAttribute(*finding.element, finding.attribute);
+      return meantAttribute(finding);
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::SIMILAR_KEY:
       return std::string(meantKey(*finding.element, value()));

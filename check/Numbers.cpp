@@ -7,19 +7,17 @@
 #include <sstream>
 #include <system_error>
 
+#include "util/Ascii.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::check {
 namespace {
 
 using config::ValueKind;
+using util::ascii::isDigit;
 
 bool isUnsigned(ValueKind kind) noexcept {
   return kind == ValueKind::NUMBER || kind == ValueKind::SIZE;
-}
-
-bool isDigit(char c) noexcept {
-  return c >= '0' && c <= '9';
 }
 
 /// What a stream reads, which is how the parser does it.

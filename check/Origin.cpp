@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "util/Ascii.h"
 #include "util/IRI.h"
 #include "util/IRIParser.h"
 #include "util/Option.h"
@@ -41,9 +42,8 @@ bool isPortWrong(const std::string& origin) {
     return false;
   }
   const std::string_view port = std::string_view(origin).substr(colon + 1);
-  const bool isNumber =
-      !port.empty() && port.size() < 6 &&
-      std::all_of(port.begin(), port.end(), [](char c) { return c >= '0' && c <= '9'; });
+  const bool isNumber = !port.empty() && port.size() < 6 &&
+                        std::all_of(port.begin(), port.end(), util::ascii::isDigit);
   return !(isNumber && std::stoul(std::string(port)) <= MAX_PORT) && parse(origin.substr(0, colon));
 }
 

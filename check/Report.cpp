@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "check/Meant.h"
 #include "check/SourceMap.h"
 
 namespace orvane::nimbrel::check {
@@ -78,6 +79,7 @@ void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
   }
   numberElements();
   locate();
+  dropExplained();
 }
 
 void Report::numberElements() {
@@ -123,6 +125,33 @@ Position Report::otherOf(const Diagnostic& finding) const noexcept {
     }
   }
   return position;
+}
+
+void Report::dropExplained() {
+  // An attribute that is missing because its name is misspelt is one mistake.
+  for (auto first = findings_.begin(); first != findings_.end();) {
+    const auto last = std::find_if(first, findings_.end(), [&](const Diagnostic& finding) {
+      return finding.elementNumber != first->elementNumber;
+    });
+    const auto isMissing = [](const Diagnostic& finding) {
+      return finding.code == config::FindingCode::MISSING_ATTRIBUTE &&
+             finding.attributeIndex == Diagnostic::NO_INDEX;
+    };
+    const auto missing = std::find_if(first, last, isMissing);
+    if (missing != last && std::any_of(first, last, [&](const Diagnostic& finding) {
+          return finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE &&
+                 meantBy(finding) == missing->attribute;
+        })) {
+      missing->element = nullptr;  // to be removed below
+    }
+    first = last;
+  }
+  findings_.erase(std::remove_if(findings_.begin(), findings_.end(),
+                                 [](const Diagnostic& finding) {
+                                   return finding.code == config::FindingCode::MISSING_ATTRIBUTE &&
+                                          finding.element == nullptr;
+                                 }),
+                  findings_.end());
 }
 
 void Report::locate() {

@@ -63,6 +63,7 @@ class Report {
   void numberElements();
   [[nodiscard]] std::uint32_t numberOf(const util::XmlNode* element) const noexcept;
   void locate();
+  void dropExplained();
 
   std::string document_;
   SourceText source_;

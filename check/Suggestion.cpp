@@ -2,15 +2,13 @@
 
 #include <algorithm>
 
+#include "util/Ascii.h"
+
 namespace orvane::nimbrel::check {
 namespace {
 
-char lowerCase(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool isSame(char left, char right) noexcept {
-  return lowerCase(left) == lowerCase(right);
+  return util::ascii::lowerCase(left) == util::ascii::lowerCase(right);
 }
 
 bool isSame(std::string_view left, std::string_view right) noexcept {

@@ -91,6 +91,9 @@ void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     const bool isPlain = attribute.namespaceUri.data() == nullptr;
     const bool isExtensionAttribute = attribute.namespaceUri == config::EXTENSION_NAMESPACE;
+    if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
+      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+    }
     if (!isPlain && !isExtensionAttribute) {
       continue;  // of another vocabulary
     }

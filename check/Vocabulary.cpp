@@ -5,6 +5,7 @@
 
 #include "check/Suggestion.h"
 #include "config/Namespaces.h"
+#include "util/Ascii.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::check {
@@ -114,7 +115,7 @@ bool isDensityVariant(const KeyDescription& description, std::string_view key) n
   return description.hasDensityVariants && key.size() > plain.size() &&
          key.substr(0, plain.size()) == plain &&
          std::all_of(key.begin() + plain.size(), key.end(),
-                     [](char c) { return (c >= '0' && c <= '9') || c == '-'; });
+                     [](char c) { return util::ascii::isDigit(c) || c == '-'; });
 }
 
 std::string_view suggestedKey(const ElementDescription& element, std::string_view key) noexcept {

@@ -9,6 +9,7 @@
 #include "check/Numbers.h"
 #include "check/Origin.h"
 #include "check/Vocabulary.h"
+#include "check/XmlMessage.h"
 #include "config/Namespaces.h"
 #include "util/StringUtil.h"
 #include "util/Utf8.h"
@@ -195,13 +196,34 @@ std::string unexpectedSentence(const XmlNode& element) {
   return "Must be " + list(allowed) + "; the rest of " + tag(displayName(parent)) + " is not read.";
 }
 
+/// What to write for a name whose prefix is not declared; nothing for a name without one.
+std::string missingDeclaration(std::string_view name) {
+  const std::string_view prefix = name.substr(0, name.find(':'));
+  return prefix.size() == name.size() ? ""
+                                      : "declare it in <widget> by xmlns:" + std::string(prefix) +
+                                            "=\"" + config::EXTENSION_NAMESPACE + "\".";
+}
+
+std::string unknownAttributeSentence(const Diagnostic& finding) {
+  const XmlNode::Attribute attribute = finding.element->attributeAt(finding.attributeIndex);
+  if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
+    return "Write the attribute without a prefix.";
+  }
+  const std::string declaration =
+      attribute.namespaceUri.data() == nullptr ? missingDeclaration(attribute.name) : std::string();
+  return declaration.empty() ? "Unknown attribute." : "Unknown prefix; " + declaration;
+}
+
 std::string unknownElementSentence(const Diagnostic& finding) {
   if (finding.attribute == "xmlns") {
     return "Unknown namespace.";
   }
-  return finding.element->namespaceView().data() == nullptr
-             ? "Unknown element; it is in no namespace."
-             : "Unknown element.";
+  if (finding.element->namespaceView().data() != nullptr) {
+    return "Unknown element.";
+  }
+  const std::string declaration = missingDeclaration(finding.element->nameView());
+  return declaration.empty() ? "Unknown element; it is in no namespace."
+                             : "Unknown prefix; " + declaration;
 }
 
 std::string rootSentence(const Diagnostic& finding) {
@@ -229,7 +251,7 @@ std::string sentenceOf(const Diagnostic& finding) {
   const bool isEmpty = finding.value.data() != nullptr;
   switch (finding.code) {
     case FindingCode::DOCUMENT_REJECTED:
-      return std::string(finding.value);
+      return explainXml(finding.value);
     case FindingCode::WRONG_ROOT:
       return rootSentence(finding);
     case FindingCode::REQUIRED_FEATURE_NAME:
@@ -272,7 +294,7 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::PARTIAL_NUMBER:
       return partialSentence(finding);
     case FindingCode::UNKNOWN_ATTRIBUTE:
-      return "Unknown attribute.";
+      return unknownAttributeSentence(finding);
     case FindingCode::FOREIGN_ELEMENT:
       return "Element of another vocabulary; only programs that know it read it.";
     case FindingCode::MISPLACED_ELEMENT:

@@ -2,6 +2,7 @@
 
 #include "check/SourceMap.h"
 #include "check/SourceText.h"
+#include "check/XmlMessage.h"
 #include "tests/support/Checks.h"
 
 namespace orvane::nimbrel::check {
@@ -108,6 +109,22 @@ TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
       {"<!DOCTYPE '", ""},
   };
   expectRows(rows, tagsOf);
+}
+
+TEST(XmlMessage, IsPutInOtherWordsIfItIsKnown) {
+  const Row rows[] = {
+      {"xmlParseEntityRef: no name", "Write \"&amp;\" for \"&\"."},
+      {"Entity 'nbsp' not defined",
+       "Unknown entity \"&nbsp;\"; only amp, lt, gt, quot and apos are known without a document "
+       "type."},
+      {"Opening and ending tag mismatch: a line 1 and b", "<a> in line 1 is closed by </b>."},
+      {"Opening and ending tag mismatch: a line 1", "Opening and ending tag mismatch: a line 1"},
+      {"Attribute b redefined", "The attribute \"b\" stands twice."},
+      {"Attribute b", "Attribute b"},
+      {"The document is empty", "The document is empty"},
+      {"", ""},
+  };
+  expectRows(rows, [](const std::string& message) { return explainXml(message); });
 }
 
 }  // namespace
