@@ -64,7 +64,9 @@ endforeach()
 # Shared libraries bring what they need, so that their users do without its headers and .pc files;
 # static ones leave it to their user's linker.
 set(requirements_of_nimbrelconfig "nimbrelutil = ${PROJECT_VERSION}")
-if(NOT BUILD_SHARED_LIBS)
+if(BUILD_SHARED_LIBS)
+  set(first_library "-Wl,--push-state,--no-as-needed,-lstdc++,--pop-state ")
+else()
   set(requirements_of_nimbrelutil "libxml-2.0 icu-uc glib-2.0")
   string(APPEND requirements_of_nimbrelconfig " glib-2.0")
   if(NIMBREL_URI_LIBRARY STREQUAL "libsoup")
