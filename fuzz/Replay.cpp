@@ -1,6 +1,6 @@
 // Runs saved inputs through a fuzz target without a fuzz engine: seeds, findings, corpora.
 //
-//     fuzz_iri_replay DIRECTORY...
+//     fuzz_iri_replay FILE_OR_DIRECTORY...
 //
 // Each input lies in a buffer of exactly its size. Exits with 1 when there is no input at all; a
 // property that does not hold aborts, after the name of the input.
@@ -31,6 +31,11 @@ void replay(const std::filesystem::path& path) {
 int main(int argumentCount, char** arguments) {
   int count = 0;
   for (int at = 1; at < argumentCount; ++at) {
+    if (std::filesystem::is_regular_file(arguments[at])) {
+      replay(arguments[at]);
+      ++count;
+      continue;
+    }
     for (const auto& entry : std::filesystem::recursive_directory_iterator(arguments[at])) {
       if (entry.is_regular_file()) {
         replay(entry.path());

@@ -238,13 +238,13 @@ SoupURI* parseWithBase(SoupURI* base, const char* text) {
   if (!path.empty()) {
     uri->path = normalized(path);
   }
-  bool isWholePath = uri->path.empty();
+  const bool keepsDots = uri->path.empty() || uri->scheme == "data";
   if (uri->scheme.empty()) {
     const Uri& from = *toUri(base);
     uri->scheme = from.scheme;
     if (!uri->host) {
       uri->host = from.host;
-      if (isWholePath) {
+      if (uri->path.empty()) {
         uri->path = from.path;
       } else if (uri->path.front() != '/') {
         const std::size_t slash = from.path.rfind('/');
@@ -252,7 +252,7 @@ SoupURI* parseWithBase(SoupURI* base, const char* text) {
       }
     }
   }
-  if (!isWholePath) {
+  if (!keepsDots) {
     uri->path = withoutDots(uri->path);
   }
   const bool isHttp = uri->scheme == "http" || uri->scheme == "https";
