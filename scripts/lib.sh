@@ -20,33 +20,60 @@ step() {
   fi
 }
 
+# packages GROUP...: the lines of packages.txt that belong to the groups.
 packages() {
-  sed 's/#.*//' "$root/scripts/packages.txt"
+  awk -v groups=" $* " '
+    { sub(/#.*/, "") }
+    /^\[/ { wanted = index(groups, " " substr($1, 2, length($1) - 2) " "); next }
+    wanted && NF { gsub(/ *\| */, "|"); print $1 }' "$root/scripts/packages.txt"
 }
 
+is_installed() {
+  # shellcheck disable=SC2016 # the format is dpkg's
+  case " $(dpkg-query -W -f='${db:Status-Status} ' "$1" 2>/dev/null)" in
+    *' installed '*) ;;
+    *) return 1 ;;
+  esac
+}
+
+# missing_packages GROUP...: the lines of which nothing is installed.
 missing_packages() {
-  local package
-  for package in $(packages); do
-    # shellcheck disable=SC2016 # the format is dpkg's
-    case " $(dpkg-query -W -f='${db:Status-Status} ' "$package" 2>/dev/null)" in
-      *' installed '*) ;;
-      *) printf '%s\n' "$package" ;;
-    esac
+  local line name
+  for line in $(packages "$@"); do
+    for name in ${line//|/ }; do
+      is_installed "$name" && continue 2
+    done
+    printf '%s\n' "$line"
   done
+}
+
+# available LINE: the first package of a line that the system has; an empty text where none is needed.
+available() {
+  local name
+  for name in ${1//|/ }; do
+    [ "$name" = nothing ] && return
+    if [[ $(apt-cache policy "$name" 2>/dev/null) == *'Candidate: '[!\(]* ]]; then
+      printf '%s\n' "$name"
+      return
+    fi
+  done
+  echo "${0##*/}: this system has no package ${1//|/ or }" >&2
+  return 1
 }
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
     "$@"
-  else
+  elif command -v sudo >/dev/null; then
     sudo "$@"
+  else
+    echo "${0##*/}: neither root nor sudo, to run: $*" >&2
+    return 1
   fi
 }
 
 apt_install() {
-  as_root apt-get update -q &&
-    as_root env DEBIAN_FRONTEND=noninteractive \
-      apt-get install -q -y --no-install-recommends "$@"
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "$@"
 }
 
 # Several builds compile the same sources with the same options: release, static and packages. To be
@@ -57,22 +84,47 @@ share_objects() {
   fi
 }
 
-# Installs what is missing of packages.txt; touches neither network nor root when nothing is.
+# Where packages are installed by hand: one line that says what is not there.
+require_tools() {
+  local name missing=()
+  for name in cmake g++ ninja pkg-config; do
+    command -v "$name" >/dev/null || missing+=("$name")
+  done
+  for name in libxml-2.0 icu-uc glib-2.0 zlib; do
+    pkg-config --exists "$name" 2>/dev/null || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] ||
+    { echo "${0##*/}: no apt-get here, and missing: ${missing[*]}" >&2 && return 1; }
+}
+
+# install_packages GROUP...: installs what is missing of packages.txt; touches neither network nor root
+# when nothing is.
 install_packages() {
-  local missing
-  if ! command -v dpkg-query >/dev/null; then
-    echo "no Debian system: install what scripts/packages.txt names yourself" >&2
-    return
+  local missing line wanted=() name version
+  if ! command -v apt-get >/dev/null; then
+    require_tools || return
+  else
+    missing=$(missing_packages "$@")
+    if grep -qv 'nothing$' <<<"$missing" && [ -n "$missing" ]; then
+      step "update the list of packages" as_root apt-get update -q || return
+    fi
+    for line in $missing; do
+      name=$(available "$line") || return
+      [ -n "$name" ] && wanted+=("$name")
+    done
+    if [ ${#wanted[@]} -gt 0 ]; then
+      step "install ${#wanted[@]} packages" apt_install "${wanted[@]}" || return
+    fi
   fi
-  missing=$(missing_packages)
-  if [ -n "$missing" ]; then
-    # shellcheck disable=SC2086 # one word a package
-    step "install packages" apt_install $missing
+  version=$(cmake --version | sed -n '1s/.* //p')
+  if [ "$(printf '3.25\n%s\n' "$version" | sort -V | head -n 1)" != 3.25 ]; then
+    echo "${0##*/}: CMake 3.25 or newer is needed; this system has $version" >&2
+    return 1
   fi
   share_objects
 }
 
-# build PRESET [TARGET]: configures and builds what is not up to date, by CMakePresets.json.
+# build PRESET [TARGET]: builds what is not up to date, by CMakePresets.json.
 build() {
   local preset=$1
   shift
@@ -88,9 +140,12 @@ run_tests() {
     --parallel "$(nproc)" --progress "$@"
 }
 
+# configure PRESET [TESTS]: TESTS (ON or OFF) says whether a new build has the tests; ON adds them to one
+# that has not.
 configure() {
-  local made=$root/build/$1/build.ninja
-  if ! [ "$made" -nt "$root/CMakePresets.json" ]; then  # else the build does it when it has to
-    step "configure $1" env -C "$root" cmake --preset "$1"
-  fi
+  local folder=$root/build/$1 tests=${2:+-DNIMBREL_BUILD_TESTS=$2}
+  if ! [ "$folder/build.ninja" -nt "$root/CMakePresets.json" ] ||
+      { [ "${2:-}" = ON ] && grep -q '^NIMBREL_BUILD_TESTS:BOOL=OFF' "$folder/CMakeCache.txt"; }; then
+    step "configure $1" env -C "$root" cmake --preset "$1" ${tests:+"$tests"}
+  fi  # else the build does it when it has to
 }
