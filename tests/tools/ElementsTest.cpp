@@ -234,13 +234,26 @@ TEST(Elements, FillTheFieldsThatTheyName) {
     const Json before =
         place.name == "defaultlocale" ? Json() : at(recordOf(place.without), place.field);
     const Json after = at(recordOf(place.with), place.field);
-    EXPECT_NE(after, Json());
-    EXPECT_NE(after, before);
+    EXPECT_NE(after, before) << "is it in RecordFields.h and RecordJson.cpp of tools/record/?";
     if (place.kind != ValueKind::SWITCH && place.kind != ValueKind::ORIGIN) {
       EXPECT_EQ(after.is_string() ? after.get<std::string>() : after.dump(), place.sample);
     }
   }
   EXPECT_GT(fields, 80U);
+}
+
+TEST(Elements, OfSettingsAreShownAsText) {
+  for (const Place& place : Places().all) {
+    std::string label = place.field.substr(place.field.find('.') + 1);
+    label = label.substr(0, label.find_first_of(".["));
+    if (place.isKey && label != place.field) {
+      const Outcome outcome = run({"show", "-"}, place.with);
+      EXPECT_NE(outcome.out.find("  " + (label == "otherSettings" ? "x" : label)),
+                std::string::npos)
+          << place.field << ": is it in tools/record/RecordText.cpp?\n"
+          << outcome.out;
+    }
+  }
 }
 
 TEST(Elements, FillAllThatARecordHas) {

@@ -18,11 +18,9 @@ _nimbrel_config() {
       [[ $command != check ]] || words+=' sarif'
       ;;
     --explain) words=$("${COMP_WORDS[0]}" check --codes 2>/dev/null | sed 's/ .*//') ;;
-    --field)
-      words='author features icons startFile description height width id license name preferences
-        shortName windowModes userAgentLocales version tavloApplicationId tavloApplicationVersion
-        accessRequestList cookieJarSettings orvnAuthMode netSettings gestureSettings appPermissions
-        chromeSettings appSettings messagingPermissions localResources exports elements errorText'
+    --field)  # those of a record
+      words=$("${COMP_WORDS[0]}" show --format json - 2>/dev/null \
+        <<<'<widget xmlns="http://www.w3.org/ns/widgets"/>' | sed -n 's/^  "\([A-Za-z]*\)":.*/\1/p')
       ;;
     --color) words='auto always never' ;;
     --stdin-name | --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
