@@ -15,6 +15,7 @@ template <typename T>
 class DescriptionList {
  public:
   constexpr DescriptionList() noexcept = default;
+  /// `size` entries from `first` on.
   constexpr DescriptionList(const T* first, std::size_t size) noexcept
       : first_(first), size_(size) {}
   /// The whole of an array.
@@ -22,11 +23,14 @@ class DescriptionList {
   // NOLINTNEXTLINE(google-explicit-constructor): so that tables name their arrays only
   constexpr DescriptionList(const T (&array)[SIZE]) noexcept : first_(array), size_(SIZE) {}
 
+  /// @{
+  /// As a standard container's. Never throws; the index of `operator[]` is below `size()`.
   [[nodiscard]] constexpr const T* begin() const noexcept { return first_; }
   [[nodiscard]] constexpr const T* end() const noexcept { return first_ + size_; }
   [[nodiscard]] constexpr std::size_t size() const noexcept { return size_; }
   [[nodiscard]] constexpr bool empty() const noexcept { return size_ == 0; }
   [[nodiscard]] constexpr const T& operator[](std::size_t i) const noexcept { return first_[i]; }
+  /// @}
 
  private:
   const T* first_ = nullptr;
@@ -68,9 +72,9 @@ enum class KeyRule {
 
 /// An attribute of an element.
 struct AttributeDescription {
-  std::string_view name;  ///< local name
-  ValueKind kind;         ///< how its value is read
-  bool isRequired = false;
+  std::string_view name;    ///< local name
+  ValueKind kind;           ///< how its value is read
+  bool isRequired = false;  ///< whether the element is ignored without it
   /// The member of the record that it fills, as the tool's JSON names it; "[]" stands for an entry
   /// of a list, "*" for any name. Empty when it fills none by itself.
   std::string_view field = {};
@@ -89,8 +93,8 @@ struct KeyDescription {
 
 /// An element that may stand in another one.
 struct ChildDescription {
-  std::string_view name;  ///< local name, in the namespace of its parent
-  DescriptionList<AttributeDescription> attributes;
+  std::string_view name;                             ///< local name, in the namespace of its parent
+  DescriptionList<AttributeDescription> attributes;  ///< those that are read
   /// The attribute that names the setting, such as "key"; empty when the child is no setting.
   std::string_view keyAttribute = {};
 };
@@ -107,13 +111,13 @@ enum class Repetition {
 struct ElementDescription {
   std::string_view name;     ///< local name
   bool isExtension = false;  ///< in the extension namespace, else in that of W3C Widgets
-  Repetition repetition = Repetition::ADDS;
-  std::string_view uniqueAttribute = {};  ///< held by UNIQUE_BY
-  DescriptionList<AttributeDescription> attributes = {};
+  Repetition repetition = Repetition::ADDS;               ///< what becomes of several
+  std::string_view uniqueAttribute = {};                  ///< held by UNIQUE_BY
+  DescriptionList<AttributeDescription> attributes = {};  ///< those that are read
   /// The member of the record that its text fills; null data when its text is not read. In an
   /// element of text, "dir" and "xml:lang" are read on every element, whatever its name.
   std::string_view textField = {};
-  DescriptionList<ChildDescription> children = {};
+  DescriptionList<ChildDescription> children = {};  ///< what may stand in it
   /// The known settings of its children, in the order in which they are tried.
   DescriptionList<KeyDescription> keys = {};
   /// How a setting is read whose key is none of `keys`; null when it means nothing.
