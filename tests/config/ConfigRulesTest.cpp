@@ -105,6 +105,7 @@ TEST(ConfigRules, NamesAndNamespacesMatchByteForByte) {
   EXPECT_TRUE(has("<p:e xmlns:p='urn:n'/>", "urn:n", "e"));
   EXPECT_FALSE(has("<p:e xmlns:p='urn:n'/>", "urn:n", "p:e"));
   EXPECT_FALSE(has("<e/>", "urn:n", "e"));
+  EXPECT_FALSE(has("<e/>", "", "e"));
   EXPECT_FALSE(has("<e/>", nullptr, "E"));
   EXPECT_FALSE(has("<ee/>", nullptr, "e"));
   EXPECT_FALSE(has("<e xmlns='urn:N'/>", "urn:n", "e"));

@@ -20,13 +20,13 @@ void expectTheUsualRecord() {
       read("<access origin='http://h:8080'/><name>\xC2\xA0I\xC4\xB0\xE9\xBB\x85</name>" +
                extension("settings", named("setting", "zoomFactor", "1.500,5") +
                                          named("setting", "defaultFontSize", "1.234") +
-                                         named("setting", "minimumFontSize", "1234")) +
+                                         named("setting", "minimumFontSize", "9.999.999.999")) +
                extension("network", asset("maxConnections", "1.234")) +
                extension("resources", asset("ApplicationCacheLoadDelay", "1234.25")),
            "height='1234' viewmodes='I\xC2\xA0\xC2\x85i' tavlo:applicationId='iii'");
   EXPECT_EQ(record->getAppSettings().zoomFactor, 1.5F);
   EXPECT_EQ(record->getAppSettings().defaultFontSize, 1);
-  EXPECT_EQ(record->getAppSettings().minimumFontSize, 1234);
+  EXPECT_EQ(record->getAppSettings().minimumFontSize, 9);
   EXPECT_EQ(record->getLocalResources().applicationCacheLoadDelay, 1234.25);
   EXPECT_EQ(record->getNetSettings().maxConnections, 1U);
   EXPECT_EQ(record->getAccessRequestList().at(0).port, 8080);

@@ -30,19 +30,27 @@ namespace {
 using namespace test;
 using namespace testing;
 
-/// What is reported of a widget with these children, to a user for English.
+/// What is reported of a widget with these children, to a user for English. A second document of
+/// the same parser gives the same, but for its start file.
 std::string reported(const std::string& children) {
-  const auto findings = std::make_shared<Findings>();
   Reader reader;
-  reader.setObserver(findings);
-  try {
-    reader.read(children);
-  } catch (const std::exception& rejection) {
-    findings->lines.push_back(rejection.what());
-  }
-  std::string all;
-  for (const std::string& line : findings->lines) {
-    all += (all.empty() ? "" : " | ") + line;
+  const auto readOnce = [&] {
+    const auto findings = std::make_shared<Findings>();
+    reader.setObserver(findings);
+    try {
+      reader.read(children);
+    } catch (const std::exception& rejection) {
+      findings->lines.push_back(rejection.what());
+    }
+    std::string all;
+    for (const std::string& line : findings->lines) {
+      all += (all.empty() ? "" : " | ") + line;
+    }
+    return all;
+  };
+  const std::string all = readOnce();
+  if (children.find("<content") == std::string::npos) {
+    EXPECT_EQ(readOnce(), all) << children;
   }
   return all;
 }

@@ -1,6 +1,8 @@
 #include <unistd.h>
 
+#include <ctime>
 #include <fstream>
+#include <limits>
 
 #include "config/ConfigParserFactory.h"
 #include "tests/support/Checks.h"
@@ -246,14 +248,43 @@ TEST(Parser, HandlersCalledWithoutADocumentSaySo) {
   }
 }
 
-TEST(Parser, ThousandsOfViewModesKeepTheFirstOfEach) {
-  std::string modes;
-  Strings expected;
-  for (std::size_t i = 0; i < 20000; ++i) {
-    expected.push_back("k" + std::to_string(i));
-    modes += expected[i] + " " + expected[i / 2] + " ";
+/// Processor time that reading a document takes, in ticks; the least of three.
+template <typename Make>
+std::clock_t costOf(const Make& make, std::size_t count) {
+  const std::string document = make(count);
+  std::clock_t least = std::numeric_limits<std::clock_t>::max();
+  for (int i = 0; i < 3; ++i) {
+    Reader reader;
+    const std::clock_t begin = std::clock();
+    reader.document(document);
+    least = std::min(least, std::clock() - begin);
   }
-  EXPECT_EQ(read("", "viewmodes='" + modes + "'")->getWindowModes(), expected);
+  return least;
+}
+
+TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
+  const auto listOf = [](const char* before, const char* after) {
+    return [before, after](std::size_t count) {
+      std::string list;
+      for (std::size_t i = 0; i < count; ++i) {
+        list += before + std::to_string(i) + after;
+      }
+      return list;
+    };
+  };
+  const auto modes = listOf("k", " ");
+  const auto inAttribute = [&](std::size_t count) {
+    return widget("", "viewmodes='" + modes(count) + "'");
+  };
+  const auto inChildren = [&](const char* before) {
+    return [list = listOf(before, "'/>")](std::size_t count) { return widget(list(count)); };
+  };
+  // Eight times the length: 64 times the cost if each entry is compared with all before.
+  EXPECT_LT(costOf(inAttribute, 32000), 30 * costOf(inAttribute, 4000));
+  for (const char* element : {"<icon src='", "<preference name='"}) {
+    SCOPED_TRACE(element);
+    EXPECT_LT(costOf(inChildren(element), 32000), 30 * costOf(inChildren(element), 4000));
+  }
 }
 
 }  // namespace
