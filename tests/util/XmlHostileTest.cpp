@@ -1,3 +1,4 @@
+#include <libxml/xmlversion.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -31,22 +32,28 @@ std::string boundedRefusal(const std::string& document) {
   return why;
 }
 
-/// The message of a refusal without its place; "accepted" as it is.
+/// The message of a refusal without its place, and without what newer versions of libxml2 write
+/// before theirs; "accepted" as it is.
 std::string messageOf(const std::string& why) {
-  return why == "accepted" ? why : why.substr(why.find(": ") + 2);
+  constexpr std::string_view PREFIX = "Resource limit exceeded: ";
+  const std::string message = why == "accepted" ? why : why.substr(why.find(": ") + 2);
+  return message.substr(0, PREFIX.size()) == PREFIX ? message.substr(PREFIX.size()) : message;
 }
+
+constexpr bool IS_OLD = LIBXML_VERSION < 21400;
 
 struct Case {
   const char* name;
   std::string document;
-  const char* refusal = nullptr;  // the message, or "accepted"
+  const char* refusal = nullptr;     // the message, or "accepted"
+  const char* newRefusal = refusal;  // with libxml2 2.14 and later
 };
 
 template <std::size_t N>
 void expectWithinBounds(const Case (&cases)[N]) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(messageOf(boundedRefusal(c.document)), c.refusal);
+    EXPECT_EQ(messageOf(boundedRefusal(c.document)), IS_OLD ? c.refusal : c.newRefusal);
   }
 }
 
@@ -76,7 +83,7 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
   ASSERT_EQ(::mkfifo(trap.c_str(), 0600), 0);
   for (const std::string& target :
        {secret, "file://" + secret, trap, "file://" + trap, std::string("http://127.0.0.1:9/"),
-        std::string("ftp://127.0.0.1:9/")}) {
+        std::string("ftp://127.0.0.1:9/"), std::string("a \xC3\xBC")}) {
     const std::string id = "'" + target + "'";
     const Row cases[] = {
         {doctype("<!ENTITY e SYSTEM " + id + ">", "<a>x&e;y&e;</a>"), "a['xy']"},
@@ -86,9 +93,7 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
         {doctype("<!ENTITY e SYSTEM " + id + "><!ENTITY f '&e;'>", "<a xmlns='u&f;'/>"), "a{u}[]"},
         {doctype("<!ENTITY e SYSTEM " + id + "><!ATTLIST a xmlns CDATA '&e;u'>"), "a{u}[]"},
         {doctype("<!ENTITY % p SYSTEM " + id + ">%p;", "<a>&found;</a>"), "a[]"},
-        {doctype("<!ENTITY % p SYSTEM " + id + "><!ENTITY % q '<!ENTITY e \"&#37;p;x\">'>%q;",
-                 "<a>&e;</a>"),
-         "a['x']"},
+        {doctype("<!ENTITY % p PUBLIC 'p' " + id + ">%p;<!ENTITY e 'x'>", "<a>&e;</a>"), "a['x']"},
         {"<!DOCTYPE a SYSTEM " + id + "><a>&found;</a>", "a[]"},
         {"<!DOCTYPE a PUBLIC 'p' " + id + " [<!ENTITY e 'x'>]><a>&e;</a>", "a['x']"},
         {doctype("<!NOTATION n SYSTEM " + id + "><!ENTITY e SYSTEM " + id + " NDATA n>",
@@ -121,7 +126,6 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
       {"billion laughs in a default", doctype(tower("lol") + "<!ATTLIST a b CDATA '&e9;'>")},
       {"billion nothings", doctype(tower(""), "<a>&e9;</a>")},
       {"billion elements", doctype(tower("<i/>"), "<a>&e9;</a>")},
-      {"billion declarations", doctype(tower("<!--x-->", "% ") + "<!ENTITY % go '&#37;e9;'>%go;")},
       {"quadratic text", doctype("<!ENTITY e '" + big + "'>", inA(repeated("&e;", 50000)))},
       {"quadratic attribute",
        doctype("<!ENTITY e '" + big + "'>", "<a b='" + repeated("&e;", 50000) + "'/>")},
@@ -140,31 +144,39 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
       {"many references under many namespaces",
        doctype("<!ENTITY e 'x'>",
                "<a" + numbered(" xmlns:n", "='u'", 900) + ">" + repeated("&e;", 300000) + "</a>")},
-      {"many parameter references", doctype("<!ENTITY % e ' '>" + repeated("%e;", 500000))},
+      {"many references to external parameters",
+       doctype("<!ENTITY % e SYSTEM 'x'>" + repeated("%e;", 500000))},
       {"loop", doctype("<!ENTITY e '&f;'><!ENTITY f '&e;'>", "<a>&e;</a>")},
       {"loop in an attribute", doctype("<!ENTITY e 'x&e;'>", "<a b='&e;'/>")},
-      {"billion laughs in a parameter",
-       doctype(tower("lol") + "<!ENTITY % p '<!ENTITY x \"&#38;e9;\">'>%p;%p;", "<a>&x;</a>")},
-      {"billion laughs in a default in a parameter",
-       doctype(tower("lol") + "<!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e9;\">'>"
-                              "<!ENTITY % q '&#37;p;'>%q;%q;")},
-      {"loop in a parameter", doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ENTITY x \"&#38;e;\">'>"
-                                      "<!ENTITY % q '&#37;p;'>%q;",
-                                      "<a>&x;</a>")},
-      {"loop in a default in a parameter",
-       doctype("<!ENTITY e '&e;'><!ENTITY % p '<!ATTLIST a b CDATA \"&#38;e;\">'>"
-               "<!ENTITY % q '&#37;p;&#37;p;'>%q;%q;")},
-      {"loop of parameters", doctype("<!ENTITY % e '&#37;e;'>%e;")},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     const std::string why = boundedRefusal(c.document);
     EXPECT_TRUE(why.find("expand to too much text") != std::string::npos ||
                 why.find("Detected an entity reference loop") != std::string::npos ||
-                // libxml2 dislikes parameter entities of nothing but parameter entities.
-                why.find("error detected in Markup declaration") != std::string::npos)
+                // libxml2 2.9 does not count those that are in scope already.
+                (!IS_OLD && why.find("Too many namespace declarations") != std::string::npos))
         << why;
   }
+}
+
+TEST(XmlHostile, RejectsReferencesToInternalParameterEntities) {
+  constexpr const char* PARAMETERS = "Internal parameter entities are not supported";
+  const std::string nest = "<!ENTITY % p '<!ENTITY x \"&#38;e9;\">'><!ENTITY % q '&#37;p;'>";
+  const Case cases[] = {
+      {"only declared", doctype("<!ENTITY % p 'x'><!ENTITY % p 'y'>"), "accepted"},
+      {"empty", doctype("<!ENTITY % p ''>%p;%p;"), "accepted"},
+      {"used", doctype("<!ENTITY % p '<!ENTITY e \"x\">'>%p;", "<a>&e;</a>"), PARAMETERS},
+      {"used later", doctype("<!ENTITY % p ' '><!ENTITY % e SYSTEM 'e'>%e;%p;"), PARAMETERS},
+      {"billion declarations", doctype(tower("<!--x-->", "% ") + "<!ENTITY % go '&#37;e9;'>%go;"),
+       PARAMETERS},
+      {"billion laughs", doctype(tower("lol") + nest + "%q;%q;", "<a>&x;</a>"), PARAMETERS},
+      {"loop", doctype("<!ENTITY % e '&#37;e;'>%e;"), PARAMETERS},
+      {"many choices",
+       doctype("<!ENTITY % p '<!ATTLIST a b (x" + numbered("|c", "", 3000) + ") #IMPLIED>'>%p;"),
+       PARAMETERS},
+  };
+  expectWithinBounds(cases);
 }
 
 TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
@@ -238,6 +250,7 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
 TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
   constexpr const char* NAMES = "Too many different names";
   constexpr const char* CHOICES = "Too many choices in the document type";
+  constexpr const char* BUFFER = "Buffer size limit exceeded, try XML_PARSE_HUGE";
   const std::string choices = numbered("|c", "", 4000);
   const Case cases[] = {
       {"different names", "<a>" + numbered("<b", "/>", 1000000), NAMES},
@@ -253,20 +266,18 @@ TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
        doctype("<!ATTLIST a b (x" + numbered("|c", "", 300000) + ")'x'>"), CHOICES},
       {"many notations",
        doctype("<!ATTLIST a b NOTATION (x" + numbered("|c", "", 300000) + ")'x'>"), CHOICES},
-      {"many choices by parameters",
-       doctype("<!ENTITY % p '" + numbered("|c", "", 1000) + "'><!ENTITY % q '" +
-               repeated("&#37;p;", 300) +
-               "'><!ENTITY % r '<!ATTLIST a b (x &#37;q;) #IMPLIED>'>"
-               "%r;"),
-       CHOICES},
-      {"catalogues", repeated("<?oasis-xml-catalog catalog='x'?>", 100000) + "<a/>", "accepted"},
+      {"100 catalogues", repeated("<?oasis-xml-catalog catalog='x'?>", 100) + "<a/>", "accepted"},
+      {"100000 catalogues", repeated("<?oasis-xml-catalog catalog='x'?>", 100000) + "<a/>",
+       "Too many catalogues"},
+      {"100000 catalogues within", inA(repeated("<?oasis-xml-catalog catalog='x'?>", 100000)),
+       "accepted"},
       {"mismatches", "<a>" + repeated("<b></c>", 500000),
        "Opening and ending tag mismatch: b line 1 and c"},
       {"undeclared prefixes", "<a>" + repeated("<p:b/>", 300000) + "</a>", "accepted"},
       {"attribute of 11 MB", "<a b='" + std::string(11000000, 'x') + "'/>",
-       "AttValue length too long"},
+       "AttValue length too long", BUFFER},
       {"attribute of 12 MB, not ASCII", "<a b='" + repeated("\xC3\xA4", 6000000) + "'/>",
-       "AttValue length too long"},
+       "AttValue length too long", BUFFER},
       {"attribute of 12 MB, by an entity",
        doctype("<!ENTITY e '" + std::string(4000000, 'x') + "'>", "<a b='&e;&e;&e;'/>"),
        "AttValue length too long"},
@@ -277,7 +288,8 @@ TEST(XmlHostile, LimitsWhatStallsOrOverrunsLibxml2) {
        "PI p too big found"},
       {"deep content model",
        doctype("<!ELEMENT a " + std::string(100000, '(') + "b" + std::string(100000, ')') + ">"),
-       "xmlParseElementChildrenContentDecl : depth 129 too deep, use XML_PARSE_HUGE"},
+       "xmlParseElementChildrenContentDecl : depth 129 too deep, use XML_PARSE_HUGE",
+       "xmlParseElementChildrenContentDecl : depth 257 too deep, use XML_PARSE_HUGE"},
       {"wide content model", doctype("<!ELEMENT a (b" + repeated(",b", 300000) + ")>"), "accepted"},
       {"different entities", doctype(numbered("<!ENTITY e", " ''>", 90000)), "accepted"},
   };
