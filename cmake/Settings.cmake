@@ -32,10 +32,12 @@ function(nimbrel_library name)
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig>)
+  # Our own exported functions are taken to be the ones that are called; what a host may define itself
+  # is weak and stays its own. Shared and static libraries are compiled alike, so that a compiler's
+  # cache serves both.
+  target_compile_options(${name} PRIVATE -fno-semantic-interposition)
+  set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
   if(BUILD_SHARED_LIBS)
-    # Our own exported functions are taken to be the ones that are called; what a host may define
-    # itself is weak and stays its own.
-    target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set(preemptible ${PROJECT_SOURCE_DIR}/cmake/preemptible.map)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS "${exports};${preemptible}")
@@ -81,7 +83,10 @@ function(nimbrel_module library name)
   set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
   target_link_options(${name} PRIVATE LINKER:--version-script=${exports} LINKER:-z,nodelete
                       LINKER:-z,defs)
-  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${folder} COMPONENT Runtime)
+  if(NIMBREL_INSTALL)
+    install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/${folder}
+            COMPONENT Runtime)
+  endif()
 
   string(REGEX REPLACE "^nimbrel(.*)$" "NIMBREL_\\1_MODULE" macro ${library})
   string(TOUPPER ${macro} macro)

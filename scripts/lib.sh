@@ -117,8 +117,8 @@ install_packages() {
     fi
   fi
   version=$(cmake --version | sed -n '1s/.* //p')
-  if [ "$(printf '3.25\n%s\n' "$version" | sort -V | head -n 1)" != 3.25 ]; then
-    echo "${0##*/}: CMake 3.25 or newer is needed; this system has $version" >&2
+  if [ "$(printf '3.22\n%s\n' "$version" | sort -V | head -n 1)" != 3.22 ]; then
+    echo "${0##*/}: CMake 3.22 or newer is needed; this system has $version" >&2
     return 1
   fi
   share_objects

@@ -1,0 +1,1 @@
+// Compiled once for its headers; tests/CMakeLists.txt names them.
