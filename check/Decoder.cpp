@@ -77,8 +77,17 @@ std::string encodingOf(std::string_view document) {
   return isUtf8 ? std::string() : encoding;
 }
 
+bool isKnownEncoding(const std::string& name) noexcept {
+  UErrorCode error = U_ZERO_ERROR;
+  return ucnv_countAliases(name.c_str(), &error) > 0 && U_SUCCESS(error);
+}
+
 bool decode(std::string_view document, const std::string& encoding, std::string& text,
             std::vector<std::uint32_t>& bytes) {
+  // ICU would look for a file of any other name.
+  if (!isKnownEncoding(encoding)) {
+    return false;
+  }
   UErrorCode error = U_ZERO_ERROR;
   const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
   if (U_FAILURE(error)) {

@@ -11,6 +11,9 @@ namespace orvane::nimbrel::check {
 /// F); empty for UTF-8 and what is part of it.
 [[nodiscard]] std::string encodingOf(std::string_view document);
 
+/// Whether an encoding has this name.
+[[nodiscard]] bool isKnownEncoding(const std::string& name) noexcept;
+
 /// Decodes a document into UTF-8, without a byte order mark. `bytes` gets the offset in the
 /// document of each code point, and its size at last. False, with nothing changed, when the
 /// encoding is not known. What is no character becomes U+FFFD. Throws only `std::bad_alloc`.

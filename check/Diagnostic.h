@@ -32,6 +32,7 @@ struct Diagnostic {
   std::uint32_t column = 0;  ///< of a rejected document as its parser counts; 0 when unknown
   Span span = {};            ///< the place in the text of the document
   bool hasSpan = false;      ///< whether `span` is known
+  bool isText = false;       ///< the text in the element is meant; `value` is its beginning
   /// What orders the findings of a document: the number of the element, then of the finding.
   std::uint32_t elementNumber = 0;
   std::uint32_t number = 0;

@@ -89,8 +89,8 @@ constexpr Kind KINDS[] = {
     {Code::FOREIGN_ELEMENT, "foreign-element", NOTE,
      "An element belongs to another vocabulary; it is kept for programs that know it.",
      R"(<shop xmlns="http://shop.example/ns" price="1"/>)", ""},
-    {Code::MISPLACED_ELEMENT, "misplaced-element", WARNING,
-     "An element stands where it is not read.", R"(<param name="interval" value="15"/>)",
+    {Code::MISPLACED, "misplaced", WARNING, "An element or text stands where it is not read.",
+     R"(<param name="interval" value="15"/>)",
      R"(<feature name="urn:f"><param name="interval" value="15"/></feature>)"},
     {Code::NOT_READ, "not-read", WARNING,
      "A child of an extension element is not read, because an earlier one is wrong.",
@@ -111,6 +111,11 @@ constexpr Kind KINDS[] = {
     {Code::UNUSED_ATTRIBUTE, "unused-attribute", NOTE,
      "An attribute has no effect beside the value of another one.",
      R"(<access origin="*" subdomains="true"/>)", R"(<access origin="*"/>)"},
+    {Code::SUSPICIOUS_VALUE, "suspicious-value", NOTE,
+     "A value is kept as written, but is probably not what was meant: an unknown view mode, "
+     "language "
+     "or encoding, or an address where a path is needed.",
+     R"(<name xml:lang="en_US">Map</name>)", R"(<name xml:lang="en-US">Map</name>)"},
 };
 
 constexpr bool areInOrder() noexcept {
@@ -119,7 +124,7 @@ constexpr bool areInOrder() noexcept {
       return false;
     }
   }
-  return std::size(KINDS) == static_cast<std::size_t>(Code::UNUSED_ATTRIBUTE) + 1;
+  return std::size(KINDS) == static_cast<std::size_t>(Code::SUSPICIOUS_VALUE) + 1;
 }
 static_assert(areInOrder());
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "check/Suggestion.h"
+#include "check/Values.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/IRIParser.h"
@@ -42,7 +43,10 @@ std::string meantAttribute(const Diagnostic& finding) {
       written.find(':') != std::string_view::npos) {
     return {};  // a mistake in the prefix
   }
-  const auto known = attributesOf(element);
+  // Any element of a text may have a direction.
+  const config::AttributeDescription direction[] = {{"dir", config::ValueKind::DIRECTION}};
+  const auto described = attributesOf(element);
+  const auto known = described.empty() ? decltype(described)(direction) : described;
   // The element's own names first; those in another namespace only if none of these is similar.
   for (const bool isExtension : {false, true}) {
     Suggestion suggestion(written);
@@ -160,6 +164,10 @@ std::string meantBy(const Diagnostic& finding) {
     case FindingCode::NOT_AN_IRI:
     case FindingCode::REQUIRED_FEATURE_NAME:
       return meantIri(value());
+    case FindingCode::SUSPICIOUS_VALUE: {
+      const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute), value());
+      return advice ? advice->suggestion : "";
+    }
     case FindingCode::NOT_A_BOOLEAN:
       return std::string(suggestedWord(value(), "true", "false"));
     default:

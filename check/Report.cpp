@@ -80,6 +80,11 @@ void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
   numberElements();
   locate();
   dropExplained();
+  // By place; where places are not known, by element.
+  std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
+    return std::tie(left.span.begin, left.elementNumber, left.number) <
+           std::tie(right.span.begin, right.elementNumber, right.number);
+  });
 }
 
 void Report::numberElements() {
@@ -128,7 +133,7 @@ Position Report::otherOf(const Diagnostic& finding) const noexcept {
 }
 
 void Report::dropExplained() {
-  // An attribute that is missing because its name is misspelt is one mistake.
+  // An attribute that is missing because its name is misspelt, or its value a text, is one mistake.
   for (auto first = findings_.begin(); first != findings_.end();) {
     const auto last = std::find_if(first, findings_.end(), [&](const Diagnostic& finding) {
       return finding.elementNumber != first->elementNumber;
@@ -138,10 +143,12 @@ void Report::dropExplained() {
              finding.attributeIndex == Diagnostic::NO_INDEX;
     };
     const auto missing = std::find_if(first, last, isMissing);
-    if (missing != last && std::any_of(first, last, [&](const Diagnostic& finding) {
-          return finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE &&
-                 meantBy(finding) == missing->attribute;
-        })) {
+    const auto explains = [&](const Diagnostic& finding) {
+      return finding.isText ? missing->attribute == "value"
+                            : finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE &&
+                                  meantBy(finding) == missing->attribute;
+    };
+    if (missing != last && std::any_of(first, last, explains)) {
       missing->element = nullptr;  // to be removed below
     }
     first = last;
@@ -175,12 +182,12 @@ void Report::locate() {
       }
       finding.hasSpan = true;
       finding.span = placeIn(tag, finding);
+      if (finding.isText) {
+        const Span text = textIn(source_.text(), tags_[finding.elementNumber]);
+        finding.span = text.isEmpty() ? finding.span : text;
+      }
     }
   }
-  std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
-    return std::tie(left.elementNumber, left.span.begin, left.number) <
-           std::tie(right.elementNumber, right.span.begin, right.number);
-  });
 }
 
 }  // namespace orvane::nimbrel::check

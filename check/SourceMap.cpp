@@ -98,6 +98,35 @@ std::vector<std::uint32_t> startTagsOf(std::string_view text) {
   return tags;
 }
 
+Span textIn(std::string_view text, std::size_t offset) noexcept {
+  std::size_t depth = 0;
+  for (std::size_t at = offset; at < text.size();) {
+    const std::size_t markup = orEnd(text.find('<', at), text);
+    const std::size_t begin = orEnd(text.find_first_not_of(SPACE, at), text);
+    if (depth == 1 && begin < markup) {
+      return {begin, text.find_last_not_of(SPACE, markup - 1) + 1};
+    }
+    const std::size_t end = behindMisc(text, markup);
+    if (end != markup) {
+      if (depth == 1 && hasAt(text, markup, "<![CDATA[")) {
+        return {markup, end};
+      }
+      at = end;
+      continue;
+    }
+    at = behindTag(text, markup);
+    if (hasAt(text, markup, "</")) {
+      --depth;
+    } else if (text[at - 2] != '/') {
+      ++depth;
+    }
+    if (depth == 0) {
+      break;
+    }
+  }
+  return {text.size(), text.size()};
+}
+
 Tag readTag(std::string_view text, std::size_t offset) {
   Tag tag;
   std::size_t at = orEnd(text.find_first_of(AFTER_NAME, offset + 1), text);

@@ -27,6 +27,11 @@ struct Tag {
 /// what is found means nothing. Throws only `std::bad_alloc`.
 [[nodiscard]] std::vector<std::uint32_t> startTagsOf(std::string_view text);
 
+/// The first text directly in the element whose "<" stands at `offset`, without white space around
+/// it; empty at the end of the text when there is none. Takes as long as the element, at most.
+/// Never throws.
+[[nodiscard]] Span textIn(std::string_view text, std::size_t offset) noexcept;
+
 /// Reads the start tag whose "<" stands at `offset`. Throws only `std::bad_alloc`.
 [[nodiscard]] Tag readTag(std::string_view text, std::size_t offset);
 

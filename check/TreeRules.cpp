@@ -5,6 +5,7 @@
 
 #include "check/Numbers.h"
 #include "check/Suggestion.h"
+#include "check/Values.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/StringUtil.h"
@@ -65,6 +66,8 @@ bool TreeRules::isReported(const XmlNode& element, std::string_view attribute) c
 void TreeRules::checkRoot(const XmlNode& root) {
   noteReported();
   checkAttributes(root, config::widgetDescription().attributes);
+  checkLanguage(root);
+  checkStrayText(root);
   seen_ = report_.findings().size();
 }
 
@@ -72,6 +75,10 @@ void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
   noteReported();
   if (const ElementDescription* const description = describe(element)) {
     checkAttributes(element, description->attributes);
+    checkLanguage(element);
+    if (description->textField.data() == nullptr) {
+      checkStrayText(element);
+    }
     if (description->isExtension) {
       checkSettings(element, *description, stopped);
     } else if (description->textField.data() != nullptr) {
@@ -112,6 +119,8 @@ void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
       addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
     } else if (isNumeric(found->kind)) {
       checkNumber(element, i, found->kind);
+    } else if (found->kind != ValueKind::PATH || !isExtension(element)) {
+      checkValue(element, i, found->kind);  // paths of the extensions may be addresses
     }
   }
 }
@@ -124,6 +133,39 @@ void TreeRules::checkNumber(const XmlNode& element, std::size_t index, ValueKind
   if (!isWholeNumber(kind, value) && !isReported(element, name) &&
       !(onlyIfUsable && usedNumber(kind, value) == "0")) {
     addAttribute(FindingCode::PARTIAL_NUMBER, element, index);
+  }
+}
+
+void TreeRules::checkValue(const XmlNode& element, std::size_t index, ValueKind kind) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  if (!isReported(element, attribute.name) &&
+      adviceOnValue(kind, StringUtil::squeezeAndTrim(attribute.value))) {
+    addAttribute(FindingCode::SUSPICIOUS_VALUE, element, index);
+  }
+}
+
+void TreeRules::checkLanguage(const XmlNode& element) {
+  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = element.attributeAt(i);
+    if (attribute.name == "lang" && attribute.namespaceUri == config::XML_NAMESPACE &&
+        adviceOnValue(ValueKind::LANGUAGE, std::string(attribute.value))) {
+      addAttribute(FindingCode::SUSPICIOUS_VALUE, element, i);
+    }
+  }
+}
+
+void TreeRules::checkStrayText(const XmlNode& element) {
+  for (const XmlNode* child = element.firstChild(); child != nullptr;
+       child = child->nextSibling()) {
+    const std::string_view text = StringUtil::trimmed(child->contentView());
+    if (!text.empty()) {
+      Diagnostic finding;
+      finding.code = FindingCode::MISPLACED;
+      finding.element = &element;
+      finding.isText = true;
+      finding.value = text;
+      return report_.add(finding);  // once an element
+    }
   }
 }
 
@@ -142,9 +184,8 @@ void TreeRules::checkSubdomains(const XmlNode& access) {
 void TreeRules::checkUnknown(const XmlNode& element) {
   const std::string_view space = element.namespaceView();
   if (space == config::W3C_WIDGETS_NAMESPACE || space == config::EXTENSION_NAMESPACE) {
-    return add(
-        isKnownSomewhere(element) ? FindingCode::MISPLACED_ELEMENT : FindingCode::UNKNOWN_ELEMENT,
-        element);
+    return add(isKnownSomewhere(element) ? FindingCode::MISPLACED : FindingCode::UNKNOWN_ELEMENT,
+               element);
   }
   if (space.data() == nullptr) {
     return add(FindingCode::UNKNOWN_ELEMENT, element);
@@ -154,20 +195,33 @@ void TreeRules::checkUnknown(const XmlNode& element) {
                element);
 }
 
+// Others than these are for programs that know the elements.
+void TreeRules::checkTextAttributes(const XmlNode& element) {
+  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = element.attributeAt(i);
+    if (attribute.namespaceUri.data() != nullptr) {
+      continue;
+    }
+    Suggestion direction(attribute.name);
+    direction.consider("dir");
+    if (attribute.name == "dir" ? !isDirection(attribute.value)
+                                : isDirection(attribute.value) && !direction.get().empty()) {
+      addAttribute(
+          attribute.name == "dir" ? FindingCode::UNKNOWN_WORD : FindingCode::UNKNOWN_ATTRIBUTE,
+          element, i);
+    }
+  }
+}
+
 // Documents are at most 256 deep.
 void TreeRules::checkText(const XmlNode& element) {
   for (const XmlNode* child = element.firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
     if (describe(*child) != nullptr) {
-      add(FindingCode::MISPLACED_ELEMENT, *child);  // its text counts, nothing else
+      add(FindingCode::MISPLACED, *child);  // its text counts, nothing else
     }
-    for (std::size_t i = 0; i < child->attributeCount(); ++i) {
-      const XmlNode::Attribute attribute = child->attributeAt(i);
-      if (attribute.namespaceUri.data() == nullptr && attribute.name == "dir" &&
-          !isDirection(attribute.value)) {
-        addAttribute(FindingCode::UNKNOWN_WORD, *child, i);
-      }
-    }
+    checkTextAttributes(*child);
+    checkLanguage(*child);
     checkText(*child);
   }
 }
@@ -177,6 +231,7 @@ void TreeRules::checkChildren(const XmlNode& element, const ElementDescription& 
        child = child->nextElementSibling()) {
     if (const ChildDescription* const known = describeChild(description, *child)) {
       checkAttributes(*child, known->attributes);
+      checkStrayText(*child);
     } else {
       checkUnknown(*child);
     }
@@ -196,6 +251,7 @@ void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& 
     const ChildDescription* const known = describeChild(description, *child);
     if (known != nullptr) {
       checkAttributes(*child, known->attributes);
+      checkStrayText(*child);
       if (isRead && !known->keyAttribute.empty()) {
         checkSetting(*child, description, known->keyAttribute);
       }

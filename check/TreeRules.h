@@ -30,9 +30,13 @@ class TreeRules {
   void checkAttributes(const util::XmlNode& element, Attributes known);
   void checkNumber(const util::XmlNode& element, std::size_t index, config::ValueKind kind,
                    bool onlyIfUsable = false);
+  void checkLanguage(const util::XmlNode& element);
+  void checkValue(const util::XmlNode& element, std::size_t index, config::ValueKind kind);
+  void checkStrayText(const util::XmlNode& element);
   void checkSubdomains(const util::XmlNode& access);
   void checkUnknown(const util::XmlNode& element);
   void checkText(const util::XmlNode& element);
+  void checkTextAttributes(const util::XmlNode& element);
   void checkChildren(const util::XmlNode& element, const config::ElementDescription& description);
   void checkSettings(const util::XmlNode& element, const config::ElementDescription& description,
                      const util::XmlNode* stopped);

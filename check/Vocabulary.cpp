@@ -22,6 +22,9 @@ std::string displayName(std::string_view name, bool isExtension) {
 }
 
 std::string displayName(std::string_view name, std::string_view namespaceUri) {
+  if (namespaceUri == config::XML_NAMESPACE) {
+    return "xml:" + std::string(name);
+  }
   return displayName(name, namespaceUri == config::EXTENSION_NAMESPACE);
 }
 
@@ -101,6 +104,9 @@ config::ValueKind kindOfValue(const XmlNode& element, std::string_view attribute
   const KeyDescription* const key = attribute == "value" ? describeSetting(element) : nullptr;
   if (key != nullptr) {
     return key->kind;
+  }
+  if (attribute == "xml:lang") {
+    return config::ValueKind::LANGUAGE;
   }
   for (const config::AttributeDescription& known : attributesOf(element)) {
     if (displayName(known.name, known.isExtension) == attribute) {

@@ -8,6 +8,7 @@
 #include "check/Meant.h"
 #include "check/Numbers.h"
 #include "check/Origin.h"
+#include "check/Values.h"
 #include "check/Vocabulary.h"
 #include "check/XmlMessage.h"
 #include "config/Namespaces.h"
@@ -185,6 +186,20 @@ std::string misplacedSentence(const XmlNode& element) {
   return "Not read here, only in " + list(parents) + '.';
 }
 
+std::string textSentence(const XmlNode& element) {
+  const auto known = attributesOf(element);
+  const bool lacksValue =
+      element.attributeView("value").data() == nullptr &&
+      std::any_of(known.begin(), known.end(), [](const auto& row) { return row.name == "value"; });
+  return lacksValue ? "Text is not read here; write value=\"...\"." : "Text is not read here.";
+}
+
+std::string valueSentence(const Diagnostic& finding) {
+  const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute),
+                                    StringUtil::squeezeAndTrim(finding.value));
+  return advice ? advice->sentence + "; it is kept as written." : "";
+}
+
 std::string unexpectedSentence(const XmlNode& element) {
   const XmlNode& parent = *element.parent();
   std::vector<std::string> allowed;
@@ -297,8 +312,8 @@ std::string sentenceOf(const Diagnostic& finding) {
       return unknownAttributeSentence(finding);
     case FindingCode::FOREIGN_ELEMENT:
       return "Element of another vocabulary; only programs that know it read it.";
-    case FindingCode::MISPLACED_ELEMENT:
-      return misplacedSentence(*finding.element);
+    case FindingCode::MISPLACED:
+      return finding.isText ? textSentence(*finding.element) : misplacedSentence(*finding.element);
     case FindingCode::NOT_READ:
       return "Not read because of the mistake" + inLine(finding.other) + '.';
     case FindingCode::SIMILAR_KEY:
@@ -308,6 +323,8 @@ std::string sentenceOf(const Diagnostic& finding) {
                                   : "Not used; the user does not ask for this language.";
     case FindingCode::OTHER_LANGUAGE:
       return otherLanguageSentence(finding);
+    case FindingCode::SUSPICIOUS_VALUE:
+      return valueSentence(finding);
     case FindingCode::UNUSED_ATTRIBUTE:
       return "No effect; origin=\"*\" includes all subdomains.";
   }

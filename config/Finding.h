@@ -39,12 +39,13 @@ enum class FindingCode {
   PARTIAL_NUMBER,     ///< a number is followed by text that is ignored
   UNKNOWN_ATTRIBUTE,  ///< no such attribute
   FOREIGN_ELEMENT,    ///< an element of another vocabulary
-  MISPLACED_ELEMENT,  ///< an element of this vocabulary at a place where it is not read
+  MISPLACED,          ///< an element of this vocabulary, or text, where it is not read
   NOT_READ,           ///< behind a child at which reading stopped
   SIMILAR_KEY,        ///< an unknown key that is allowed, spelt almost like a known one
   UNUSED_LANGUAGE,    ///< nobody gets the element
   OTHER_LANGUAGE,     ///< this user gets another element
   UNUSED_ATTRIBUTE,   ///< without effect beside another attribute
+  SUSPICIOUS_VALUE,   ///< kept as written, but probably not what was meant
   /// @}
 };
 

@@ -13,12 +13,15 @@ std::string terminalOutput(const std::string& document, const Environment& envir
   return run({"check", "-"}, document, Stdout::TERMINAL, environment).out;
 }
 
-/// What stands between the findings' own lines.
+/// What stands below the findings' own lines, but for stray text, which only makes lines long.
 std::string excerptsOf(const std::string& document) {
   std::string excerpts;
   std::istringstream lines(terminalOutput(document, {"NO_COLOR=1"}));
+  bool isStray = false;
   for (std::string line; std::getline(lines, line);) {
-    if (line.rfind("  ", 0) == 0) {
+    if (line.rfind("  ", 0) != 0) {
+      isStray = line.find("[misplaced]") != std::string::npos;
+    } else if (!isStray) {
       excerpts += line.substr(2) + '\n';
     }
   }

@@ -157,9 +157,9 @@ TEST(CheckToolJson, HasEveryMemberOfAFinding) {
 }
 
 TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
-  const Outcome outcome =
-      check(widget("\n<x xmlns='urn:x'/>\xF0\x9F\x90\x9F<icon src='a' heigth='3'/><icon src='a'/>"),
-            {"--format", "sarif"});
+  const Outcome outcome = check(
+      widget("\n<x xmlns='urn:x'>\xF0\x9F\x90\x9F</x><icon src='a' heigth='3'/><icon src='a'/>"),
+      {"--format", "sarif"});
   EXPECT_EQ(outcome.status, 1);
   const Json json = Json::parse(outcome.out);
   EXPECT_EQ(json["version"], "2.1.0");
@@ -181,8 +181,8 @@ TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
   EXPECT_EQ(second["message"]["text"],
             "icon: heigth=\"3\": Unknown attribute. Did you mean \"height\"?");
   EXPECT_EQ(second["locations"], Json::parse(R"([{"physicalLocation": {
-    "artifactLocation": {"uri": "-"}, "region": {"startLine": 2, "startColumn": 35, "endLine": 2,
-    "endColumn": 41, "byteOffset": 135, "byteLength": 6}}}])"));
+    "artifactLocation": {"uri": "-"}, "region": {"startLine": 2, "startColumn": 38, "endLine": 2,
+    "endColumn": 44, "byteOffset": 138, "byteLength": 6}}}])"));
   EXPECT_EQ(log["columnKind"], "utf16CodeUnits");
   EXPECT_EQ(log["results"][2]["relatedLocations"][0]["physicalLocation"]["region"]["startLine"], 2);
 }
