@@ -1,6 +1,6 @@
 // Taking identifiers apart without libsoup, but by its rules: directories on devices bear the names
-// that come out. GLib's own GUri does not give them: it rejects ports and addresses that libsoup
-// passes, writes escapes in upper case, and removes dots otherwise.
+// that come out. GLib's own GUri gives others, as docs/identifiers.md says. The fuzz target "uris"
+// compares this with libsoup.
 
 #include <glib.h>
 
