@@ -1,12 +1,16 @@
 // What a host does to its process while it uses the library.
 
-#include <libxml/globals.h>
 #include <libxml/parser.h>
+#include <libxml/xmlmemory.h>
 #include <malloc.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <cstdlib>
+#include <cstring>
+#include <locale>
 
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
@@ -14,6 +18,38 @@
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/PelloWidgetIdParser.h"
+
+namespace {
+
+// What the host does at each allocation of libxml2, which it has taken over; blocks it still holds.
+void (*atAllocation)() = nullptr;
+long blocks = 0;
+
+void* allocate(std::size_t size) {
+  if (atAllocation != nullptr) {
+    atAllocation();
+  }
+  ++blocks;
+  return std::malloc(size);
+}
+
+void release(void* block) {
+  blocks -= block == nullptr ? 0 : 1;
+  std::free(block);
+}
+
+void* reallocate(void* block, std::size_t size) {
+  return block == nullptr ? allocate(size) : std::realloc(block, size);
+}
+
+char* duplicate(const char* text) {
+  return std::strcpy(static_cast<char*>(allocate(std::strlen(text) + 1)), text);
+}
+
+// Before libxml2 has allocated anything.
+const bool installed = xmlMemSetup(release, allocate, reallocate, duplicate) == 0;
+
+}  // namespace
 
 namespace orvane::nimbrel::test {
 namespace {
@@ -27,7 +63,6 @@ std::string dump() {
 }
 
 TEST(Host, MayShutLibXmlDownAndStartItAgainAroundUs) {
-  const int bufferSize = xmlDefaultBufferSize;
   const std::string expected = dump();
   Reader reader;
   reader.parse(EVERYTHING, nullptr);
@@ -41,8 +76,67 @@ TEST(Host, MayShutLibXmlDownAndStartItAgainAroundUs) {
     xmlDoc* const document = xmlReadMemory("<a/>", 4, nullptr, nullptr, 0);
     EXPECT_NE(document, nullptr);
     xmlFreeDoc(document);
-    EXPECT_EQ(xmlDefaultBufferSize, bufferSize);
   }
+}
+
+TEST(Host, MayAllocateForLibxml2AndGetsAllBack) {
+  ASSERT_TRUE(installed);
+  (void)dump();
+  const long before = blocks;
+  for (const char* xml : {"<widget", "<!DOCTYPE a [<!ENTITY e '<b/>'>]><a>&e;&e;</a>"}) {
+    EXPECT_NE(thrownBy<config::ConfigParser::ConfigException>([&] { Reader().document(xml); }), "");
+  }
+  (void)dump();
+  EXPECT_EQ(blocks, before);
+}
+
+int allocationsToFork = 0;
+pid_t child = -1;
+
+TEST(Host, MayForkInTheMiddleOfAParse) {
+  const std::string expected = dump();
+  for (const int allocation : {1, 10, 30, 50}) {
+    SCOPED_TRACE(allocation);
+    allocationsToFork = allocation;
+    child = -1;
+    atAllocation = [] {
+      if (--allocationsToFork == 0) {
+        child = ::fork();
+      }
+    };
+    const std::string found = dump();
+    atAllocation = nullptr;
+    if (child == 0) {
+      ::_exit(found == expected && dump() == expected ? 0 : 1);
+    }
+    ASSERT_GT(child, 0);
+    EXPECT_EQ(found, expected);
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+}
+
+class Comma : public std::numpunct<char> {
+  [[nodiscard]] char do_decimal_point() const override { return ','; }
+};
+
+TEST(Host, MayChangeItsLocaleInTheMiddleOfAParse) {
+  const std::string expected = dump();
+  static int allocations = 0;
+  for (const int start : {0, 1}) {  // so that what follows the XML is read in either locale
+    allocations = start;
+    atAllocation = [] {
+      const bool isOther = ++allocations % 2 == 0;
+      std::setlocale(LC_ALL, isOther ? "C.UTF-8" : "C");
+      const std::locale& classic = std::locale::classic();
+      std::locale::global(isOther ? std::locale(classic, new Comma) : classic);
+    };
+    EXPECT_EQ(dump(), expected);
+    atAllocation = nullptr;
+  }
+  EXPECT_GT(allocations, 20);
+  std::locale::global(std::locale::classic());
 }
 
 // The file that is opened next takes the number of standard error; nothing may be written there.

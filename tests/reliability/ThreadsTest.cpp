@@ -1,5 +1,8 @@
 // Worth most under the thread sanitizer, which fails these tests on any race.
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +13,7 @@
 #include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
 #include "util/HostUriMunger.h"
+#include "util/IDNConverter.h"
 #include "util/Log.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"
@@ -69,6 +73,28 @@ std::string dumpOf(const std::string& locale) {
   Reader reader({locale});
   reader.parse(EVERYTHING, nullptr);
   return RecordDump::of(reader.record());
+}
+
+// Processes that have used nothing before, so that whatever is made at the first use is made by
+// many threads at once.
+TEST(Threads, MayBeTheFirstToUseAService) {
+  for (int process = 0; process < 20; ++process) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      std::atomic<int> wrong{0};
+      onManyThreads([&](int) {
+        for (int round = 0; round < 20; ++round) {
+          std::string host;
+          const bool isHost = util::IDNConverter().tryConvertToASCII("b\u00FCcher.example", host);
+          wrong += isHost && host == "xn--bcher-kva.example" ? 0 : 1;
+        }
+      });
+      ::_exit(wrong == 0 ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+  }
 }
 
 // First of all tests, so that the libraries below are started by many threads at once, too.

@@ -22,7 +22,7 @@ TEST(IDNConverter, GivesTheAsciiForm) {
       "[ABCD::1.2.3.4] => [ABCD::1.2.3.4]  [V1.A] => [V1.A]  %45x%61mple%2Eorg => example.org  "
       "B\u00FCcher.Example => xn--bcher-kva.example  a\u00AD.b => a.b  \uFF37\uFF37.a => ww.a  "
       "bu\u0308cher.example => xn--bcher-kva.example  "
-      "b%C3%BCcher.example. => xn--bcher-kva.example.  "
+      "b%C3%BCcher.example. => xn--bcher-kva.example.  b%c3%bccher.%4a => xn--bcher-kva.j  "
       "xn--bcher-kva.b\u00FCcher => xn--bcher-kva.xn--bcher-kva  a_b.\u00FC => a_b.xn--tda  "
       "\u4F8B\u3048\u3002\u30C6\u30B9\u30C8 => xn--r8jz45g.xn--zckzah  "
       "\u05D0\u05D1.example => xn--4dbc.example  fa\u00DF.de => xn--fa-hia.de",  // not "fass"

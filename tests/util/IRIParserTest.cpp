@@ -87,7 +87,7 @@ TEST(IRIParser, KnowsTheCharactersBeyondAscii) {
       // No UTF-8: lone, cut off, overlong, surrogates, above the last.
       {false, false,
        "\x80 \xC3 \xE8\xB7 \xE8(\xAF \xC1\xBF \xE0\x83\xBC \xF0\x88\xB7\xAF \xED\xA0\x80 "
-       "\xED\xBF\xBF \xF4\x90\x80\x80 \xF8\x88\x80\x80\x80 \xFF"},
+       "\xED\xB0\x80 \xED\xBF\xBF \xF4\x90\x80\x80 \xF8\x88\x80\x80\x80 \xFF"},
   };
   for (const auto& c : cases) {
     for (const std::string& character : StringUtil::split(c.characters, ' ')) {

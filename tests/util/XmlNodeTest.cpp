@@ -85,6 +85,22 @@ TEST(XmlNode, KnowsWhereItBegins) {
   }
 }
 
+TEST(XmlNode, KnowsTheLineInWhichATextBegins) {
+  const Row cases[] = {
+      {"<a>\n<b\n></b\n> \nx</a>", "1 2 4"},  // behind an end tag
+      {"<a><b/>\nx</a>", "1 1"},
+      {"<a><!--\n-->x<?p\n?>y</a>", "2 2 3 3"},
+      {"<a>\n<![CDATA[\n]]>\n<b/></a>", "1 4"},
+  };
+  expectRows(cases, [](const std::string& document) {
+    std::string lines;
+    for (const auto& child : parseRoot(document)->getChildren()) {
+      lines += (lines.empty() ? "" : " ") + std::to_string(child->getLineNumber());
+    }
+    return lines;
+  });
+}
+
 TEST(XmlNode, CountsLinesBeyondWhatLibxml2sTreeCan) {
   const auto root = parseRoot("<a>" + std::string(70000, '\n') + "<b/>" + std::string(70000, '\n') +
                               "<c\n\n/>t</a>");

@@ -104,8 +104,9 @@ XmlFile::~XmlFile() {
 
 std::size_t XmlFile::readSome(char* bytes, std::size_t size) {
   for (;;) {
-    const ssize_t count = ::read(descriptor_, bytes, size);
+    const ssize_t count = ::pread(descriptor_, bytes, size, offset_);
     if (count >= 0) {
+      offset_ += count;
       return static_cast<std::size_t>(count);
     }
     if (errno != EINTR) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstddef>
 
 namespace orvane::nimbrel::util::internal {
@@ -56,6 +58,7 @@ class XmlFile : public XmlBytes {
 
  private:
   int descriptor_;
+  off_t offset_ = 0;  // not the file's own, which processes share that are forked in between
 };
 
 }  // namespace orvane::nimbrel::util::internal

@@ -15,6 +15,7 @@ namespace orvane::nimbrel::util::internal {
 class XmlLimits {
  public:
   static constexpr std::size_t MAX_DEPTH = 256;
+  static constexpr const char* TOO_LONG = "A text is too long";
   static constexpr const char* TOO_DEEP = "Elements are nested too deeply";
   static constexpr const char* TOO_MANY_NAMES = "Too many different names";
 

@@ -51,6 +51,11 @@ class XmlReading {
 
  private:
   struct Callbacks;
+  static xmlSAXHandler callbacks() noexcept;
+  // Not one of them: libxml2 calls that with another first argument at times.
+  static void onError(void* reading, libxml::Error* error) noexcept {
+    static_cast<XmlReading*>(reading)->noteError(*error);
+  }
 
   void startElement(const xmlChar* localName, const xmlChar* prefix, const xmlChar* uri,
                     int namespaceCount, int attributeCount, int defaultedCount,
