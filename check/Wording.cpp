@@ -1,14 +1,11 @@
 #include "check/Wording.h"
 
 #include <algorithm>
-#include <initializer_list>
-#include <iterator>
 #include <vector>
 
 #include "check/Meant.h"
-#include "check/Numbers.h"
 #include "check/Origin.h"
-#include "check/Values.h"
+#include "check/ValueWording.h"
 #include "check/Vocabulary.h"
 #include "check/XmlMessage.h"
 #include "config/Namespaces.h"
@@ -23,7 +20,6 @@ using config::FindingCode;
 using config::KeyDescription;
 using config::KeyRule;
 using config::Repetition;
-using config::ValueKind;
 using util::XmlNode;
 using zel::util::StringUtil;
 
@@ -51,17 +47,6 @@ constexpr struct {
     {"access", "this access request is ignored"},
 };
 
-/// The ranges of numbers that the parser does not tell by their kind.
-constexpr struct {
-  std::string_view key;
-  std::string_view range;
-} RANGES[] = {
-    {"defaultFontSize", "of at least 1"},
-    {"minimumFontSize", "of at least 0"},
-    {"zoomFactor", "above 0"},
-    {"ApplicationCacheLoadDelay", "of at least 0"},
-};
-
 template <typename Table>
 std::string_view consequenceIn(const Table& table, std::string_view element) {
   for (const auto& row : table) {
@@ -85,66 +70,15 @@ std::string inLine(const XmlNode* element) {
 /// What becomes of an element that is wrong in itself.
 std::string consequenceFor(const XmlNode& element) {
   const std::string_view known = consequenceIn(IGNORED, displayName(element));
-  if (known.empty() && element.parent() != nullptr) {
+  if (known.empty() && element.parent() != nullptr && isExtension(*element.parent())) {
     return "the rest of " + tag(displayName(*element.parent())) + " is not read";
   }
-  return std::string(known);
+  return known.empty() ? "this element is ignored" : std::string(known);
 }
 
-/// "a", "a or b", "a, b or c".
-std::string list(const std::vector<std::string>& items) {
-  std::string text;
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    text += (i == 0 ? "" : i + 1 == items.size() ? " or " : ", ") + items[i];
-  }
-  return text;
-}
-
-std::string quotedList(std::initializer_list<std::string_view> words) {
-  std::vector<std::string> quoted;
-  for (const std::string_view word : words) {
-    const std::string text = '"' + std::string(word) + '"';
-    if (!word.empty() && std::find(quoted.begin(), quoted.end(), text) == quoted.end()) {
-      quoted.push_back(text);
-    }
-  }
-  return list(quoted);
-}
-
-std::string wordSentence(const Diagnostic& finding) {
-  const KeyDescription* const key =
-      finding.attribute == "value" ? describeSetting(*finding.element) : nullptr;
-  if (key == nullptr || key->words == nullptr) {
-    return "Must be " + quotedList({DIRECTIONS[0], DIRECTIONS[1], DIRECTIONS[2], DIRECTIONS[3]}) +
-           "; the attribute is ignored.";
-  }
-  const auto& [trigger, opposite] = *key->words;
-  const std::string must =
-      "Must be " + quotedList({trigger[0], opposite[0], trigger[1], opposite[1]});
-  return must + (key->rule == KeyRule::ONLY_RAISED
-                     ? "; the value is ignored."
-                     : "; it counts as " + quotedList({opposite[0]}) + '.');
-}
-
-std::string numberSentence(const Diagnostic& finding, std::string_view consequence) {
-  const std::string value = StringUtil::squeezeAndTrim(finding.value);
-  const KeyDescription* const key =
-      finding.attribute == "value" ? describeSetting(*finding.element) : nullptr;
-  const auto* const range =
-      std::find_if(std::begin(RANGES), std::end(RANGES),
-                   [&](const auto& row) { return key != nullptr && row.key == key->name; });
-  const std::string end = "; " + std::string(consequence) + '.';
-  if (value.empty()) {
-    return "A number is needed" + end;
-  }
-  if (range != std::end(RANGES)) {
-    return "Must be a number " + std::string(range->range) + end;
-  }
-  const bool isNumber = value.find_first_not_of("0123456789") == std::string::npos;
-  if (isNumber && value.find_first_not_of('0') != std::string::npos) {
-    return "The largest number is 4294967295" + end;
-  }
-  return (key == nullptr ? "Must be a number above 0" : "Must be a number") + end;
+std::string booleanConsequence(const XmlNode& element) {
+  const std::string_view known = consequenceIn(BOOLEANS, displayName(element));
+  return known.empty() ? "the attribute is ignored" : std::string(known);
 }
 
 std::string repeatedSentence(const Diagnostic& finding) {
@@ -167,8 +101,8 @@ std::string repeatedSentence(const Diagnostic& finding) {
   }
   const KeyDescription* const key = describeSetting(element);
   if (key != nullptr && key->rule == KeyRule::ONLY_RAISED) {
-    return "Contradicts the value" + other + "; " + quotedList({key->words->trigger[0]}) +
-           " counts.";
+    return "Contradicts the value" + other + "; " + '"' + std::string(key->words->trigger[0]) +
+           '"' + " counts.";
   }
   return "Repeated; it replaces the one" + (other.empty() ? " before." : other + '.');
 }
@@ -183,7 +117,7 @@ std::string misplacedSentence(const XmlNode& element) {
       parents.push_back(tag(displayName(known->name, known->isExtension)));
     }
   }
-  return "Not read here, only in " + list(parents) + '.';
+  return "Not read here, only in " + listOf(parents) + '.';
 }
 
 std::string textSentence(const XmlNode& element) {
@@ -194,12 +128,6 @@ std::string textSentence(const XmlNode& element) {
   return lacksValue ? "Text is not read here; write value=\"...\"." : "Text is not read here.";
 }
 
-std::string valueSentence(const Diagnostic& finding) {
-  const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute),
-                                    StringUtil::squeezeAndTrim(finding.value));
-  return advice ? advice->sentence + "; it is kept as written." : "";
-}
-
 std::string unexpectedSentence(const XmlNode& element) {
   const XmlNode& parent = *element.parent();
   std::vector<std::string> allowed;
@@ -208,7 +136,8 @@ std::string unexpectedSentence(const XmlNode& element) {
       allowed.push_back(tag(displayName(child.name, known->isExtension)));
     }
   }
-  return "Must be " + list(allowed) + "; the rest of " + tag(displayName(parent)) + " is not read.";
+  return "Must be " + listOf(allowed) + "; the rest of " + tag(displayName(parent)) +
+         " is not read.";
 }
 
 /// What to write for a name whose prefix is not declared; nothing for a name without one.
@@ -255,12 +184,6 @@ std::string otherLanguageSentence(const Diagnostic& finding) {
              : "Not used; the one" + inLine(finding.other) + " is in a better language.";
 }
 
-std::string partialSentence(const Diagnostic& finding) {
-  const ValueKind kind = kindOfValue(*finding.element, finding.attribute);
-  return "Not a valid number; " + usedNumber(kind, StringUtil::squeezeAndTrim(finding.value)) +
-         " is used.";
-}
-
 std::string sentenceOf(const Diagnostic& finding) {
   const std::string_view ignored = "the attribute is ignored";
   const bool isEmpty = finding.value.data() != nullptr;
@@ -290,8 +213,7 @@ std::string sentenceOf(const Diagnostic& finding) {
       return numberSentence(finding,
                             finding.attribute == "value" ? "the value is ignored" : ignored);
     case FindingCode::NOT_A_BOOLEAN:
-      return "Must be \"true\" or \"false\"; " +
-             std::string(consequenceIn(BOOLEANS, displayName(*finding.element))) + '.';
+      return "Must be \"true\" or \"false\"; " + booleanConsequence(*finding.element) + '.';
     case FindingCode::INVALID_APPLICATION_ID:
       return "Must be 1 to 32 lower-case ASCII letters and digits; the attribute is ignored.";
     case FindingCode::UNKNOWN_WORD:
@@ -324,7 +246,7 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::OTHER_LANGUAGE:
       return otherLanguageSentence(finding);
     case FindingCode::SUSPICIOUS_VALUE:
-      return valueSentence(finding);
+      return suspiciousSentence(finding);
     case FindingCode::UNUSED_ATTRIBUTE:
       return "No effect; origin=\"*\" includes all subdomains.";
   }

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/Diagnostic.h"
+
+// Sentences on values that are words or numbers.
+namespace orvane::nimbrel::check {
+
+/// "a", "a or b", "a, b or c".
+[[nodiscard]] std::string listOf(const std::vector<std::string>& items);
+
+/// The words that are allowed, and what becomes of another one.
+[[nodiscard]] std::string wordSentence(const Diagnostic& finding);
+
+/// Why the parser takes no number, and what becomes of the value.
+[[nodiscard]] std::string numberSentence(const Diagnostic& finding, std::string_view consequence);
+
+/// Which number the parser takes.
+[[nodiscard]] std::string partialSentence(const Diagnostic& finding);
+
+/// What is odd about a value that is kept.
+[[nodiscard]] std::string suspiciousSentence(const Diagnostic& finding);
+
+}  // namespace orvane::nimbrel::check
