@@ -81,6 +81,15 @@ TEST(FindingsTable, HoldsForEachDocument) {
   }
 }
 
+TEST(Check, IsSilentOnTheExample) {
+  const std::string document = test::contentOf(NIMBREL_EXAMPLES "/config.xml");
+  EXPECT_THAT(toldOf(document), testing::IsEmpty());
+  for (const char* language : {"en", "de", "he"}) {
+    EXPECT_THAT(toldOf(document, std::vector<std::string>{language}),
+                testing::Each(testing::HasSubstr(" other-language ")));
+  }
+}
+
 TEST(Check, LeavesTheLogAsItWas) {
   static_cast<void>(checkDocument(
       test::widget(test::extension("settings", test::named("setting", "debug", "yes"))),

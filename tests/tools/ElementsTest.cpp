@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <map>
 
+#include "check/Check.h"
+#include "check/Kind.h"
 #include "config/ElementDescription.h"
 #include "tests/tools/Tool.h"
 
@@ -273,6 +275,20 @@ TEST(Elements, FillAllThatARecordHas) {
     const Json members = value.is_object() ? value : Json::object();
     for (const auto& [member, ignored] : members.items()) {
       expectFilled(name + "." + member);
+    }
+  }
+}
+
+// "x" is an unknown view mode and encoding, which is a note.
+TEST(Elements, AreNoMistakesToTheChecker) {
+  using namespace orvane::nimbrel;
+  for (const Place& place : Places().all) {
+    if (place.name.empty() && place.field.empty()) {
+      continue;  // its text is not read
+    }
+    const auto report = check::checkDocument(place.with, std::nullopt);
+    for (const check::Diagnostic& finding : report->findings()) {
+      EXPECT_EQ(check::kindOf(finding.code).name, "suspicious-value") << place.with;
     }
   }
 }
