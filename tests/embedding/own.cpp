@@ -1,0 +1,1 @@
+int own() { return 1; }

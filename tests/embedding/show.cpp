@@ -1,0 +1,3 @@
+bool isRight();
+
+int main() { return isRight() ? 0 : 1; }
