@@ -1,1 +1,3 @@
-int own() { return 1; }
+int own() {
+  return 1;
+}

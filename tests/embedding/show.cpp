@@ -1,3 +1,5 @@
 bool isRight();
 
-int main() { return isRight() ? 0 : 1; }
+int main() {
+  return isRight() ? 0 : 1;
+}
