@@ -18,7 +18,7 @@ class Element;
 
 /// The configuration record of a web application, read-only: the one result of a parse.
 ///
-/// A field that the document does not set, or sets to a value that its rule drops, keeps the
+/// A field that the document does not set, or sets to a value that its rule ignores, keeps the
 /// default that is named with it. References stay valid as long as the record. Const members may
 /// run on several threads at once. Only `getElements` throws, and changes nothing then (strong
 /// guarantee).

@@ -17,7 +17,7 @@ namespace orvane::nimbrel::config {
 /// guarantee).
 class NIMBREL_CONFIG_API ConfigParser {
  public:
-  /// A document was refused as a whole. `what()` is one line.
+  /// A document was rejected as a whole. `what()` is one line.
   class NIMBREL_CONFIG_API ConfigException : public std::runtime_error {
    public:
     /// `line` and `column` count from 1; 0 means unknown.
@@ -36,7 +36,7 @@ class NIMBREL_CONFIG_API ConfigParser {
   /// overrides its encoding; both may be null.
   ///
   /// Throws `std::invalid_argument` for a null buffer, `ConfigException` for a document that is
-  /// refused, and, from integer settings with an empty or too large value, `std::invalid_argument`
+  /// rejected, and, from integer settings with an empty or too large value, `std::invalid_argument`
   /// or `std::overflow_error` "input". Never returns null.
   virtual std::shared_ptr<Config> parse(const char* buffer, unsigned int size, const char* url,
                                         const char* encoding) = 0;

@@ -16,6 +16,8 @@ namespace {
 using util::LocalizableString;
 using util::Option;
 using util::XmlNode;
+
+using Node = std::shared_ptr<XmlNode>;
 using zel::util::StringUtil;
 
 using Direction = LocalizableString::Direction;
@@ -23,6 +25,17 @@ using Direction = LocalizableString::Direction;
 /// The direction that a node itself asks for; nothing when it asks for none or for an unknown one.
 std::optional<Direction> ownDirection(const XmlNode& node) noexcept {
   return detail::readDirection(node.attributeView("dir"));
+}
+
+/// The nearest direction that a node or an ancestor asks for.
+Direction directionOf(const XmlNode& node) noexcept {
+  for (const XmlNode* current = &node; current != nullptr; current = current->parent()) {
+    const std::optional<Direction> own = ownDirection(*current);
+    if (own) {
+      return *own;
+    }
+  }
+  return Direction::LTR;
 }
 
 /// The number of text nodes below `node`. Documents are at most 256 deep.
@@ -57,7 +70,7 @@ std::string_view viewOf(const char* text) noexcept {
   return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
-const XmlNode& required(const std::shared_ptr<XmlNode>& node) {
+const XmlNode& required(const Node& node) {
   if (node == nullptr) {
     throw std::invalid_argument("node cannot be NULL");
   }
@@ -79,58 +92,37 @@ ConfigRules::ConfigRules(std::shared_ptr<util::UnicodeUtil> unicodeUtil)
   }
 }
 
-Option<std::string> ConfigRules::getSingleAttributeValue(const std::shared_ptr<XmlNode>& node,
-                                                         const char* namespaceUri,
+Option<std::string> ConfigRules::getSingleAttributeValue(const Node& node, const char* namespaceUri,
                                                          const char* name) const {
-  return getSingleAttributeValue(required(node), namespaceUri, name);
+  const XmlNode& element = required(node);
+  return name == nullptr ? Option<std::string>()
+                         : detail::readAttribute(element, name, viewOf(namespaceUri));
 }
 
-Option<std::string> ConfigRules::getSingleAttributeValue(const XmlNode& node,
-                                                         const char* namespaceUri,
-                                                         const char* name) const {
-  Option<std::string> value;
-  if (name != nullptr) {
-    const std::string_view written = node.attributeView(name, viewOf(namespaceUri));
-    if (written.data() != nullptr) {
-      StringUtil::squeeze(value.emplace(StringUtil::trimmed(written)));
-    }
-  }
-  return value;
-}
-
-Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(
-    const std::shared_ptr<XmlNode>& node, const char* namespaceUri, const char* name) const {
-  return getSingleDisplayableAttributeValue(required(node), namespaceUri, name);
-}
-
-Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const XmlNode& node,
+Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const Node& node,
                                                                           const char* namespaceUri,
                                                                           const char* name) const {
   Option<LocalizableString> result;
   Option<std::string> value = getSingleAttributeValue(node, namespaceUri, name);
   if (value) {
-    LocalizableString text(unicodeUtil_, determineDirectionality(node), node.getXmlLang());
+    LocalizableString text(unicodeUtil_, directionOf(*node), node->getXmlLang());
     text.append(std::move(value.get()), text.getDirection(), text.getLanguageTag());
     result = std::move(text);
   }
   return result;
 }
 
-LocalizableString ConfigRules::getTextContent(const std::shared_ptr<XmlNode>& node,
-                                              bool normalize) const {
-  return getTextContent(required(node), normalize);
-}
-
-LocalizableString ConfigRules::getTextContent(const XmlNode& node, bool normalize) const {
-  if (node.firstChild() == nullptr) {
+LocalizableString ConfigRules::getTextContent(const Node& node, bool normalize) const {
+  const XmlNode& element = required(node);
+  if (element.firstChild() == nullptr) {
     return {unicodeUtil_, Direction::LTR, std::string()};
   }
-  const std::string language = node.getXmlLang();
-  const Direction direction = determineDirectionality(node);
+  const std::string language = element.getXmlLang();
+  const Direction direction = directionOf(element);
   LocalizableString text(unicodeUtil_, direction, language);
   std::vector<LocalizableString::TextNode> runs;
-  runs.reserve(countTextsOf(node));
-  appendTextOf(node, language, direction, runs);
+  runs.reserve(countTextsOf(element));
+  appendTextOf(element, language, direction, runs);
   text.append(std::move(runs));
   if (normalize) {
     text.normalizeWhitespace();
@@ -139,50 +131,27 @@ LocalizableString ConfigRules::getTextContent(const XmlNode& node, bool normaliz
   return text;
 }
 
-Direction ConfigRules::determineDirectionality(const std::shared_ptr<XmlNode>& node) const {
-  return determineDirectionality(required(node));
+Direction ConfigRules::determineDirectionality(const Node& node) const {
+  return directionOf(required(node));
 }
 
-Direction ConfigRules::determineDirectionality(const XmlNode& node) const {
-  for (const XmlNode* current = &node; current != nullptr; current = current->parent()) {
-    const std::optional<Direction> own = ownDirection(*current);
-    if (own) {
-      return *own;
-    }
-  }
-  return Direction::LTR;
-}
-
-bool ConfigRules::xmlNodeHasName(const std::shared_ptr<XmlNode>& node, const char* namespaceUri,
+bool ConfigRules::xmlNodeHasName(const Node& node, const char* namespaceUri,
                                  const char* name) const {
-  return xmlNodeHasName(required(node), namespaceUri, name);
-}
-
-bool ConfigRules::xmlNodeHasName(const XmlNode& node, const char* namespaceUri,
-                                 const char* name) const {
-  if (name == nullptr || node.getNodeType() != XmlNode::ELEMENT || node.nameView() != name) {
+  const XmlNode& element = required(node);
+  if (name == nullptr || element.getNodeType() != XmlNode::ELEMENT || element.nameView() != name) {
     return false;
   }
   const std::string_view wanted = viewOf(namespaceUri);
-  const std::string_view found = node.namespaceView();
+  const std::string_view found = element.namespaceView();
   return (wanted.data() == nullptr) == (found.data() == nullptr) && wanted == found;
 }
 
-bool ConfigRules::xmlNodeHasExplicitLang(const std::shared_ptr<XmlNode>& node) const {
-  return xmlNodeHasExplicitLang(required(node));
+bool ConfigRules::xmlNodeHasExplicitLang(const Node& node) const {
+  return !required(node).attributeView("lang", XML_NAMESPACE).empty();
 }
 
-bool ConfigRules::xmlNodeHasExplicitLang(const XmlNode& node) const {
-  return !node.attributeView("lang", XML_NAMESPACE).empty();
-}
-
-bool ConfigRules::xmlNodeHasExplicitLang(const std::shared_ptr<XmlNode>& node,
-                                         const char* lang) const {
-  return xmlNodeHasExplicitLang(required(node), lang);
-}
-
-bool ConfigRules::xmlNodeHasExplicitLang(const XmlNode& node, const char* lang) const {
-  const std::string_view own = node.attributeView("lang", XML_NAMESPACE);
+bool ConfigRules::xmlNodeHasExplicitLang(const Node& node, const char* lang) const {
+  const std::string_view own = required(node).attributeView("lang", XML_NAMESPACE);
   return own.data() != nullptr && lang != nullptr && own == lang;
 }
 

@@ -15,9 +15,8 @@ namespace orvane::nimbrel::config {
 /// The small processing rules of the W3C Widgets vocabulary that every element handler needs.
 ///
 /// A value: copies share the Unicode service and nothing else. Const members may run on several
-/// threads at once if the service allows it (ours does). A null node is refused with
-/// `std::invalid_argument` "node cannot be NULL"; a null `namespaceUri` means "no namespace". Each
-/// operation on a shared pointer has a twin on a reference, for walking without counting. What
+/// threads at once if the service allows it (ours does). A null node throws
+/// `std::invalid_argument` "node cannot be NULL"; a null `namespaceUri` means "no namespace". What
 /// throws changes nothing (strong guarantee).
 class NIMBREL_CONFIG_API ConfigRules {
  public:
@@ -32,17 +31,10 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// attribute value"); None when absent, the empty string when it is all white space.
   [[nodiscard]] util::Option<std::string> getSingleAttributeValue(
       const std::shared_ptr<util::XmlNode>& node, const char* namespaceUri, const char* name) const;
-  /// @overload
-  [[nodiscard]] util::Option<std::string> getSingleAttributeValue(const util::XmlNode& node,
-                                                                  const char* namespaceUri,
-                                                                  const char* name) const;
 
   /// The same value with the node's language and direction ("displayable string").
   [[nodiscard]] util::Option<util::LocalizableString> getSingleDisplayableAttributeValue(
       const std::shared_ptr<util::XmlNode>& node, const char* namespaceUri, const char* name) const;
-  /// @overload
-  [[nodiscard]] util::Option<util::LocalizableString> getSingleDisplayableAttributeValue(
-      const util::XmlNode& node, const char* namespaceUri, const char* name) const;
 
   /// The text of an element, nested elements included, one run for each text node with the
   /// language and direction in scope there ("rule for getting text content"). `normalize` squeezes
@@ -50,36 +42,23 @@ class NIMBREL_CONFIG_API ConfigRules {
   /// empty and whose direction is `LTR`, whatever is in scope.
   [[nodiscard]] util::LocalizableString getTextContent(const std::shared_ptr<util::XmlNode>& node,
                                                        bool normalize) const;
-  /// @overload
-  [[nodiscard]] util::LocalizableString getTextContent(const util::XmlNode& node,
-                                                       bool normalize) const;
 
   /// The nearest valid "dir" ("ltr", "rtl", "lro", "rlo") of the node or its ancestors; `LTR` when
   /// there is none. An invalid value counts as absent.
   [[nodiscard]] util::LocalizableString::Direction determineDirectionality(
       const std::shared_ptr<util::XmlNode>& node) const;
-  /// @overload
-  [[nodiscard]] util::LocalizableString::Direction determineDirectionality(
-      const util::XmlNode& node) const;
 
   /// Whether a node is an element of exactly this local name and namespace.
   [[nodiscard]] bool xmlNodeHasName(const std::shared_ptr<util::XmlNode>& node,
                                     const char* namespaceUri, const char* name) const;
-  /// @overload
-  [[nodiscard]] bool xmlNodeHasName(const util::XmlNode& node, const char* namespaceUri,
-                                    const char* name) const;
 
   /// Whether a node itself carries an `xml:lang` that is not empty.
   [[nodiscard]] bool xmlNodeHasExplicitLang(const std::shared_ptr<util::XmlNode>& node) const;
-  /// @overload
-  [[nodiscard]] bool xmlNodeHasExplicitLang(const util::XmlNode& node) const;
 
   /// Whether a node itself carries an `xml:lang` equal to `lang`, byte for byte: no folding of
   /// case, no range matching.
   [[nodiscard]] bool xmlNodeHasExplicitLang(const std::shared_ptr<util::XmlNode>& node,
                                             const char* lang) const;
-  /// @overload
-  [[nodiscard]] bool xmlNodeHasExplicitLang(const util::XmlNode& node, const char* lang) const;
 
   /// "true" or "false", nothing else. Throws `std::invalid_argument` "input is null" or "input is
   /// not a valid boolean".

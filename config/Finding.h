@@ -10,7 +10,7 @@ namespace orvane::nimbrel::config {
 /// What an author has to do about a decision; element and attribute of the finding say where.
 ///
 /// The parser reports the codes of the first group as it decides. Those of the second group need no
-/// decision of the parser: whoever explains a document finds them in its tree.
+/// decision of the parser: a checker finds them in the tree.
 enum class FindingCode {
   /// @{
   /// Reported by the parser. These end the parse:

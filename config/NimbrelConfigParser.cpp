@@ -35,17 +35,17 @@ template <typename Parse>
 std::shared_ptr<XmlDocument> parseXml(ParseObserver* observer, Parse parse) {
   try {
     return parse();
-  } catch (const ParseException& refusal) {
+  } catch (const ParseException& error) {
     if (observer != nullptr) {
       observer->onFinding({FindingCode::DOCUMENT_REJECTED,
                            nullptr,
                            {},
                            {},
-                           refusal.line,
-                           refusal.column,
-                           refusal.what()});
+                           error.line,
+                           error.column,
+                           error.what()});
     }
-    throw ConfigParser::ConfigException(refusal.what(), refusal.line, refusal.column);
+    throw ConfigParser::ConfigException(error.what(), error.line, error.column);
   }
 }
 
@@ -103,7 +103,7 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* buffer, unsigned 
     throw std::invalid_argument("buffer cannot be NULL");
   }
   return process(
-      parseXml(observer.get(), [&] { return xmlParser->parse(buffer, size, url, encoding); }),
+      parseXml(observer_.get(), [&] { return xmlParser->parse(buffer, size, url, encoding); }),
       userAgentLocales);
 }
 
@@ -111,7 +111,7 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char*
   if (path == nullptr) {
     throw std::invalid_argument("path cannot be NULL");
   }
-  return process(parseXml(observer.get(), [&] { return xmlParser->parse(path, encoding); }),
+  return process(parseXml(observer_.get(), [&] { return xmlParser->parse(path, encoding); }),
                  userAgentLocales);
 }
 
@@ -126,7 +126,7 @@ std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDoc
   config->document() = std::move(document);
   const Node root = config->document()->getDocumentElement();
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
-    reportWrongRoot(root.get(), observer.get());
+    reportWrongRoot(root.get(), observer_.get());
     throw ConfigException(
         std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
         root == nullptr ? 0U : root->getLineNumber(), 0U);
@@ -142,8 +142,8 @@ std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDoc
   return config;
 }
 
-void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> newObserver) {
-  observer = std::move(newObserver);
+void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> observer) {
+  observer_ = std::move(observer);
 }
 
 void NimbrelConfigParser::setError(const std::string& message) {
@@ -226,8 +226,8 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
-  const WalkScope scope(indexes, record());
-  const detail::HandlerContext context{*this, rules, record(), observer.get()};
+  const WalkScope scope(indexes_, record());
+  const detail::HandlerContext context{*this, rules, record(), observer_.get()};
   elements.reserve(elements.size() + nodes.size());
   for (Node& listed : nodes) {
     // No handler adds to the elements, so the reference holds.
@@ -235,7 +235,7 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     const detail::KnownElement* const known = detail::findKnownElement(*node);
     if (known != nullptr) {
       known->handle(context, node);
-    } else if (!rules.xmlNodeHasName(*node, W3C_WIDGETS_NAMESPACE, "param")) {
+    } else if (!rules.xmlNodeHasName(node, W3C_WIDGETS_NAMESPACE, "param")) {
       // A param outside of a feature means nothing, and is no error either.
       setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
       context.reporterOf (*node)(FindingCode::UNKNOWN_ELEMENT);
@@ -251,7 +251,7 @@ BasicConfig& NimbrelConfigParser::record() const {
 }
 
 detail::Reporter NimbrelConfigParser::reporterOf(const Node& node) const noexcept {
-  return {observer.get(), node.get()};
+  return {observer_.get(), node.get()};
 }
 
 Option<std::string> NimbrelConfigParser::readIri(const Node& node, const char* name) {
@@ -265,7 +265,7 @@ Option<std::string> NimbrelConfigParser::readIri(const Node& node, const char* n
 
 bool NimbrelConfigParser::processExtension(const Node& node, const detail::KnownElement& element) {
   return node != nullptr && config != nullptr &&
-         element.handle({*this, rules, *config, observer.get()}, node);
+         element.handle({*this, rules, *config, observer_.get()}, node);
 }
 
 }  // namespace orvane::nimbrel::config

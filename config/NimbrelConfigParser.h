@@ -35,9 +35,9 @@ struct WalkIndexes;
 /// Three things carry over on purpose: the error text, the last valid id, and that some document
 /// had a "content" element, after which later documents get no start file.
 ///
-/// It shares its services with the caller and its last record with whoever received it. One parser
-/// serves one thread at a time. Basic guarantee: when a parse, a step or a handler throws, the
-/// parser holds the record as far as it was filled and may be used again.
+/// It shares its services with the caller and its last record with those who received it. One
+/// parser serves one thread at a time. Basic guarantee: when a parse, a step or a handler throws,
+/// the parser holds the record as far as it was filled and may be used again.
 class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
  public:
   /// `userAgentLocales` are language tags, most preferred first, matched byte for byte. Throws
@@ -65,8 +65,7 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   virtual std::shared_ptr<BasicConfig> process(std::shared_ptr<util::XmlDocument> document,
                                                const std::vector<std::string>& locales);
 
-  /// Gives the parser an observer, or with null takes it away. The parser shares it. Throws only
-  /// `std::bad_alloc`, and then keeps the one it has.
+  /// Gives the parser an observer, or with null takes it away. The parser shares it. Never throws.
   void setObserver(std::shared_ptr<ParseObserver> observer);
 
   /// Replaces the error text. Strong guarantee: when it throws, the old one stays.
@@ -85,7 +84,7 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   void processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root);
   /// Completes the record's locales: the document's default when it is new, then "*".
   void processDefaultLocale(const util::Option<std::string>& defaultLocale);
-  /// Reads the list of view modes, dropping repeated ones.
+  /// Reads the list of view modes, without repeated ones.
   void processViewMode(const util::Option<std::string>& viewModes);
   /// Appends the root's element children in visiting order: for each locale in turn those whose own
   /// `xml:lang` equals it, for "*" those without one.
@@ -96,8 +95,8 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
 
   /// @name Handlers of the W3C elements
   /// @{
-  /// Writes its part of the record and drops invalid values silently; single-valued fields keep the
-  /// first element that reaches them. Throws `std::logic_error` when there is no record and
+  /// Writes its part of the record and ignores invalid values silently; single-valued fields keep
+  /// the first element that reaches them. Throws `std::logic_error` when there is no record and
   /// `std::invalid_argument` "node cannot be NULL" for a null node. Strong guarantee: one that
   /// throws has changed nothing.
   void processName(const std::shared_ptr<util::XmlNode>& node);
@@ -155,8 +154,8 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @}
 
  private:
-  std::unique_ptr<detail::WalkIndexes> indexes;  // only while a walk is going on
-  std::shared_ptr<ParseObserver> observer;       // may be null
+  std::unique_ptr<detail::WalkIndexes> indexes_;  // only while a walk is going on
+  std::shared_ptr<ParseObserver> observer_;       // may be null
 
   [[nodiscard]] BasicConfig& record() const;
   [[nodiscard]] detail::Reporter reporterOf(

@@ -5,8 +5,8 @@
 
 namespace orvane::nimbrel::config {
 
-/// Told of every decision of a parse that loses or overrides something, as it is made, so that the
-/// author of a document learns why a value did not arrive. Give one to
+/// Receives every decision of a parse that ignores or replaces something, as it is made, so that
+/// the author of a document learns why a value did not arrive. Give one to
 /// `NimbrelConfigParser::setObserver`.
 ///
 /// An observer changes nothing: record, error text and log lines are the same with and without one.

@@ -29,14 +29,14 @@ std::map<std::string, std::string> LocalizedElementParser::getLocalizedElementMa
   }
 
   std::map<std::string, std::string> texts;
-  for (const XmlNode* child = root->firstElementChild(); child != nullptr;
-       child = child->nextElementSibling()) {
-    if (!rules.xmlNodeHasName(*child, nimbrel::config::W3C_WIDGETS_NAMESPACE, elementName)) {
+  for (std::shared_ptr<XmlNode> child = root->getFirstElementChild(); child != nullptr;
+       child = child->getNextElementSibling()) {
+    if (!rules.xmlNodeHasName(child, nimbrel::config::W3C_WIDGETS_NAMESPACE, elementName)) {
       continue;
     }
-    std::string key = rules.xmlNodeHasExplicitLang(*child) ? child->getXmlLang() : "*";
+    std::string key = rules.xmlNodeHasExplicitLang(child) ? child->getXmlLang() : "*";
     if (texts.find(key) == texts.end()) {
-      texts.emplace(std::move(key), rules.getTextContent(*child, normalize).c_str());
+      texts.emplace(std::move(key), rules.getTextContent(child, normalize).c_str());
     }
   }
   return texts;

@@ -46,8 +46,8 @@ void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& n
   feature.name = std::move(name.get());
   for (const util::XmlNode* child = node->firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
-    const detail::Reporter reportParam(observer.get(), child);
-    if (!rules.xmlNodeHasName(*child, W3C_WIDGETS_NAMESPACE, "param")) {
+    const detail::Reporter reportParam(observer_.get(), child);
+    if (child->nameView() != "param" || child->namespaceView() != W3C_WIDGETS_NAMESPACE) {
       reportParam(FindingCode::UNKNOWN_ELEMENT);
       continue;
     }

@@ -29,7 +29,7 @@ void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node
   if (!src || src.get().empty()) {
     return report(FindingCode::MISSING_ATTRIBUTE, "src", src);
   }
-  auto* const index = indexes == nullptr ? nullptr : &indexes->icons;
+  auto* const index = indexes_ == nullptr ? nullptr : &indexes_->icons;
   if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
     return report(FindingCode::REPEATED, "src", src);
   }

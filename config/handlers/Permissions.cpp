@@ -13,17 +13,17 @@ constexpr AttributeDescription ATTRIBUTES[] = {{"name", ValueKind::TEXT, true},
                                                {"value", ValueKind::TEXT}};
 constexpr ChildDescription CHILDREN[] = {{"permission", ATTRIBUTES, "name"}};
 
-// Granted unless refused in so many words; messaging is the other way round on purpose.
-constexpr SwitchWords REFUSING = {{"no", "false"}, {"yes", "true"}};
+// Granted but for these words; messaging is the other way round on purpose.
+constexpr SwitchWords REVOKING = {{"no", "false"}, {"yes", "true"}};
 constexpr KeyDescription ANY_NAME = {
-    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "appPermissions.*", &REFUSING};
+    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "appPermissions.*", &REVOKING};
 
 bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
   std::map<std::string, bool>& permissions = context.record.appPermissions();
   return ExtensionFrame(context, TEXTS)
       .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
         const bool allowed =
-            !setting.value || !isTriggered(REFUSING, setting.valueText(), setting.report);
+            !setting.value || !isTriggered(REVOKING, setting.valueText(), setting.report);
         permissions[setting.keyText()] = allowed;
         NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
       });

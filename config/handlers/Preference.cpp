@@ -30,7 +30,7 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
   if (!name || name.get().empty()) {
     return report(FindingCode::MISSING_ATTRIBUTE, "name", name);
   }
-  auto* const index = indexes == nullptr ? nullptr : &indexes->preferences;
+  auto* const index = indexes_ == nullptr ? nullptr : &indexes_->preferences;
   if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
     return report(FindingCode::REPEATED, "name", name);
   }

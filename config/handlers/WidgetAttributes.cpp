@@ -92,7 +92,7 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
   for (const std::string& keyword : keywords) {
     if (seen.insert(keyword).second) {
       distinct.push_back(keyword);
-    } else if (observer != nullptr && target.document() != nullptr) {
+    } else if (observer_ != nullptr && target.document() != nullptr) {
       reporterOf(target.document()->getDocumentElement())(FindingCode::REPEATED, "viewmodes",
                                                           keyword);
     }

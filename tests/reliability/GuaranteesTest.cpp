@@ -52,11 +52,11 @@ void hold(Guarantee guarantee, const std::function<std::unique_ptr<Object>()>& m
     const auto verify = [&](bool threw) {
       if (threw) {
         if (guarantee != BASIC) {
-          EXPECT_EQ(show(*object), guarantee == STRONG ? before : "-");
+          EXPECT_EQ(difference(show(*object), guarantee == STRONG ? before : "-"), "");
         }
         operation.call(*object);
       }
-      EXPECT_EQ(show(*object), after);
+      EXPECT_EQ(difference(show(*object), after), "");
       object.reset();
       EXPECT_EQ(liveBlocks(), blocks) << "blocks leaked";
     };

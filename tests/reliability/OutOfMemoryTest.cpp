@@ -36,8 +36,9 @@ long failEachAllocationOfAParse(
           EXPECT_EQ(result, nullptr);
           parse(reader);
         }
-        EXPECT_EQ(RecordDump::of(reader.record()), expected);
-        EXPECT_EQ(RecordDump::of(dynamic_cast<config::BasicConfig&>(*earlier)), expected);
+        EXPECT_EQ(difference(RecordDump::of(reader.record()), expected), "");
+        EXPECT_EQ(
+            difference(RecordDump::of(dynamic_cast<config::BasicConfig&>(*earlier)), expected), "");
         result.reset();
         parse(reader);  // so that what is released next is known
       });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <type_traits>
@@ -130,5 +131,19 @@ class RecordDump {
 
   std::string text_;
 };
+
+/// The first line in which two texts differ, such as two dumps; empty when there is none.
+inline std::string difference(const std::string& actual, const std::string& expected) {
+  if (actual == expected) {
+    return {};
+  }
+  const auto start = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
+  const auto lineAt = [](const std::string& text, std::size_t at) {
+    const std::size_t begin = at == 0 ? 0 : text.rfind('\n', at - 1) + 1;
+    return '"' + text.substr(begin, text.find('\n', at) - begin) + '"';
+  };
+  const auto at = static_cast<std::size_t>(start.first - actual.begin());
+  return lineAt(actual, at) + " is to be " + lineAt(expected, at);
+}
 
 }  // namespace orvane::nimbrel::test
