@@ -1,5 +1,11 @@
 #include "tools/Host.h"
 
+#include <fcntl.h>
+#include <libxml/xmlerror.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <optional>
@@ -18,6 +24,22 @@ namespace {
 
 std::optional<int> density;
 bool copyLog = false;
+
+volatile std::sig_atomic_t savedError = -1;  // the standard error of who uses a GlibGuard
+
+// What GLib does without memory: it aborts, by one of two signals, or calls itself until the stack
+// ends.
+constexpr int FATAL_SIGNALS[] = {SIGABRT, SIGTRAP, SIGSEGV};
+
+void endAfterSignal(int signal) noexcept {
+  const bool isMemory = signal != SIGSEGV || errno == ENOMEM;
+  ::dup2(savedError, STDERR_FILENO);
+  if (isMemory) {
+    orvane::nimbrel::tools::endWithoutMemory();
+  }
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
 
 void copyLine(const char* format, std::va_list arguments) {
   std::va_list again;
@@ -76,6 +98,38 @@ __attribute__((visibility("default"))) void __syslog_chk(int priority, int /*fla
 }
 
 namespace orvane::nimbrel::tools {
+
+void silenceXml() noexcept {
+  // Generic, as the second parameter is constant or not by the version of libxml2.
+  xmlSetStructuredErrorFunc(nullptr, [](void* /*context*/, auto* /*error*/) {});
+}
+
+GlibGuard::GlibGuard() noexcept {
+  savedError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
+  if (const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
+    ::dup2(nowhere, STDERR_FILENO);
+    ::close(nowhere);
+  }
+  static char stack[65536];
+  stack_t place = {};
+  place.ss_sp = stack;
+  place.ss_size = sizeof(stack);
+  ::sigaltstack(&place, nullptr);
+  struct sigaction action = {};
+  action.sa_handler = endAfterSignal;
+  action.sa_flags = SA_ONSTACK;
+  for (const int signal : FATAL_SIGNALS) {
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+GlibGuard::~GlibGuard() {
+  for (const int signal : FATAL_SIGNALS) {
+    std::signal(signal, SIG_DFL);
+  }
+  ::dup2(savedError, STDERR_FILENO);
+  ::close(savedError);
+}
 
 void answerDensity(int answer) noexcept {
   density = answer;

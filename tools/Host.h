@@ -2,6 +2,20 @@
 
 namespace orvane::nimbrel::tools {
 
+/// Keeps libxml2 from writing to standard error, which it does by itself when memory runs out. To
+/// be called before a document is parsed.
+void silenceXml() noexcept;
+
+/// While there is one, GLib ends the process as `endWithoutMemory` does when memory runs out, where
+/// it would say so in words of its own and abort. One at a time.
+class GlibGuard {
+ public:
+  GlibGuard() noexcept;
+  GlibGuard(const GlibGuard&) = delete;
+  GlibGuard& operator=(const GlibGuard&) = delete;
+  ~GlibGuard();
+};
+
 /// Makes the device's answer to the query for the screen density, which fails otherwise. To be
 /// called before a document is parsed.
 void answerDensity(int density) noexcept;

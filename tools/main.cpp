@@ -7,6 +7,7 @@
 #include "check/Suggestion.h"
 #include "tools/Escape.h"
 #include "tools/Failure.h"
+#include "tools/Host.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
 
@@ -78,6 +79,7 @@ ExitStatus runAndReport(int argc, char** argv) {
 int main(int argc, char** argv) {
   using namespace orvane::nimbrel::tools;
   secureStandardStreams();
+  silenceXml();
   try {
     return runAndReport(argc, argv);
   } catch (...) {

@@ -1,3 +1,5 @@
+#include <cerrno>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 #include <new>
@@ -5,6 +7,7 @@
 
 #include "tools/Escape.h"
 #include "tools/Failure.h"
+#include "tools/Host.h"
 #include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/TextReport.h"
@@ -78,6 +81,24 @@ constexpr Option<Settings> OPTIONS[] = {
     COLOUR_OPTION<Settings>,
 };
 
+void print(const Settings& settings, const WidgetId& id) {
+  if (settings.format == "json") {
+    JsonWriter json;
+    json.beginObject();
+    for (const auto& name : NAMES) {
+      json.member(name.key, (id.*name.get)());
+    }
+    json.endObject();
+    json.finish();
+    return;
+  }
+  TextReport report(isColourWanted(settings.colour));
+  for (const auto& name : NAMES) {
+    report.row(name.key, (id.*name.get)());
+  }
+  writeOutput(report.finish());
+}
+
 ExitStatus runId(int argc, char** argv) {
   Settings settings;
   const auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
@@ -92,28 +113,21 @@ ExitStatus runId(int argc, char** argv) {
   }
   std::unique_ptr<WidgetId> id;
   try {
+    errno = 0;
+    const GlibGuard guard;
     id = settings.make(settings.identifier.c_str());
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& refusal) {
+    if (errno == ENOMEM) {  // a library that could not be loaded gives another reason
+      throw std::bad_alloc();
+    }
     throw Failure(EXIT_REJECTED, escape(refusal.what()));
   }
-  if (settings.format == "json") {
-    JsonWriter json;
-    json.beginObject();
-    for (const auto& name : NAMES) {
-      json.member(name.key, (id.get()->*name.get)());
-    }
-    json.endObject();
-    json.finish();
-    return EXIT_DONE;
-  }
-  TextReport report(isColourWanted(settings.colour));
-  for (const auto& name : NAMES) {
-    report.row(name.key, (id.get()->*name.get)());
-  }
-  writeOutput(report.finish());
-  return EXIT_DONE;
+  print(settings, *id);
+  // What GLib does at the end of the process takes memory too.
+  const GlibGuard guard;
+  std::exit(EXIT_DONE);
 }
 
 }  // namespace
