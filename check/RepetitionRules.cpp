@@ -13,7 +13,6 @@ using config::FindingCode;
 using config::KeyDescription;
 using config::KeyRule;
 using config::Repetition;
-using config::ValueKind;
 using util::XmlNode;
 using zel::util::StringUtil;
 
