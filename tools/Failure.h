@@ -45,6 +45,7 @@ class DocumentFailure : public Failure {
     std::string reason;
     std::uint32_t line = 0;
     std::uint32_t column = 0;
+    std::string subject = {};  ///< what it is about, if not the whole document; escaped already
   };
 
   DocumentFailure(ExitStatus status, const std::string& file, Problem problem)
@@ -61,6 +62,7 @@ class DocumentFailure : public Failure {
         line += ':' + std::to_string(problem.column);
       }
     }
+    line += problem.subject.empty() ? "" : ": " + problem.subject;
     return line + ": " + escape(problem.reason);
   }
 

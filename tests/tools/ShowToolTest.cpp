@@ -1,3 +1,8 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <csignal>
 
 #include "tests/tools/Tool.h"
@@ -14,7 +19,10 @@ TEST(ShowTool, RejectsADocumentInOneLine) {
       {"", "-: The document is empty\n"},
       {"<a/>", "-:1: Document root is not a 'widget' from 'http://www.w3.org/ns/widgets'.\n"},
       {widget("\n<feature name='no IRI'/>"), "-:2: Feature name is not a valid IRI.\n"},
-      {widget("<t:network><t:asset key='maxConnections' value=''/></t:network>"), "-: input\n"}};
+      {widget("<t:network>\n<t:asset key='maxConnections' value=''/></t:network>"),
+       "-:2: tavlo:asset \"maxConnections\": input\n"},
+      {widget("<t:resources><t:asset key='LocalStorageQuota' value='4294967296'/></t:resources>"),
+       "-:1: tavlo:asset \"LocalStorageQuota\": input\n"}};
   expectRows(rows, [](const std::string& document) {
     const Outcome outcome = run({"show", "-"}, document);
     EXPECT_EQ(outcome.status, 1);
@@ -47,6 +55,32 @@ TEST(ShowTool, TellsUnreadableInputFromARejectedDocument) {
   }
   EXPECT_EQ(run({"show", "line\nbreak"}).error,
             "line\\nbreak: cannot be read: No such file or directory\n");
+}
+
+// To open it would let who writes to it go on.
+TEST(ShowTool, AFifoIsNotOpened) {
+  const TemporaryFile place("");
+  const std::string path = place.path() + ".fifo";
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  const pid_t writer = fork();
+  if (writer == 0) {
+    _exit(open(path.c_str(), O_WRONLY) < 0 ? 1 : 0);
+  }
+  for (const char* command : {"show", "check"}) {
+    EXPECT_EQ(run({command, path}).error, path + ": cannot be read: Not a regular file\n");
+  }
+  usleep(20000);
+  EXPECT_EQ(waitpid(writer, nullptr, WNOHANG), 0) << "the writer waits";
+  kill(writer, SIGKILL);
+  waitpid(writer, nullptr, 0);
+  unlink(path.c_str());
+}
+
+TEST(ShowTool, AFileOfTwoGibibytesIsRejectedUnread) {
+  const TemporaryFile file("");
+  ASSERT_EQ(truncate(file.path().c_str(), off_t{1} << 31), 0);
+  EXPECT_EQ(run({"show", file.path()}).error, file.path() + ": The document is too large\n");
+  EXPECT_THAT(run({"check", file.path()}).out, HasSubstr("The document is too large"));
 }
 
 TEST(ShowTool, RefusesWrongUsage) {
