@@ -112,9 +112,9 @@ constexpr Kind KINDS[] = {
      "An attribute has no effect beside the value of another one.",
      R"(<access origin="*" subdomains="true"/>)", R"(<access origin="*"/>)"},
     {Code::SUSPICIOUS_VALUE, "suspicious-value", NOTE,
-     "A value is kept as written, but is probably not what was meant: an unknown view mode, "
-     "language "
-     "or encoding, or an address where a path is needed.",
+     "A value is probably not what was meant: an unknown view mode, language or encoding, a "
+     "repeated "
+     "keyword, or an address where a path is needed.",
      R"(<name xml:lang="en_US">Map</name>)", R"(<name xml:lang="en-US">Map</name>)"},
 };
 

@@ -28,10 +28,9 @@ std::string_view lasting(const config::Finding& finding, std::string_view writte
   return finding.value == written ? written : report.keep(finding.value);
 }
 
-/// What the tree tells better, with the languages of the elements in view.
-bool isLeftToTree(const config::Finding& finding) noexcept {
-  return finding.code == FindingCode::UNKNOWN_ELEMENT ||
-         (finding.code == FindingCode::REPEATED && finding.element->parent() != nullptr);
+/// What is found in the tree, with the languages of the elements in view.
+bool isLeftToTree(FindingCode code) noexcept {
+  return code == FindingCode::UNKNOWN_ELEMENT || code == FindingCode::REPEATED;
 }
 
 /// A setting of the document switches the debug lines of the whole process on.
@@ -54,7 +53,7 @@ class Probe::Listener : public config::ParseObserver {
 
   void onFinding(const config::Finding& finding) override {
     hasError_ |= kindOf(finding.code).level == Level::ERROR;
-    if (finding.element == nullptr || isLeftToTree(finding)) {
+    if (finding.element == nullptr || isLeftToTree(finding.code)) {
       return;
     }
     const XmlNode& element = *finding.element;

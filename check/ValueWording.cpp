@@ -93,7 +93,7 @@ std::string partialSentence(const Diagnostic& finding) {
 std::string suspiciousSentence(const Diagnostic& finding) {
   const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute),
                                     StringUtil::squeezeAndTrim(finding.value));
-  return advice ? advice->sentence + "; it is kept as written." : "";
+  return advice ? advice->sentence : "";
 }
 
 }  // namespace orvane::nimbrel::check

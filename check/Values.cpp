@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <string_view>
+#include <vector>
 
 #include "check/Decoder.h"
 #include "check/Suggestion.h"
@@ -41,7 +43,7 @@ std::optional<Advice> adviceOnLanguage(const std::string& value) {
   }
   std::string meant = value;
   std::replace(meant.begin(), meant.end(), '_', '-');
-  return Advice{"A language tag such as \"en\" or \"en-US\" is expected",
+  return Advice{"A language tag such as \"en\" or \"en-US\" is expected; it is kept as written.",
                 isLanguageTag(meant) ? meant : ""};
 }
 
@@ -49,15 +51,24 @@ std::optional<Advice> adviceOnKeywords(const std::string& value) {
   if (value.find(',') != std::string::npos) {
     std::string meant = value;
     std::replace(meant.begin(), meant.end(), ',', ' ');
-    return Advice{"Separate keywords by blanks, not by commas", StringUtil::squeezeAndTrim(meant)};
+    return Advice{"Separate keywords by blanks, not by commas; they are kept as written.",
+                  StringUtil::squeezeAndTrim(meant)};
   }
-  for (const std::string& keyword : StringUtil::split(value, ' ')) {
+  const std::vector<std::string> keywords = StringUtil::split(value, ' ');
+  for (const std::string& keyword : keywords) {
     if (std::find(std::begin(VIEW_MODES), std::end(VIEW_MODES), keyword) == std::end(VIEW_MODES)) {
       Suggestion suggestion(keyword);
       for (const std::string_view mode : VIEW_MODES) {
         suggestion.consider(mode);
       }
-      return Advice{"Unknown view mode \"" + keyword + '"', std::string(suggestion.get())};
+      return Advice{"Unknown view mode \"" + keyword + "\"; it is kept as written.",
+                    std::string(suggestion.get())};
+    }
+  }
+  std::set<std::string_view> seen;
+  for (const std::string& keyword : keywords) {
+    if (!seen.insert(keyword).second) {
+      return Advice{"The keyword \"" + keyword + "\" is repeated; the first one counts.", ""};
     }
   }
   return std::nullopt;
@@ -69,8 +80,10 @@ std::optional<Advice> adviceOnPath(const std::string& value) {
       scheme != std::string::npos && scheme > 0 &&
       std::all_of(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(scheme),
                   util::ascii::isLetterOrDigit);
-  return isAddress ? std::optional(Advice{"An address instead of a path within the package", ""})
-                   : std::nullopt;
+  return isAddress
+             ? std::optional(Advice{
+                   "An address instead of a path within the package; it is kept as written.", ""})
+             : std::nullopt;
 }
 
 }  // namespace
@@ -86,7 +99,7 @@ std::optional<Advice> adviceOnValue(ValueKind kind, const std::string& value) {
     case ValueKind::ENCODING:
       return value.empty() || isKnownEncoding(value)
                  ? std::nullopt
-                 : std::optional(Advice{"Unknown encoding", ""});
+                 : std::optional(Advice{"Unknown encoding; it is kept as written.", ""});
     default:
       return std::nullopt;
   }

@@ -8,7 +8,8 @@
 
 namespace orvane::nimbrel::check {
 
-/// What is odd about a value that the parser keeps as written; nothing when it looks right.
+/// What is odd about a value that the parser does not judge, in a whole sentence; nothing when it
+/// looks right.
 [[nodiscard]] std::optional<Advice> adviceOnValue(config::ValueKind kind, const std::string& value);
 
 }  // namespace orvane::nimbrel::check

@@ -84,9 +84,6 @@ std::string booleanConsequence(const XmlNode& element) {
 std::string repeatedSentence(const Diagnostic& finding) {
   const XmlNode& element = *finding.element;
   const std::string other = inLine(finding.other);
-  if (element.parent() == nullptr) {
-    return "Repeated; the first one counts.";
-  }
   if (const ElementDescription* const known = describe(element)) {
     switch (known->repetition) {
       case Repetition::FIRST_COUNTS:

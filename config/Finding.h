@@ -45,7 +45,7 @@ enum class FindingCode {
   UNUSED_LANGUAGE,    ///< nobody gets the element
   OTHER_LANGUAGE,     ///< this user gets another element
   UNUSED_ATTRIBUTE,   ///< without effect beside another attribute
-  SUSPICIOUS_VALUE,   ///< kept as written, but probably not what was meant
+  SUSPICIOUS_VALUE,   ///< probably not what was meant
   /// @}
 };
 

@@ -37,8 +37,7 @@ struct Options {
 
 constexpr Option<Options> OPTIONS[] = {
     {{"locale", "TAG",
-      "Language tag that the user prefers, best first; may be repeated (default: every language of "
-      "the document in turn)"},
+      "Language tag that the user prefers, best first; may be repeated (default: every user)"},
      [](Options& options, const char* value) {
        options.locales = options.locales.value_or(std::vector<std::string>());
        options.locales->emplace_back(value);
