@@ -26,8 +26,12 @@ void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& no
     return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString name = rules.getTextContent(node, true);
-  target.author() = Config::Author{rules.getSingleAttributeValue(node, nullptr, "email"),
-                                   readIri(node, "href"), std::move(name)};
+  util::Option<std::string> email = rules.getSingleAttributeValue(node, nullptr, "email");
+  util::Option<std::string> href = readIri(node, "href");
+  Config::Author& author = target.author().emplace();  // whose options would be copied
+  author.name = std::move(name);
+  author.email.take(std::move(email));
+  author.href.take(std::move(href));
 }
 
 }  // namespace orvane::nimbrel::config

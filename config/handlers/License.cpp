@@ -25,7 +25,10 @@ void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& n
     return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString text = rules.getTextContent(node, false);
-  target.license() = Config::License{std::move(text), {}, readIri(node, "href")};
+  util::Option<std::string> href = readIri(node, "href");
+  Config::License& license = target.license().emplace();  // whose options would be copied
+  license.text = std::move(text);
+  license.href.take(std::move(href));
 }
 
 }  // namespace orvane::nimbrel::config

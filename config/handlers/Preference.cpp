@@ -35,9 +35,11 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
     return report(FindingCode::REPEATED, "name", name);
   }
   const std::optional<bool> readonly = detail::readBooleanAttribute(*node, "readonly", report);
-  preferences.push_back(Config::Preference{std::move(name.get()),
-                                           rules.getSingleAttributeValue(node, nullptr, "value"),
-                                           readonly.value_or(false)});
+  util::Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, "value");
+  Config::Preference& preference = preferences.emplace_back();  // whose option would be copied
+  preference.name = std::move(name.get());
+  preference.value.take(std::move(value));
+  preference.readonly = readonly.value_or(false);
 }
 
 }  // namespace orvane::nimbrel::config
