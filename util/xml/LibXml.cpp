@@ -55,10 +55,15 @@ void push(xmlParserCtxt* context, xmlParserInput* input) {
 }
 #endif
 
+long runningVersion() noexcept {
+  static const long version = std::strtol(xmlParserVersion, nullptr, 10);
+  return version;
+}
+
 }  // namespace
 
 void start() {
-  static const long running = std::strtol(xmlParserVersion, nullptr, 10);
+  const long running = runningVersion();
   if (!canRun(LIBXML_VERSION, running)) {
     throw ParseException("libxml2 of version " + std::to_string(running) +
                              " cannot be used by a library that was built for version " +
@@ -135,6 +140,12 @@ void setInput(xmlParserCtxt* context, const char* bytes, std::size_t size) {
 #else
   static_cast<void>(size);
   push(context, xmlNewStringInputStream(context, reinterpret_cast<const xmlChar*>(bytes)));
+#if LIBXML_VERSION < 21000
+  // All bytes are there, but 2.9 would ask for more of them at every step within the last 250.
+  if (runningVersion() < 21000) {
+    context->progressive = 1;
+  }
+#endif
 #endif
 }
 
