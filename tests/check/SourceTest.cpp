@@ -94,7 +94,7 @@ TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
       {"<a><b></b ></a>", "a b"},
       {"<a\n b = \"'>'\"\tc='d'/>", "a b='>' c=d"},
       {"<w:a xmlns:w='u' xmlns='v' w:b=''/>", "w:a w:b= [xmlns:w=u] [xmlns=v]"},
-      {"<?xml version='1.0'?><!-- <b> '--><a><![CDATA[<c>]]><?p <d>?><!----></a>", "a"},
+      {"<?xml version='1.0'?><!-- > <b> '--><a><![CDATA[<c>]]><?p <d>?><!----></a>", "a"},
       {"<!DOCTYPE a SYSTEM '>' [<!ENTITY e \"<b>]\"> <!-- ' <c> --> <?p ' ?> %x; <!ELEMENT a ANY>]>"
        "<a>&e;</a>",
        "a"},
