@@ -86,7 +86,7 @@ void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
     } else {
       checkChildren(element, *description);
     }
-    checkSubdomains(element);
+    checkOrigin(element, description->attributes);
   } else {
     checkUnknown(element);
   }
@@ -169,8 +169,11 @@ void TreeRules::checkStrayText(const XmlNode& element) {
   }
 }
 
-void TreeRules::checkSubdomains(const XmlNode& access) {
-  if (StringUtil::trimmed(access.attributeView("origin")) != "*") {
+void TreeRules::checkOrigin(const XmlNode& access, Attributes known) {
+  const auto origin = std::find_if(known.begin(), known.end(), [](const auto& description) {
+    return description.kind == ValueKind::ORIGIN;
+  });
+  if (origin == known.end() || StringUtil::trimmed(access.attributeView(origin->name)) != "*") {
     return;
   }
   for (std::size_t i = 0; i < access.attributeCount(); ++i) {

@@ -33,7 +33,7 @@ class TreeRules {
   void checkLanguage(const util::XmlNode& element);
   void checkValue(const util::XmlNode& element, std::size_t index, config::ValueKind kind);
   void checkStrayText(const util::XmlNode& element);
-  void checkSubdomains(const util::XmlNode& access);
+  void checkOrigin(const util::XmlNode& access, Attributes known);
   void checkUnknown(const util::XmlNode& element);
   void checkText(const util::XmlNode& element);
   void checkTextAttributes(const util::XmlNode& element);

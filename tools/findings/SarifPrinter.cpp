@@ -151,7 +151,7 @@ class SarifPrinter : public FindingPrinter {
       json_.key("relatedLocations");
       json_.beginArray();
       printLocation(uri, other, {});
-      message("message", "This one is meant.");
+      message("message", "The message refers to this place.");
       json_.endObject();
       json_.endArray();
     }
