@@ -4,52 +4,14 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
-#include <algorithm>
 #include <iterator>
 #include <memory>
 
-#include "util/Ascii.h"
+#include "util/ParseException.h"
+#include "util/xml/XmlEncoding.h"
 
 namespace orvane::nimbrel::check {
 namespace {
-
-using namespace std::string_view_literals;
-
-// How documents begin that do not have ASCII's bytes for ASCII's characters; the longer ones first.
-constexpr struct {
-  std::string_view start;
-  const char* encoding;
-} STARTS[] = {
-    {"\0\0\xFE\xFF"sv, "UTF-32BE"}, {"\xFF\xFE\0\0"sv, "UTF-32LE"}, {"\0\0\0<"sv, "UTF-32BE"},
-    {"<\0\0\0"sv, "UTF-32LE"},      {"\xFE\xFF"sv, "UTF-16BE"},     {"\xFF\xFE"sv, "UTF-16LE"},
-    {"\0<"sv, "UTF-16BE"},          {"<\0"sv, "UTF-16LE"},          {"\x4C\x6F\xA7\x94"sv, "cp037"},
-};
-
-// Declared in a document whose first bytes are ASCII, these can only be meant for UTF-8.
-constexpr std::string_view PART_OF_UTF8[] = {"utf-8", "utf8", "us-ascii", "ascii",
-                                             "utf-1", "ucs-", "iso-10646"};
-
-bool startsWith(std::string_view text, std::string_view start) noexcept {
-  return text.substr(0, start.size()) == start;
-}
-
-/// The encoding that an XML declaration names, in lower case; empty for none.
-std::string declaredEncoding(std::string_view document) {
-  if (!startsWith(document, "<?xml")) {
-    return {};
-  }
-  const std::string_view declaration = document.substr(0, document.find("?>"));
-  const std::size_t name = declaration.find("encoding");
-  const std::size_t begin = name == std::string_view::npos ? std::string_view::npos
-                                                           : declaration.find_first_of("'\"", name);
-  if (begin == std::string_view::npos) {
-    return {};
-  }
-  std::string encoding(
-      declaration.substr(begin + 1, declaration.find(declaration[begin], begin + 1) - begin - 1));
-  std::transform(encoding.begin(), encoding.end(), encoding.begin(), util::ascii::lowerCase);
-  return encoding;
-}
 
 struct ConverterCloser {
   void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
@@ -64,17 +26,22 @@ void append(std::string& text, UChar32 codePoint) {
 
 }  // namespace
 
-std::string encodingOf(std::string_view document) {
-  for (const auto& row : STARTS) {
-    if (startsWith(document, row.start)) {
-      return row.encoding;
+std::optional<std::string> encodingOf(std::string_view document) {
+  using Form = util::internal::XmlEncoding::Form;
+  const util::internal::XmlEncoding* encoding = nullptr;
+  try {
+    encoding = util::internal::encodingShownBy(document);
+  } catch (const ParseException&) {
+    return std::nullopt;  // EBCDIC
+  }
+  if (encoding == nullptr) {
+    const std::string_view declared = util::internal::declarationOf(document).encoding;
+    encoding = util::internal::findEncoding(declared.empty() ? "UTF-8" : declared);
+    if (encoding == nullptr || encoding->form == Form::WIDE) {
+      return std::nullopt;  // wide units that do not look like it are rejected
     }
   }
-  std::string encoding = declaredEncoding(document);
-  const bool isUtf8 =
-      std::any_of(std::begin(PART_OF_UTF8), std::end(PART_OF_UTF8),
-                  [&](std::string_view name) { return startsWith(encoding, name); });
-  return isUtf8 ? std::string() : encoding;
+  return encoding->form == Form::UTF_8 ? std::string() : std::string(encoding->name);
 }
 
 bool isKnownEncoding(const std::string& name) noexcept {
@@ -84,10 +51,6 @@ bool isKnownEncoding(const std::string& name) noexcept {
 
 bool decode(std::string_view document, const std::string& encoding, std::string& text,
             std::vector<std::uint32_t>& bytes) {
-  // ICU would look for a file of any other name.
-  if (!isKnownEncoding(encoding)) {
-    return false;
-  }
   UErrorCode error = U_ZERO_ERROR;
   const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
   if (U_FAILURE(error)) {

@@ -1,22 +1,24 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvane::nimbrel::check {
 
-/// The name of a document's encoding, by its first bytes and its XML declaration (XML 1.0, appendix
-/// F); empty for UTF-8 and what is part of it.
-[[nodiscard]] std::string encodingOf(std::string_view document);
+/// The name of a document's encoding, as the XML parser finds it; empty for UTF-8, nothing for one
+/// that is not accepted.
+[[nodiscard]] std::optional<std::string> encodingOf(std::string_view document);
 
 /// Whether an encoding has this name.
 [[nodiscard]] bool isKnownEncoding(const std::string& name) noexcept;
 
-/// Decodes a document into UTF-8, without a byte order mark. `bytes` gets the offset in the
-/// document of each code point, and its size at last. False, with nothing changed, when the
-/// encoding is not known. What is no character becomes U+FFFD. Throws only `std::bad_alloc`.
+/// Decodes a document of an encoding that `encodingOf` names into UTF-8, without a byte order mark.
+/// `bytes` gets the offset in the document of each code point, and its size at last. False, with
+/// nothing changed, when the encoding is not known. What is no character becomes U+FFFD. Throws
+/// only `std::bad_alloc`.
 [[nodiscard]] bool decode(std::string_view document, const std::string& encoding, std::string& text,
                           std::vector<std::uint32_t>& bytes);
 

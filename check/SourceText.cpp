@@ -14,11 +14,11 @@ constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 }  // namespace
 
 SourceText::SourceText(std::string_view document) {
-  const std::string encoding = encodingOf(document);
-  if (encoding.empty()) {
+  const std::optional<std::string> encoding = encodingOf(document);
+  if (encoding && encoding->empty()) {
     markSize_ = document.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK ? 3 : 0;
     text_ = document.substr(markSize_);
-  } else if (decode(document, encoding, decoded_, bytes_)) {
+  } else if (encoding && decode(document, *encoding, decoded_, bytes_)) {
     text_ = decoded_;
   }
   if (text_.data() != nullptr) {

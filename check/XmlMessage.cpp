@@ -19,6 +19,9 @@ constexpr struct {
     {"Input is not proper UTF-8%",
      "The bytes are not UTF-8; save the document as UTF-8, or declare its encoding in the first "
      "line."},
+    {"input conversion failed due to input error%",
+     "The bytes are not valid in the encoding that the document declares."},
+    {"Unsupported encoding %", "Unknown encoding \"%\"; save the document as UTF-8."},
     {"AttValue: \" or ' expected", "Put the value of the attribute in quotes."},
     {"AttValue: ' expected", "The value of the attribute has no end; write the closing quote."},
     {"Specification mandates value for attribute %",

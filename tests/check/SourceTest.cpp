@@ -48,8 +48,8 @@ TEST(SourceText, CountsInEveryEncoding) {
            widened("<b/></a>", 2, false),
        "2:3/4@16"},
       {"\xFE\xFF" + widened("\n<a/>", 2, true), "2:1/1@4"},
-      {widened("<a/>", 2, true), "1:1/1@0"},
-      {widened("<a>\n<b/></a>", 2, false), "2:1/1@8"},
+      {widened("<?x?><a/>", 2, true), "1:6/6@10"},
+      {widened("<?x?><a>\n<b/></a>", 2, false), "2:1/1@18"},
       {widened("<a>\n<b/></a>", 4, true), "2:1/1@16"},
   };
   expectRows(rows, placeOfTag);
@@ -119,6 +119,7 @@ TEST(XmlMessage, IsPutInOtherWordsIfItIsKnown) {
        "type."},
       {"Opening and ending tag mismatch: a line 1 and b", "<a> in line 1 is closed by </b>."},
       {"Opening and ending tag mismatch: a line 1", "Opening and ending tag mismatch: a line 1"},
+      {"Unsupported encoding x", "Unknown encoding \"x\"; save the document as UTF-8."},
       {"Attribute b redefined", "The attribute \"b\" stands twice."},
       {"Attribute b", "Attribute b"},
       {"The document is empty", "The document is empty"},
