@@ -240,6 +240,7 @@ TEST(XmlParser, RejectsOtherEncodingsByName) {
       {"<?xml version='1.0' encoding='euc-kr'?><a>\xB0\xA1" + std::string(9000, ' ') + "\xFF</a>",
        "1:9044: input conversion failed due to input error, bytes 0xFF 0x3C 0x2F 0x61"},
       {"\xFE\xFF" + utf16(u"<a/>", true) + "x", "1:5: The document is not well-formed"},
+      {"\xFE\xFF" + utf16(u"<a b='/>", true) + "x", "1:9: AttValue: ' expected"},
       {"<?xml version='1.0'" + std::string(5000, ' ') + "encoding='latin1'?><a/>",
        "1:1: The declaration is too long"},
   };

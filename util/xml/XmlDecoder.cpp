@@ -39,7 +39,7 @@ void XmlDecoder::refill() {
 
 std::size_t XmlDecoder::read(char* target, std::size_t size) {
   char* at = target;
-  while (fault_.empty()) {
+  while (fault_.empty() && !isCut_) {
     UErrorCode status = U_ZERO_ERROR;
     ucnv_convertEx(utf8_.get(), from_.get(), &at, target + size, &next_, end_, pivot_.data(),
                    &pivotSource_, &pivotTarget_, pivot_.data() + pivot_.size(), false, isLast_,
@@ -50,15 +50,19 @@ std::size_t XmlDecoder::read(char* target, std::size_t size) {
     if (status == U_BUFFER_OVERFLOW_ERROR) {
       break;
     }
+    if (status == U_TRUNCATED_CHAR_FOUND) {
+      isCut_ = true;
+      break;
+    }
     if (U_FAILURE(status)) {
-      noteFault(status, next_);
+      noteFault(next_);
     } else if (isLast_) {
       break;
     } else {
       refill();
     }
   }
-  if (!fault_.empty()) {  // what came before it has not been handed out yet
+  if (!fault_.empty() || isCut_) {  // what came before it has not been handed out yet
     const UChar* source = pivotSource_;
     UErrorCode status = U_ZERO_ERROR;
     ucnv_fromUnicode(utf8_.get(), &at, target + size, &source, pivotTarget_, nullptr, false,
@@ -84,11 +88,7 @@ void XmlDecoder::advance(std::string_view text) noexcept {
   }
 }
 
-void XmlDecoder::noteFault(UErrorCode status, const char* behind) {
-  if (status == U_TRUNCATED_CHAR_FOUND) {
-    fault_ = "The document is not well-formed";
-    return;
-  }
+void XmlDecoder::noteFault(const char* behind) {
   std::array<char, 32> invalid;
   auto count = static_cast<std::int8_t>(invalid.size());
   UErrorCode ignored = U_ZERO_ERROR;

@@ -25,8 +25,10 @@ class XmlDecoder {
   /// `std::bad_alloc`, and what `XmlBytes` throws.
   std::size_t read(char* target, std::size_t size);
 
-  /// Why the document goes on but cannot be converted; empty: it can.
+  /// Why the document goes on but cannot be converted; empty: it can, as far as it goes.
   [[nodiscard]] const std::string& fault() const noexcept { return fault_; }
+  /// Whether the document ends within a character.
+  [[nodiscard]] bool isCut() const noexcept { return isCut_; }
   /// Where that is: behind all that has been read.
   [[nodiscard]] libxml::Position position() const noexcept { return position_; }
 
@@ -41,7 +43,7 @@ class XmlDecoder {
   static Converter open(const char* encoding);
   void refill();
   void advance(std::string_view text) noexcept;
-  void noteFault(UErrorCode status, const char* behind);
+  void noteFault(const char* behind);
 
   Converter from_;
   Converter utf8_;
@@ -54,6 +56,7 @@ class XmlDecoder {
   UChar* pivotSource_ = pivot_.data();
   UChar* pivotTarget_ = pivot_.data();
   std::string fault_;
+  bool isCut_ = false;
   libxml::Position position_ = {1, 1};
 };
 

@@ -53,12 +53,12 @@ void XmlInput::decode(const char* encoding, std::string_view first) {
   decoder_ = std::make_unique<XmlDecoder>(encoding, first, bytes_);
   char* const begin = first_.data() + MARK_SIZE;
   left_ = {begin, decoder_->read(begin, PIECE)};
-  isAll_ = left_.size() < PIECE && decoder_->fault().empty();
+  isAll_ = left_.size() < PIECE && decoder_->fault().empty() && !decoder_->isCut();
 }
 
 void XmlInput::readDeclaration(bool isNamed, bool isShown) {
   const XmlDeclaration declaration = declarationOf(left_);
-  if (declaration.isIncomplete && !isAll_) {
+  if (declaration.isIncomplete && left_.size() == PIECE) {
     throw ParseException("The declaration is too long", 1, 1);
   }
   if (declaration.encoding.empty()) {
@@ -113,8 +113,12 @@ std::size_t XmlInput::next(char* target, std::size_t size) {
     return 0;
   }
   const std::size_t count = pull(target, size);
-  if (count == 0 && decoder_ != nullptr && !decoder_->fault().empty()) {
-    reading_->reject(decoder_->fault().c_str(), decoder_->position());
+  if (count == 0 && decoder_ != nullptr) {
+    if (decoder_->isCut()) {
+      reading_->noteCut();
+    } else if (!decoder_->fault().empty()) {
+      reading_->reject(decoder_->fault().c_str(), decoder_->position());
+    }
   }
   reading_->noteInputSize(bytes_.total());
   const std::string_view piece(target, count);

@@ -37,7 +37,7 @@ bool XmlReading::wantsMore(std::size_t attributes, std::size_t namespaces,
 
 std::shared_ptr<XmlDocument> XmlReading::run() {
   xmlParseDocument(context());
-  if (context_->wellFormed == 0 || libxml::hasMore(context())) {
+  if (context_->wellFormed == 0 || isCut_ || libxml::hasMore(context())) {
     reject("The document is not well-formed");
   }
   outcome_.rethrow();

@@ -43,6 +43,9 @@ class XmlReading {
   /// More bytes are known than before.
   void noteInputSize(std::size_t inputSize) noexcept { limits_.noteInputSize(inputSize); }
 
+  /// The document ends within a character, which rejects it if nothing before does.
+  void noteCut() noexcept { isCut_ = true; }
+
   [[nodiscard]] bool isBeforeRoot() const noexcept { return tree_.isBeforeRoot(); }
 
   /// Lets libxml2 read the input that its context has been given, and gives the document. Throws
@@ -83,6 +86,7 @@ class XmlReading {
   XmlTreeBuilder tree_;
   std::size_t catalogues_ = 0;
   bool hasDocumentType_ = false;
+  bool isCut_ = false;
   bool isDeclaringParameter_ = false;  // libxml2 asks for it once more
   bool hasInvalidUri_ = false;         // an external entity that libxml2 2.9 did not declare
 };
