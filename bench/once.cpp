@@ -1,4 +1,4 @@
-// Reads one document some times, for a profiler, for `time` and for whoever wants to see one:
+// Reads one document some times, for a profiler or `time`:
 //   once SHAPE SIZE CONTESTANT TIMES
 //   once SHAPE SIZE print
 

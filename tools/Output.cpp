@@ -41,7 +41,7 @@ void secureStandardStreams() noexcept {
 
 void writeOutput(std::string_view text) {
   if (const int error = writeAll(STDOUT_FILENO, text); error != 0) {
-    if (error == EPIPE) {  // somebody had the signal ignored, and nobody is there to be told
+    if (error == EPIPE) {  // the signal is ignored, and nobody reads
       std::signal(SIGPIPE, SIG_DFL);
       std::raise(SIGPIPE);
     }

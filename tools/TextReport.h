@@ -8,7 +8,7 @@ namespace orvane::nimbrel::tools {
 
 /// A report for a person: rows of label and value, aligned, in sections.
 ///
-/// Everything that goes in may come from a stranger's document and is escaped. Control sequences
+/// Everything that goes in may come from an untrusted document and is escaped. Control sequences
 /// for colours are the report's own.
 class TextReport {
  public:

@@ -19,7 +19,7 @@ namespace orvane::zel::util {
 /// The name is 1 to 255 bytes of ASCII letters, digits and "-._~%=", hence UTF-8 that no file
 /// system normalises; it is not "." or "..", does not begin with "." or "-" and does not end in
 /// ".". Only the empty input gives the empty name. Names that other systems reserve ("CON") are not
-/// looked at. A name is safe as it stands: whoever decodes a "%2F" in it is on his own.
+/// looked at. A name is safe as it stands, not when a "%2F" in it is decoded.
 ///
 /// Why it is injective: a short name is a row of "=XX" groups and of bytes other than "=". Reading
 /// it from the left, with every group turned back into its byte and the rest taken as it is, gives

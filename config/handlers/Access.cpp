@@ -19,7 +19,7 @@ constexpr struct {
   std::uint16_t port;
 } DEFAULT_PORTS[] = {{"http", 80}, {"https", 443}};
 
-/// Only scheme, host and port make an origin, without so much as a final slash.
+/// Only scheme, host and port make an origin, not even a final slash.
 bool isOrigin(const util::IRI& iri) noexcept {
   return iri.hasHost && !iri.hasUserInfo && !iri.hasPath && !iri.hasQuery && !iri.hasFragment;
 }

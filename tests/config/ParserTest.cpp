@@ -171,7 +171,7 @@ TEST(Parser, ReportsUnknownElementsAndKeepsAll) {
     SCOPED_TRACE(child);
     Reader reader;
     const auto record = reader.read(std::string(child) + "<name>N</name>");
-    // A "param" means something only within a feature, but is no stranger.
+    // A "param" means something only within a feature, but is known.
     EXPECT_EQ(reader.getErrorText(), child[1] == 'p' ? "" : UNKNOWN_ELEMENT);
     EXPECT_EQ(show(record->getName()), "/ltr[/ltr:N]");
     EXPECT_EQ(reader.record().elements().size(), 2U);

@@ -79,7 +79,7 @@ std::string tower(const std::string& ground, const std::string& sigil = "") {
 TEST(XmlHostile, ReadsNothingFromOutside) {
   const Folder folder;
   const std::string secret = folder.write("secret", "<!ENTITY found 'MARKER'>MARKER");
-  const std::string trap = folder.path("trap");  // whoever opens it for reading waits for ever
+  const std::string trap = folder.path("trap");  // opening it for reading waits for ever
   ASSERT_EQ(::mkfifo(trap.c_str(), 0600), 0);
   for (const std::string& target :
        {secret, "file://" + secret, trap, "file://" + trap, std::string("http://127.0.0.1:9/"),

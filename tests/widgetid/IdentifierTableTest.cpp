@@ -39,7 +39,7 @@ std::string namesOf(const std::string& identifier, const Parser& parser) {
     return std::string("`") + id.toAuthority() + "` | `" + id.toDirectoryName() + "` | `" +
            id.topLevelApplicationDataDirectory() + "` |";
   } catch (const std::exception& refusal) {
-    return std::string("refused: \"") + refusal.what() + "\" | | |";
+    return std::string("rejected: \"") + refusal.what() + "\" | | |";
   }
 }
 

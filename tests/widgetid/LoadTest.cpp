@@ -75,7 +75,7 @@ void fails(const std::string& why) {
   for (const char* id : {"http://h/a", "app"}) {
     for (const auto& error : {errorOf([&] { (void)parser.deriveWidgetIdAuthority(id); }),
                               errorOf([&] { (void)parser.deriveDirectoryName(id); })}) {
-      require(error.find(why) != std::string::npos, "\"" + error + "\" tells of " + why);
+      require(error.find(why) != std::string::npos, "\"" + error + "\" names " + why);
     }
   }
   const config::FilenameWidgetIdParser byName(filenameMunger);
