@@ -267,7 +267,8 @@ TEST(Elements, FillAllThatARecordHas) {
     EXPECT_NE(("\n" + fields).find("\n" + name), std::string::npos)
         << name << ": by which element?";
   };
-  for (const auto& [name, value] : recordOf(widget("")).items()) {
+  const Json record = recordOf(widget(""));
+  for (const auto& [name, value] : record.items()) {
     if (name == "elements" || name == "errorText") {
       continue;
     }
