@@ -405,8 +405,8 @@ std::string defaultOf(const Place& place) {
   const Json value = at(recordOf(place.without), place.field);
   return place.name == "defaultlocale" || value.is_null()
              ? (place.field.back() == ']' || place.name == "any other" ? "none" : "None")
-         : value == "" ? "empty"
-                       : value.dump();
+         : value == Json("") ? "empty"
+                             : value.dump();
 }
 
 /// The columns behind the first.
