@@ -20,7 +20,7 @@ const XmlNode* Occurrences::before(const std::string& name, std::string_view lan
   }
   const Named& named = found->second;
   if (!anyUser_) {
-    return named.first;
+    return named.any;
   }
   if (const XmlNode* const same = inLanguage(name, language)) {
     return same;
@@ -31,17 +31,18 @@ const XmlNode* Occurrences::before(const std::string& name, std::string_view lan
   return language == defaultLanguage_ ? named.inAnotherThanDefault : nullptr;
 }
 
-void Occurrences::add(const std::string& name, std::string_view language, const XmlNode& element) {
-  const auto keepFirst = [&](const XmlNode*& place) {
-    place = place == nullptr ? &element : place;
+void Occurrences::add(const std::string& name, std::string_view language, const XmlNode& element,
+                      Keep keep) {
+  const auto remember = [&](const XmlNode*& place) {
+    place = place == nullptr || keep == Keep::LAST ? &element : place;
   };
   Named& named = names_[name];
-  keepFirst(named.first);
-  keepFirst(named.byLanguage[language]);
+  remember(named.any);
+  remember(named.byLanguage[language]);
   if (!language.empty()) {
-    keepFirst(named.inSomeLanguage);
+    remember(named.inSomeLanguage);
     if (language != defaultLanguage_) {
-      keepFirst(named.inAnotherThanDefault);
+      remember(named.inAnotherThanDefault);
     }
   }
 }

@@ -19,18 +19,21 @@ class Occurrences {
   explicit Occurrences(std::string_view defaultLanguage)
       : anyUser_(true), defaultLanguage_(defaultLanguage) {}
 
-  /// The first of this name and language; null when there is none.
+  /// The one of this name and language; null when there is none.
   [[nodiscard]] const util::XmlNode* inLanguage(const std::string& name,
                                                 std::string_view language) const;
   /// One of this name that some user gets before the next one in this language; null when there is
   /// none.
   [[nodiscard]] const util::XmlNode* before(const std::string& name,
                                             std::string_view language) const;
-  void add(const std::string& name, std::string_view language, const util::XmlNode& element);
+  /// Which of several is remembered.
+  enum class Keep { FIRST, LAST };
+  void add(const std::string& name, std::string_view language, const util::XmlNode& element,
+           Keep keep = Keep::FIRST);
 
  private:
   struct Named {
-    const util::XmlNode* first = nullptr;
+    const util::XmlNode* any = nullptr;
     const util::XmlNode* inSomeLanguage = nullptr;
     const util::XmlNode* inAnotherThanDefault = nullptr;
     std::map<std::string_view, const util::XmlNode*> byLanguage;

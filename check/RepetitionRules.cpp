@@ -113,7 +113,7 @@ void RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
           addRepeated(element, {}, *earlier);
         }
         if (hasEffect(element, *description, stopped)) {  // else the next one takes nothing away
-          settings_.add(name, language, element);
+          settings_.add(name, language, element, Occurrences::Keep::LAST);
         }
         break;
       case Repetition::ADDS:
@@ -170,7 +170,7 @@ void RepetitionRules::checkSettings(const XmlNode& element, const ElementDescrip
     if (const XmlNode* const earlier = settings_.before(name, language)) {
       addRepeated(*child, {}, *earlier);
     }
-    settings_.add(name, language, *child);
+    settings_.add(name, language, *child, Occurrences::Keep::LAST);
   }
 }
 
@@ -205,7 +205,7 @@ void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescript
       addRepeated(setting, keyAttribute, *earlier, FindingCode::UNUSED_SETTING);
     }
   }
-  settings_.add(name, language, setting);
+  settings_.add(name, language, setting, Occurrences::Keep::LAST);
 }
 
 }  // namespace orvane::nimbrel::check
