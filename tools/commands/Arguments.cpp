@@ -61,7 +61,8 @@ std::string helpOf(const CommandText& command, const std::vector<OptionText>& op
   text += "\nOptions:\n";
   for (const OptionText& option : options) {
     appendEntry(text,
-                std::string("--") + option.name +
+                (option.letter == 0 ? std::string() : std::string("-") + option.letter + ", ") +
+                    "--" + option.name +
                     (option.value == nullptr ? "" : std::string(" ") + option.value),
                 option.help);
   }
@@ -80,7 +81,12 @@ std::optional<std::vector<std::string>> readArguments(
   std::vector<OptionText> options = own;
   options.insert(options.end(), std::begin(ALWAYS), std::end(ALWAYS));
   std::vector<::option> table;
+  std::string letters = ":h";  // the colon keeps it from printing, and tells what is missing
   for (const OptionText& option : options) {
+    if (option.letter != 0) {
+      letters += option.letter;
+      letters += option.value == nullptr ? "" : ":";
+    }
     table.push_back({option.name, option.value == nullptr ? no_argument : required_argument,
                      nullptr, static_cast<int>(table.size()) + 256});
   }
@@ -88,8 +94,7 @@ std::optional<std::vector<std::string>> readArguments(
   table.push_back({});
   optind = 0;  // begins anew, with what it keeps between calls
   while (true) {
-    // The colon keeps it from printing, and tells what is missing from what is not known.
-    const int found = ::getopt_long(argc, argv, ":h", table.data(), nullptr);
+    const int found = ::getopt_long(argc, argv, letters.c_str(), table.data(), nullptr);
     const char* const current = argv[optind - 1];
     if (found == -1) {
       return std::vector<std::string>(argv + optind, argv + argc);
@@ -112,7 +117,11 @@ std::optional<std::vector<std::string>> readArguments(
       failUsage("unknown option " +
                 quoted(optopt == 0 ? current : std::string("-") + static_cast<char>(optopt)));
     }
-    set(static_cast<std::size_t>(found) - 256, optarg);
+    for (std::size_t i = 0; i < own.size(); ++i) {
+      if (found == static_cast<int>(i) + 256 || found == own[i].letter) {
+        set(i, optarg);
+      }
+    }
   }
 }
 

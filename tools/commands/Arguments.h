@@ -12,6 +12,7 @@ struct OptionText {
   const char* name;   ///< "locale", written "--locale"
   const char* value;  ///< "TAG"; null for an option without a value
   const char* help;
+  char letter = 0;  ///< 'r' if it may be written "-r" too
 };
 
 /// An option of a command, and what it does to the command's settings. `value` is null for an

@@ -13,6 +13,9 @@
 #include "tools/Host.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
+#include "tools/commands/FileOptions.h"
+#include "tools/commands/InOrder.h"
+#include "tools/commands/Progress.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/input/Input.h"
@@ -23,7 +26,7 @@ namespace {
 constexpr CommandText TEXT = {"check", "Report mistakes in a document, and what to write instead",
                               "FILE...", DOCUMENT_HELP};
 
-struct Options {
+struct Options : FileSettings {
   std::optional<std::vector<std::string>> locales;
   std::string format = "text";
   std::optional<int> density;
@@ -32,7 +35,7 @@ struct Options {
   std::optional<std::string> explain;
   Colour colour = Colour::AUTO;
   std::string stdinName = STANDARD_INPUT;
-  std::vector<std::string> files;
+  bool summary = false;
 };
 
 constexpr Option<Options> OPTIONS[] = {
@@ -43,10 +46,13 @@ constexpr Option<Options> OPTIONS[] = {
        options.locales->emplace_back(value);
      }},
     {{"format", "FORMAT",
-      "Print for a person (text, the default), for a program (json) or for code review (sarif)"},
+      "Print for a person (text, the default), for a program (json; jsonl: a line a file) or for "
+      "code review (sarif)"},
      [](Options& options, const char* value) {
-       options.format = oneOf("format", value, "text json sarif");
+       options.format = oneOf("format", value, "text json jsonl sarif");
      }},
+    {{"summary", nullptr, "Print how often each code is found, instead of the findings"},
+     [](Options& options, const char* /*value*/) { options.summary = true; }},
     DENSITY_OPTION<Options>,
     {{"strict", nullptr, "Exit with 1 for notes too"},
      [](Options& options, const char* /*value*/) { options.strict = true; }},
@@ -54,6 +60,12 @@ constexpr Option<Options> OPTIONS[] = {
      [](Options& options, const char* value) { options.explain = value; }},
     {{"codes", nullptr, "Print all codes"},
      [](Options& options, const char* /*value*/) { options.codes = true; }},
+    RECURSIVE_OPTION<Options>,
+    FILES_FROM_OPTION<Options>,
+    JOBS_OPTION<Options>,
+    NO_PROGRESS_OPTION<Options>,
+    {{"quiet", nullptr, "Print neither progress nor the number of findings", 'q'},
+     [](Options& options, const char* /*value*/) { options.quiet = true; }},
     COLOUR_OPTION<Options>,
     STDIN_NAME_OPTION<Options>,
 };
@@ -70,28 +82,66 @@ void explainCode(const std::string& name) {
 }
 
 std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
+  if (options.summary) {
+    return options.format == "text" ? summaryPrinter() : summaryJsonPrinter();
+  }
   if (options.format == "json") {
     return jsonPrinter();
   }
-  return options.format == "sarif" ? sarifPrinter()
-                                   : textPrinter({isTerminal(), isColourWanted(options.colour)});
+  if (options.format == "jsonl") {
+    return jsonLinesPrinter();
+  }
+  return options.format == "sarif"
+             ? sarifPrinter()
+             : textPrinter({isTerminal(), isColourWanted(options.colour), options.quiet});
 }
+
+/// What came of a file: a report, or why it cannot be read.
+struct CheckedFile {
+  std::string name;  ///< what messages call the document
+  std::unique_ptr<const check::Report> report;
+  std::optional<DocumentFailure> failure;
+};
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
-void checkFile(const std::string& path, const Options& options, FindingPrinter& printer) {
-  Document document;
+CheckedFile checkFile(const std::string& path, const Options& options) {
+  const std::string& name = path == STANDARD_INPUT ? options.stdinName : path;
   try {
-    document = readDocument(path, options.stdinName);
+    Document document = readDocument(path, options.stdinName);
+    return {options.format == "jsonl" ? name : document.name,
+            check::checkDocument(std::move(*document.bytes), options.locales), std::nullopt};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {
-      throw;
+      return {name, nullptr, failure};
     }
-    check::Report report{""};
-    report.reject(failure.problem().reason, failure.problem().line, failure.problem().column);
-    return printer.print(path == STANDARD_INPUT ? options.stdinName : path, report);
+    auto report = std::make_unique<check::Report>("");
+    report->reject(failure.problem().reason, failure.problem().line, failure.problem().column);
+    return {name, std::move(report), std::nullopt};
   }
-  printer.print(document.name, *check::checkDocument(std::move(*document.bytes), options.locales));
+}
+
+/// Checks all files, and prints what is found in their order. Whether all could be read.
+bool checkFiles(const Options& options, FindingPrinter& printer) {
+  Progress progress(options.files.size(), options.progress && !options.quiet, "findings");
+  bool complete = true;
+  InOrder<CheckedFile> files(options.files.size(), options.jobs, [&](std::size_t index) {
+    return checkFile(options.files[index], options);
+  });
+  files.run([&](std::size_t index, const CheckedFile& file) {
+    if (file.failure || !file.report->findings().empty()) {
+      progress.clear();
+    }
+    if (file.failure) {
+      printer.printUnreadable(file.name, *file.failure);
+      complete = false;
+    } else {
+      printer.print(file.name, *file.report);
+    }
+    const FindingCounts& counts = printer.counts();
+    progress.update(index + 1, counts.errors + counts.warnings + counts.notes);
+  });
+  return complete;
 }
 
 ExitStatus runCheck(int argc, char** argv) {
@@ -100,8 +150,8 @@ ExitStatus runCheck(int argc, char** argv) {
   if (!operands) {
     return EXIT_DONE;
   }
-  options.files = std::move(*operands);
-  if ((options.explain ? 1 : 0) + (options.codes ? 1 : 0) + (options.files.empty() ? 0 : 1) != 1) {
+  const bool hasFiles = !operands->empty() || options.filesFrom;
+  if ((options.explain ? 1 : 0) + (options.codes ? 1 : 0) + (hasFiles ? 1 : 0) != 1) {
     failUsage("either FILE, --explain or --codes is required");
   }
   if (options.explain) {
@@ -115,18 +165,9 @@ ExitStatus runCheck(int argc, char** argv) {
   if (options.density) {
     answerDensity(*options.density);
   }
+  options.findFiles(std::move(*operands));
   const std::unique_ptr<FindingPrinter> printer = printerFor(options);
-  bool complete = true;
-  for (const std::string& file : options.files) {
-    try {
-      checkFile(file, options, *printer);
-    } catch (const OutputFailure&) {
-      throw;
-    } catch (const Failure& failure) {
-      writeError(failure.what());
-      complete = false;
-    }
-  }
+  const bool complete = checkFiles(options, *printer);
   printer->finish(complete);
   if (!complete) {
     return EXIT_UNUSABLE;

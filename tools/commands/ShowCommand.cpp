@@ -14,6 +14,9 @@
 #include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
+#include "tools/commands/FileOptions.h"
+#include "tools/commands/InOrder.h"
+#include "tools/commands/Progress.h"
 #include "tools/commands/UserLocales.h"
 #include "tools/input/Input.h"
 #include "tools/record/FieldLines.h"
@@ -27,7 +30,7 @@ namespace {
 constexpr CommandText TEXT = {"show", "Print the record that a document gives", "FILE...",
                               DOCUMENT_HELP};
 
-struct Settings {
+struct Settings : FileSettings {
   std::optional<std::vector<std::string>> locales;
   std::string format = "text";
   std::optional<std::string> field;
@@ -37,7 +40,6 @@ struct Settings {
   bool debug = false;
   Colour colour = Colour::AUTO;
   std::string stdinName = STANDARD_INPUT;
-  std::vector<std::string> files;
 };
 
 constexpr Option<Settings> OPTIONS[] = {
@@ -48,7 +50,11 @@ constexpr Option<Settings> OPTIONS[] = {
        settings.locales = settings.locales.value_or(std::vector<std::string>());
        settings.locales->emplace_back(value);
      }},
-    FORMAT_OPTION<Settings>,
+    {{"format", "FORMAT",
+      "Print for a person (text, the default) or for a program (json; jsonl: a line a file)"},
+     [](Settings& settings, const char* value) {
+       settings.format = oneOf("format", value, "text json jsonl");
+     }},
     {{"field", "NAME",
       "Print this field alone, one line a value; fields are the keys of --format json, such as "
       "\"id\" or \"startFile.src\""},
@@ -60,6 +66,10 @@ constexpr Option<Settings> OPTIONS[] = {
     DENSITY_OPTION<Settings>,
     {{"debug", nullptr, "Copy the library's log lines to standard error"},
      [](Settings& settings, const char* /*value*/) { settings.debug = true; }},
+    RECURSIVE_OPTION<Settings>,
+    FILES_FROM_OPTION<Settings>,
+    JOBS_OPTION<Settings>,
+    NO_PROGRESS_OPTION<Settings>,
     COLOUR_OPTION<Settings>,
     STDIN_NAME_OPTION<Settings>,
 };
@@ -120,10 +130,17 @@ std::shared_ptr<config::Config> parseDocument(const Settings& settings, const st
 /// Prints what was asked for of each document; with several, after the name of its file.
 class Printer {
  public:
-  explicit Printer(const Settings& settings) : settings_(settings) {}
+  explicit Printer(const Settings& settings)
+      : settings_(settings),
+        json_(settings.format == "jsonl" ? JsonWriter::Layout::LINE
+                                         : JsonWriter::Layout::INDENTED) {}
 
   void print(const std::string& file, config::BasicConfig& record, const std::string& errorText) {
-    if (settings_.format == "json") {
+    if (settings_.format == "jsonl") {
+      beginLine(file, "done", nullptr);
+      printRecord(record, errorText);
+      endLine();
+    } else if (settings_.format == "json") {
       printJson(file, record, errorText);
     } else if (settings_.field) {
       FieldLines lines(isSeveral() ? escape(file) + ':' : "", writeOutput);
@@ -131,6 +148,18 @@ class Printer {
       recordToJson(selector, record, errorText);
     } else {
       printText(file, recordToText(record, errorText, isColourWanted(settings_.colour)));
+    }
+  }
+
+  void printFailure(const std::string& file, const DocumentFailure& failure) {
+    if (settings_.format != "jsonl" || failure.status() == EXIT_UNUSABLE) {
+      writeError(failure.what());
+    }
+    if (settings_.format == "jsonl") {
+      beginLine(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
+                &failure.problem());
+      json_.value(nullptr);
+      endLine();
     }
   }
 
@@ -144,6 +173,32 @@ class Printer {
 
  private:
   [[nodiscard]] bool isSeveral() const { return settings_.files.size() > 1; }
+
+  /// All of a line up to the record.
+  void beginLine(const std::string& file, const char* status,
+                 const DocumentFailure::Problem* problem) {
+    json_.beginObject();
+    json_.member("file", file);
+    json_.member("status", status);
+    json_.key("reason");
+    if (problem == nullptr) {
+      json_.value(nullptr);
+    } else {
+      json_.value(problem->subject + (problem->subject.empty() ? "" : ": ") + problem->reason);
+    }
+    const auto number = [&](const char* name, std::uint32_t value) {
+      json_.key(name);
+      value == 0 ? json_.value(nullptr) : json_.value(value);
+    };
+    number("line", problem == nullptr ? 0 : problem->line);
+    number("column", problem == nullptr ? 0 : problem->column);
+    json_.key(settings_.field ? "value" : "record");
+  }
+
+  void endLine() {
+    json_.endObject();
+    json_.finish();
+  }
 
   void beginList() {
     if (std::exchange(first_, false)) {
@@ -191,13 +246,52 @@ class Printer {
   JsonWriter json_;
 };
 
-void showFile(const Settings& settings, const std::string& file, Printer& printer) {
+/// What came of a file: a record, or why there is none.
+struct ShownFile {
+  std::shared_ptr<config::BasicConfig> record;
+  std::string errorText;
+  std::optional<DocumentFailure> failure;
+};
+
+ShownFile showFile(const Settings& settings, const std::string& file) {
   // One for each document, as a parser remembers a start file.
   const auto parser =
       config::createNimbrelConfigParser(settings.locales ? *settings.locales : userLocales());
-  const auto record =
-      std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, file, *parser));
-  printer.print(file, *record, parser->getErrorText());
+  try {
+    auto record =
+        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, file, *parser));
+    return {std::move(record), parser->getErrorText(), std::nullopt};
+  } catch (const DocumentFailure& failure) {
+    return {nullptr, {}, failure};
+  }
+}
+
+ExitStatus showFiles(const Settings& settings) {
+  ExitStatus worst = EXIT_DONE;
+  std::size_t rejected = 0;
+  Printer printer(settings);
+  Progress progress(settings.files.size(), settings.progress && !isTerminal(), "without a record");
+  // The lines of several documents at a time could not be told apart.
+  InOrder<ShownFile> files(
+      settings.files.size(), settings.debug ? 1 : settings.jobs,
+      [&](std::size_t index) { return showFile(settings, settings.files[index]); });
+  files.run([&](std::size_t index, const ShownFile& shown) {
+    const std::string& path = settings.files[index];
+    const std::string& file = path == STANDARD_INPUT ? settings.stdinName : path;
+    if (shown.failure) {
+      progress.clear();
+      printer.printFailure(file, *shown.failure);
+      worst = std::max(worst, shown.failure->status());
+      ++rejected;
+    } else {
+      printer.print(file, *shown.record, shown.errorText);
+    }
+    progress.update(index + 1, rejected);
+  });
+  if (worst == EXIT_DONE || settings.files.size() > 1) {
+    printer.finish();
+  }
+  return worst;
 }
 
 ExitStatus runShow(int argc, char** argv) {
@@ -206,8 +300,7 @@ ExitStatus runShow(int argc, char** argv) {
   if (!operands) {
     return EXIT_DONE;
   }
-  settings.files = std::move(*operands);
-  if (settings.files.empty()) {
+  if (operands->empty() && !settings.filesFrom) {
     failUsage("FILE is required");
   }
   if (settings.field) {
@@ -219,22 +312,8 @@ ExitStatus runShow(int argc, char** argv) {
   if (settings.debug) {
     copyLogToStandardError();
   }
-  ExitStatus worst = EXIT_DONE;
-  Printer printer(settings);
-  for (const std::string& file : settings.files) {
-    try {
-      showFile(settings, file, printer);
-    } catch (const OutputFailure&) {
-      throw;
-    } catch (const Failure& failure) {
-      writeError(failure.what());
-      worst = std::max(worst, failure.status());
-    }
-  }
-  if (worst == EXIT_DONE || settings.files.size() > 1) {
-    printer.finish();
-  }
-  return worst;
+  settings.findFiles(std::move(*operands));
+  return showFiles(settings);
 }
 
 }  // namespace

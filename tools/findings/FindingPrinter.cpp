@@ -1,35 +1,67 @@
 #include "tools/findings/FindingPrinter.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "check/Kind.h"
+#include "tools/Output.h"
 
 namespace orvane::nimbrel::tools {
+
+void FindingCounts::add(check::Level level) noexcept {
+  switch (level) {
+    case check::Level::ERROR:
+      ++errors;
+      break;
+    case check::Level::WARNING:
+      ++warnings;
+      break;
+    case check::Level::NOTE:
+      ++notes;
+      break;
+  }
+}
+
+FindingPrinter::FindingPrinter() {
+  for (const check::Kind& kind : check::kinds()) {
+    codes_.push_back({&kind});
+  }
+}
 
 void FindingPrinter::print(const std::string& name, const check::Report& report) {
   if (!std::exchange(begun_, true)) {
     begin();
   }
+  const std::size_t errors = counts_.errors;
+  std::vector<bool> found(codes_.size());
   for (const check::Diagnostic& finding : report.findings()) {
-    switch (check::kindOf(finding.code).level) {
-      case check::Level::ERROR:
-        ++counts_.errors;
-        break;
-      case check::Level::WARNING:
-        ++counts_.warnings;
-        break;
-      case check::Level::NOTE:
-        ++counts_.notes;
-        break;
-    }
+    counts_.add(check::kindOf(finding.code).level);
+    const auto code = static_cast<std::size_t>(finding.code);  // the order of the kinds
+    ++codes_[code].findings;
+    codes_[code].files += found[code] ? 0 : 1;
+    found[code] = true;
   }
+  ++files_.read;
+  files_.rejected += counts_.errors == errors ? 0 : 1;
   printDocument(name, report);
+}
+
+void FindingPrinter::printUnreadable(const std::string& /*file*/, const DocumentFailure& failure) {
+  ++files_.unreadable;
+  writeError(failure.what());
 }
 
 void FindingPrinter::finish(bool complete) {
   if (begun_) {
     end(complete);
   }
+}
+
+std::vector<CodeCount> FindingPrinter::codes() const {
+  std::vector<CodeCount> codes;
+  std::copy_if(codes_.begin(), codes_.end(), std::back_inserter(codes),
+               [](const CodeCount& code) { return code.findings != 0; });
+  return codes;
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -3,8 +3,11 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "check/Kind.h"
 #include "check/Report.h"
+#include "tools/Failure.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -13,24 +16,45 @@ struct FindingCounts {
   std::size_t errors = 0;
   std::size_t warnings = 0;
   std::size_t notes = 0;
+
+  void add(check::Level level) noexcept;
+};
+
+/// What became of the files.
+struct FileCounts {
+  std::size_t read = 0;
+  std::size_t rejected = 0;  ///< of those that were read
+  std::size_t unreadable = 0;
+};
+
+/// How often a code was found.
+struct CodeCount {
+  const check::Kind* kind;
+  std::size_t findings = 0;
+  std::size_t files = 0;
 };
 
 /// Prints what is found in documents to standard output as it comes: nothing is kept of a document
 /// that was printed. What the output does not take ends it with `OutputFailure`.
 class FindingPrinter {
  public:
-  FindingPrinter() = default;
+  FindingPrinter();
   FindingPrinter(const FindingPrinter&) = delete;
   FindingPrinter& operator=(const FindingPrinter&) = delete;
   virtual ~FindingPrinter() = default;
 
   /// Prints and counts the findings of a document that messages call `name`.
   void print(const std::string& name, const check::Report& report);
+  /// Says on standard error that a file cannot be read, and counts it.
+  virtual void printUnreadable(const std::string& file, const DocumentFailure& failure);
   /// Prints what stands at the end, when a document was printed; `complete` unless one could not be
   /// read.
   void finish(bool complete);
 
   [[nodiscard]] const FindingCounts& counts() const noexcept { return counts_; }
+  [[nodiscard]] const FileCounts& files() const noexcept { return files_; }
+  /// The codes that were found, in the order of their kinds.
+  [[nodiscard]] std::vector<CodeCount> codes() const;
 
  protected:
   /// Before the first document.
@@ -40,6 +64,8 @@ class FindingPrinter {
 
  private:
   FindingCounts counts_;
+  FileCounts files_;
+  std::vector<CodeCount> codes_;  // all kinds
   bool begun_ = false;
 };
 
@@ -47,6 +73,7 @@ class FindingPrinter {
 struct FindingStyle {
   bool source = false;  ///< with the lines of the document
   bool colour = false;
+  bool quiet = false;  ///< without the number of findings
 };
 
 /// The findings as compilers print theirs: "FILE:LINE:COLUMN: level: sentence [code]", a line each.
@@ -56,6 +83,15 @@ struct FindingStyle {
 
 /// One JSON object; what is absent or not known is null.
 [[nodiscard]] std::unique_ptr<FindingPrinter> jsonPrinter();
+
+/// One JSON object a file, in a line of its own, at once: its name, "done", "rejected" or
+/// "unreadable", why, and its findings.
+[[nodiscard]] std::unique_ptr<FindingPrinter> jsonLinesPrinter();
+
+/// How often each code was found in all files, instead of the findings: as text, or as a JSON
+/// object.
+[[nodiscard]] std::unique_ptr<FindingPrinter> summaryPrinter();
+[[nodiscard]] std::unique_ptr<FindingPrinter> summaryJsonPrinter();
 
 /// A log for code review (SARIF 2.1.0).
 [[nodiscard]] std::unique_ptr<FindingPrinter> sarifPrinter();

@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <string>
 
 #include "check/Kind.h"
@@ -34,6 +35,14 @@ void appendCount(std::string& text, std::size_t count, const char* noun) {
   }
 }
 
+std::string toText(const FindingCounts& counts) {
+  std::string text;
+  appendCount(text, counts.errors, " error");
+  appendCount(text, counts.warnings, " warning");
+  appendCount(text, counts.notes, " note");
+  return text.empty() ? "no findings" : text;
+}
+
 class TextPrinter : public FindingPrinter {
  public:
   explicit TextPrinter(FindingStyle style) : style_(style) {}
@@ -53,11 +62,9 @@ class TextPrinter : public FindingPrinter {
   }
 
   void end(bool /*complete*/) override {
-    std::string text;
-    appendCount(text, counts().errors, " error");
-    appendCount(text, counts().warnings, " warning");
-    appendCount(text, counts().notes, " note");
-    writeOutput((text.empty() ? "no findings" : text) + '\n');
+    if (!style_.quiet) {
+      writeOutput(toText(counts()) + '\n');
+    }
   }
 
  private:
@@ -84,10 +91,34 @@ class TextPrinter : public FindingPrinter {
   FindingStyle style_;
 };
 
+class SummaryPrinter : public FindingPrinter {
+ protected:
+  void printDocument(const std::string& /*name*/, const check::Report& /*report*/) override {}
+
+  void end(bool /*complete*/) override {
+    std::string text = "findings     files  level    code\n";
+    for (const CodeCount& code : codes()) {
+      char line[128];
+      std::snprintf(line, sizeof(line), "%8zu  %8zu  %-7s  %s\n", code.findings, code.files,
+                    check::levelName(code.kind->level).data(), code.kind->name.data());
+      text += line;
+    }
+    text = codes().empty() ? std::string() : text;
+    text += std::to_string(files().read + files().unreadable) + " files, " +
+            std::to_string(files().rejected) + " rejected, " + std::to_string(files().unreadable) +
+            " unreadable; " + toText(counts()) + '\n';
+    writeOutput(text);
+  }
+};
+
 }  // namespace
 
 std::unique_ptr<FindingPrinter> textPrinter(FindingStyle style) {
   return std::make_unique<TextPrinter>(style);
+}
+
+std::unique_ptr<FindingPrinter> summaryPrinter() {
+  return std::make_unique<SummaryPrinter>();
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -105,7 +105,7 @@ class File {
   struct stat status_ {};
 };
 
-std::string readStandardInput(const std::string& name) {
+std::string readFrom(int descriptor, const std::string& name) {
   std::string bytes;
   std::size_t used = 0;
   while (true) {
@@ -115,7 +115,7 @@ std::string readStandardInput(const std::string& name) {
     if (used == bytes.size()) {
       bytes.resize(used < 32768 ? 65536 : used * 2);
     }
-    const ssize_t got = ::read(STDIN_FILENO, bytes.data() + used, bytes.size() - used);
+    const ssize_t got = ::read(descriptor, bytes.data() + used, bytes.size() - used);
     if (got < 0) {
       if (errno == EINTR) {
         continue;
@@ -135,7 +135,7 @@ std::string nameInPackage(const std::string& path) {
 }
 
 Document findOnStandardInput(const std::string& name) {
-  std::string bytes = readStandardInput(name);
+  std::string bytes = readFrom(STDIN_FILENO, name);
   if (!isPackage(bytes)) {
     return {name, std::move(bytes)};
   }
@@ -164,6 +164,17 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
 
 Document findDocument(const std::string& path, const std::string& stdinName) {
   return find(path, stdinName, false);
+}
+
+std::string readList(const std::string& path) {
+  if (path == STANDARD_INPUT) {
+    return readFrom(STDIN_FILENO, path);
+  }
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (file.get() < 0) {
+    throw unreadable(path, errno);
+  }
+  return readFrom(file.get(), path);
 }
 
 Document readDocument(const std::string& path, const std::string& stdinName) {

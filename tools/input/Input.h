@@ -26,4 +26,7 @@ Document findDocument(const std::string& path, const std::string& stdinName);
 /// The same with the bytes in any case.
 Document readDocument(const std::string& path, const std::string& stdinName);
 
+/// All bytes of a list of files, which may be a FIFO, or standard input ("-"). Throws `Failure`.
+std::string readList(const std::string& path);
+
 }  // namespace orvane::nimbrel::tools

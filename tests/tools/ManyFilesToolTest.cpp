@@ -1,0 +1,122 @@
+// What a store needs that reads all its packages: lists, directories, jobs, a line a file.
+
+#include <filesystem>
+
+#include "tests/tools/Tool.h"
+
+namespace nimbrel_test {
+namespace {
+
+using testing::HasSubstr;
+
+/// A folder that lives as long as the object.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() { std::filesystem::create_directories(path_); }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+
+  /// Writes a file, in a folder of its own if the name has one; gives its path.
+  std::string add(const std::string& name, const std::string& content) const {
+    const std::filesystem::path path = path_ + '/' + name;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
+  }
+
+  [[nodiscard]] const std::string& path() const { return path_; }
+
+ private:
+  TemporaryFile place_{""};
+  std::string path_ = place_.path() + ".folder";
+};
+
+TEST(ManyFiles, AreFoundInDirectoriesAndLists) {
+  const TemporaryFolder folder;
+  const std::string b = folder.add("b.wgt", widget("", "id='urn:b'"));
+  const std::string a = folder.add("a/config.xml", widget("", "id='urn:a'"));
+  folder.add("a/other.xml", "no document");
+  const std::string odd = folder.add("line\nbreak.xml", widget("", "id='urn:odd'"));
+  const std::string both = a + ":urn:a\n" + b + ":urn:b\n";
+  EXPECT_EQ(run({"show", "--field", "id", "-r", folder.path()}).out, both);
+  EXPECT_EQ(run({"show", "--field", "id", "--files-from", "-"}, a + "\n\n" + b).out, both);
+  const TemporaryFile list(a + '\0' + odd + '\0');
+  EXPECT_EQ(run({"show", "--field", "id", "--files-from", list.path()}).out,
+            a + ":urn:a\n" + folder.path() + "/line\\nbreak.xml:urn:odd\n");
+  EXPECT_THAT(run({"show", folder.path()}).error, HasSubstr("Is a directory"));
+  EXPECT_EQ(run({"check", "--files-from", "/nowhere"}).status, 2);
+  EXPECT_EQ(run({"check", "--files-from", "-"}).status, 0) << "an empty list";
+}
+
+TEST(ManyFiles, GiveTheSameWithAnyNumberOfJobs) {
+  const TemporaryFolder folder;
+  std::string list;
+  for (int i = 0; i < 300; ++i) {
+    const std::string content = i % 50 == 7    ? "<widget>"
+                                : i % 50 == 13 ? "PK\x03\x04"
+                                : i % 3 == 0   ? widget("<icon/><name>n</name>")
+                                               : widget("", "id='urn:" + std::to_string(i) + "'");
+    list += folder.add(std::to_string(i) + ".wgt", content) + '\n';
+    list += i % 100 == 50 ? "/nowhere\n" : "";
+  }
+  for (const char* command : {"check", "show"}) {
+    for (const char* format : {"text", "json", "jsonl", "sarif"}) {
+      if (command == std::string("show") && format == std::string("sarif")) {
+        continue;
+      }
+      SCOPED_TRACE(testing::Message() << command << ' ' << format);
+      const auto with = [&](const char* jobs) {
+        return run({command, "--format", format, "--jobs", jobs, "--files-from", "-"}, list);
+      };
+      const Outcome one = with("1");
+      const Outcome four = with("4");
+      EXPECT_EQ(one.status, 2);
+      EXPECT_EQ(four.status, 2);
+      EXPECT_TRUE(one.out == four.out);
+      EXPECT_EQ(one.error, four.error);
+      if (format != std::string("jsonl")) {
+        continue;
+      }
+      std::istringstream lines(four.out);
+      std::istringstream names(list);
+      std::map<std::string, int> statuses;
+      std::string name;
+      for (std::string line; std::getline(lines, line) && std::getline(names, name);) {
+        const Json file = Json::parse(line);
+        EXPECT_EQ(file["file"], name);
+        ++statuses[file["status"].get<std::string>()];
+        EXPECT_EQ(file["reason"].is_null(), file["status"] == "done");
+      }
+      EXPECT_EQ(statuses,
+                (std::map<std::string, int>{{"done", 288}, {"rejected", 12}, {"unreadable", 3}}));
+    }
+  }
+}
+
+TEST(ManyFiles, AreSummedUp) {
+  const TemporaryFile faulty(widget("<icon/><icon/>"));
+  const TemporaryFile clean(widget(""));
+  const TemporaryFile bad("<widget>");
+  const std::vector<std::string> files = {faulty.path(), clean.path(), bad.path(), "/nowhere"};
+  std::vector<std::string> arguments = {"check", "--summary"};
+  arguments.insert(arguments.end(), files.begin(), files.end());
+  EXPECT_EQ(run(arguments).out,
+            "findings     files  level    code\n"
+            "       1         1  error    document-rejected\n"
+            "       2         1  warning  missing-attribute\n"
+            "4 files, 1 rejected, 1 unreadable; 1 error, 2 warnings\n");
+  arguments.insert(arguments.end(), {"--format", "json"});
+  const Json sum = Json::parse(run(arguments).out);
+  EXPECT_EQ(sum["files"], 4);
+  EXPECT_EQ(sum["codes"][1].dump(),
+            R"({"code":"missing-attribute","level":"warning","findings":2,"files":1})");
+}
+
+TEST(ManyFiles, AreReadQuietly) {
+  EXPECT_EQ(run({"check", "-q", "-"}, widget("")).out, "");
+  EXPECT_THAT(run({"check", "--quiet", "-"}, widget("<icon/>")).out, HasSubstr("missing-attrib"));
+}
+
+}  // namespace
+}  // namespace nimbrel_test

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "tools/commands/Arguments.h"
+#include "tools/input/FileList.h"
+
+namespace orvane::nimbrel::tools {
+
+/// Which files a command reads, and how; a base of the settings of commands that take many.
+struct FileSettings {
+  std::vector<std::string> files;
+  bool recursive = false;
+  std::optional<std::string> filesFrom;
+  unsigned int jobs = 0;  ///< 0: as many as there are processors
+  bool progress = true;
+  bool quiet = false;
+
+  /// Takes over the operands and lists the files. Throws `Failure`.
+  void findFiles(std::vector<std::string> operands) {
+    files = listFiles(std::move(operands), recursive, filesFrom);
+    if (jobs == 0) {
+      jobs = std::max(1U, std::thread::hardware_concurrency());
+    }
+  }
+};
+
+template <typename Settings>
+constexpr Option<Settings> RECURSIVE_OPTION = {
+    {"recursive", nullptr, "Read the config.xml and *.wgt below directories", 'r'},
+    [](Settings& settings, const char* /*value*/) { settings.recursive = true; }};
+
+template <typename Settings>
+constexpr Option<Settings> FILES_FROM_OPTION = {
+    {"files-from", "LIST",
+     "Read the files that a file (\"-\": standard input) names, one a line or with NUL after each"},
+    [](Settings& settings, const char* value) { settings.filesFrom = value; }};
+
+template <typename Settings>
+constexpr Option<Settings> JOBS_OPTION = {
+    {"jobs", "N", "Read so many files at a time (default: as many as there are processors)", 'j'},
+    [](Settings& settings, const char* value) {
+      const int jobs = wholeNumber("jobs", value);
+      if (jobs < 1 || jobs > 1024) {
+        failUsage("--jobs takes 1 to 1024");
+      }
+      settings.jobs = static_cast<unsigned int>(jobs);
+    }};
+
+template <typename Settings>
+constexpr Option<Settings> NO_PROGRESS_OPTION = {
+    {"no-progress", nullptr, "Show no progress, which a terminal gets after a second"},
+    [](Settings& settings, const char* /*value*/) { settings.progress = false; }};
+
+}  // namespace orvane::nimbrel::tools

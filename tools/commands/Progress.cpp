@@ -1,0 +1,58 @@
+#include "tools/commands/Progress.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+std::string timeLeft(double seconds) {
+  const auto whole = static_cast<unsigned long>(seconds);
+  char text[32];
+  if (whole >= 3600) {
+    std::snprintf(text, sizeof(text), "%lu:%02lu:%02lu", whole / 3600, whole / 60 % 60, whole % 60);
+  } else {
+    std::snprintf(text, sizeof(text), "%lu:%02lu", whole / 60, whole % 60);
+  }
+  return text;
+}
+
+void write(const std::string& text) noexcept {
+  // Lost if it cannot be written.
+  static_cast<void>(::write(STDERR_FILENO, text.data(), text.size()) < 0);
+}
+
+}  // namespace
+
+Progress::Progress(std::size_t total, bool wanted, const char* counted) noexcept
+    : total_(total),
+      wanted_(wanted && total > 1 && ::isatty(STDERR_FILENO) == 1),
+      counted_(counted) {}
+
+void Progress::update(std::size_t done, std::size_t count) {
+  if (!wanted_) {
+    return;
+  }
+  const Clock::time_point now = Clock::now();
+  if (now < next_) {
+    return;
+  }
+  next_ = now + std::chrono::milliseconds(200);
+  const double seconds = std::chrono::duration<double>(now - begin_).count();
+  const double rate = static_cast<double>(done) / seconds;
+  write("\r\x1b[K" + std::to_string(done) + " of " + std::to_string(total_) + " files, " +
+        std::to_string(static_cast<unsigned long>(rate)) + " a second, " + std::to_string(count) +
+        ' ' + counted_ + ", " + timeLeft(static_cast<double>(total_ - done) / rate) + " left");
+  shown_ = true;
+}
+
+void Progress::clear() noexcept {
+  if (shown_) {
+    write("\r\x1b[K");
+    shown_ = false;
+  }
+}
+
+}  // namespace orvane::nimbrel::tools
