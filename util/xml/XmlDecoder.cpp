@@ -42,8 +42,8 @@ std::size_t XmlDecoder::read(char* target, std::size_t size) {
   while (fault_.empty() && !isCut_) {
     UErrorCode status = U_ZERO_ERROR;
     ucnv_convertEx(utf8_.get(), from_.get(), &at, target + size, &next_, end_, pivot_.data(),
-                   &pivotSource_, &pivotTarget_, pivot_.data() + pivot_.size(), false, isLast_,
-                   &status);
+                   &pivotSource_, &pivotTarget_, pivot_.data() + pivot_.size(), false,
+                   static_cast<UBool>(isLast_), &status);
     if (status == U_MEMORY_ALLOCATION_ERROR) {
       throw std::bad_alloc();
     }
