@@ -4,9 +4,11 @@
 #include <libxml/xmlmemory.h>
 #include <malloc.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -49,7 +51,16 @@ char* duplicate(const char* text) {
 // Before libxml2 has allocated anything.
 const bool installed = xmlMemSetup(release, allocate, reallocate, duplicate) == 0;
 
+// The most bytes that the system gives at once; 0: as many as are wanted.
+std::size_t mostAtOnce = 0;
+
 }  // namespace
+
+extern "C" __attribute__((visibility("default"))) ssize_t pread(int file, void* bytes,
+                                                                std::size_t size, off_t offset) {
+  return ::syscall(SYS_pread64, file, bytes, mostAtOnce == 0 ? size : std::min(size, mostAtOnce),
+                   offset);
+}
 
 namespace orvane::nimbrel::test {
 namespace {
@@ -88,6 +99,15 @@ TEST(Host, MayAllocateForLibxml2AndGetsAllBack) {
   }
   (void)dump();
   EXPECT_EQ(blocks, before);
+}
+
+TEST(Host, MayGiveFewerBytesOfAFileThanAreWanted) {
+  const std::string expected = dump();
+  for (const std::size_t most : {1U, 7U, 4095U}) {
+    mostAtOnce = most;
+    EXPECT_EQ(dump(), expected) << most;
+  }
+  mostAtOnce = 0;
 }
 
 int allocationsToFork = 0;

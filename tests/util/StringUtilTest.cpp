@@ -2,6 +2,7 @@
 
 #include "tests/support/Checks.h"
 #include "util/StringUtil.h"
+#include "util/Utf8.h"
 
 namespace {
 
@@ -51,6 +52,21 @@ TEST(StringUtil, SplitsIntoAllPieces) {
   EXPECT_THAT(StringUtil::split("a", ' '), ElementsAre("a"));
   EXPECT_THAT(StringUtil::split(" ", ' '), ElementsAre("", ""));
   EXPECT_THAT(StringUtil::split(",a,,b c,", ','), ElementsAre("", "a", "", "b c", ""));
+}
+
+TEST(Utf8, HasNoSurrogatesAndNothingBeyondUnicode) {
+  using namespace orvane::nimbrel::util::internal;
+  const struct {
+    const char* text;
+    char32_t codePoint;
+  } cases[] = {{"\xED\x9F\xBF", 0xD7FF},       {"\xED\xA0\x80", NOT_UTF8},
+               {"\xED\xAF\xBF", NOT_UTF8},     {"\xED\xB0\x80", NOT_UTF8},
+               {"\xED\xBF\xBF", NOT_UTF8},     {"\xEE\x80\x80", 0xE000},
+               {"\xF4\x8F\xBF\xBF", 0x10FFFF}, {"\xF4\x90\x80\x80", NOT_UTF8}};
+  for (const auto& c : cases) {
+    std::size_t at = 0;
+    EXPECT_EQ(decodeUtf8(c.text, at), c.codePoint) << testing::PrintToString(c.text);
+  }
 }
 
 }  // namespace

@@ -135,6 +135,9 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
        doctype("<!ATTLIST b p:" + big.substr(2000) + " CDATA ''>", inA(repeated("<b/>", 50000)))},
       {"many defaults", doctype("<!ATTLIST b" + numbered(" c", " CDATA ''", 1900) + ">",
                                 inA(repeated("<b/>", 50000)))},
+      {"many defaults in an entity", doctype("<!ATTLIST b" + numbered(" c", " CDATA ''", 1900) +
+                                                 "><!ENTITY e '" + repeated("<b/>", 50000) + "'>",
+                                             "<a>&e;</a>")},
       {"many default namespaces",
        doctype("<!ATTLIST b" + namespaces + ">", inA(repeated("<b/>", 50000)))},
       {"many default namespaces that are in scope",

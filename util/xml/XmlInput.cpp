@@ -44,7 +44,7 @@ XmlInput::XmlInput(XmlBytes& bytes, const char* encoding) : bytes_(bytes) {
   if (known != nullptr && known->form != Form::UTF_8) {
     decode(known->name, std::string(left_));
   }
-  readDeclaration(named != nullptr, known != nullptr);
+  readDeclaration(known != nullptr);
   markAsUtf8();
 }
 
@@ -56,7 +56,7 @@ void XmlInput::decode(const char* encoding, std::string_view first) {
   isAll_ = left_.size() < PIECE && decoder_->fault().empty() && !decoder_->isCut();
 }
 
-void XmlInput::readDeclaration(bool isNamed, bool isShown) {
+void XmlInput::readDeclaration(bool isKnown) {
   const XmlDeclaration declaration = declarationOf(left_);
   if (declaration.isIncomplete && left_.size() == PIECE) {
     throw ParseException("The declaration is too long", 1, 1);
@@ -68,7 +68,7 @@ void XmlInput::readDeclaration(bool isNamed, bool isShown) {
   if (declared == nullptr) {
     reject("Unsupported encoding " + std::string(declaration.encoding), left_, declaration);
   }
-  if (isNamed || isShown || declared->form == Form::UTF_8) {
+  if (isKnown || declared->form == Form::UTF_8) {
     return;
   }
   if (declared->form == Form::WIDE) {

@@ -34,7 +34,7 @@ class XmlInput {
   std::size_t next(char* target, std::size_t size);
   std::size_t pull(char* target, std::size_t size);
   void decode(const char* encoding, std::string_view first);
-  void readDeclaration(bool isNamed, bool isShown);
+  void readDeclaration(bool isKnown);
   void markAsUtf8();
 
   XmlBytes& bytes_;
