@@ -7,6 +7,7 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)  # what is built does not depend on the path
 
 if(PROJECT_IS_TOP_LEVEL)
   add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)

@@ -29,7 +29,7 @@ class InOrder {
   InOrder(std::size_t count, unsigned int jobs, Work work)
       : count_(count),
         jobs_(jobs),
-        portion_(count < jobs * 4 * LARGEST_PORTION ? 1 : LARGEST_PORTION),
+        portion_(count < std::size_t{4} * jobs * LARGEST_PORTION ? 1 : LARGEST_PORTION),
         work_(std::move(work)),
         slots_(jobs * PORTIONS_FOR_A_JOB) {}
   InOrder(const InOrder&) = delete;
