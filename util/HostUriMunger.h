@@ -39,8 +39,9 @@ class NIMBREL_UTIL_API HostUriMunger : public UriMunger {
   HostUriMunger();
   ~HostUriMunger() override;
 
-  /// The name of `host`: NUL-terminated, any bytes, null counts as empty. Throws only
-  /// `std::bad_alloc`, and changes nothing (strong guarantee).
+  /// The name of `host`: NUL-terminated, any bytes, null counts as empty. Throws
+  /// `std::bad_alloc`, and, for a name over 255 bytes, `std::runtime_error` when GLib cannot be
+  /// loaded; changes nothing (strong guarantee).
   std::string munge(const char* host) override;
 };
 

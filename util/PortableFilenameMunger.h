@@ -41,8 +41,9 @@ class NIMBREL_UTIL_API PortableFilenameMunger : public FilenameMunger {
   PortableFilenameMunger();
   ~PortableFilenameMunger() override;
 
-  /// Replaces `name`, any bytes, NUL included, by its name. Throws only `std::bad_alloc`, with
-  /// `name` untouched (strong guarantee).
+  /// Replaces `name`, any bytes, NUL included, by its name. Throws `std::bad_alloc`, and, for a
+  /// name over 255 bytes, `std::runtime_error` when GLib cannot be loaded; `name` is then untouched
+  /// (strong guarantee).
   void munge(std::string& name) override;
 };
 

@@ -25,7 +25,7 @@ class NIMBREL_CONFIG_API FilenameWidgetIdParser : public WidgetIdParser {
   /// stay, all other bytes become "%XX". The munger has no part in it.
   ///
   /// Throws `std::invalid_argument` "widgetFilename was NULL." or "filename cannot be the empty
-  /// string", and `std::runtime_error` when escaping fails.
+  /// string", and `std::runtime_error` when escaping fails or GLib cannot be loaded.
   std::string deriveWidgetIdAuthority(const char* widgetFilename) const override;
 
   /// The base name as the munger rewrites it. Throws `std::invalid_argument` as above, and whatever

@@ -157,6 +157,8 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
     const std::string why = boundedRefusal(c.document);
     EXPECT_TRUE(why.find("expand to too much text") != std::string::npos ||
                 why.find("Detected an entity reference loop") != std::string::npos ||
+                // A bound of libxml2's own, which Ubuntu has added to 2.9.14.
+                why.find("Maximum entity amplification factor") != std::string::npos ||
                 // libxml2 2.9 does not count those that are in scope already.
                 (!IS_OLD && why.find("Too many namespace declarations") != std::string::npos))
         << why;
