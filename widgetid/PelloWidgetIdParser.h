@@ -50,7 +50,8 @@ class NIMBREL_CONFIG_API PelloWidgetIdParser : public WidgetIdParser {
   /// `std::invalid_argument` "widgetId argument was NULL."; `WidgetIdError` "widgetId argument was
   /// empty" or "The provided widget id is not a valid URI."; `std::runtime_error` "soup_uri_new
   /// failed to create our default base URI." for a relative identifier when libsoup did not accept
-  /// "http://"; and what the URI munger throws.
+  /// "http://", and for every identifier, with the reason, when libsoup cannot be loaded; and what
+  /// the URI munger throws.
   virtual std::string createNormalizedWidgetId(const char* widgetId, bool mungeHost) const;
 
  private:
