@@ -70,6 +70,10 @@ void start() {
                              std::to_string(LIBXML_VERSION),
                          0, 0);
   }
+  // libxml2 2.9 asks without a lock whether it is running, so the first start must come before all
+  // other threads' work. Later ones are for a host that has shut it down.
+  static const bool isStarted = (xmlInitParser(), true);
+  static_cast<void>(isStarted);
   xmlInitParser();
 }
 
