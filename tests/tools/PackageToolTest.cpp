@@ -37,8 +37,8 @@ std::string package(const std::vector<Entry>& entries) {
 /// A number of so many bytes, as archives have them.
 std::string number(std::uint64_t value, int bytes) {
   std::string text;
-  for (int i = 0; i < bytes; ++i) {
-    text += static_cast<char>(value >> 8 * i & 0xFF);
+  for (int i = 0; i < bytes; ++i, value >>= 8) {
+    text += static_cast<char>(value & 0xFF);
   }
   return text;
 }

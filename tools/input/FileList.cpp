@@ -41,8 +41,9 @@ bool isWanted(std::string_view name) noexcept {
 }
 
 // Not std::filesystem, which ends the process when memory runs out.
-void addDirectory(std::vector<std::string>& files, std::string directory) {
-  char* const roots[] = {directory.data(), nullptr};
+void addDirectory(std::vector<std::string>& files, const std::string& directory) {
+  std::string root = directory;
+  char* const roots[] = {root.data(), nullptr};
   const std::unique_ptr<FTS, CloseTree> tree(
       ::fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR | FTS_NOSTAT, byName));
   if (tree == nullptr) {

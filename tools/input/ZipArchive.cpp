@@ -1,5 +1,6 @@
 #include "tools/input/ZipArchive.h"
 
+#define ZLIB_CONST  // its input is only read
 #include <zlib.h>
 
 #include <algorithm>
@@ -88,8 +89,8 @@ class Inflater {
   ~Inflater() { inflateEnd(&stream_); }
 
   /// Appends what `packed` gives, but not much more than `limit` bytes in all. True at the end.
-  bool add(std::string packed, std::string& content, std::size_t limit) {
-    stream_.next_in = reinterpret_cast<Bytef*>(packed.data());
+  bool add(std::string_view packed, std::string& content, std::size_t limit) {
+    stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
     stream_.avail_in = static_cast<uInt>(packed.size());
     do {
       const std::size_t used = content.size();
