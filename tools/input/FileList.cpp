@@ -101,7 +101,7 @@ std::vector<std::string> listFiles(std::vector<std::string> operands, bool recur
   std::vector<std::string> files;
   for (std::string& name : operands) {
     if (isDirectory(name)) {
-      addDirectory(files, std::move(name));
+      addDirectory(files, name);
     } else {
       files.push_back(std::move(name));
     }
