@@ -112,10 +112,11 @@ void checkForUser(const XmlNode& root, Probe& probe, Report& report) {
 
 }  // namespace
 
-std::unique_ptr<const Report> checkDocument(
-    std::string document, const std::optional<std::vector<std::string>>& locales) {
+std::unique_ptr<const Report> checkDocument(std::string document,
+                                            const std::optional<std::vector<std::string>>& locales,
+                                            std::uint32_t logMask) {
   auto report = std::make_unique<Report>(std::move(document));
-  Probe probe(*report);
+  Probe probe(*report, logMask);
   const std::shared_ptr<util::XmlDocument> tree = probe.parseXml();
   if (tree != nullptr && probe.readRoot(tree, locales.value_or(std::vector<std::string>()))) {
     const std::shared_ptr<XmlNode> root = tree->getDocumentElement();

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "check/Report.h"
+#include "util/Log.h"
 
 namespace orvane::nimbrel::check {
 
@@ -15,9 +17,12 @@ namespace orvane::nimbrel::check {
 /// The parser decides on each part by itself, whatever its language and what else is wrong; all
 /// else is found in the tree. For every user, an element is not used only if nobody gets it. A
 /// document that the parser rejects gives findings like any other. Throws only `std::bad_alloc`.
-/// For any thread, but a document with the setting "debug" switches the process's debug lines on
-/// for a moment.
+///
+/// For any thread. A document with the setting "debug" switches the debug lines of the process on
+/// until that setting has been read; then `logMask` is set again. Who checks on several threads at
+/// once passes the mask that was in force before any of them began.
 [[nodiscard]] std::unique_ptr<const Report> checkDocument(
-    std::string document, const std::optional<std::vector<std::string>>& locales);
+    std::string document, const std::optional<std::vector<std::string>>& locales,
+    std::uint32_t logMask = util::logMask());
 
 }  // namespace orvane::nimbrel::check

@@ -33,16 +33,16 @@ bool isLeftToTree(FindingCode code) noexcept {
   return code == FindingCode::UNKNOWN_ELEMENT || code == FindingCode::REPEATED;
 }
 
-/// A setting of the document switches the debug lines of the whole process on.
+/// Sets the log mask of the process when it goes.
 class LogMaskGuard {
  public:
-  LogMaskGuard() = default;
+  explicit LogMaskGuard(std::uint32_t mask) noexcept : mask_(mask) {}
   LogMaskGuard(const LogMaskGuard&) = delete;
   LogMaskGuard& operator=(const LogMaskGuard&) = delete;
-  ~LogMaskGuard() { util::setLogMask(before_); }
+  ~LogMaskGuard() { util::setLogMask(mask_); }
 
  private:
-  std::uint32_t before_ = util::logMask();
+  std::uint32_t mask_;
 };
 
 }  // namespace
@@ -98,11 +98,12 @@ class Probe::Listener : public config::ParseObserver {
   const XmlNode* stopped_ = nullptr;
 };
 
-Probe::Probe(Report& report)
+Probe::Probe(Report& report, std::uint32_t logMask)
     : NimbrelConfigParser(
           {}, std::make_shared<util::XmlParserLibXml>(), std::make_shared<util::IRIParser>(),
           std::make_shared<util::IDNConverter>(), std::make_shared<util::UnicodeUtilICU>()),
       report_(report),
+      logMask_(logMask),
       listener_(std::make_shared<Listener>(report)) {
   setObserver(listener_);
 }
@@ -149,7 +150,7 @@ std::vector<std::shared_ptr<XmlNode>> Probe::visited() {
 }
 
 const XmlNode* Probe::readChild(const std::shared_ptr<XmlNode>& child) {
-  const LogMaskGuard guard;
+  const LogMaskGuard guard(logMask_);
   listener_->begin();
   config = std::make_shared<config::BasicConfig>();
   contentSeen = false;

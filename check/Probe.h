@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,8 +15,9 @@ namespace orvane::nimbrel::check {
 /// one too, and by the rules that a device applies.
 class Probe : private config::NimbrelConfigParser {
  public:
-  /// What the parser reports goes into the report, which has to live as long.
-  explicit Probe(Report& report);
+  /// What the parser reports goes into the report, which has to live as long. `logMask` is set
+  /// again after each child: a setting of a document changes the mask of the process.
+  Probe(Report& report, std::uint32_t logMask);
 
   /// Reads the XML. Null when it is rejected.
   std::shared_ptr<util::XmlDocument> parseXml();
@@ -33,6 +35,7 @@ class Probe : private config::NimbrelConfigParser {
   class Listener;
 
   Report& report_;
+  std::uint32_t logMask_;
   std::shared_ptr<Listener> listener_;
 };
 

@@ -14,7 +14,7 @@ namespace orvane::nimbrel::tools {
 /// What the tool tells its caller; part of its interface.
 enum ExitStatus : int {
   EXIT_DONE = 0,
-  EXIT_REJECTED = 1,  ///< the document was rejected, or the identifier refused
+  EXIT_REJECTED = 1,  ///< the document was rejected, or the identifier
   EXIT_UNUSABLE = 2   ///< wrong usage, input that cannot be read, output that cannot be written
 };
 

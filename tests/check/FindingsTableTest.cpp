@@ -91,10 +91,15 @@ TEST(Check, IsSilentOnTheExample) {
 }
 
 TEST(Check, LeavesTheLogAsItWas) {
-  static_cast<void>(checkDocument(
-      test::widget(test::extension("settings", test::named("setting", "debug", "yes"))),
-      std::nullopt));
-  EXPECT_EQ(g_quillo_log_mask, 0U);
+  const std::string debug =
+      test::widget(test::extension("settings", test::named("setting", "debug", "yes")));
+  static_cast<void>(checkDocument(debug, std::nullopt));
+  EXPECT_EQ(util::logMask(), 0U);
+  // What a document on another thread has switched on for a moment does not stay.
+  util::setLogMask(util::LOG_MASK_DEBUG);
+  static_cast<void>(checkDocument(debug, std::nullopt, 0));
+  EXPECT_EQ(util::logMask(), 0U);
+  util::setLogMask(0);
 }
 
 std::string documentOf(std::string_view example) {

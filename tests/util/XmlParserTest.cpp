@@ -220,7 +220,7 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
   }
 }
 
-// Whoever asks iconv for these has it read its configuration and load code, wherever the
+// Asked for these, iconv would read its configuration and load code, wherever the
 // environment says that lies.
 TEST(XmlParser, RejectsOtherEncodingsByName) {
   for (const std::string name :

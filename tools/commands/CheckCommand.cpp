@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,7 @@
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/input/Input.h"
+#include "util/Log.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -105,12 +107,13 @@ struct CheckedFile {
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
-CheckedFile checkFile(const std::string& path, const Options& options) {
+CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
   const std::string& name = path == STANDARD_INPUT ? options.stdinName : path;
   try {
     Document document = readDocument(path, options.stdinName);
     return {options.format == "jsonl" ? name : document.name,
-            check::checkDocument(std::move(*document.bytes), options.locales), std::nullopt};
+            check::checkDocument(std::move(*document.bytes), options.locales, logMask),
+            std::nullopt};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {
       return {name, nullptr, failure};
@@ -125,8 +128,9 @@ CheckedFile checkFile(const std::string& path, const Options& options) {
 bool checkFiles(const Options& options, FindingPrinter& printer) {
   Progress progress(options.files.size(), options.progress && !options.quiet, "findings");
   bool complete = true;
+  const std::uint32_t logMask = util::logMask();
   InOrder<CheckedFile> files(options.files.size(), options.jobs, [&](std::size_t index) {
-    return checkFile(options.files[index], options);
+    return checkFile(options.files[index], options, logMask);
   });
   files.run([&](std::size_t index, const CheckedFile& file) {
     if (file.failure || !file.report->findings().empty()) {

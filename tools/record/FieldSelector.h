@@ -13,7 +13,7 @@ namespace orvane::nimbrel::tools {
 /// the record's JSON object, or a path of them with dots between ("startFile.src", "icons.0.src").
 void requireField(const std::string& name);
 
-/// Hands on one field of the record that is told to it. The name and `field` must outlive it.
+/// Passes on one field of the record that it is given. The name and `field` must outlive it.
 class FieldSelector : public JsonSink {
  public:
   FieldSelector(std::string_view name, JsonSink& field) : next_(name), field_(field) {}
