@@ -73,8 +73,9 @@ class Option {
   /// None.
   Option() noexcept = default;
 
-  /// A copy of the other's value, or None.
-  Option(const Option& other) {
+  /// A copy of the other's value, or None. Does not throw when the value's copy does not, so that a
+  /// growing vector moves what holds the option.
+  Option(const Option& other) noexcept(std::is_nothrow_copy_constructible_v<T>) {
     if (other.value_ != nullptr) {
       construct(*other.value_);
     }
@@ -83,7 +84,7 @@ class Option {
   ~Option() { reset(); }
 
   /// Drops the value and copies the other's. Basic guarantee: when the copy throws, None is left.
-  Option& operator=(const Option& other) {
+  Option& operator=(const Option& other) noexcept(std::is_nothrow_copy_constructible_v<T>) {
     if (this != &other) {
       reset();
       if (other.value_ != nullptr) {
