@@ -50,13 +50,14 @@ std::string helpOf(const CommandText& command, const std::vector<OptionText>& op
   std::string text = std::string("Usage: nimbrel-config ") + command.name + " [OPTION]...";
   text += *command.operands == '\0' ? "" : std::string(" ") + command.operands;
   text += std::string("\n\n") + command.summary + ".\n";
-  std::string_view operands = command.operandsHelp;
+  const std::string operands = command.operandsHelp;
   text += operands.empty() ? "" : "\n";
-  while (!operands.empty()) {
-    const std::string_view line = operands.substr(0, operands.find('\n'));
+  for (std::size_t start = 0; start < operands.size();) {
+    const std::size_t end = std::min(operands.find('\n', start), operands.size());
+    const std::string line = operands.substr(start, end - start);
     const std::size_t gap = line.find(' ');
-    appendEntry(text, std::string(line.substr(0, gap)), line.substr(gap + 1));
-    operands.remove_prefix(std::min(operands.size(), line.size() + 1));
+    appendEntry(text, line.substr(0, gap), line.substr(gap + 1));
+    start = end + 1;
   }
   text += "\nOptions:\n";
   for (const OptionText& option : options) {
