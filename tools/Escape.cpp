@@ -122,9 +122,4 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) noexc
   return text.substr(0, end);
 }
 
-std::size_t width(std::string_view text) noexcept {
-  return text.size() -
-         static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isUtf8Trail));
-}
-
 }  // namespace orvane::nimbrel::tools

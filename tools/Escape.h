@@ -30,7 +30,4 @@ void appendEscaped(std::string& out, std::string_view text, Encoding encoding);
 /// The first `count` characters of a UTF-8 text; all of one that has not as many.
 [[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept;
 
-/// The number of characters in a UTF-8 text, which is its width on a terminal in most scripts.
-[[nodiscard]] std::size_t width(std::string_view text) noexcept;
-
 }  // namespace orvane::nimbrel::tools

@@ -1,6 +1,7 @@
 #include "tools/Output.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -61,6 +62,11 @@ void endWithoutMemory() noexcept {
 
 bool isTerminal() noexcept {
   return ::isatty(STDOUT_FILENO) == 1;
+}
+
+std::size_t terminalWidth() noexcept {
+  struct winsize size {};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 Colour colourOf(std::string_view when) noexcept {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace orvane::nimbrel::tools {
@@ -22,6 +23,9 @@ void writeError(std::string_view line);
 
 /// Whether standard output goes to a terminal.
 [[nodiscard]] bool isTerminal() noexcept;
+
+/// The number of columns of the terminal that standard output goes to; 0 when it is not known.
+[[nodiscard]] std::size_t terminalWidth() noexcept;
 
 /// When text is coloured.
 enum class Colour {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tools/Columns.h"
 #include "tools/Escape.h"
 #include "util/StringUtil.h"
 

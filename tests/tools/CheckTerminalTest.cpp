@@ -1,4 +1,5 @@
 // What `check` adds for a person at a terminal: colours, the line of the document, and carets.
+#include <regex>
 #include <sstream>
 
 #include "tests/tools/Tool.h"
@@ -13,7 +14,8 @@ std::string terminalOutput(const std::string& document, const Environment& envir
   return run({"check", "-"}, document, Stdout::TERMINAL, environment).out;
 }
 
-/// What stands below the findings' own lines, but for stray text, which only makes lines long.
+/// What stands below the findings' own lines, behind the gutter, but for stray text, which only
+/// makes lines long.
 std::string excerptsOf(const std::string& document) {
   std::string excerpts;
   std::istringstream lines(terminalOutput(document, {"NO_COLOR=1"}));
@@ -22,7 +24,8 @@ std::string excerptsOf(const std::string& document) {
     if (line.rfind("  ", 0) != 0) {
       isStray = line.find("[misplaced]") != std::string::npos;
     } else if (!isStray) {
-      excerpts += line.substr(2) + '\n';
+      EXPECT_EQ(line.substr(5, 3), " | ");
+      excerpts += line.substr(8) + '\n';
     }
   }
   return excerpts;
@@ -43,6 +46,9 @@ TEST(CheckTerminal, CaretsMarkThePlace) {
        "        <icon   src='a' width='9px'/>\n" + blanks(31) + "^~~\n"},
       {"\xC3\xA9\xC2\x9B" + place, "\xC3\xA9\\u009b" + place + '\n' + blanks(7) + marked},
       {place + "\r", place + '\n' + marked},
+      // an ideograph is two columns wide, an accent of its own none
+      {"\xE5\xAD\x97" + place, "\xE5\xAD\x97" + place + '\n' + blanks(2) + marked},
+      {"e\xCC\x81" + place, "e\xCC\x81" + place + '\n' + blanks(1) + marked},
   };
   expectRows(rows, [](const std::string& line) { return excerptsOf(widget('\n' + line + '\n')); });
   EXPECT_EQ(excerptsOf("\xEF\xBB\xBF<icon xmlns='http://www.w3.org/ns/widgets'/>"),
@@ -94,7 +100,15 @@ TEST(CheckTerminal, EveryEncodingHasLines) {
 
 TEST(CheckTerminal, ColoursFollowTheUsersWish) {
   const std::string document = widget("<icon/>");
-  EXPECT_THAT(terminalOutput(document, {}), HasSubstr(": \x1B[1;33mwarning\x1B[0m: icon: "));
+  const std::string plain = terminalOutput(document, {"NO_COLOR=1"});
+  EXPECT_THAT(plain, testing::EndsWith("\n1 warning\nFor more about a code, try: nimbrel-config "
+                                       "check --explain missing-attribute\n"));
+  const std::string coloured = terminalOutput(document, {});
+  for (const char* part : {"\x1B[1m-:1:100\x1B[0m: \x1B[1;33mwarning\x1B[0m: icon: ",
+                           "\n\x1B[2m    1 |\x1B[0m ", "\x1B[1;33m^~~~\x1B[0m\n"}) {
+    EXPECT_THAT(coloured, HasSubstr(part));
+  }
+  EXPECT_EQ(std::regex_replace(coloured, std::regex("\x1B\\[[0-9;]*m"), ""), plain);
   for (const char* wish : {"NO_COLOR=1", "TERM=dumb"}) {
     EXPECT_THAT(terminalOutput(document, {wish}), HasSubstr(": warning: icon: "));
   }

@@ -75,15 +75,25 @@ TEST(ManyFiles, GiveTheSameWithAnyNumberOfJobs) {
       EXPECT_EQ(four.status, 2);
       EXPECT_TRUE(one.out == four.out);
       EXPECT_EQ(one.error, four.error);
-      if (format != std::string("jsonl")) {
+      if (format == std::string("text") || format == std::string("sarif")) {
         continue;
       }
-      std::istringstream lines(four.out);
+      std::vector<Json> files;
+      if (format == std::string("jsonl")) {
+        std::istringstream lines(four.out);
+        for (std::string line; std::getline(lines, line);) {
+          files.push_back(Json::parse(line));
+        }
+      } else {
+        const Json whole = Json::parse(four.out);
+        const Json& listed = command == std::string("check") ? whole["files"] : whole;
+        files.assign(listed.begin(), listed.end());
+      }
       std::istringstream names(list);
       std::map<std::string, int> statuses;
       std::string name;
-      for (std::string line; std::getline(lines, line) && std::getline(names, name);) {
-        const Json file = Json::parse(line);
+      for (const Json& file : files) {
+        std::getline(names, name);
         EXPECT_EQ(file["file"], name);
         ++statuses[file["status"].get<std::string>()];
         EXPECT_EQ(file["reason"].is_null(), file["status"] == "done");
@@ -92,6 +102,19 @@ TEST(ManyFiles, GiveTheSameWithAnyNumberOfJobs) {
                 (std::map<std::string, int>{{"done", 288}, {"rejected", 12}, {"unreadable", 3}}));
     }
   }
+}
+
+TEST(ManyFiles, HaveTheSameFormHoweverManyThereAre) {
+  const TemporaryFolder folder;
+  folder.add("b.wgt", widget("", "id='urn:b'"));
+  const auto with = [&](const char* command, const char* format, const std::string& list) {
+    return run({command, "--format", format, "--files-from", "-"}, list).out;
+  };
+  EXPECT_EQ(Json::parse(run({"show", "--format", "json", "-r", folder.path()}).out)[0]["status"],
+            "done");
+  EXPECT_EQ(with("show", "json", ""), "[]\n");
+  EXPECT_EQ(Json::parse(with("check", "json", ""))["files"], Json::array());
+  EXPECT_EQ(Json::parse(with("check", "json", "/nowhere"))["files"][0]["status"], "unreadable");
 }
 
 TEST(ManyFiles, AreSummedUp) {

@@ -56,9 +56,11 @@ TEST(ShowToolFiles, EachIsReadByItselfAndTheWorstDecides) {
   const Outcome json = run({"show", "--format", "json", one.path(), bad.path(), two.path()});
   EXPECT_EQ(json.status, 1);
   const Json list = Json::parse(json.out);
-  ASSERT_EQ(list.size(), 2U);
-  EXPECT_EQ(list[1]["file"], two.path());
-  EXPECT_EQ(list[1]["record"]["id"], "urn:2");
+  ASSERT_EQ(list.size(), 3U);
+  EXPECT_EQ(list[1]["status"], "rejected");
+  EXPECT_EQ(list[1]["record"], nullptr);
+  EXPECT_EQ(list[2]["file"], two.path());
+  EXPECT_EQ(list[2]["record"]["id"], "urn:2");
 }
 
 std::string localesShown(std::vector<std::string> arguments, const Environment& environment) {

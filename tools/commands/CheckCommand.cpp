@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -15,8 +14,7 @@
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/FileOptions.h"
-#include "tools/commands/InOrder.h"
-#include "tools/commands/Progress.h"
+#include "tools/commands/ForEachFile.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/input/Input.h"
@@ -36,8 +34,8 @@ struct Options : FileSettings {
   bool codes = false;
   std::optional<std::string> explain;
   Colour colour = Colour::AUTO;
-  std::string stdinName = STANDARD_INPUT;
   bool summary = false;
+  bool quiet = false;
 };
 
 constexpr Option<Options> OPTIONS[] = {
@@ -67,7 +65,10 @@ constexpr Option<Options> OPTIONS[] = {
     JOBS_OPTION<Options>,
     NO_PROGRESS_OPTION<Options>,
     {{"quiet", nullptr, "Print neither progress nor the number of findings", 'q'},
-     [](Options& options, const char* /*value*/) { options.quiet = true; }},
+     [](Options& options, const char* /*value*/) {
+       options.quiet = true;
+       options.progress = false;
+     }},
     COLOUR_OPTION<Options>,
     STDIN_NAME_OPTION<Options>,
 };
@@ -93,14 +94,14 @@ std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
   if (options.format == "jsonl") {
     return jsonLinesPrinter();
   }
-  return options.format == "sarif"
-             ? sarifPrinter()
-             : textPrinter({isTerminal(), isColourWanted(options.colour), options.quiet});
+  return options.format == "sarif" ? sarifPrinter()
+                                   : textPrinter({isTerminal(), isColourWanted(options.colour),
+                                                  options.quiet, terminalWidth()});
 }
 
 /// What came of a file: a report, or why it cannot be read.
 struct CheckedFile {
-  std::string name;  ///< what messages call the document
+  std::string document;  ///< what a person reads as its name
   std::unique_ptr<const check::Report> report;
   std::optional<DocumentFailure> failure;
 };
@@ -108,44 +109,39 @@ struct CheckedFile {
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
 CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
-  const std::string& name = path == STANDARD_INPUT ? options.stdinName : path;
   try {
     Document document = readDocument(path, options.stdinName);
-    return {options.format == "jsonl" ? name : document.name,
+    return {std::move(document.name),
             check::checkDocument(std::move(*document.bytes), options.locales, logMask),
             std::nullopt};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {
-      return {name, nullptr, failure};
+      return {{}, nullptr, failure};
     }
     auto report = std::make_unique<check::Report>("");
     report->reject(failure.problem().reason, failure.problem().line, failure.problem().column);
-    return {name, std::move(report), std::nullopt};
+    return {options.nameOf(path), std::move(report), std::nullopt};
   }
 }
 
-/// Checks all files, and prints what is found in their order. Whether all could be read.
-bool checkFiles(const Options& options, FindingPrinter& printer) {
-  Progress progress(options.files.size(), options.progress && !options.quiet, "findings");
-  bool complete = true;
+/// Checks all files, and prints what is found in their order.
+void checkFiles(const Options& options, FindingPrinter& printer) {
   const std::uint32_t logMask = util::logMask();
-  InOrder<CheckedFile> files(options.files.size(), options.jobs, [&](std::size_t index) {
-    return checkFile(options.files[index], options, logMask);
-  });
-  files.run([&](std::size_t index, const CheckedFile& file) {
-    if (file.failure || !file.report->findings().empty()) {
-      progress.clear();
-    }
-    if (file.failure) {
-      printer.printUnreadable(file.name, *file.failure);
-      complete = false;
-    } else {
-      printer.print(file.name, *file.report);
-    }
-    const FindingCounts& counts = printer.counts();
-    progress.update(index + 1, counts.errors + counts.warnings + counts.notes);
-  });
-  return complete;
+  forEachFile(
+      options, "findings",
+      [&](const std::string& path) { return checkFile(path, options, logMask); },
+      [&](const std::string& name, const CheckedFile& file, Progress& progress) {
+        if (file.failure || !file.report->findings().empty()) {
+          progress.clear();
+        }
+        if (file.failure) {
+          printer.printUnreadable(name, *file.failure);
+        } else {
+          printer.print({name, file.document}, *file.report);
+        }
+        return printer.counts().all();
+      });
+  printer.finish();
 }
 
 ExitStatus runCheck(int argc, char** argv) {
@@ -171,9 +167,8 @@ ExitStatus runCheck(int argc, char** argv) {
   }
   options.findFiles(std::move(*operands));
   const std::unique_ptr<FindingPrinter> printer = printerFor(options);
-  const bool complete = checkFiles(options, *printer);
-  printer->finish(complete);
-  if (!complete) {
+  checkFiles(options, *printer);
+  if (printer->files().unreadable != 0) {
     return EXIT_UNUSABLE;
   }
   const FindingCounts& counts = printer->counts();

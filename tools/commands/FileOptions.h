@@ -9,6 +9,7 @@
 
 #include "tools/commands/Arguments.h"
 #include "tools/input/FileList.h"
+#include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -19,7 +20,15 @@ struct FileSettings {
   std::optional<std::string> filesFrom;
   unsigned int jobs = 0;  ///< 0: as many as there are processors
   bool progress = true;
-  bool quiet = false;
+  std::string stdinName = STANDARD_INPUT;
+
+  /// Whether the output has to say which file is meant: with a list or a directory however many
+  /// files there are, so that its form is known beforehand.
+  [[nodiscard]] bool isSeveral() const { return files.size() != 1 || recursive || filesFrom; }
+  /// What messages call a file.
+  [[nodiscard]] const std::string& nameOf(const std::string& file) const {
+    return file == STANDARD_INPUT ? stdinName : file;
+  }
 
   /// Takes over the operands and lists the files. Throws `Failure`.
   void findFiles(std::vector<std::string> operands) {

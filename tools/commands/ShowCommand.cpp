@@ -11,18 +11,14 @@
 #include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
-#include "tools/JsonWriter.h"
 #include "tools/Output.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/FileOptions.h"
-#include "tools/commands/InOrder.h"
-#include "tools/commands/Progress.h"
+#include "tools/commands/ForEachFile.h"
 #include "tools/commands/UserLocales.h"
 #include "tools/input/Input.h"
-#include "tools/record/FieldLines.h"
 #include "tools/record/FieldSelector.h"
-#include "tools/record/RecordJson.h"
-#include "tools/record/RecordText.h"
+#include "tools/record/RecordPrinter.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -39,7 +35,6 @@ struct Settings : FileSettings {
   std::optional<int> density;
   bool debug = false;
   Colour colour = Colour::AUTO;
-  std::string stdinName = STANDARD_INPUT;
 };
 
 constexpr Option<Settings> OPTIONS[] = {
@@ -127,125 +122,6 @@ std::shared_ptr<config::Config> parseDocument(const Settings& settings, const st
   }
 }
 
-/// Prints what was asked for of each document; with several, after the name of its file.
-class Printer {
- public:
-  explicit Printer(const Settings& settings)
-      : settings_(settings),
-        json_(settings.format == "jsonl" ? JsonWriter::Layout::LINE
-                                         : JsonWriter::Layout::INDENTED) {}
-
-  void print(const std::string& file, config::BasicConfig& record, const std::string& errorText) {
-    if (settings_.format == "jsonl") {
-      beginLine(file, "done", nullptr);
-      printRecord(record, errorText);
-      endLine();
-    } else if (settings_.format == "json") {
-      printJson(file, record, errorText);
-    } else if (settings_.field) {
-      FieldLines lines(isSeveral() ? escape(file) + ':' : "", writeOutput);
-      FieldSelector selector(*settings_.field, lines);
-      recordToJson(selector, record, errorText);
-    } else {
-      printText(file, recordToText(record, errorText, isColourWanted(settings_.colour)));
-    }
-  }
-
-  void printFailure(const std::string& file, const DocumentFailure& failure) {
-    if (settings_.format != "jsonl" || failure.status() == EXIT_UNUSABLE) {
-      writeError(failure.what());
-    }
-    if (settings_.format == "jsonl") {
-      beginLine(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
-                &failure.problem());
-      json_.value(nullptr);
-      endLine();
-    }
-  }
-
-  void finish() {
-    if (settings_.format == "json" && isSeveral()) {
-      beginList();
-      json_.endArray();
-      json_.finish();
-    }
-  }
-
- private:
-  [[nodiscard]] bool isSeveral() const { return settings_.files.size() > 1; }
-
-  /// All of a line up to the record.
-  void beginLine(const std::string& file, const char* status,
-                 const DocumentFailure::Problem* problem) {
-    json_.beginObject();
-    json_.member("file", file);
-    json_.member("status", status);
-    json_.key("reason");
-    if (problem == nullptr) {
-      json_.value(nullptr);
-    } else {
-      json_.value(problem->subject + (problem->subject.empty() ? "" : ": ") + problem->reason);
-    }
-    const auto number = [&](const char* name, std::uint32_t value) {
-      json_.key(name);
-      value == 0 ? json_.value(nullptr) : json_.value(value);
-    };
-    number("line", problem == nullptr ? 0 : problem->line);
-    number("column", problem == nullptr ? 0 : problem->column);
-    json_.key(settings_.field ? "value" : "record");
-  }
-
-  void endLine() {
-    json_.endObject();
-    json_.finish();
-  }
-
-  void beginList() {
-    if (std::exchange(first_, false)) {
-      json_.beginArray();
-    }
-  }
-
-  void printJson(const std::string& file, config::BasicConfig& record,
-                 const std::string& errorText) {
-    if (!isSeveral()) {
-      printRecord(record, errorText);
-      json_.finish();
-      return;
-    }
-    beginList();
-    json_.beginObject();
-    json_.member("file", file);
-    json_.key(settings_.field ? "value" : "record");
-    printRecord(record, errorText);
-    json_.endObject();
-    json_.flush();
-  }
-
-  void printRecord(config::BasicConfig& record, const std::string& errorText) {
-    if (!settings_.field) {
-      recordToJson(json_, record, errorText);
-      return;
-    }
-    FieldSelector selector(*settings_.field, json_);
-    recordToJson(selector, record, errorText);
-    if (!selector.isFound()) {
-      json_.value(nullptr);
-    }
-  }
-
-  void printText(const std::string& file, const std::string& report) {
-    if (isSeveral()) {
-      writeOutput((std::exchange(first_, false) ? "" : "\n") + escape(file) + ":\n\n");
-    }
-    writeOutput(report);
-  }
-
-  const Settings& settings_;
-  bool first_ = true;
-  JsonWriter json_;
-};
-
 /// What came of a file: a record, or why there is none.
 struct ShownFile {
   std::shared_ptr<config::BasicConfig> record;
@@ -268,29 +144,24 @@ ShownFile showFile(const Settings& settings, const std::string& file) {
 
 ExitStatus showFiles(const Settings& settings) {
   ExitStatus worst = EXIT_DONE;
-  std::size_t rejected = 0;
-  Printer printer(settings);
-  Progress progress(settings.files.size(), settings.progress && !isTerminal(), "without a record");
-  // The lines of several documents at a time could not be told apart.
-  InOrder<ShownFile> files(
-      settings.files.size(), settings.debug ? 1 : settings.jobs,
-      [&](std::size_t index) { return showFile(settings, settings.files[index]); });
-  files.run([&](std::size_t index, const ShownFile& shown) {
-    const std::string& path = settings.files[index];
-    const std::string& file = path == STANDARD_INPUT ? settings.stdinName : path;
-    if (shown.failure) {
-      progress.clear();
-      printer.printFailure(file, *shown.failure);
-      worst = std::max(worst, shown.failure->status());
-      ++rejected;
-    } else {
-      printer.print(file, *shown.record, shown.errorText);
-    }
-    progress.update(index + 1, rejected);
-  });
-  if (worst == EXIT_DONE || settings.files.size() > 1) {
-    printer.finish();
-  }
+  std::size_t failures = 0;
+  RecordPrinter printer(
+      {settings.format, settings.field, settings.isSeveral(), isColourWanted(settings.colour)});
+  forEachFile(
+      settings, "without a record",
+      [&](const std::string& path) { return showFile(settings, path); },
+      [&](const std::string& name, const ShownFile& file, Progress& progress) {
+        if (file.failure) {
+          progress.clear();
+          printer.printFailure(name, *file.failure);
+          worst = std::max(worst, file.failure->status());
+          ++failures;
+        } else {
+          printer.print(name, *file.record, file.errorText);
+        }
+        return failures;
+      });
+  printer.finish();
   return worst;
 }
 
@@ -311,7 +182,9 @@ ExitStatus runShow(int argc, char** argv) {
   }
   if (settings.debug) {
     copyLogToStandardError();
+    settings.jobs = 1;  // the lines of several documents at a time could not be told apart
   }
+  settings.progress = settings.progress && !isTerminal();  // there the records show it
   settings.findFiles(std::move(*operands));
   return showFiles(settings);
 }

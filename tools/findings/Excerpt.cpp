@@ -1,18 +1,18 @@
 #include "tools/findings/Excerpt.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 
+#include "tools/Columns.h"
 #include "tools/Escape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr std::size_t MAXIMUM_WIDTH = 100;
-constexpr std::size_t MARGIN = 30;                // kept before the place in a line that is cut
-constexpr std::size_t REACH = 8 * MAXIMUM_WIDTH;  // bytes on each side that may be shown
+constexpr std::size_t MARGIN = 30;  // kept before the place in a line that is cut
+constexpr std::size_t REACH = 800;  // bytes on each side that may be shown
 constexpr std::size_t TAB = 8;
-constexpr std::string_view INDENT = "  ";
 constexpr std::string_view CUT = "...";
 
 /// A line as a terminal shows it, with the place in columns.
@@ -66,34 +66,45 @@ Drawing draw(std::string_view line, check::Span place) {
   return drawing;
 }
 
-/// Cuts a long line around the place.
-void cut(Drawing& drawing) {
+/// Cuts a line that is longer than this around the place.
+void cut(Drawing& drawing, std::size_t limit) {
   const std::size_t whole = width(drawing.text);
-  if (whole <= MAXIMUM_WIDTH) {
+  if (whole <= limit) {
     return;
   }
-  const std::size_t first =
-      drawing.begin + MARGIN < MAXIMUM_WIDTH
+  const std::size_t wanted =
+      drawing.begin + MARGIN < limit
           ? 0
-          : std::min(drawing.begin - std::min(drawing.begin, MARGIN), whole - MAXIMUM_WIDTH);
-  drawing.text.erase(0, firstCharacters(drawing.text, first).size());
-  drawing.text = firstCharacters(drawing.text, MAXIMUM_WIDTH);
+          : std::min(drawing.begin - std::min(drawing.begin, MARGIN), whole - limit);
+  const std::string_view front = firstColumns(drawing.text, wanted);
+  const std::size_t first = width(front);
+  drawing.text.erase(0, front.size());
+  drawing.text = firstColumns(drawing.text, limit);
   drawing.begin -= first;
-  drawing.end = std::min(drawing.end - first, MAXIMUM_WIDTH);
+  drawing.end = std::min(drawing.end - first, limit);
   if (first != 0) {
     drawing.text.insert(0, CUT);
     drawing.begin += CUT.size();
     drawing.end += CUT.size();
   }
-  if (first + MAXIMUM_WIDTH < whole) {
+  if (first + limit < whole) {
     drawing.text += CUT;
   }
 }
 
+void appendGutter(std::string& text, const std::string& number, const ExcerptStyle& style) {
+  constexpr std::size_t NUMBER_WIDTH = 5;
+  text += style.gutter;
+  text.append(NUMBER_WIDTH - std::min(number.size(), NUMBER_WIDTH), ' ').append(number) += " |";
+  text.append(style.plain) += ' ';
+}
+
 }  // namespace
 
-std::string excerpt(const check::Report& report, const check::Diagnostic& finding) {
-  const std::string_view line = report.source().line(report.placeOf(finding).begin.line);
+std::string excerpt(const check::Report& report, const check::Diagnostic& finding,
+                    const ExcerptStyle& style) {
+  const std::uint32_t lineNumber = report.placeOf(finding).begin.line;
+  const std::string_view line = report.source().line(lineNumber);
   // Where the place is known the line is not blank.
   if (!finding.hasSpan &&
       line.substr(0, REACH).find_first_not_of(" \t") == std::string_view::npos) {
@@ -105,12 +116,16 @@ std::string excerpt(const check::Report& report, const check::Diagnostic& findin
           ? check::Span{finding.span.begin - start, std::min(finding.span.end - start, line.size())}
           : check::Span{0, 0};
   Drawing drawing = draw(line, place);
-  cut(drawing);
+  cut(drawing, style.width);
+  const std::string number = std::to_string(lineNumber);
   std::string text;
-  text.append(INDENT).append(drawing.text) += '\n';
+  appendGutter(text, number, style);
+  text.append(drawing.text) += '\n';
   if (finding.hasSpan) {
-    text.append(INDENT).append(drawing.begin, ' ') += '^';
-    text.append(drawing.end - std::min(drawing.end, drawing.begin + 1), '~') += '\n';
+    appendGutter(text, std::string(number.size(), ' '), style);
+    text.append(drawing.begin, ' ').append(style.carets) += '^';
+    text.append(drawing.end - std::min(drawing.end, drawing.begin + 1), '~').append(style.plain);
+    text += '\n';
   }
   return text;
 }

@@ -1,16 +1,26 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "check/Report.h"
 
 namespace orvane::nimbrel::tools {
 
-/// The line of a document that a finding is about, and under it carets that mark the place, if it
-/// is known.
+/// What an excerpt looks like.
+struct ExcerptStyle {
+  std::size_t width = 100;  ///< columns of the document's line that are shown
+  const char* gutter = "";  ///< control sequences: before the gutter, before the carets ...
+  const char* carets = "";
+  const char* plain = "";  ///< ... and after both
+};
+
+/// The line of a document that a finding is about, behind its number, and under it carets that mark
+/// the place, if it is known.
 ///
 /// Tabs keep their width, control characters are escaped, and a long line is cut around the place;
 /// the time does not depend on its length. Empty when the line is not known, or is blank.
-[[nodiscard]] std::string excerpt(const check::Report& report, const check::Diagnostic& finding);
+[[nodiscard]] std::string excerpt(const check::Report& report, const check::Diagnostic& finding,
+                                  const ExcerptStyle& style);
 
 }  // namespace orvane::nimbrel::tools

@@ -28,10 +28,14 @@ FindingPrinter::FindingPrinter() {
   }
 }
 
-void FindingPrinter::print(const std::string& name, const check::Report& report) {
+void FindingPrinter::beginOnce() {
   if (!std::exchange(begun_, true)) {
     begin();
   }
+}
+
+void FindingPrinter::print(const DocumentName& name, const check::Report& report) {
+  beginOnce();
   const std::size_t errors = counts_.errors;
   std::vector<bool> found(codes_.size());
   for (const check::Diagnostic& finding : report.findings()) {
@@ -46,15 +50,16 @@ void FindingPrinter::print(const std::string& name, const check::Report& report)
   printDocument(name, report);
 }
 
-void FindingPrinter::printUnreadable(const std::string& /*file*/, const DocumentFailure& failure) {
+void FindingPrinter::printUnreadable(const std::string& file, const DocumentFailure& failure) {
+  beginOnce();
   ++files_.unreadable;
   writeError(failure.what());
+  printFailure(file, failure);
 }
 
-void FindingPrinter::finish(bool complete) {
-  if (begun_) {
-    end(complete);
-  }
+void FindingPrinter::finish() {
+  beginOnce();
+  end();
 }
 
 std::vector<CodeCount> FindingPrinter::codes() const {

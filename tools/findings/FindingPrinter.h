@@ -18,6 +18,13 @@ struct FindingCounts {
   std::size_t notes = 0;
 
   void add(check::Level level) noexcept;
+  [[nodiscard]] std::size_t all() const noexcept { return errors + warnings + notes; }
+};
+
+/// What output calls a document.
+struct DocumentName {
+  std::string file;      ///< as it was given: for programs, which can join input and output by it
+  std::string document;  ///< for a person: of a package with the entry
 };
 
 /// What became of the files.
@@ -43,13 +50,13 @@ class FindingPrinter {
   FindingPrinter& operator=(const FindingPrinter&) = delete;
   virtual ~FindingPrinter() = default;
 
-  /// Prints and counts the findings of a document that messages call `name`.
-  void print(const std::string& name, const check::Report& report);
-  /// Says on standard error that a file cannot be read, and counts it.
-  virtual void printUnreadable(const std::string& file, const DocumentFailure& failure);
-  /// Prints what stands at the end, when a document was printed; `complete` unless one could not be
-  /// read.
-  void finish(bool complete);
+  /// Prints and counts the findings of a document.
+  void print(const DocumentName& name, const check::Report& report);
+  /// Says on standard error, and in what is printed for programs, that a file cannot be read, and
+  /// counts it.
+  void printUnreadable(const std::string& file, const DocumentFailure& failure);
+  /// Prints what stands at the end.
+  void finish();
 
   [[nodiscard]] const FindingCounts& counts() const noexcept { return counts_; }
   [[nodiscard]] const FileCounts& files() const noexcept { return files_; }
@@ -57,12 +64,15 @@ class FindingPrinter {
   [[nodiscard]] std::vector<CodeCount> codes() const;
 
  protected:
-  /// Before the first document.
+  /// Before all else.
   virtual void begin() {}
-  virtual void printDocument(const std::string& name, const check::Report& report) = 0;
-  virtual void end(bool complete) = 0;
+  virtual void printDocument(const DocumentName& name, const check::Report& report) = 0;
+  virtual void printFailure(const std::string& /*file*/, const DocumentFailure& /*failure*/) {}
+  virtual void end() = 0;
 
  private:
+  void beginOnce();
+
   FindingCounts counts_;
   FileCounts files_;
   std::vector<CodeCount> codes_;  // all kinds
@@ -71,21 +81,22 @@ class FindingPrinter {
 
 /// How a person sees findings.
 struct FindingStyle {
-  bool source = false;  ///< with the lines of the document
+  bool source = false;  ///< with the lines of the document, and how to go on
   bool colour = false;
-  bool quiet = false;  ///< without the number of findings
+  bool quiet = false;        ///< with the findings alone
+  std::size_t terminal = 0;  ///< columns; 0 when not known
 };
 
-/// The findings as compilers print theirs: "FILE:LINE:COLUMN: level: sentence [code]", a line each.
-/// Under it, as `style` wants, the line of the document and carets under the place. Their number is
-/// the last line.
+/// The findings as compilers print theirs: "FILE:LINE:COLUMN: level: sentence [code]", a line each,
+/// and at last their number. As `style` wants, the line of the document follows each, with carets
+/// under the place, and at the end how a code is explained.
 [[nodiscard]] std::unique_ptr<FindingPrinter> textPrinter(FindingStyle style);
 
-/// One JSON object; what is absent or not known is null.
+/// One JSON object with an object for each file: its name, "done", "rejected" or "unreadable", why,
+/// and its findings. What is absent or not known is null.
 [[nodiscard]] std::unique_ptr<FindingPrinter> jsonPrinter();
 
-/// One JSON object a file, in a line of its own, at once: its name, "done", "rejected" or
-/// "unreadable", why, and its findings.
+/// The objects of the files alone, each in a line of its own, at once.
 [[nodiscard]] std::unique_ptr<FindingPrinter> jsonLinesPrinter();
 
 /// How often each code was found in all files, instead of the findings: as text, or as a JSON

@@ -9,21 +9,51 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-/// What both forms have in common.
+/// What the forms have in common.
 class FindingsAsJson : public FindingPrinter {
  protected:
   explicit FindingsAsJson(JsonWriter::Layout layout) : json_(layout) {}
 
   JsonWriter& json() noexcept { return json_; }
 
-  void printFindings(const check::Report& report) {
+  /// All of a file. `report` is null for one that cannot be read.
+  void printFile(const std::string& file, const char* status, const std::string& reason,
+                 const FindingCounts& counts, const check::Report* report) {
+    json_.beginObject();
+    json_.member("file", file);
+    json_.member("status", status);
+    text("reason", reason);
+    printCounts(counts);
     json_.key("findings");
     json_.beginArray();
-    for (const check::Diagnostic& finding : report.findings()) {
-      print(report, finding);
+    if (report != nullptr) {
+      for (const check::Diagnostic& finding : report->findings()) {
+        print(*report, finding);
+      }
     }
     json_.endArray();
+    json_.endObject();
+    endFile();
   }
+
+  void printDocument(const DocumentName& name, const check::Report& report) override {
+    const check::Diagnostic* error = nullptr;
+    FindingCounts own;
+    for (const check::Diagnostic& finding : report.findings()) {
+      const check::Level level = check::kindOf(finding.code).level;
+      own.add(level);
+      error = error == nullptr && level == check::Level::ERROR ? &finding : error;
+    }
+    printFile(name.file, error == nullptr ? "done" : "rejected",
+              error == nullptr ? std::string() : check::wordingOf(*error).sentence, own, &report);
+  }
+
+  void printFailure(const std::string& file, const DocumentFailure& failure) override {
+    printFile(file, "unreadable", failure.problem().reason, {}, nullptr);
+  }
+
+  /// Behind each file.
+  virtual void endFile() {}
 
   void printCounts(const FindingCounts& counts) {
     json_.member("errors", counts.errors);
@@ -93,14 +123,9 @@ class JsonPrinter : public FindingsAsJson {
     json().beginArray();
   }
 
-  void printDocument(const std::string& name, const check::Report& report) override {
-    json().beginObject();
-    json().member("file", name);
-    printFindings(report);
-    json().endObject();
-  }
+  void endFile() override { json().flush(); }
 
-  void end(bool /*complete*/) override {
+  void end() override {
     json().endArray();
     printCounts(counts());
     json().endObject();
@@ -113,41 +138,10 @@ class JsonLinesPrinter : public FindingsAsJson {
  public:
   JsonLinesPrinter() : FindingsAsJson(JsonWriter::Layout::LINE) {}
 
-  void printUnreadable(const std::string& file, const DocumentFailure& failure) override {
-    FindingPrinter::printUnreadable(file, failure);
-    beginFile(file, "unreadable", failure.problem().reason);
-    printCounts({});
-    printFindings(check::Report(""));
-    json().endObject();
-    json().finish();
-  }
-
  protected:
-  void printDocument(const std::string& name, const check::Report& report) override {
-    const check::Diagnostic* error = nullptr;
-    FindingCounts own;
-    for (const check::Diagnostic& finding : report.findings()) {
-      const check::Level level = check::kindOf(finding.code).level;
-      own.add(level);
-      error = error == nullptr && level == check::Level::ERROR ? &finding : error;
-    }
-    beginFile(name, error == nullptr ? "done" : "rejected",
-              error == nullptr ? std::string() : check::wordingOf(*error).sentence);
-    printCounts(own);
-    printFindings(report);
-    json().endObject();
-    json().finish();
-  }
+  void endFile() override { json().finish(); }
 
-  void end(bool /*complete*/) override {}
-
- private:
-  void beginFile(const std::string& file, const char* status, const std::string& reason) {
-    json().beginObject();
-    json().member("file", file);
-    json().member("status", status);
-    text("reason", reason);
-  }
+  void end() override {}
 };
 
 /// How often each code is found in all files, instead of the findings.
@@ -156,9 +150,10 @@ class SummaryJsonPrinter : public FindingsAsJson {
   SummaryJsonPrinter() : FindingsAsJson(JsonWriter::Layout::INDENTED) {}
 
  protected:
-  void printDocument(const std::string& /*name*/, const check::Report& /*report*/) override {}
+  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
+  void printFailure(const std::string& /*file*/, const DocumentFailure& /*failure*/) override {}
 
-  void end(bool /*complete*/) override {
+  void end() override {
     json().beginObject();
     json().member("files", files().read + files().unreadable);
     json().member("rejected", files().rejected);

@@ -50,19 +50,19 @@ class SarifPrinter : public FindingPrinter {
     json_.beginArray();
   }
 
-  void printDocument(const std::string& name, const check::Report& report) override {
-    const std::string uri = toUri(name);
+  void printDocument(const DocumentName& name, const check::Report& report) override {
+    const std::string uri = toUri(name.file);
     for (const check::Diagnostic& finding : report.findings()) {
       printResult(uri, report, finding);
     }
   }
 
-  void end(bool complete) override {
+  void end() override {
     json_.endArray();
     json_.key("invocations");
     json_.beginArray();
     json_.beginObject();
-    json_.member("executionSuccessful", complete);
+    json_.member("executionSuccessful", files().unreadable == 0);
     json_.endObject();
     json_.endArray();
     json_.endObject();

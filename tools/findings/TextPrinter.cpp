@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -16,6 +17,12 @@ using check::Level;
 
 constexpr std::size_t PIECE = 65536;
 constexpr char PLAIN[] = "\x1b[0m";
+constexpr char BOLD[] = "\x1b[1m";
+constexpr char FAINT[] = "\x1b[2m";
+
+constexpr std::size_t DEFAULT_WIDTH = 100;
+constexpr std::size_t LEAST_WIDTH = 40;
+constexpr std::size_t FRAME = 14;  // of an excerpt: the gutter, and the marks of a cut
 
 const char* colourOf(Level level) noexcept {
   switch (level) {
@@ -45,11 +52,15 @@ std::string toText(const FindingCounts& counts) {
 
 class TextPrinter : public FindingPrinter {
  public:
-  explicit TextPrinter(FindingStyle style) : style_(style) {}
+  explicit TextPrinter(FindingStyle style) : style_(style) {
+    if (style.terminal != 0) {
+      width_ = std::clamp(style.terminal - std::min(style.terminal, FRAME), LEAST_WIDTH, width_);
+    }
+  }
 
  protected:
-  void printDocument(const std::string& name, const check::Report& report) override {
-    const std::string file = escape(name);
+  void printDocument(const DocumentName& name, const check::Report& report) override {
+    const std::string file = escape(name.document);
     std::string text;
     for (const check::Diagnostic& finding : report.findings()) {
       append(text, file, report, finding);
@@ -61,9 +72,14 @@ class TextPrinter : public FindingPrinter {
     writeOutput(text);
   }
 
-  void end(bool /*complete*/) override {
-    if (!style_.quiet) {
-      writeOutput(toText(counts()) + '\n');
+  void end() override {
+    if (style_.quiet || files().read == 0) {
+      return;
+    }
+    writeOutput(toText(counts()) + '\n');
+    if (style_.source && counts().all() != 0) {
+      writeOutput("For more about a code, try: nimbrel-config check --explain " +
+                  std::string(codes().front().kind->name) + '\n');
     }
   }
 
@@ -72,30 +88,35 @@ class TextPrinter : public FindingPrinter {
               const check::Diagnostic& finding) const {
     const check::Kind& kind = check::kindOf(finding.code);
     const check::Position place = report.placeOf(finding).begin;
-    text += file;
+    text.append(with(BOLD)).append(file);
     if (place.line != 0) {
       text += ':' + std::to_string(place.line);
       text += place.column == 0 ? "" : ':' + std::to_string(place.column);
     }
-    text += ": ";
-    text += style_.colour ? colourOf(kind.level) : "";
-    text += check::levelName(kind.level);
-    text += style_.colour ? PLAIN : "";
+    text.append(with(PLAIN)).append(": ").append(with(colourOf(kind.level)));
+    text.append(check::levelName(kind.level)).append(with(PLAIN));
     text += ": " + sentenceOf(check::wordingOf(finding)) + " [";
     text.append(kind.name).append("]\n");
     if (style_.source) {
-      text += excerpt(report, finding);
+      text +=
+          excerpt(report, finding, {width_, with(FAINT), with(colourOf(kind.level)), with(PLAIN)});
     }
   }
 
+  /// The control sequence, if colours are wanted.
+  [[nodiscard]] const char* with(const char* sequence) const noexcept {
+    return style_.colour ? sequence : "";
+  }
+
   FindingStyle style_;
+  std::size_t width_ = DEFAULT_WIDTH;  // of excerpts
 };
 
 class SummaryPrinter : public FindingPrinter {
  protected:
-  void printDocument(const std::string& /*name*/, const check::Report& /*report*/) override {}
+  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
 
-  void end(bool /*complete*/) override {
+  void end() override {
     std::string text = "findings     files  level    code\n";
     for (const CodeCount& code : codes()) {
       char line[128];

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "tools/commands/FileOptions.h"
+#include "tools/commands/InOrder.h"
+#include "tools/commands/Progress.h"
+
+namespace orvane::nimbrel::tools {
+
+/// Hands each file to `work`, several at a time on as many threads, and what that returns to
+/// `deliver`, in the order of the files and one at a time, with the name that messages use.
+///
+/// `deliver` returns how many there are so far of what `counted` names, for the progress line,
+/// which it clears before anything else is written to a terminal.
+template <typename Work, typename Deliver>
+void forEachFile(const FileSettings& settings, const char* counted, const Work& work,
+                 const Deliver& deliver) {
+  using Result = std::invoke_result_t<Work, const std::string&>;
+  Progress progress(settings.files.size(), settings.progress, counted);
+  InOrder<Result>(
+      settings.files.size(), settings.jobs,
+      [&](std::size_t index) { return work(settings.files[index]); },
+      [&](std::size_t index, Result result) {
+        const std::string& name = settings.nameOf(settings.files[index]);
+        progress.update(index + 1, deliver(name, std::move(result), progress));
+      })
+      .run();
+}
+
+}  // namespace orvane::nimbrel::tools

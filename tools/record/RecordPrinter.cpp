@@ -1,0 +1,111 @@
+#include "tools/record/RecordPrinter.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "tools/Escape.h"
+#include "tools/Output.h"
+#include "tools/record/FieldLines.h"
+#include "tools/record/FieldSelector.h"
+#include "tools/record/RecordJson.h"
+#include "tools/record/RecordText.h"
+
+namespace orvane::nimbrel::tools {
+
+RecordPrinter::RecordPrinter(RecordStyle style)
+    : style_(std::move(style)),
+      json_(isLines() ? JsonWriter::Layout::LINE : JsonWriter::Layout::INDENTED) {}
+
+void RecordPrinter::print(const std::string& file, config::BasicConfig& record,
+                          const std::string& errorText) {
+  if (isListed()) {
+    beginFile(file, "done", nullptr);
+    printRecord(record, errorText);
+    endFile();
+  } else if (style_.format == "json") {
+    printRecord(record, errorText);
+    json_.finish();
+  } else if (style_.field) {
+    FieldLines lines(style_.several ? escape(file) + ':' : "", writeOutput);
+    FieldSelector selector(*style_.field, lines);
+    recordToJson(selector, record, errorText);
+  } else {
+    printText(file, recordToText(record, errorText, style_.colour));
+  }
+}
+
+void RecordPrinter::printFailure(const std::string& file, const DocumentFailure& failure) {
+  if (!isListed() || failure.status() == EXIT_UNUSABLE) {
+    writeError(failure.what());
+  }
+  if (isListed()) {
+    beginFile(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
+              &failure.problem());
+    json_.value(nullptr);
+    endFile();
+  }
+}
+
+void RecordPrinter::finish() {
+  if (isListed() && !isLines()) {
+    beginList();
+    json_.endArray();
+    json_.finish();
+  }
+}
+
+void RecordPrinter::beginList() {
+  if (std::exchange(first_, false)) {
+    json_.beginArray();
+  }
+}
+
+/// All of an object up to the record.
+void RecordPrinter::beginFile(const std::string& file, const char* status,
+                              const DocumentFailure::Problem* problem) {
+  if (!isLines()) {
+    beginList();
+  }
+  json_.beginObject();
+  json_.member("file", file);
+  json_.member("status", status);
+  json_.key("reason");
+  if (problem == nullptr) {
+    json_.value(nullptr);
+  } else {
+    json_.value(problem->subject + (problem->subject.empty() ? "" : ": ") + problem->reason);
+  }
+  const auto number = [&](const char* name, std::uint32_t value) {
+    json_.key(name);
+    value == 0 ? json_.value(nullptr) : json_.value(value);
+  };
+  number("line", problem == nullptr ? 0 : problem->line);
+  number("column", problem == nullptr ? 0 : problem->column);
+  json_.key(style_.field ? "value" : "record");
+}
+
+void RecordPrinter::endFile() {
+  json_.endObject();
+  isLines() ? json_.finish() : json_.flush();
+}
+
+void RecordPrinter::printRecord(config::BasicConfig& record, const std::string& errorText) {
+  if (!style_.field) {
+    recordToJson(json_, record, errorText);
+    return;
+  }
+  FieldSelector selector(*style_.field, json_);
+  recordToJson(selector, record, errorText);
+  if (!selector.isFound()) {
+    json_.value(nullptr);
+  }
+}
+
+void RecordPrinter::printText(const std::string& file, const std::string& report) {
+  if (style_.several) {
+    writeOutput((std::exchange(first_, false) ? "" : "\n") + escape(file) + ":\n\n");
+  }
+  writeOutput(report);
+}
+
+}  // namespace orvane::nimbrel::tools

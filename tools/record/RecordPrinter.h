@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "config/BasicConfig.h"
+#include "tools/Failure.h"
+#include "tools/JsonWriter.h"
+
+namespace orvane::nimbrel::tools {
+
+/// How records are printed.
+struct RecordStyle {
+  std::string format;                ///< "text", "json" or "jsonl"
+  std::optional<std::string> field;  ///< this one alone
+  bool several = false;              ///< whether the output has to say which file is meant
+  bool colour = false;
+};
+
+/// Prints records to standard output as they come. What the output does not take ends it with
+/// `OutputFailure`.
+class RecordPrinter {
+ public:
+  explicit RecordPrinter(RecordStyle style);
+
+  /// Prints what was asked for of a document; `file` is its name as it was given.
+  void print(const std::string& file, config::BasicConfig& record, const std::string& errorText);
+  /// Says why there is no record: as JSON with the other files, else on standard error. There it
+  /// says in any case which file cannot be read.
+  void printFailure(const std::string& file, const DocumentFailure& failure);
+  /// Prints what stands at the end.
+  void finish();
+
+ private:
+  [[nodiscard]] bool isLines() const { return style_.format == "jsonl"; }
+  /// Whether each file is an object.
+  [[nodiscard]] bool isListed() const {
+    return isLines() || (style_.format == "json" && style_.several);
+  }
+
+  void beginList();
+  void beginFile(const std::string& file, const char* status,
+                 const DocumentFailure::Problem* problem);
+  void endFile();
+  void printRecord(config::BasicConfig& record, const std::string& errorText);
+  void printText(const std::string& file, const std::string& report);
+
+  RecordStyle style_;
+  bool first_ = true;
+  JsonWriter json_;
+};
+
+}  // namespace orvane::nimbrel::tools
