@@ -80,7 +80,8 @@ foreach(library nimbrelutil nimbrelconfig)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
 
-install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/findings.md docs/identifiers.md
+install(FILES CHANGELOG.md docs/guide.md docs/editors.md docs/elements.md docs/findings.md
+              docs/identifiers.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
