@@ -233,11 +233,20 @@ void TreeRules::checkChildren(const XmlNode& element, const ElementDescription& 
   for (const XmlNode* child = element.firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
     if (const ChildDescription* const known = describeChild(description, *child)) {
-      checkAttributes(*child, known->attributes);
-      checkStrayText(*child);
+      checkLeaf(*child, known->attributes);
     } else {
       checkUnknown(*child);
     }
+  }
+}
+
+void TreeRules::checkLeaf(const XmlNode& element, Attributes known) {
+  checkAttributes(element, known);
+  checkLanguage(element);
+  checkStrayText(element);
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    checkUnknown(*child);
   }
 }
 
@@ -253,8 +262,7 @@ void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& 
     isRead = child != stopped;
     const ChildDescription* const known = describeChild(description, *child);
     if (known != nullptr) {
-      checkAttributes(*child, known->attributes);
-      checkStrayText(*child);
+      checkLeaf(*child, known->attributes);
       if (isRead && !known->keyAttribute.empty()) {
         checkSetting(*child, description, known->keyAttribute);
       }

@@ -37,6 +37,8 @@ class TreeRules {
   void checkUnknown(const util::XmlNode& element);
   void checkText(const util::XmlNode& element);
   void checkTextAttributes(const util::XmlNode& element);
+  /// A child of a child of the root, in which no element is read.
+  void checkLeaf(const util::XmlNode& element, Attributes known);
   void checkChildren(const util::XmlNode& element, const config::ElementDescription& description);
   void checkSettings(const util::XmlNode& element, const config::ElementDescription& description,
                      const util::XmlNode* stopped);
