@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "check/PackageRules.h"
 #include "check/Probe.h"
 #include "check/RepetitionRules.h"
 #include "check/TreeRules.h"
@@ -50,12 +51,15 @@ void addLanguage(FindingCode code, const XmlNode& element, Report& report) {
 
 /// Checks children of the root in this order.
 void checkChildren(const Nodes& children, Probe& probe, RepetitionRules& repetitions,
-                   Report& report) {
+                   PackageRules* package, Report& report) {
   TreeRules rules(report);
   for (const std::shared_ptr<XmlNode>& child : children) {
     const XmlNode* const stopped = probe.readChild(child);
     rules.checkChild(*child, stopped);
     repetitions.check(*child, stopped);
+    if (package != nullptr) {
+      package->checkChild(*child);
+    }
   }
 }
 
@@ -82,17 +86,17 @@ Nodes forAnyUser(Nodes children, std::string_view defaultLanguage, Report& repor
   return ordered;
 }
 
-void checkForAnyUser(const XmlNode& root, Probe& probe, Report& report) {
+void checkForAnyUser(const XmlNode& root, Probe& probe, PackageRules* package, Report& report) {
   // What the parser took of the document stands in front of "*".
   const std::vector<std::string>& locales = probe.locales();
   const std::string_view defaultLanguage =
       locales.size() > 1 ? report.keep(locales.front()) : std::string_view();
   const Nodes children = forAnyUser(childrenOf(root), defaultLanguage, report);
   RepetitionRules repetitions(report, defaultLanguage);
-  checkChildren(children, probe, repetitions, report);
+  checkChildren(children, probe, repetitions, package, report);
 }
 
-void checkForUser(const XmlNode& root, Probe& probe, Report& report) {
+void checkForUser(const XmlNode& root, Probe& probe, PackageRules* package, Report& report) {
   Nodes visited = probe.visited();
   std::set<const XmlNode*> known;
   // An element is visited again when its locale is listed twice.
@@ -100,7 +104,7 @@ void checkForUser(const XmlNode& root, Probe& probe, Report& report) {
                                [&](const auto& node) { return !known.insert(node.get()).second; }),
                 visited.end());
   RepetitionRules repetitions(report);
-  checkChildren(visited, probe, repetitions, report);
+  checkChildren(visited, probe, repetitions, package, report);
   for (const std::shared_ptr<XmlNode>& child : childrenOf(root)) {
     if (known.count(child.get()) == 0) {
       addLanguage(
@@ -112,20 +116,24 @@ void checkForUser(const XmlNode& root, Probe& probe, Report& report) {
 
 }  // namespace
 
-std::unique_ptr<const Report> checkDocument(std::string document,
-                                            const std::optional<std::vector<std::string>>& locales,
-                                            std::uint32_t logMask) {
+std::unique_ptr<const Report> checkDocument(
+    std::string document, const std::optional<std::vector<std::string>>& locales,
+    std::uint32_t logMask, const std::optional<std::vector<std::string>>& package) {
   auto report = std::make_unique<Report>(std::move(document));
+  std::optional<PackageRules> packageRules;
+  if (package) {
+    packageRules.emplace(*package, *report).checkNames();
+  }
   Probe probe(*report, logMask);
   const std::shared_ptr<util::XmlDocument> tree = probe.parseXml();
   if (tree != nullptr && probe.readRoot(tree, locales.value_or(std::vector<std::string>()))) {
     const std::shared_ptr<XmlNode> root = tree->getDocumentElement();
     TreeRules(*report).checkRoot(*root);
-    if (locales) {
-      checkForUser(*root, probe, *report);
-    } else {
-      checkForAnyUser(*root, probe, *report);
+    PackageRules* const rules = packageRules ? &*packageRules : nullptr;
+    if (rules != nullptr) {
+      rules->checkRoot(*root);
     }
+    (locales ? checkForUser : checkForAnyUser)(*root, probe, rules, *report);
   }
   report->complete(tree);
   return report;

@@ -17,14 +17,14 @@ struct ConverterCloser {
   void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
 };
 
-void append(std::string& text, UChar32 codePoint) {
+}  // namespace
+
+void appendUtf8(std::string& text, std::int32_t codePoint) {
   char units[U8_MAX_LENGTH];
   std::size_t size = 0;
   U8_APPEND_UNSAFE(units, size, codePoint);
   text.append(units, size);
 }
-
-}  // namespace
 
 std::optional<std::string> encodingOf(std::string_view document) {
   using Form = util::internal::XmlEncoding::Form;
@@ -63,7 +63,7 @@ bool decode(std::string_view document, const std::string& encoding, std::string&
   std::uint32_t leadByte = 0;
   const auto add = [&](UChar32 codePoint, std::uint32_t byte) {
     if (codePoint != 0xFEFF || !text.empty()) {
-      append(text, codePoint);
+      appendUtf8(text, codePoint);
       bytes.push_back(byte);
     }
   };

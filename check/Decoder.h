@@ -22,4 +22,7 @@ namespace orvane::nimbrel::check {
 [[nodiscard]] bool decode(std::string_view document, const std::string& encoding, std::string& text,
                           std::vector<std::uint32_t>& bytes);
 
+/// Appends a code point, which must be one of Unicode, in UTF-8.
+void appendUtf8(std::string& text, std::int32_t codePoint);
+
 }  // namespace orvane::nimbrel::check

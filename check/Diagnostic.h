@@ -18,13 +18,16 @@ struct Diagnostic {
   config::FindingCode code = {};
   /// Its place among the attributes of the element; `NO_INDEX` when it is absent.
   std::uint32_t attributeIndex = NO_INDEX;
-  /// The element; null when the whole document is meant.
+  /// The element; null when the whole document is meant, or its package.
   const util::XmlNode* element = nullptr;
   /// The attribute as `config::Finding` spells it; empty when the element itself is meant.
   std::string_view attribute = {};
   /// The value as it was read; null data when there is none. Of a document that was rejected by the
   /// XML parser its message.
   std::string_view value = {};
+  /// A name of the package that explains it: the file that was meant, or the one with which another
+  /// may be confused; empty when there is none.
+  std::string_view name = {};
   /// Another element that explains it, such as the one that counts; null when there is none.
   const util::XmlNode* other = nullptr;
 
@@ -32,6 +35,7 @@ struct Diagnostic {
   std::uint32_t column = 0;  ///< of a rejected document as its parser counts; 0 when unknown
   Span span = {};            ///< the place in the text of the document
   bool hasSpan = false;      ///< whether `span` is known
+  bool isOfPackage = false;  ///< the package is meant, not the document in it
   bool isText = false;       ///< the text in the element is meant; `value` is its beginning
   /// What orders the findings of a document: the number of the element, then of the finding.
   std::uint32_t elementNumber = 0;

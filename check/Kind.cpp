@@ -116,6 +116,22 @@ constexpr Kind KINDS[] = {
      "repeated "
      "keyword, or an address where a path is needed.",
      R"(<name xml:lang="en_US">Map</name>)", R"(<name xml:lang="en-US">Map</name>)"},
+    {Code::MISSING_FILE, "missing-file", WARNING,
+     "The start file, an icon or the license is not in the package, or there is nothing to start.",
+     R"(<!-- package: index.html map.png --> <icon src="Map.png"/>)",
+     R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
+    {Code::OUTSIDE_PACKAGE, "outside-package", WARNING,
+     "A path, or the name of a file in the package, leads out of the package.",
+     R"(<!-- package: index.html map.png --> <icon src="../map.png"/>)",
+     R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
+    {Code::UNKNOWN_TYPE, "unknown-type", WARNING,
+     "The type of the start file is none of those that W3C Widgets know.",
+     R"(<!-- package: app.html --> <content src="app.html" type="html"/>)",
+     R"(<!-- package: app.html --> <content src="app.html" type="text/html"/>)"},
+    {Code::AMBIGUOUS_NAME, "ambiguous-name", WARNING,
+     "Files or folders of the package have the same name, or names that differ by case only.",
+     R"(<!-- package: index.html map.png Map.png --> <icon src="map.png"/>)",
+     R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
 };
 
 constexpr bool areInOrder() noexcept {
@@ -124,7 +140,7 @@ constexpr bool areInOrder() noexcept {
       return false;
     }
   }
-  return std::size(KINDS) == static_cast<std::size_t>(Code::SUSPICIOUS_VALUE) + 1;
+  return std::size(KINDS) == static_cast<std::size_t>(Code::AMBIGUOUS_NAME) + 1;
 }
 static_assert(areInOrder());
 

@@ -11,7 +11,7 @@ namespace orvane::nimbrel::check {
 /// How bad a finding is.
 enum class Level {
   NOTE,     ///< nothing is wrong, but it may not be what was meant
-  WARNING,  ///< something is ignored
+  WARNING,  ///< something is ignored, or does not work in its package
   ERROR     ///< the document is rejected
 };
 
@@ -25,7 +25,7 @@ struct Kind {
   Level level;               ///< how bad it is
   std::string_view summary;  ///< what is wrong and what to write, in one sentence
   /// A document with this finding: the children of the root, or a whole document if it begins with
-  /// "<widget".
+  /// "<widget". A comment in front names the files of its package, where one is needed.
   std::string_view bad;
   std::string_view fixed;  ///< the same without it; empty where nothing has to be fixed
 };

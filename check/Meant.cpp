@@ -168,6 +168,10 @@ std::string meantBy(const Diagnostic& finding) {
       const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute), value());
       return advice ? advice->suggestion : "";
     }
+    case FindingCode::MISSING_FILE:
+    case FindingCode::OUTSIDE_PACKAGE:
+    case FindingCode::UNKNOWN_TYPE:
+      return std::string(finding.name);
     case FindingCode::NOT_A_BOOLEAN:
       return std::string(suggestedWord(value(), "true", "false"));
     default:

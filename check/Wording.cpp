@@ -25,6 +25,16 @@ using zel::util::StringUtil;
 
 /// A document may give very many elements one long namespace.
 constexpr std::size_t MAX_NAMESPACE_SIZE = 200;
+/// Of a name in a package that a sentence quotes.
+constexpr std::size_t MAX_NAME_SIZE = 100;
+
+/// The beginning of a text, at the end of a character.
+std::string_view beginningOf(std::string_view text, std::size_t size) noexcept {
+  while (size > 0 && size < text.size() && util::internal::isUtf8Trail(text[size])) {
+    --size;
+  }
+  return text.substr(0, size);
+}
 
 /// What becomes of an element without its attribute.
 constexpr struct {
@@ -181,6 +191,14 @@ std::string otherLanguageSentence(const Diagnostic& finding) {
              : "Not used; the one" + inLine(finding.other) + " is in a better language.";
 }
 
+std::string ambiguousSentence(const Diagnostic& finding) {
+  if (finding.name == finding.value) {
+    return "Stands twice in the package; which one counts is not certain.";
+  }
+  return "Differs from \"" + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) +
+         "\" by case only; some systems take one for the other.";
+}
+
 std::string sentenceOf(const Diagnostic& finding) {
   const std::string_view ignored = "the attribute is ignored";
   const bool isEmpty = finding.value.data() != nullptr;
@@ -244,18 +262,22 @@ std::string sentenceOf(const Diagnostic& finding) {
       return otherLanguageSentence(finding);
     case FindingCode::SUSPICIOUS_VALUE:
       return suspiciousSentence(finding);
+    case FindingCode::MISSING_FILE:
+      return finding.isOfPackage
+                 ? "Nothing to start; write <content src=\"...\"/>, or add index.html."
+                 : "No such file in the package.";
+    case FindingCode::OUTSIDE_PACKAGE:
+      return finding.isOfPackage ? "The name of this file leads out of the package."
+                                 : "Leads out of the package.";
+    case FindingCode::UNKNOWN_TYPE:
+      return "Not a type of W3C Widgets; use \"text/html\", \"application/xhtml+xml\" or "
+             "\"image/svg+xml\".";
+    case FindingCode::AMBIGUOUS_NAME:
+      return ambiguousSentence(finding);
     case FindingCode::UNUSED_ATTRIBUTE:
       return "No effect; origin=\"*\" includes all subdomains.";
   }
   return {};
-}
-
-/// The beginning of a text, at the end of a character.
-std::string_view beginningOf(std::string_view text, std::size_t size) noexcept {
-  while (size > 0 && size < text.size() && util::internal::isUtf8Trail(text[size])) {
-    --size;
-  }
-  return text.substr(0, size);
 }
 
 }  // namespace

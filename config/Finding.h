@@ -46,6 +46,11 @@ enum class FindingCode {
   OTHER_LANGUAGE,     ///< this user gets another element
   UNUSED_ATTRIBUTE,   ///< without effect beside another attribute
   SUSPICIOUS_VALUE,   ///< probably not what was meant
+  /// Of a packaged document:
+  MISSING_FILE,     ///< a file that is not in the package, or no start file
+  OUTSIDE_PACKAGE,  ///< a path that leads out of the package
+  UNKNOWN_TYPE,     ///< a media type that files of packages do not have
+  AMBIGUOUS_NAME,   ///< two files of one name, or of names that differ by case only
   /// @}
 };
 

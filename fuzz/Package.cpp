@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "check/Check.h"
+#include "check/Wording.h"
 #include "fuzz/Property.h"
 #include "tools/Failure.h"
 
@@ -19,8 +21,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     return std::string(bytes.substr(static_cast<std::size_t>(at), count));
   };
   try {
-    const std::string document = tools::readPackage(read, size, "p");
-    fuzz::require(document.size() <= std::size_t{16} * 1024 * 1024, "a document has a limit");
+    const tools::Package package = tools::readPackage(read, size, "p");
+    fuzz::require(package.document.size() <= std::size_t{16} * 1024 * 1024,
+                  "a document has a limit");
+    const auto report = check::checkDocument(package.document, std::nullopt, 0, package.names);
+    for (const check::Diagnostic& finding : report->findings()) {
+      const check::Wording wording = check::wordingOf(finding);
+      fuzz::require(!wording.sentence.empty() &&
+                        (wording.suggestion.empty() || wording.suggestion != wording.value),
+                    "a finding has a sentence, and suggests something else");
+    }
   } catch (const tools::DocumentFailure& failure) {
     fuzz::require(failure.status() == tools::EXIT_REJECTED, "the archive was read");
     fuzz::require(!failure.problem().reason.empty(), "there is a reason");

@@ -12,9 +12,10 @@ constexpr char INTRODUCTION[] = R"(# Findings
 
 What `nimbrel-config check` finds in a document: each kind with an example, most of them the children
 of the root alone, and the same fixed. `nimbrel-config check --explain CODE` prints the same.
+The last kinds are about the package that a document stands in; a comment names its files.
 
 - An *error* rejects the document.
-- A *warning* says that something is ignored.
+- A *warning* says that something is ignored, or does not work in its package.
 - A *note* says that something has no effect, or may not be what was meant.
 
 A program gets the decisions of the parser, those up to `unused-setting`, by a

@@ -36,8 +36,9 @@ inline std::string told(const Report& report, const Diagnostic& finding) {
 /// All findings of a document, a line each.
 inline std::vector<std::string> toldOf(
     const std::string& document,
-    const std::optional<std::vector<std::string>>& locales = std::nullopt) {
-  const auto report = checkDocument(document, locales);
+    const std::optional<std::vector<std::string>>& locales = std::nullopt,
+    const std::optional<std::vector<std::string>>& package = std::nullopt) {
+  const auto report = checkDocument(document, locales, 0, package);
   std::vector<std::string> lines;
   for (const Diagnostic& finding : report->findings()) {
     lines.push_back(told(*report, finding));

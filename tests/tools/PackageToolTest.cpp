@@ -9,7 +9,7 @@ using testing::HasSubstr;
 
 struct Entry {
   std::string name;
-  std::string content;
+  std::string content = {};
   int compression = ZIP_CM_DEFLATE;
   bool encrypted = false;
 };
@@ -87,6 +87,26 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
   const Outcome outcome = run({"show", file.path()});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.error, testing::StartsWith(file.path() + "/config.xml:2:"));
+}
+
+TEST(PackagedWidget, IsCheckedWithItsDocument) {
+  // A name that is no UTF-8 is in code page 437.
+  const std::string document = widget("\n<icon src='Map.png'/><icon src='\xC3\xBC.png'/>");
+  const TemporaryFile file(
+      package({{"config.xml", document}, {"index.html"}, {"MAP.png"}, {"map.png"}, {"\x81.png"}}));
+  EXPECT_EQ(
+      run({"check", file.path()}).out,
+      file.path() +
+          ": warning: \"map.png\": Differs from \"MAP.png\" by case only; some systems take one "
+          "for the other. [ambiguous-name]\n" +
+          file.path() +
+          "/config.xml:2:12: warning: icon: src=\"Map.png\": No such file in the package. Did "
+          "you mean \"MAP.png\"? [missing-file]\n2 warnings\n");
+  const Json json = Json::parse(run({"check", "--format", "jsonl", file.path()}).out);
+  EXPECT_EQ(json["findings"][0]["value"], "map.png");
+  EXPECT_EQ(json["findings"][0]["line"], nullptr);
+  EXPECT_EQ(json["findings"][1]["suggestion"], "MAP.png");
+  EXPECT_EQ(run({"check", "-"}, document).out, "no findings\n");
 }
 
 TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {

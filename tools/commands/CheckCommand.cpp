@@ -112,7 +112,8 @@ CheckedFile checkFile(const std::string& path, const Options& options, std::uint
   try {
     Document document = readDocument(path, options.stdinName);
     return {std::move(document.name),
-            check::checkDocument(std::move(*document.bytes), options.locales, logMask),
+            check::checkDocument(std::move(*document.bytes), options.locales, logMask,
+                                 document.package),
             std::nullopt};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED) {

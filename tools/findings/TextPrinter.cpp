@@ -60,10 +60,11 @@ class TextPrinter : public FindingPrinter {
 
  protected:
   void printDocument(const DocumentName& name, const check::Report& report) override {
-    const std::string file = escape(name.document);
+    const std::string package = escape(name.file);
+    const std::string document = escape(name.document);
     std::string text;
     for (const check::Diagnostic& finding : report.findings()) {
-      append(text, file, report, finding);
+      append(text, finding.isOfPackage ? package : document, report, finding);
       if (text.size() >= PIECE) {
         writeOutput(text);
         text.clear();

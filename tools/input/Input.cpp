@@ -130,8 +130,9 @@ std::string readFrom(int descriptor, const std::string& name) {
   }
 }
 
-std::string nameInPackage(const std::string& path) {
-  return path + '/' + PACKAGED_DOCUMENT;
+Document findInPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
+  Package package = readPackage(read, size, path);
+  return {path + '/' + PACKAGED_DOCUMENT, std::move(package.document), std::move(package.names)};
 }
 
 Document findOnStandardInput(const std::string& name) {
@@ -142,7 +143,7 @@ Document findOnStandardInput(const std::string& name) {
   const auto read = [&](std::uint64_t at, std::size_t count) {
     return at < bytes.size() ? bytes.substr(static_cast<std::size_t>(at), count) : std::string();
   };
-  return {nameInPackage(name), readPackage(read, bytes.size(), name)};
+  return findInPackage(read, bytes.size(), name);
 }
 
 Document find(const std::string& path, const std::string& stdinName, bool wantsBytes) {
@@ -152,7 +153,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
   const File file(path);
   if (isPackage(file.read(0, 4))) {
     const auto read = [&](std::uint64_t at, std::size_t count) { return file.read(at, count); };
-    return {nameInPackage(path), readPackage(read, file.size(), path)};
+    return findInPackage(read, file.size(), path);
   }
   if (!wantsBytes) {
     return {path, std::nullopt};

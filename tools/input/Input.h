@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orvane::nimbrel::tools {
 
@@ -12,6 +13,8 @@ inline constexpr char STANDARD_INPUT[] = "-";
 struct Document {
   std::string name;  ///< what messages call it: the path, for a package with the entry
   std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
+  /// The names of all entries of the package in which it stands; none for a document alone.
+  std::optional<std::vector<std::string>> package = std::nullopt;
 };
 
 /// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged

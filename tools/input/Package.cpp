@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "tools/Failure.h"
+#include "tools/input/EntryName.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -24,10 +25,12 @@ bool isSimilar(std::string_view name) {
          ::strncasecmp(name.data(), PACKAGED_DOCUMENT, name.size()) == 0;
 }
 
-ZipEntry findDocument(const ZipArchive& archive, const std::string& path) {
+ZipEntry findDocument(const ZipArchive& archive, const std::string& path,
+                      std::vector<std::string>& names) {
   std::optional<ZipEntry> found;
   std::string similar;
   archive.forEachEntry([&](const ZipEntry& entry) {
+    names.push_back(textOf(entry));
     if (entry.name != PACKAGED_DOCUMENT) {
       similar = isSimilar(entry.name) ? entry.name : similar;
     } else if (found) {
@@ -51,12 +54,13 @@ bool isPackage(std::string_view bytes) noexcept {
   return head == "PK\x03\x04" || head == "PK\x05\x06";
 }
 
-std::string readPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
+Package readPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
+  Package package;
   std::optional<ZipArchive> archive;
   ZipEntry document;
   try {
     archive.emplace(read, size);
-    document = findDocument(*archive, path);
+    document = findDocument(*archive, path, package.names);
   } catch (const ZipProblem& problem) {
     throw rejection(path, std::string("no usable ZIP archive: it ") + problem.what());
   }
@@ -64,7 +68,8 @@ std::string readPackage(const ZipArchive::Read& read, std::uint64_t size, const 
     throw rejection(path, "config.xml is larger than 16 MiB");
   }
   try {
-    return archive->unpack(document, MAXIMUM_SIZE);
+    package.document = archive->unpack(document, MAXIMUM_SIZE);
+    return package;
   } catch (const ZipProblem& problem) {
     throw rejection(path, std::string("config.xml cannot be unpacked: it ") + problem.what());
   }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tools/input/ZipArchive.h"
 
@@ -14,13 +15,19 @@ inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
 /// Whether bytes begin as a ZIP archive does. Four are enough.
 [[nodiscard]] bool isPackage(std::string_view bytes) noexcept;
 
-/// The document at the root of a packaged widget of this size. Nothing else is unpacked, nothing is
-/// written.
+/// What a packaged widget holds.
+struct Package {
+  std::string document;
+  std::vector<std::string> names;  ///< of all entries, UTF-8 as far as they are text
+};
+
+/// The document at the root of a packaged widget of this size, and the names of all entries.
+/// Nothing else is unpacked, nothing is written.
 ///
 /// `path` is for messages. Throws `DocumentFailure` with `EXIT_REJECTED` for what is no ZIP
 /// archive, for one that holds no document or more than one, and for a document that is encrypted,
 /// damaged, compressed in an unknown way or over 16 MiB, whatever the archive says of its size.
-[[nodiscard]] std::string readPackage(const ZipArchive::Read& read, std::uint64_t size,
-                                      const std::string& path);
+[[nodiscard]] Package readPackage(const ZipArchive::Read& read, std::uint64_t size,
+                                  const std::string& path);
 
 }  // namespace orvane::nimbrel::tools

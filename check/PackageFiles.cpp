@@ -1,0 +1,212 @@
+#include "check/PackageFiles.h"
+
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "check/Decoder.h"
+#include "check/Values.h"
+#include "util/Ascii.h"
+#include "util/Utf8.h"
+
+namespace orvane::nimbrel::check {
+namespace {
+
+constexpr std::string_view LOCALES = "locales/";
+
+/// The segment of a path that begins at `from`, without "/".
+std::string_view segmentAt(std::string_view path, std::size_t from) noexcept {
+  return path.substr(from, path.find('/', from) - from);
+}
+
+/// A text in which case makes no difference (Unicode's simple case folding). Bytes that are no
+/// UTF-8 stay.
+std::string foldCase(std::string_view text) {
+  std::string folded;
+  folded.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t begin = at;
+    const char32_t codePoint = util::internal::decodeUtf8(text, at);
+    if (codePoint < 0x80) {
+      folded += util::ascii::lowerCase(text[begin]);
+    } else if (codePoint == util::internal::NOT_UTF8) {
+      folded += text.substr(begin, at - begin);
+    } else {
+      appendUtf8(folded, u_foldCase(static_cast<UChar32>(codePoint), U_FOLD_CASE_DEFAULT));
+    }
+  }
+  return folded;
+}
+
+/// What an author may have meant by characters that have a meaning in addresses only.
+std::string withoutAddressSyntax(std::string_view path) {
+  path = path.substr(0, path.find_first_of("?#"));
+  std::string plain;
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    const bool isEscape = path[i] == '%' && i + 2 < path.size() &&
+                          util::ascii::isHexDigit(path[i + 1]) &&
+                          util::ascii::isHexDigit(path[i + 2]);
+    if (isEscape) {
+      plain += static_cast<char>(util::ascii::hexValue(path[i + 1]) * 16 +
+                                 util::ascii::hexValue(path[i + 2]));
+      i += 2;
+    } else {
+      plain += path[i] == '\\' ? '/' : path[i];
+    }
+  }
+  return plain;
+}
+
+}  // namespace
+
+std::string resolvePath(std::string_view path) {
+  std::string resolved;
+  bool isFolder = true;
+  for (std::size_t at = 0; at <= path.size();) {
+    const std::string_view segment = segmentAt(path, at);
+    at += segment.size() + 1;
+    isFolder = segment.empty() || segment == "." || segment == "..";
+    if (segment == "..") {
+      const std::size_t last = resolved.rfind('/');
+      resolved.erase(last == std::string::npos ? 0 : last);
+    } else if (!isFolder) {
+      resolved += resolved.empty() ? "" : "/";
+      resolved += segment;
+    }
+  }
+  return isFolder && !resolved.empty() ? resolved + '/' : resolved;
+}
+
+bool leadsOut(std::string_view path) {
+  if (path.size() > 1 && util::ascii::isLetter(path[0]) && path[1] == ':') {
+    return true;
+  }
+  std::size_t depth = 0;
+  for (std::size_t at = 0; at <= path.size();) {
+    const std::string_view segment = path.substr(at, path.find_first_of("/\\", at) - at);
+    at += segment.size() + 1;
+    if (segment == ".." && depth == 0) {
+      return true;
+    }
+    if (segment == "..") {
+      --depth;
+    } else if (!segment.empty() && segment != ".") {
+      ++depth;
+    }
+  }
+  return false;
+}
+
+PackageFiles::PackageFiles(const std::vector<std::string>& names) {
+  const auto sort = [](auto& list) {
+    std::sort(list.begin(), list.end(), [](const auto& left, const auto& right) {
+      return std::tie(left.folded, left.path) < std::tie(right.folded, right.path);
+    });
+  };
+  entries_.reserve(names.size());
+  for (const std::string& name : names) {
+    std::string path = resolvePath(name);
+    std::string folded = foldCase(path);
+    entries_.push_back({std::move(folded), std::move(path)});
+  }
+  sort(entries_);
+  addresses_.reserve(names.size());
+  for (const Entry& entry : entries_) {
+    addAddresses(entry);
+  }
+  sort(addresses_);
+}
+
+void PackageFiles::addAddresses(const Entry& entry) {
+  if (entry.path.empty() || entry.path.back() == '/') {
+    return;
+  }
+  const std::string_view folded = entry.folded;
+  const std::string_view path = entry.path;
+  addresses_.push_back({folded, path});
+  if (path.substr(0, LOCALES.size()) != LOCALES) {
+    return;
+  }
+  const std::string_view language = segmentAt(path, LOCALES.size());
+  const std::size_t rest = LOCALES.size() + language.size() + 1;
+  if (rest < path.size() && language != "*" &&
+      !adviceOnValue(config::ValueKind::LANGUAGE, std::string(language))) {
+    const std::size_t foldedRest = LOCALES.size() + segmentAt(folded, LOCALES.size()).size() + 1;
+    addresses_.push_back({folded.substr(foldedRest), path.substr(rest)});
+  }
+}
+
+bool PackageFiles::has(std::string_view path) const {
+  const std::string resolved = resolvePath(path);
+  const std::string folded = foldCase(resolved);
+  const Address wanted = {folded, resolved};
+  return std::binary_search(
+      addresses_.begin(), addresses_.end(), wanted, [](const Address& left, const Address& right) {
+        return std::tie(left.folded, left.path) < std::tie(right.folded, right.path);
+      });
+}
+
+std::string_view PackageFiles::meantBy(std::string_view path) const {
+  for (const std::string& meant : {std::string(path), withoutAddressSyntax(path)}) {
+    const std::string folded = foldCase(resolvePath(meant));
+    const auto found = std::lower_bound(addresses_.begin(), addresses_.end(), folded,
+                                        [](const Address& address, const std::string& wanted) {
+                                          return address.folded < std::string_view(wanted);
+                                        });
+    if (found != addresses_.end() && found->folded == folded) {
+      return found->path;
+    }
+  }
+  return {};
+}
+
+std::optional<PackageFiles::Spellings> PackageFiles::differByCase(const Entry& one,
+                                                                  const Entry& other) {
+  std::size_t end = 0;
+  std::size_t otherEnd = 0;
+  std::size_t foldedEnd = 0;
+  while (true) {
+    const std::string_view segment = segmentAt(one.path, end);
+    const std::string_view otherSegment = segmentAt(other.path, otherEnd);
+    const std::string_view folded = segmentAt(one.folded, foldedEnd);
+    if (folded != segmentAt(other.folded, foldedEnd)) {
+      return std::nullopt;
+    }
+    end += segment.size();
+    otherEnd += otherSegment.size();
+    foldedEnd += folded.size();
+    if (segment != otherSegment) {
+      return Spellings{std::string_view(one.path).substr(0, end),
+                       std::string_view(other.path).substr(0, otherEnd)};
+    }
+    if (end == one.path.size() || otherEnd == other.path.size()) {
+      return std::nullopt;
+    }
+    ++end, ++otherEnd, ++foldedEnd;  // behind the "/"
+  }
+}
+
+void PackageFiles::forEachAmbiguous(
+    const std::function<void(std::string_view name, std::string_view other)>& visit) const {
+  std::set<std::string_view> visited;  // a folder may have many files
+  // Names that are the same in all but case, as a whole or up to a folder, stand together.
+  for (std::size_t i = 1; i < entries_.size(); ++i) {
+    const Entry& one = entries_[i - 1];
+    const Entry& other = entries_[i];
+    if (one.path == other.path) {
+      if (!one.path.empty() && one.path.back() != '/') {
+        visit(other.path, one.path);
+      }
+    } else if (const auto spellings = differByCase(one, other)) {
+      const bool isNew = visited.insert(spellings->first).second;
+      if (visited.insert(spellings->second).second || isNew) {
+        visit(spellings->second, spellings->first);
+      }
+    }
+  }
+}
+
+}  // namespace orvane::nimbrel::check

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orvane::nimbrel::check {
+
+/// A path within a package, as a runtime resolves it: without "." and empty segments and without a
+/// "/" in front, each ".." applied; at the root it does nothing. A "/" at the end, which stands for
+/// a folder, is kept. Nothing is decoded: "%", "?", "#" and "\" are characters like others. Throws
+/// only `std::bad_alloc`.
+[[nodiscard]] std::string resolvePath(std::string_view path);
+
+/// Whether a path leads out of its package, on a system where "\" separates folders or "C:" is a
+/// drive, too. Throws only `std::bad_alloc`.
+[[nodiscard]] bool leadsOut(std::string_view path);
+
+/// The files of a package, found by the rules of W3C Widgets: byte for byte, in the folders for
+/// languages ("locales/en-US/") and at the root.
+///
+/// Takes time and memory in proportion to the names, apart from the sorting; nothing is hashed: an
+/// archive chooses its names. Immutable: for any number of threads. Throws only `std::bad_alloc`.
+class PackageFiles {
+ public:
+  /// The names of all entries, in any order, UTF-8 as far as they are text; a folder's ends in "/".
+  explicit PackageFiles(const std::vector<std::string>& names);
+  PackageFiles(const PackageFiles&) = delete;
+  PackageFiles& operator=(const PackageFiles&) = delete;
+
+  /// Whether somebody gets a file by this path, whatever their language.
+  [[nodiscard]] bool has(std::string_view path) const;
+
+  /// The path that another one, for which there is no file, was meant to be: in another case, or
+  /// with an escape ("%20"), query, fragment or "\" that no runtime takes for one. Empty when there
+  /// is none. Lives as long as the object.
+  [[nodiscard]] std::string_view meantBy(std::string_view path) const;
+
+  /// Visits names of files that stand twice, and those of files and folders that differ by case
+  /// only, each with the other one. The views live as long as the object.
+  void forEachAmbiguous(
+      const std::function<void(std::string_view name, std::string_view other)>& visit) const;
+
+ private:
+  struct Entry {
+    std::string folded;  // what is the same for names that differ by case only
+    std::string path;
+  };
+  /// What a document may write for an entry.
+  struct Address {
+    std::string_view folded;
+    std::string_view path;
+  };
+
+  using Spellings = std::pair<std::string_view, std::string_view>;
+
+  /// How two names begin, up to the end of a folder or of the whole, when it is case alone in which
+  /// they differ there.
+  static std::optional<Spellings> differByCase(const Entry& one, const Entry& other);
+  void addAddresses(const Entry& entry);
+
+  std::vector<Entry> entries_;      // by `folded`, then by `path`
+  std::vector<Address> addresses_;  // likewise
+};
+
+}  // namespace orvane::nimbrel::check

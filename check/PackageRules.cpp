@@ -1,0 +1,168 @@
+#include "check/PackageRules.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "check/Suggestion.h"
+#include "config/Namespaces.h"
+#include "util/Ascii.h"
+#include "util/StringUtil.h"
+
+namespace orvane::nimbrel::check {
+namespace {
+
+using config::FindingCode;
+using util::XmlNode;
+using zel::util::StringUtil;
+
+/// What a runtime starts when the document names nothing.
+constexpr std::string_view DEFAULT_START_FILES[] = {"index.htm", "index.html", "index.svg",
+                                                    "index.xhtml", "index.xht"};
+
+/// The types by which the files of a package are identified.
+constexpr std::string_view TYPES[] = {"text/html",
+                                      "application/xhtml+xml",
+                                      "image/svg+xml",
+                                      "text/css",
+                                      "application/javascript",
+                                      "text/plain",
+                                      "application/xml",
+                                      "audio/x-wav",
+                                      "image/gif",
+                                      "image/vnd.microsoft.icon",
+                                      "image/png",
+                                      "image/jpeg"};
+
+constexpr struct {
+  std::string_view element;
+  std::string_view attribute;
+} PATHS[] = {{"content", "src"}, {"icon", "src"}, {"license", "href"}};
+
+bool isElement(const XmlNode& element, std::string_view name) noexcept {
+  return element.nameView() == name && element.namespaceView() == config::W3C_WIDGETS_NAMESPACE;
+}
+
+/// Whether a value is an address with a scheme. A single letter is a drive.
+bool isAddress(std::string_view value) noexcept {
+  const std::size_t end = value.find(':');
+  return end != std::string_view::npos && end > 1 && util::ascii::isLetter(value.front()) &&
+         std::all_of(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(end), [](char c) {
+           return util::ascii::isLetterOrDigit(c) || c == '+' || c == '-' || c == '.';
+         });
+}
+
+/// Whether a media type is one of `TYPES`, parameters and case aside.
+bool isKnownType(std::string_view type) {
+  std::string plain(StringUtil::trimmed(type.substr(0, type.find(';'))));
+  std::transform(plain.begin(), plain.end(), plain.begin(), util::ascii::lowerCase);
+  return std::find(std::begin(TYPES), std::end(TYPES), plain) != std::end(TYPES);
+}
+
+/// The type that another one was meant to be; empty when that is not certain.
+std::string_view meantType(const std::string& type) {
+  Suggestion suggestion(type);
+  for (const std::string_view known : TYPES) {
+    const std::string_view subtype = known.substr(known.find('/') + 1);
+    if (type == subtype) {
+      return known;
+    }
+    suggestion.consider(known);
+  }
+  return suggestion.get();
+}
+
+}  // namespace
+
+PackageRules::PackageRules(const std::vector<std::string>& names, Report& report)
+    : names_(names), files_(names), report_(report) {}
+
+void PackageRules::checkNames() {
+  for (const std::string& name : names_) {
+    if (leadsOut(name) || (!name.empty() && (name.front() == '/' || name.front() == '\\'))) {
+      addName(FindingCode::OUTSIDE_PACKAGE, name);
+    }
+  }
+  files_.forEachAmbiguous([&](std::string_view name, std::string_view other) {
+    addName(FindingCode::AMBIGUOUS_NAME, name, other);
+  });
+}
+
+void PackageRules::checkRoot(const XmlNode& root) {
+  for (const XmlNode* child = root.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    if (isElement(*child, "content")) {
+      return;  // a faulty one is a finding of its own
+    }
+  }
+  if (std::none_of(std::begin(DEFAULT_START_FILES), std::end(DEFAULT_START_FILES),
+                   [&](std::string_view file) { return files_.has(file); })) {
+    addName(FindingCode::MISSING_FILE, {});
+  }
+}
+
+void PackageRules::checkChild(const XmlNode& element) {
+  bool isUsed = true;
+  for (; seen_ < report_.findings().size(); ++seen_) {
+    const Diagnostic& finding = report_.findings()[seen_];
+    isUsed &= finding.element != &element || finding.code != FindingCode::REPEATED;
+  }
+  for (std::size_t i = 0; isUsed && i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = element.attributeAt(i);
+    if (attribute.namespaceUri.data() != nullptr) {
+      continue;
+    }
+    for (const auto& path : PATHS) {
+      if (attribute.name == path.attribute && isElement(element, path.element)) {
+        checkPath(element, i);
+      }
+    }
+    if (attribute.name == "type" && isElement(element, "content")) {
+      checkType(element, i);
+    }
+  }
+  seen_ = report_.findings().size();
+}
+
+void PackageRules::checkPath(const XmlNode& element, std::size_t index) {
+  const std::string path = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
+  if (path.empty() || isAddress(path)) {
+    return;
+  }
+  const bool isOutside = leadsOut(path);
+  if (isOutside || !files_.has(path)) {
+    const std::string_view meant = files_.meantBy(path);
+    addAttribute(isOutside ? FindingCode::OUTSIDE_PACKAGE : FindingCode::MISSING_FILE, element,
+                 index, meant == path ? std::string_view() : meant);
+  }
+}
+
+void PackageRules::checkType(const XmlNode& element, std::size_t index) {
+  const std::string type = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
+  if (!type.empty() && !isKnownType(type)) {
+    addAttribute(FindingCode::UNKNOWN_TYPE, element, index, meantType(type));
+  }
+}
+
+void PackageRules::addName(FindingCode code, std::string_view name, std::string_view other) {
+  Diagnostic finding;
+  finding.code = code;
+  finding.isOfPackage = true;
+  finding.value = name.data() == nullptr ? name : report_.keep(name);
+  finding.name = report_.keep(other);
+  report_.add(finding);
+}
+
+void PackageRules::addAttribute(FindingCode code, const XmlNode& element, std::size_t index,
+                                std::string_view meant) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  Diagnostic finding;
+  finding.code = code;
+  finding.element = &element;
+  finding.attribute = attribute.name;
+  finding.attributeIndex = static_cast<std::uint32_t>(index);
+  finding.value = attribute.value;
+  finding.name = report_.keep(meant);
+  report_.add(finding);
+}
+
+}  // namespace orvane::nimbrel::check
