@@ -28,13 +28,8 @@ constexpr Range UNPRINTABLE[] = {
     {0x2066, 0x2069},  // isolates
     {0xFEFF, 0xFEFF},  // no-break space without width, a byte order mark at the start
     {0xFFF9, 0xFFFB},  // annotations
+    {0xFFFE, 0xFFFF},  // no characters
 };
-
-bool isUnprintable(char32_t character) noexcept {
-  return std::any_of(std::begin(UNPRINTABLE), std::end(UNPRINTABLE), [=](const Range& range) {
-    return range.first <= character && character <= range.last;
-  });
-}
 
 /// The characters of ASCII that stay as they are.
 constexpr std::array<bool, 256> plainCharacters(bool withQuotes) {
@@ -95,6 +90,12 @@ void append(std::string& out, std::string_view text, Encoding encoding,
 }
 
 }  // namespace
+
+bool isUnprintable(char32_t character) noexcept {
+  return std::any_of(std::begin(UNPRINTABLE), std::end(UNPRINTABLE), [=](const Range& range) {
+    return range.first <= character && character <= range.last;
+  });
+}
 
 void appendEscaped(std::string& out, std::string_view text, Encoding encoding) {
   append(out, text, encoding, PLAIN);

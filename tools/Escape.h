@@ -12,6 +12,10 @@ enum class Encoding {
   JSON   ///< as U+FFFD, since JSON knows no bytes
 };
 
+/// Whether a character beyond ASCII is invisible and acts on what stands around it: a control
+/// character, a separator of lines, a mark of direction.
+[[nodiscard]] bool isUnprintable(char32_t character) noexcept;
+
 /// Appends a text that anybody may have written, made safe to print on a terminal: it can neither
 /// move the cursor, nor reorder the line it stands in, nor imitate the end of its quotes.
 ///

@@ -16,6 +16,7 @@
 #include "tools/commands/FileOptions.h"
 #include "tools/commands/ForEachFile.h"
 #include "tools/commands/UserLocales.h"
+#include "tools/html/Page.h"
 #include "tools/input/Input.h"
 #include "tools/record/FieldSelector.h"
 #include "tools/record/RecordPrinter.h"
@@ -46,9 +47,10 @@ constexpr Option<Settings> OPTIONS[] = {
        settings.locales->emplace_back(value);
      }},
     {{"format", "FORMAT",
-      "Print for a person (text, the default) or for a program (json; jsonl: a line a file)"},
+      "Print for a person (text, the default; html: a page of one file, in all its languages) or "
+      "for a program (json; jsonl: a line a file)"},
      [](Settings& settings, const char* value) {
-       settings.format = oneOf("format", value, "text json jsonl");
+       settings.format = oneOf("format", value, "text html json jsonl");
      }},
     {{"field", "NAME",
       "Print this field alone, one line a value; fields are the keys of --format json, such as "
@@ -165,6 +167,13 @@ ExitStatus showFiles(const Settings& settings) {
   return worst;
 }
 
+ExitStatus showPage(const Settings& settings) {
+  if (settings.files.size() != 1 || settings.field || settings.encoding) {
+    failUsage("--format html takes one FILE, and neither --field nor --encoding");
+  }
+  return printPage({settings.files.front(), settings.stdinName, settings.url, settings.locales});
+}
+
 ExitStatus runShow(int argc, char** argv) {
   Settings settings;
   auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
@@ -186,7 +195,7 @@ ExitStatus runShow(int argc, char** argv) {
   }
   settings.progress = settings.progress && !isTerminal();  // there the records show it
   settings.findFiles(std::move(*operands));
-  return showFiles(settings);
+  return settings.format == "html" ? showPage(settings) : showFiles(settings);
 }
 
 }  // namespace

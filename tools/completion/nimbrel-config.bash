@@ -17,6 +17,7 @@ _nimbrel_config() {
       words='text json'
       [[ $command != show && $command != check ]] || words+=' jsonl'
       [[ $command != check ]] || words+=' sarif'
+      [[ $command != show ]] || words+=' html'
       ;;
     --explain) words=$("${COMP_WORDS[0]}" check --codes 2>/dev/null | sed 's/ .*//') ;;
     --field)  # those of a record

@@ -99,12 +99,10 @@ void appendGutter(std::string& text, const std::string& number, const ExcerptSty
   text.append(style.plain) += ' ';
 }
 
-}  // namespace
-
-std::string excerpt(const check::Report& report, const check::Diagnostic& finding,
-                    const ExcerptStyle& style) {
-  const std::uint32_t lineNumber = report.placeOf(finding).begin.line;
-  const std::string_view line = report.source().line(lineNumber);
+/// The line of a finding with its place, cut; no text where there is nothing to see.
+Drawing drawingOf(const check::Report& report, const check::Diagnostic& finding,
+                  std::size_t limit) {
+  const std::string_view line = report.source().line(report.placeOf(finding).begin.line);
   // Where the place is known the line is not blank.
   if (!finding.hasSpan &&
       line.substr(0, REACH).find_first_not_of(" \t") == std::string_view::npos) {
@@ -116,9 +114,20 @@ std::string excerpt(const check::Report& report, const check::Diagnostic& findin
           ? check::Span{finding.span.begin - start, std::min(finding.span.end - start, line.size())}
           : check::Span{0, 0};
   Drawing drawing = draw(line, place);
-  cut(drawing, style.width);
-  const std::string number = std::to_string(lineNumber);
+  cut(drawing, limit);
+  return drawing;
+}
+
+}  // namespace
+
+std::string excerpt(const check::Report& report, const check::Diagnostic& finding,
+                    const ExcerptStyle& style) {
+  const Drawing drawing = drawingOf(report, finding, style.width);
   std::string text;
+  if (drawing.text.empty()) {
+    return text;
+  }
+  const std::string number = std::to_string(report.placeOf(finding).begin.line);
   appendGutter(text, number, style);
   text.append(drawing.text) += '\n';
   if (finding.hasSpan) {
@@ -128,6 +137,20 @@ std::string excerpt(const check::Report& report, const check::Diagnostic& findin
     text += '\n';
   }
   return text;
+}
+
+ExcerptParts excerptParts(const check::Report& report, const check::Diagnostic& finding) {
+  const Drawing drawing = drawingOf(report, finding, ExcerptStyle().width);
+  if (!finding.hasSpan) {
+    return {drawing.text, {}, {}};
+  }
+  const std::string_view text = drawing.text;
+  const std::string_view before = firstColumns(text, drawing.begin);
+  // An empty value is marked by what ends it.
+  const std::string_view place = firstColumns(
+      text.substr(before.size()), std::max(drawing.end, drawing.begin + 1) - drawing.begin);
+  return {std::string(before), std::string(place),
+          std::string(text.substr(before.size() + place.size()))};
 }
 
 }  // namespace orvane::nimbrel::tools

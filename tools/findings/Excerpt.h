@@ -23,4 +23,14 @@ struct ExcerptStyle {
 [[nodiscard]] std::string excerpt(const check::Report& report, const check::Diagnostic& finding,
                                   const ExcerptStyle& style);
 
+/// The same line in parts, without carets: what stands before the place, in it and behind it. All
+/// are empty where there is no excerpt; the place is when it is not known.
+struct ExcerptParts {
+  std::string before;
+  std::string place;
+  std::string behind;
+};
+[[nodiscard]] ExcerptParts excerptParts(const check::Report& report,
+                                        const check::Diagnostic& finding);
+
 }  // namespace orvane::nimbrel::tools

@@ -1,0 +1,192 @@
+#include <set>
+
+#include "tests/tools/Tool.h"
+#include "util/XmlNode.h"
+#include "util/XmlParserLibXml.h"
+
+namespace nimbrel_test {
+namespace {
+
+using orvane::nimbrel::util::XmlDocument;
+using orvane::nimbrel::util::XmlNode;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A page, which must be well-formed.
+struct Page {
+  std::string html;
+  std::shared_ptr<XmlDocument> tree;
+};
+
+Page pageOf(const std::string& document, int status = 0, std::vector<std::string> options = {}) {
+  options.insert(options.begin(), {"show", "--format", "html", "-"});
+  Page page;
+  const Outcome outcome = run(options, document);
+  EXPECT_EQ(outcome.status, status) << outcome.error;
+  page.html = outcome.out;
+  page.tree = orvane::nimbrel::util::XmlParserLibXml().parse(
+      page.html.data(), static_cast<unsigned int>(page.html.size()), nullptr, nullptr);
+  return page;
+}
+
+template <typename Visit>
+void forEachElement(const XmlNode& element, const Visit& visit) {
+  visit(element);
+  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    forEachElement(*child, visit);
+  }
+}
+
+std::string textOf(const XmlNode& node) {
+  std::string text = node.getContent() ? node.getContent().get() : "";
+  for (const auto& child : node.getChildren()) {
+    text += textOf(*child);
+  }
+  return text;
+}
+
+/// The headings of a page with their levels.
+std::string outlineOf(const Page& page) {
+  std::string outline;
+  forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
+    const std::string name = element.getName();
+    if (name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6') {
+      outline += name.substr(1) + ' ' + textOf(element) + '\n';
+    }
+  });
+  return outline;
+}
+
+constexpr char REQUESTS_OUTLINE[] =
+    "2 What it asks for\n3 Network access\n3 Features\n3 Permissions\n3 Messages\n3 Exports\n";
+
+TEST(PageTool, ShowsWhatEachLanguageGets) {
+  const std::string names =
+      "<name>plain</name><name xml:lang='de'>deutsch</name><name xml:lang='he' dir='rtl'>a"
+      "<span dir='lro' xml:lang='en'>b</span></name><access origin='http://x.example'/>"
+      "<access origin='*' xml:lang='de'/>";
+  EXPECT_EQ(outlineOf(pageOf(widget(names))),
+            std::string("1 plain\n2 As users see it\n3 Users of every other language\n"
+                        "3 Users of de\n3 Users of he\n") +
+                REQUESTS_OUTLINE + "2 Check\n");
+  const Page german = pageOf(widget(names, "defaultlocale='de'"));
+  EXPECT_EQ(outlineOf(german),
+            std::string("1 deutsch\n2 As users see it\n3 Users of de and every other language\n"
+                        "3 Users of he\n") +
+                REQUESTS_OUTLINE + "2 Check\n");
+  EXPECT_THAT(german.html, HasSubstr("<bdi lang=\"he\" dir=\"rtl\">a<bdo lang=\"en\" dir=\"ltr\">b"
+                                     "</bdo></bdi>"));
+  EXPECT_THAT(german.html, HasSubstr("this host only, not encrypted</span></li>"));
+  EXPECT_THAT(pageOf(widget(names), 0, {"--locale", "he"}).html,
+              Not(HasSubstr("every address on the network")));
+  EXPECT_THAT(pageOf(widget(names)).html,
+              HasSubstr("every address on the network</span> <span class=\"whom\">only for users "
+                        "of <bdi class=\"tag\">de</bdi></span>"));
+}
+
+TEST(PageTool, SaysWhyThereIsNothingToSee) {
+  EXPECT_THAT(pageOf("<widget>", 1).html, HasSubstr("nobody gets this application"));
+  EXPECT_THAT(pageOf("<a/>", 1).html, HasSubstr("Rejected document"));
+  EXPECT_THAT(pageOf("PK\x03\x04", 1).html, HasSubstr("no usable ZIP archive"));
+  const Page german = pageOf(widget("<feature name='x' xml:lang='de'/>"), 1);
+  EXPECT_THAT(german.html, HasSubstr("They do not get this application"));
+  EXPECT_THAT(german.html, HasSubstr("It asks for no feature"));
+  const Outcome missing = run({"show", "--format", "html", "/nowhere"});
+  EXPECT_EQ(missing.status, 2);
+  EXPECT_EQ(missing.out, "");
+}
+
+// Each place that a document can fill holds what would be markup, an end of an attribute, a link
+// that acts, and characters that turn the direction.
+TEST(PageTool, AHostileDocumentIsInert) {
+  const std::string evil =
+      "&lt;/style&gt;&lt;script&gt;alert(1)&lt;/script&gt;&lt;img src=x onerror=alert(1)&gt;"
+      "&quot; onclick=&quot;alert(1) &#39; ]]&gt; --&gt; &amp;amp; "
+      "javascript:alert(1)//&#x202E;&#x2066;&#x9B;&#x7F;&#13;&#xFEFF;";
+  const std::string attribute = "=\"" + evil + '"';
+  const std::string setting = " value" + attribute + "/>";
+  const std::string texts = "<name short" + attribute + ">" + evil + "</name><description>" + evil +
+                            "</description><author email" + attribute +
+                            " href='javascript:alert(1)'>" + evil +
+                            "</author><license href='"
+                            "javascript:alert(1)'>" +
+                            evil + "</license>";
+  const std::string document = widget(
+      texts + "<name xml:lang='&quot;&gt;&lt;script&gt;alert(1)' dir='rlo'>x</name><content src" +
+          attribute + "/><icon src" + attribute + "/><preference name" + attribute + setting +
+          "<feature name='javascript:alert(1)'><param name" + attribute + setting +
+          "</feature><access origin" + attribute +
+          "/><access origin='javascript://x.example:1'/>"
+          "<t:permissions><t:permission name" +
+          attribute + "/></t:permissions><t:messaging><t:app name" + attribute + setting +
+          "</t:messaging><t:export resource" + attribute + "/><t:nothing a" + attribute + "/>",
+      "id='javascript:alert(1)' viewmodes" + attribute + " version" + attribute + " width" +
+          attribute + " defaultlocale" + attribute);
+  const std::set<std::string> elements = {
+      "html", "head",    "meta",    "link", "title", "style", "body",   "a",       "header",
+      "p",    "bdi",     "h1",      "dl",   "div",   "dt",    "dd",     "nav",     "ul",
+      "li",   "main",    "h2",      "h3",   "bdo",   "span",  "img",    "section", "article",
+      "code", "details", "summary", "mark", "ol",    "br",    "strong", "footer"};
+  const std::set<std::string> attributes = {"lang",    "dir",    "charset",    "http-equiv",
+                                            "content", "name",   "rel",        "href",
+                                            "class",   "id",     "src",        "alt",
+                                            "width",   "height", "aria-label", "aria-labelledby"};
+  for (const std::string& input : {document, "<widget>" + document, std::string("<") + '\0'}) {
+    const Page page = pageOf(input, input == document ? 0 : 1);
+    forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
+      EXPECT_EQ(elements.count(element.getName()), 1U) << element.getName();
+      for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+        const std::string name(element.attributeAt(i).name);
+        const std::string value(element.attributeAt(i).value);
+        EXPECT_EQ(attributes.count(name), 1U) << name;
+        EXPECT_THAT(value, Not(HasSubstr("alert"))) << name;
+        EXPECT_TRUE(name != "href" || value[0] == '#' || value == "data:,") << value;
+      }
+    });
+    for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xEF\xBB\xBF",
+                            "\r", "http:", "https:"}) {
+      std::string html = page.html;
+      if (const std::size_t name = html.find("http://www.w3.org/1999/xhtml"); name < 100) {
+        html.erase(name, 28);  // the only address, which nobody opens
+      }
+      EXPECT_THAT(html, Not(HasSubstr(raw)));
+    }
+    EXPECT_EQ(page.html.find("</style>"), page.html.rfind("</style>"));
+  }
+  // What the reader sees is what was written.
+  EXPECT_THAT(textOf(*pageOf(document).tree->getDocumentElement()),
+              HasSubstr("</style><script>alert(1)</script><img src=x onerror=alert(1)>\" onclick="
+                        "\"alert(1) ' ]]> --> &amp; javascript:alert(1)//U+202EU+2066U+009BU+007F"
+                        "U+000DU+FEFF"));
+}
+
+TEST(PageTool, ABigDocumentHasAPageOfLimitedSize) {
+  std::string children = "<feature name='urn:f'>";
+  for (int i = 0; i < 3000; ++i) {
+    const std::string number = std::to_string(i);
+    children.append("<param name='p' value='").append(number).append("'/>");
+  }
+  children += "</feature>";
+  for (int i = 0; i < 3000; ++i) {
+    const std::string number = std::to_string(i);
+    children.append("<shop xmlns='urn:s'/><icon/><access origin='http://x:").append(number);
+    children.append("'/><name xml:lang='l").append(number).append("'>x</name>");
+  }
+  const Page page =
+      pageOf(widget(children + "<name>" + std::string(1000, 'x') + "</name><description>" +
+                    std::string(9000, 'y') + "</description><t:resources/><icons/>"));
+  EXPECT_LT(page.html.size(), 1500000U);
+  for (const char* sentence :
+       {"2000 more are not on this page", "2937 languages more", "and 2950 more parameters",
+        "… and 700 more characters", "… and 5000 more characters",
+        "findings more are not on this "
+        "page, those that matter least",
+        "Show 2988 more"}) {
+    EXPECT_THAT(page.html, HasSubstr(sentence));
+  }
+  EXPECT_THAT(page.html, Not(HasSubstr(">Note<")));  // notes yield to warnings
+}
+
+}  // namespace
+}  // namespace nimbrel_test

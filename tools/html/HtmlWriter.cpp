@@ -1,0 +1,176 @@
+#include "tools/html/HtmlWriter.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+#include "tools/Escape.h"
+#include "tools/Output.h"
+#include "util/Ascii.h"
+#include "util/Utf8.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+using util::LocalizableString;
+
+constexpr std::size_t PIECE = 65536;
+constexpr std::size_t LONGEST_TAG = 35;
+
+const char* referenceFor(char32_t character) noexcept {
+  switch (character) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    case '\'':
+      return "&#39;";
+    default:
+      return nullptr;
+  }
+}
+
+bool isNamed(char32_t character) noexcept {
+  const bool isControl = character < 0x20 && character != '\n' && character != '\t';
+  return isControl || character == 0x7F || isUnprintable(character);
+}
+
+/// Whether a text has the form of a language tag (BCP 47), so far as matters here.
+bool isTag(std::string_view text) noexcept {
+  return !text.empty() && text.size() <= LONGEST_TAG && util::ascii::isLetter(text.front()) &&
+         std::all_of(text.begin(), text.end(),
+                     [](char c) { return util::ascii::isLetterOrDigit(c) || c == '-'; });
+}
+
+std::size_t charactersOf(std::string_view text) noexcept {
+  return text.size() - static_cast<std::size_t>(
+                           std::count_if(text.begin(), text.end(), util::internal::isUtf8Trail));
+}
+
+bool isOverride(LocalizableString::Direction direction) noexcept {
+  return direction == LocalizableString::LRO || direction == LocalizableString::RLO;
+}
+
+}  // namespace
+
+HtmlWriter& HtmlWriter::append(std::string_view piece) {
+  pending_ += piece;
+  if (pending_.size() >= PIECE) {
+    flush();
+  }
+  return *this;
+}
+
+void HtmlWriter::flush() {
+  writeOutput(pending_);
+  pending_.clear();
+}
+
+void HtmlWriter::name(const char* kind, char32_t character, int digits) {
+  char shown[64];
+  std::snprintf(shown, sizeof(shown), "<span class=\"unseen\">%s%0*X</span>", kind, digits,
+                static_cast<unsigned int>(character));
+  append(shown);
+}
+
+HtmlWriter& HtmlWriter::text(std::string_view text) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t from = at;
+    const char32_t character = util::internal::decodeUtf8(text, at);
+    if (const char* const reference = referenceFor(character); reference != nullptr) {
+      append(reference);
+    } else if (character == util::internal::NOT_UTF8) {
+      for (std::size_t i = from; i < at; ++i) {
+        name("byte ", static_cast<unsigned char>(text[i]), 2);
+      }
+    } else if (isNamed(character)) {
+      name("U+", character, 4);
+    } else {
+      append(text.substr(from, at - from));
+    }
+  }
+  return *this;
+}
+
+HtmlWriter& HtmlWriter::text(std::string_view text, std::size_t limit) {
+  const std::string_view start = firstCharacters(text, limit);
+  return this->text(start).more(text.substr(start.size()));
+}
+
+/// Says how much is not shown.
+HtmlWriter& HtmlWriter::more(std::string_view rest) {
+  return rest.empty() ? *this
+                      : markup(" <span class=\"cut\">… and ")
+                            .count(charactersOf(rest), "more character")
+                            .markup("</span>");
+}
+
+HtmlWriter& HtmlWriter::number(std::size_t number) {
+  return append(std::to_string(number));
+}
+
+HtmlWriter& HtmlWriter::count(std::size_t number, const char* noun) {
+  return this->number(number).append(" ").append(noun).append(number == 1 ? "" : "s");
+}
+
+HtmlWriter& HtmlWriter::base64(std::string_view bytes) {
+  constexpr char DIGITS[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(bytes.size(), 3))) {
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+    }
+    char digits[4] = {'=', '=', '=', '='};
+    for (std::size_t i = 0; i <= std::min<std::size_t>(bytes.size(), 3); ++i) {
+      digits[i] = DIGITS[group >> (18 - 6 * i) & 0x3F];
+    }
+    append({digits, sizeof(digits)});
+  }
+  return *this;
+}
+
+HtmlWriter& HtmlWriter::language(std::string_view tag, LocalizableString::Direction direction) {
+  const bool isLeftToRight =
+      direction == LocalizableString::LTR || direction == LocalizableString::LRO;
+  markup(" lang=\"").append(isTag(tag) ? tag : std::string_view());
+  return markup("\" dir=\"").append(isLeftToRight ? "ltr" : "rtl").append("\"");
+}
+
+HtmlWriter& HtmlWriter::localized(const LocalizableString& text, std::size_t limit) {
+  const auto open = [&](std::string_view tag, LocalizableString::Direction direction) {
+    append(isOverride(direction) ? "<bdo" : "<bdi").language(tag, direction).markup(">");
+  };
+  const auto close = [&](LocalizableString::Direction direction) {
+    append(isOverride(direction) ? "</bdo>" : "</bdi>");
+  };
+  const std::string_view whole = text.c_str();
+  std::size_t left = limit;
+  std::size_t shown = 0;
+  open(text.getLanguageTag(), text.getDirection());
+  for (const LocalizableString::TextNode& run : text.getTextNodes()) {
+    const bool isOwn =
+        run.languageTag != text.getLanguageTag() || run.direction != text.getDirection();
+    const std::string_view part = firstCharacters(run.text, left);
+    if (part.empty()) {
+      break;
+    }
+    if (isOwn) {
+      open(run.languageTag, run.direction);
+    }
+    this->text(part);
+    if (isOwn) {
+      close(run.direction);
+    }
+    left -= charactersOf(part);
+    shown += part.size();
+  }
+  close(text.getDirection());
+  return more(whole.substr(shown));
+}
+
+}  // namespace orvane::nimbrel::tools

@@ -1,0 +1,250 @@
+#include "tools/html/Page.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "check/Check.h"
+#include "config/ConfigParserFactory.h"
+#include "tools/Escape.h"
+#include "tools/Output.h"
+#include "tools/html/ApplicationView.h"
+#include "tools/html/Audience.h"
+#include "tools/html/FindingSection.h"
+#include "tools/html/HtmlWriter.h"
+#include "tools/html/Requests.h"
+#include "tools/html/Style.h"
+#include "tools/input/Input.h"
+#include "util/Log.h"
+#include "util/XmlParserLibXml.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+using config::BasicConfig;
+
+constexpr std::size_t MOST_WALKED = std::size_t{64} * 1024 * 1024;  // bytes of documents
+
+/// What users get: a record, or why they get nothing.
+struct Outcome {
+  std::shared_ptr<BasicConfig> record;
+  std::optional<DocumentFailure> failure;
+};
+
+class Page {
+ public:
+  explicit Page(const PageRequest& request) : request_(request) {}
+
+  ExitStatus print() {
+    readDocument();
+    checkDocument();
+    if (tree_ != nullptr) {
+      findAudiences();
+    }
+    printHead();
+    printHeader();
+    html_.markup("<main id=\"main\">\n");
+    printApplications();
+    if (!audiences_.empty()) {
+      printRequests();
+    }
+    printFindingSection();
+    printFooter();
+    html_.flush();
+    if (!failure_) {
+      return EXIT_DONE;
+    }
+    writeError(failure_->what());
+    return failure_->status();
+  }
+
+ private:
+  void readDocument() {
+    name_ = request_.file == STANDARD_INPUT ? request_.stdinName : request_.file;
+    try {
+      Document document = tools::readDocument(request_.file, request_.stdinName);
+      name_ = document.name;
+      bytes_ = std::move(*document.bytes);
+      package_ = std::move(document.package);
+    } catch (const DocumentFailure& failure) {
+      if (failure.status() != EXIT_REJECTED) {
+        throw;
+      }
+      failure_ = failure;
+    }
+  }
+
+  /// Has the report and, if the document is well-formed, the tree made.
+  void checkDocument() {
+    if (failure_) {
+      const DocumentFailure::Problem& problem = failure_->problem();
+      auto report = std::make_unique<check::Report>("");
+      report->reject(problem.reason, problem.line, problem.column);
+      report_ = std::move(report);
+      return;
+    }
+    report_ = check::checkDocument(std::move(bytes_), request_.locales, util::logMask(), package_);
+    const std::string& bytes = report_->document();
+    try {
+      tree_ = readingDocument(name_, [&] {
+        return util::XmlParserLibXml().parse(bytes.data(), static_cast<unsigned int>(bytes.size()),
+                                             request_.url ? request_.url->c_str() : nullptr,
+                                             nullptr);
+      });
+    } catch (const DocumentFailure& failure) {
+      failure_ = failure;
+    }
+  }
+
+  /// What users of these locales get. A rejection is that of the document.
+  Outcome recordFor(const std::vector<std::string>& locales) {
+    // One for each, as a parser remembers a start file.
+    const auto parser = config::createNimbrelConfigParser(locales);
+    try {
+      Outcome outcome;
+      outcome.record = readingDocument(name_, [&] { return parser->process(tree_, locales); });
+      hasRecord_ = true;
+      return outcome;
+    } catch (const DocumentFailure& failure) {
+      failure_ = failure_ ? failure_ : failure;
+      return {nullptr, failure};
+    }
+  }
+
+  void findAudiences() {
+    first_ = recordFor(request_.locales.value_or(std::vector<std::string>()));
+    if (request_.locales) {
+      audiences_.push_back({*request_.locales, false});
+      return;
+    }
+    std::string defaultLocale;
+    if (first_.record != nullptr) {
+      // What the parser took of the document stands in front of "*".
+      const std::vector<std::string>& locales = std::as_const(*first_.record).getUserAgentLocales();
+      defaultLocale = locales.size() > 1 ? locales.front() : defaultLocale;
+    }
+    audiences_ = audiencesOf(*tree_, defaultLocale);
+    audienceCount_ = audiences_.size();
+    // Each takes a walk through the document.
+    const std::size_t walks = MOST_WALKED / std::max<std::size_t>(report_->document().size(), 1);
+    audiences_.resize(std::min({audiences_.size(), MOST_AUDIENCES, walks + 1}));
+  }
+
+  void printHead() {
+    html_
+        .markup(
+            "<!DOCTYPE html>\n"
+            "<html xmlns=\"http://www.w3.org/1999/xhtml\" lang=\"en\" dir=\"ltr\">\n<head>\n"
+            "<meta charset=\"utf-8\"/>\n"
+            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
+            "img-src data:; style-src 'sha256-")
+        .base64(STYLE_HASH)
+        .markup(
+            "'; base-uri 'none'; form-action 'none'\"/>\n"
+            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n"
+            "<meta name=\"color-scheme\" content=\"light dark\"/>\n"
+            // Without one, a browser asks the server for an icon of its own.
+            "<link rel=\"icon\" href=\"data:,\"/>\n<title>");
+    html_.text(escape(name_)).markup(" – nimbrel-config</title>\n<style>").markup(STYLE);
+    html_.markup("</style>\n</head>\n");
+  }
+
+  void printHeader() {
+    html_.markup("<body>\n<a class=\"skip\" href=\"#main\">Skip to the content</a>\n<header>\n");
+    html_.markup("<p class=\"file\"><bdi>").text(escape(name_)).markup("</bdi></p>\n<h1>");
+    const BasicConfig* const record = first_.record.get();
+    if (record != nullptr && record->getName() && !record->getName().get().empty()) {
+      html_.localized(record->getName().get(), 300);
+    } else {
+      html_.text(hasRecord_ ? "Application without a name" : "Rejected document");
+    }
+    html_.markup("</h1>\n");
+    if (record != nullptr) {
+      printFacts(html_, *record);
+    }
+    html_.markup(
+        "<nav aria-label=\"On this page\">\n<ul>\n"
+        "<li><a href=\"#users\">As users see it</a></li>\n");
+    if (!audiences_.empty()) {
+      html_.markup("<li><a href=\"#requests\">What it asks for</a></li>\n");
+    }
+    html_.markup("<li><a href=\"#findings\">Check</a>: ");
+    printFindingCounts(html_, *report_);
+    html_.markup("</li>\n</ul>\n</nav>\n</header>\n");
+  }
+
+  void printApplications() {
+    html_.markup("<section aria-labelledby=\"users\">\n<h2 id=\"users\">As users see it</h2>\n");
+    if (audiences_.empty()) {
+      html_.markup("<p>The document is rejected: nobody gets this application.</p>\n");
+    }
+    html_.markup("<div class=\"views\">\n");
+    for (std::size_t i = 0; i < audiences_.size(); ++i) {
+      const Outcome outcome = i == 0 ? std::move(first_) : recordFor(audiences_[i].locales);
+      html_.markup("<article>\n<h3>Users of ");
+      printAudience(html_, audiences_[i], audiences_.size() == 1);
+      html_.markup("</h3>\n");
+      if (outcome.record != nullptr) {
+        printApplication(html_, *outcome.record);
+        requests_.add(*outcome.record, i);
+      } else {
+        html_.markup(
+            "<p><strong class=\"error\">Rejected</strong> They do not get this application; "
+            "the <a href=\"#findings\">check</a> says why.</p>\n");
+      }
+      html_.markup("</article>\n");
+    }
+    html_.markup("</div>\n");
+    if (audiences_.size() < audienceCount_) {
+      html_.markup("<p class=\"cut\">")
+          .count(audienceCount_ - audiences_.size(), "language")
+          .markup(" more are not on this page.</p>\n");
+    }
+    html_.markup("</section>\n");
+  }
+
+  void printRequests() {
+    html_.markup(
+        "<section aria-labelledby=\"requests\">\n"
+        "<h2 id=\"requests\">What it asks for</h2>\n");
+    if (hasRecord_) {
+      requests_.print(html_, audiences_);
+    } else {
+      html_.markup("<p>Nobody gets this application, so it asks for nothing.</p>\n");
+    }
+    html_.markup("</section>\n");
+  }
+
+  void printFindingSection() {
+    html_.markup("<section aria-labelledby=\"findings\">\n<h2 id=\"findings\">Check</h2>\n");
+    printFindings(html_, *report_);
+    html_.markup("</section>\n");
+  }
+
+  void printFooter() {
+    html_.markup("</main>\n<footer>\n<p>Made by nimbrel-config " NIMBREL_VERSION
+                 ". This page has no script and loads nothing.</p>\n</footer>\n</body>\n</html>\n");
+  }
+
+  const PageRequest& request_;
+  HtmlWriter html_;
+  std::string name_;
+  std::string bytes_;
+  std::optional<std::vector<std::string>> package_;  // names of its entries
+  std::unique_ptr<const check::Report> report_;
+  std::shared_ptr<util::XmlDocument> tree_;  // null: not well-formed
+  std::vector<Audience> audiences_;
+  std::size_t audienceCount_ = 0;
+  Outcome first_;
+  bool hasRecord_ = false;
+  std::optional<DocumentFailure> failure_;
+  Requests requests_;
+};
+
+}  // namespace
+
+ExitStatus printPage(const PageRequest& request) {
+  return Page(request).print();
+}
+
+}  // namespace orvane::nimbrel::tools
