@@ -7,11 +7,28 @@ namespace {
 
 using testing::HasSubstr;
 
+/// A number of so many bytes, as archives have them.
+std::string number(std::uint64_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i, value >>= 8) {
+    text += static_cast<char>(value & 0xFF);
+  }
+  return text;
+}
+
+std::string replaceAll(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
+}
+
 struct Entry {
   std::string name;
   std::string content = {};
   int compression = ZIP_CM_DEFLATE;
   bool encrypted = false;
+  std::string unicodeField = {};  // checksum of the name, then the name in UTF-8
 };
 
 /// The bytes of a ZIP archive with these entries.
@@ -26,21 +43,21 @@ std::string package(const std::vector<Entry>& entries) {
     const auto index =
         static_cast<zip_uint64_t>(zip_file_add(archive, entry.name.c_str(), source, 0));
     EXPECT_EQ(zip_set_file_compression(archive, index, entry.compression, 0), 0);
+    if (!entry.unicodeField.empty()) {
+      // The library keeps the number of this field for itself; it is replaced below.
+      const std::string field = '\x01' + entry.unicodeField;
+      EXPECT_EQ(zip_file_extra_field_set(archive, index, 0x7170, ZIP_EXTRA_FIELD_NEW,
+                                         reinterpret_cast<const zip_uint8_t*>(field.data()),
+                                         static_cast<zip_uint16_t>(field.size()),
+                                         ZIP_FL_CENTRAL | ZIP_FL_LOCAL),
+                0);
+    }
     if (entry.encrypted) {
       EXPECT_EQ(zip_file_set_encryption(archive, index, ZIP_EM_AES_256, "secret"), 0);
     }
   }
   EXPECT_EQ(zip_close(archive), 0);
-  return contentOf(file.path());
-}
-
-/// A number of so many bytes, as archives have them.
-std::string number(std::uint64_t value, int bytes) {
-  std::string text;
-  for (int i = 0; i < bytes; ++i, value >>= 8) {
-    text += static_cast<char>(value & 0xFF);
-  }
-  return text;
+  return replaceAll(contentOf(file.path()), "\x70\x71", "\x75\x70");
 }
 
 /// Writes bytes behind a mark, so far behind the last one that there is.
@@ -58,13 +75,6 @@ std::string zip64(std::string archive, std::uint64_t entries, std::uint64_t dire
       number(directorySize != 0 ? directorySize : end - directory, 8) + number(directory, 8);
   archive.insert(end, record + "PK\x06\x07" + number(0, 4) + number(end, 8) + number(1, 4));
   return patched(archive, "PK\x05\x06", 8, std::string(12, '\xFF'));
-}
-
-std::string replaceAll(std::string text, const std::string& from, const std::string& to) {
-  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-    text.replace(at, from.size(), to);
-  }
-  return text;
 }
 
 const std::string DOCUMENT = widget("<name>Chess</name>");
@@ -90,10 +100,17 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
 }
 
 TEST(PackagedWidget, IsCheckedWithItsDocument) {
-  // A name that is no UTF-8 is in code page 437.
-  const std::string document = widget("\n<icon src='Map.png'/><icon src='\xC3\xBC.png'/>");
+  // A name that is no UTF-8 has a field for it, or is in code page 437.
+  const std::string umlaut = "\xC3\xBC";
+  const std::string document = widget("\n<icon src='Map.png'/><icon src='" + umlaut +
+                                      ".png'/><icon src='" + umlaut + ".gif'/>");
   const TemporaryFile file(
-      package({{"config.xml", document}, {"index.html"}, {"MAP.png"}, {"map.png"}, {"\x81.png"}}));
+      package({{"config.xml", document},
+               {"index.html"},
+               {"MAP.png"},
+               {"map.png"},
+               {"\x81.png"},
+               {"\xFC.gif", "", ZIP_CM_STORE, false, "\x6A\x5B\x7D\x56" + umlaut + ".gif"}}));
   EXPECT_EQ(
       run({"check", file.path()}).out,
       file.path() +
@@ -119,6 +136,8 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
   const std::string lie =
       replaceAll(bomb, std::string("\x01\x00\x00\x01", 4), std::string("\x10\x00\x00\x00", 4));
   ASSERT_NE(lie, bomb);
+  const std::string streamed = patched(whole, "PK\x03\x04", 6, "\x08");  // sizes come later
+  const char* const otherHeader = "a header of its own that says something else";
   const struct {
     const char* title;
     std::string bytes;
@@ -150,9 +169,32 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       {"something behind", whole + 'x', "has something behind its end"},
       {"two names", patched(whole, "PK\x03\x04", 30, "C"), "no header of its own"},
       {"content elsewhere", patched(whole, "PK\x01\x02", 42, "\xFF"), "no header of its own"},
-      {"longer than the archive", patched(whole, "PK\x01\x02", 20, "\xFF\xFF"),
+      {"longer than the archive", patched(streamed, "PK\x01\x02", 20, "\xFF\xFF"),
        "beyond the archive"},
-      {"another size", patched(whole, "PK\x01\x02", 24, "\x01"), "it has another size than"},
+      {"another size", patched(streamed, "PK\x01\x02", 24, "\x01"), "it has another size than"},
+      {"a gap", std::string(whole).insert(whole.rfind("PK\x05\x06"), "x"),
+       "something between its central directory and its end"},
+      {"two numbers of entries", patched(zip64(whole, 1), "PK\x05\x06", 8, number(2, 4)),
+       "it has two ends"},
+      {"two places of the directory", patched(zip64(whole, 1), "PK\x05\x06", 16, number(1, 4)),
+       "it has two ends"},
+      {"a record of another size", patched(zip64(whole, 1), "PK\x06\x06", 4, "\x2D"),
+       "it has a damaged end"},
+      {"encrypted in its header", patched(whole, "PK\x03\x04", 6, "\x01"), otherHeader},
+      {"another size in its header", patched(whole, "PK\x03\x04", 22, "\x01"), otherHeader},
+      {"another packed size there", patched(whole, "PK\x03\x04", 18, "\x01"), otherHeader},
+      {"another checksum there", patched(whole, "PK\x03\x04", 14, std::string(4, '\0')),
+       otherHeader},
+      {"a NUL in a name",
+       replaceAll(package({{"config.xml", DOCUMENT}, {"config.xml_a"}}), "xml_a",
+                  std::string("xml\0a", 5)),
+       "an entry that is config.xml to some programs"},
+      {"two names of an entry",
+       package({{"config.xml", DOCUMENT},
+                {"other", "", ZIP_CM_STORE, false,
+                 "\x20\x35\x58\xD9"
+                 "config.xml"}}),
+       "an entry that is config.xml to some programs"},
       {"damaged", replaceAll(whole, "Chess", "Cheat"), "CRC error"},
       {"bomb", bomb, "config.xml is larger than 16 MiB"},
       {"bomb that lies", lie, "config.xml "},
@@ -168,7 +210,11 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       EXPECT_EQ(outcome.out, "");
     }
   }
-  for (const std::string& bytes : {package({{"config.xml", padded}}), zip64(whole, 1)}) {
+  for (const std::string& bytes :
+       {package({{"config.xml", padded}}), zip64(whole, 1),
+        patched(zip64(whole, 1), "PK\x05\x06", 8, number(1, 2) + number(1, 2)),
+        patched(streamed, "PK\x03\x04", 14, std::string(12, '\0')),
+        package({{"config.xml", DOCUMENT, ZIP_CM_STORE, false, "\x01\x01\x01\x01no"}})}) {
     EXPECT_EQ(run({"show", "--field", "name", "-"}, bytes).out, "Chess\n");
   }
 }

@@ -36,6 +36,9 @@ std::string textOf(const ZipEntry& entry) {
   if ((entry.flags & IS_UTF8) != 0 || isUtf8(entry.name)) {
     return std::string(entry.name);
   }
+  if (!entry.unicodeName.empty()) {
+    return std::string(entry.unicodeName);
+  }
   std::string text;
   for (const char c : entry.name) {
     const auto byte = static_cast<unsigned char>(c);

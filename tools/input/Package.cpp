@@ -25,19 +25,34 @@ bool isSimilar(std::string_view name) {
          ::strncasecmp(name.data(), PACKAGED_DOCUMENT, name.size()) == 0;
 }
 
+/// Whether programs to which a name ends at a NUL, or is what its field for UTF-8 says, see another
+/// entry as the document.
+bool isDoubtful(const ZipEntry& entry, bool isDocument) {
+  const auto isForSome = [](std::string_view name) {
+    return name.substr(0, name.find('\0')) == PACKAGED_DOCUMENT;
+  };
+  return isForSome(entry.name) != isDocument ||
+         (!entry.unicodeName.empty() && isForSome(entry.unicodeName) != isDocument);
+}
+
 ZipEntry findDocument(const ZipArchive& archive, const std::string& path,
                       std::vector<std::string>& names) {
   std::optional<ZipEntry> found;
   std::string similar;
   archive.forEachEntry([&](const ZipEntry& entry) {
     names.push_back(textOf(entry));
-    if (entry.name != PACKAGED_DOCUMENT) {
-      similar = isSimilar(entry.name) ? entry.name : similar;
-    } else if (found) {
-      // Which of them counts depends on who reads the archive: no telling what a runtime will do.
+    const bool isDocument = entry.name == PACKAGED_DOCUMENT;
+    // Which of two counts depends on who reads the archive: no telling what a runtime will do.
+    if (isDocument && found) {
       throw rejection(path, "more than one config.xml at the root of the archive");
-    } else {
+    }
+    if (isDoubtful(entry, isDocument)) {
+      throw rejection(path, "an entry that is config.xml to some programs and not to others");
+    }
+    if (isDocument) {
       found = entry;
+    } else if (isSimilar(entry.name)) {
+      similar = entry.name;
     }
   });
   if (!found) {

@@ -31,9 +31,11 @@ constexpr std::size_t ZIP64_END_SIZE = 56;
 constexpr std::size_t ZIP64_LOCATOR_SIZE = 20;
 
 constexpr std::uint16_t ENCRYPTED = 1;
+constexpr std::uint16_t HAS_DESCRIPTOR = 8;  // sizes stand behind the content
 constexpr std::uint16_t STORED = 0;
 constexpr std::uint16_t DEFLATED = 8;
 constexpr std::uint16_t ZIP64_FIELD = 1;
+constexpr std::uint16_t UNICODE_NAME_FIELD = 0x7075;
 
 /// A little-endian number within a text that is long enough.
 template <typename Number>
@@ -62,19 +64,34 @@ void widen(std::uint64_t& value, std::string_view& field) {
   field.remove_prefix(8);
 }
 
-/// Reads the sizes and the offset that did not fit into 32 bits.
+std::uint32_t checksumOf(std::string_view bytes) noexcept {
+  return static_cast<std::uint32_t>(
+      ::crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
+}
+
+/// Reads the sizes and the offset that did not fit into 32 bits, and the name in UTF-8.
 void readExtra(std::string_view extra, ZipEntry& entry) {
   while (extra.size() >= 4) {
     const std::size_t length = numberAt<std::uint16_t>(extra, 2);
-    if (numberAt<std::uint16_t>(extra, 0) == ZIP64_FIELD) {
-      std::string_view field = extra.substr(4, length);
+    const auto kind = numberAt<std::uint16_t>(extra, 0);
+    std::string_view field = extra.substr(4, length);
+    if (kind == ZIP64_FIELD) {
       widen(entry.size, field);
       widen(entry.packedSize, field);
       widen(entry.header, field);
-      return;
+    } else if (kind == UNICODE_NAME_FIELD && field.size() > 5 && field.front() == 1 &&
+               numberAt<std::uint32_t>(field, 1) == checksumOf(entry.name)) {
+      entry.unicodeName = field.substr(5);
     }
     extra.remove_prefix(std::min(extra.size(), 4 + length));
   }
+}
+
+/// Whether a number of the short form is what the long one says, or leaves it to that.
+template <typename Number>
+bool agrees(std::uint64_t value, std::string_view record, std::size_t at) noexcept {
+  const auto shortValue = numberAt<Number>(record, at);
+  return shortValue == value || shortValue == std::numeric_limits<Number>::max();
 }
 
 class Inflater {
@@ -141,6 +158,9 @@ ZipArchive::ZipArchive(Read read, std::uint64_t size) : read_(std::move(read)), 
   if (end.directoryAt > end.at || end.directorySize > end.at - end.directoryAt) {
     throw ZipProblem("has its central directory outside of itself");
   }
+  if (end.directorySize != end.at - end.directoryAt) {
+    throw ZipProblem("has something between its central directory and its end");
+  }
   entries_ = end.entries;
   directoryAt_ = end.directoryAt;
   directory_ = read_(end.directoryAt, static_cast<std::size_t>(end.directorySize));
@@ -179,6 +199,11 @@ ZipArchive::End ZipArchive::findEnd() const {
   end.directorySize = numberAt<std::uint32_t>(record, 12);
   end.directoryAt = numberAt<std::uint32_t>(record, 16);
   readZip64(end.at, end);
+  if (!agrees<std::uint16_t>(end.entries, record, 10) ||
+      !agrees<std::uint32_t>(end.directorySize, record, 12) ||
+      !agrees<std::uint32_t>(end.directoryAt, record, 16)) {
+    throw ZipProblem("has two ends, of which either may count");
+  }
   return end;
 }
 
@@ -196,7 +221,8 @@ void ZipArchive::readZip64(std::uint64_t endAt, End& end) const {
     throw ZipProblem("has a damaged end");
   }
   const std::string record = read_(at, ZIP64_END_SIZE);
-  if (record.size() != ZIP64_END_SIZE || !begins(record, ZIP64_END_MARK)) {
+  if (record.size() != ZIP64_END_SIZE || !begins(record, ZIP64_END_MARK) ||
+      numberAt<std::uint64_t>(record, 4) != endAt - at - ZIP64_LOCATOR_SIZE - 12) {
     throw ZipProblem("has a damaged end");
   }
   end.at = at;
@@ -252,11 +278,28 @@ std::string ZipArchive::unpack(const ZipEntry& entry, std::size_t limit) const {
   if (content.size() != entry.size) {
     throw ZipProblem("has another size than the archive says");
   }
-  if (::crc32_z(0, reinterpret_cast<const Bytef*>(content.data()), content.size()) !=
-      entry.checksum) {
+  if (checksumOf(content) != entry.checksum) {
     throw ZipProblem("is damaged (CRC error)");
   }
   return content;
+}
+
+/// Throws when the own header of an entry says something else than the central directory.
+void ZipArchive::requireAgreement(const ZipEntry& entry, std::string_view header,
+                                  std::size_t extraSize) const {
+  ZipEntry own;
+  own.name = entry.name;
+  own.flags = numberAt<std::uint16_t>(header, 6);
+  own.checksum = numberAt<std::uint32_t>(header, 14);
+  own.packedSize = numberAt<std::uint32_t>(header, 18);
+  own.size = numberAt<std::uint32_t>(header, 22);
+  readExtra(read_(entry.header + header.size(), extraSize), own);
+  const bool isEncrypted = (own.flags & ENCRYPTED) != 0;
+  const bool hasSizes = (own.flags & HAS_DESCRIPTOR) == 0;
+  if (isEncrypted || (hasSizes && (own.checksum != entry.checksum || own.size != entry.size ||
+                                   own.packedSize != entry.packedSize))) {
+    throw ZipProblem("has a header of its own that says something else than the archive");
+  }
 }
 
 /// Where the content of an entry begins, behind a header that belongs to it.
@@ -269,7 +312,9 @@ std::uint64_t ZipArchive::findContent(const ZipEntry& entry) const {
       numberAt<std::uint16_t>(header, 8) != entry.method) {
     throw ZipProblem("has no header of its own where the archive says");
   }
-  const std::uint64_t at = entry.header + header.size() + numberAt<std::uint16_t>(header, 28);
+  const auto extra = numberAt<std::uint16_t>(header, 28);
+  requireAgreement(entry, header, extra);
+  const std::uint64_t at = entry.header + header.size() + extra;
   if (at > directoryAt_ || entry.packedSize > directoryAt_ - at) {
     throw ZipProblem("reaches beyond the archive");
   }

@@ -19,6 +19,9 @@ class ZipProblem : public std::runtime_error {
 /// archive.
 struct ZipEntry {
   std::string_view name;
+  /// The same in UTF-8, which some programs add to a name in another encoding and some go by; empty
+  /// when there is none that belongs to the name.
+  std::string_view unicodeName = {};
   std::uint16_t flags = 0;
   std::uint16_t method = 0;
   std::uint32_t checksum = 0;
@@ -31,7 +34,8 @@ struct ZipEntry {
 /// its central directory, of which no more than 16 MiB and 100,000 entries are read.
 ///
 /// Nothing is believed that would matter: each offset and size is checked against the bytes there
-/// are. Throws `ZipProblem`, and what `Read` throws.
+/// are. What is said twice has to be the same, or programs would read another archive than this
+/// one. Throws `ZipProblem`, and what `Read` throws.
 class ZipArchive {
  public:
   /// The bytes from `at` on; fewer than `count` only at the end.
@@ -52,6 +56,8 @@ class ZipArchive {
 
   [[nodiscard]] End findEnd() const;
   void readZip64(std::uint64_t endAt, End& end) const;
+  void requireAgreement(const ZipEntry& entry, std::string_view header,
+                        std::size_t extraSize) const;
   [[nodiscard]] std::uint64_t findContent(const ZipEntry& entry) const;
   [[nodiscard]] std::string inflate(const ZipEntry& entry, std::uint64_t at,
                                     std::size_t limit) const;
