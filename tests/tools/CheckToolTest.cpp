@@ -7,6 +7,7 @@ namespace nimbrel_test {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 /// The codes of a text report, with their lines: "2 not-a-number".
 std::vector<std::string> codesIn(const std::string& report) {
@@ -178,31 +179,64 @@ TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
     EXPECT_EQ(rule["id"], result["ruleId"]);
     EXPECT_EQ(rule["defaultConfiguration"]["level"], result["level"]);
     EXPECT_THAT(rule["help"]["text"].get<std::string>(), HasSubstr("\n\nFixed:"));
+    EXPECT_THAT(rule["fullDescription"]["text"].get<std::string>(),
+                StartsWith(rule["shortDescription"]["text"].get<std::string>()));
+    EXPECT_EQ(rule["helpUri"], driver["informationUri"].get<std::string>() + "findings.md#" +
+                                   rule["id"].get<std::string>());
   }
   const Json& second = log["results"][1];
   EXPECT_EQ(second["ruleId"], "unknown-attribute");
   EXPECT_EQ(second["message"]["text"],
             "icon: heigth=\"3\": Unknown attribute. Did you mean \"height\"?");
   EXPECT_EQ(second["locations"], Json::parse(R"([{"physicalLocation": {
-    "artifactLocation": {"uri": "-"}, "region": {"startLine": 2, "startColumn": 38, "endLine": 2,
+    "artifactLocation": {"uri": "-", "uriBaseId": "SRCROOT"}, "region": {"startLine": 2, "startColumn": 38, "endLine": 2,
     "endColumn": 44, "byteOffset": 138, "byteLength": 6}}}])"));
   EXPECT_EQ(log["columnKind"], "utf16CodeUnits");
   EXPECT_EQ(log["results"][2]["relatedLocations"][0]["physicalLocation"]["region"]["startLine"], 2);
 }
 
-TEST(CheckToolSarif, FilesAreUris) {
-  const TemporaryFile file("");
-  const std::string odd = file.path() + "%20 \xC3\xA9:#?\xFF";
-  std::ofstream(odd) << "<a>";
-  const Outcome outcome = run({"check", "--format", "sarif", odd, "/nowhere"});
-  std::remove(odd.c_str());
+TEST(CheckToolSarif, FilesAreNormalizedUris) {
+  const Row rows[] = {{"-", "-"},
+                      {"./a//b/../c.xml", "a/c.xml"},
+                      {"../../x/./y.xml", "../../x/y.xml"},
+                      {"a/..", "."},
+                      {"/../a/./b", "file:///a/b"},
+                      {"/", "file:///"},
+                      {"b%20 \xC3\xA9:#?\xFF", "b%2520%20%C3%A9%3A%23%3F%FF"}};
+  expectRows(rows, [](const std::string& name) {
+    const Outcome outcome = check("<a>", {"--format", "sarif", "--stdin-name", name});
+    const Json result = Json::parse(outcome.out)["runs"][0]["results"][0];
+    const Json artifact = result["locations"][0]["physicalLocation"]["artifactLocation"];
+    EXPECT_EQ(artifact.contains("uriBaseId"), name[0] != '/');
+    return artifact["uri"].get<std::string>();
+  });
+}
+
+TEST(CheckToolSarif, NotifiesOfFilesThatCannotBeRead) {
+  const Outcome outcome = run({"check", "--format", "sarif", "/nowhere", "-"}, widget("<icon/>"));
   EXPECT_EQ(outcome.status, 2);
   const Json log = Json::parse(outcome.out)["runs"][0];
-  EXPECT_EQ(log["invocations"][0]["executionSuccessful"], false);
-  const Json location = log["results"][0]["locations"][0]["physicalLocation"];
-  EXPECT_EQ(location["artifactLocation"]["uri"],
-            "file://" + file.path() + "%2520%20%C3%A9%3A%23%3F%FF");
-  EXPECT_GT(location["region"]["startColumn"], 0);
+  EXPECT_EQ(log["results"].size(), 1U);
+  EXPECT_EQ(log["invocations"][0], Json::parse(R"({"executionSuccessful": false,
+    "toolExecutionNotifications": [{"descriptor": {"id": "unreadable-file", "index": 0},
+    "level": "error", "message": {"text": "/nowhere: cannot be read: No such file or directory"},
+    "locations": [{"physicalLocation": {"artifactLocation": {"uri": "file:///nowhere"}}}]}]})"));
+  EXPECT_EQ(log["tool"]["driver"]["notifications"][0]["id"], "unreadable-file");
+}
+
+TEST(CheckToolSarif, KnowsAFindingAgainWhenLinesMove) {
+  const auto prints = [](const std::string& children) {
+    std::vector<std::string> all;
+    const Json log = Json::parse(check(widget(children), {"--format", "sarif"}).out);
+    for (const Json& result : log["runs"][0]["results"]) {
+      all.push_back(result["partialFingerprints"]["finding/v1"]);
+    }
+    return all;
+  };
+  const auto before = prints("<icon/><icon/><icon src='a' widht='1'/>");
+  EXPECT_EQ(std::set<std::string>(before.begin(), before.end()).size(), 3U);
+  EXPECT_EQ(prints("\n<name/>\n <icon/><icon/>\n<icon src='a' widht='1'/>"), before);
+  EXPECT_NE(prints("<icon/><icon/><icon src='a' widht='2'/>"), before);
 }
 
 TEST(CheckToolCodes, AreListedAndExplained) {

@@ -97,6 +97,18 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
   const Outcome outcome = run({"show", file.path()});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.error, testing::StartsWith(file.path() + "/config.xml:2:"));
+
+  // A viewer has the package, of which no line is meant.
+  const Json log = Json::parse(run({"check", "--format", "sarif", file.path()}).out);
+  const Json result = log["runs"][0]["results"][0];
+  EXPECT_EQ(
+      result["locations"],
+      Json::array({{
+          {"physicalLocation", {{"artifactLocation", {{"uri", "file://" + file.path()}}}}},
+          {"logicalLocations", {{{"fullyQualifiedName", "config.xml:2:9"}, {"kind", "resource"}}}},
+      }}));
+  EXPECT_THAT(result["message"]["text"].get<std::string>(),
+              testing::StartsWith("config.xml:2:9: "));
 }
 
 TEST(PackagedWidget, IsCheckedWithItsDocument) {

@@ -1,11 +1,17 @@
+#include <charconv>
+#include <cstdint>
+#include <iterator>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "check/Kind.h"
 #include "check/Wording.h"
 #include "tools/JsonWriter.h"
-#include "tools/findings/Explanation.h"
+#include "tools/findings/ArtifactUri.h"
 #include "tools/findings/FindingPrinter.h"
+#include "tools/findings/SarifRules.h"
 #include "tools/findings/Sentence.h"
 
 namespace orvane::nimbrel::tools {
@@ -16,24 +22,31 @@ using check::Position;
 
 constexpr char SCHEMA[] =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
+/// What relative addresses are relative to: the folder in which the tool was started.
+constexpr char BASE[] = "SRCROOT";
 
-/// A path as a URI: of the scheme "file" when it is absolute, else a relative reference.
-std::string toUri(std::string_view path) {
-  constexpr std::string_view KEPT =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-  std::string uri = path.substr(0, 1) == "/" ? "file://" : "";
-  for (const char c : path) {
-    if (KEPT.find(c) != std::string_view::npos) {
-      uri += c;
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      uri += '%';
-      uri += "0123456789ABCDEF"[byte >> 4];
-      uri += "0123456789ABCDEF"[byte & 0xF];
+/// Tells findings of one document apart by what they say, not by their place, so that a viewer
+/// knows one again when lines move. FNV-1a; not for security.
+class Fingerprints {
+ public:
+  std::string next(const Kind& kind, const check::Wording& wording) {
+    constexpr std::size_t LONGEST = 200;  // of what the document says
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const std::string_view part : {kind.name, std::string_view(wording.element),
+                                        std::string_view(wording.attribute), wording.value}) {
+      for (const char c : part.substr(0, LONGEST)) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+      }
+      hash = (hash ^ 0xFFU) * 0x100000001B3U;  // ends the part
     }
+    char digits[16];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), hash, 16).ptr;
+    return std::string(std::begin(digits), end) + ':' + std::to_string(++seen_[hash]);
   }
-  return uri;
-}
+
+ private:
+  std::map<std::uint64_t, std::uint32_t> seen_;  // how often
+};
 
 class SarifPrinter : public FindingPrinter {
  protected:
@@ -44,17 +57,29 @@ class SarifPrinter : public FindingPrinter {
     json_.key("runs");
     json_.beginArray();
     json_.beginObject();
-    printTool();
+    json_.key("tool");
+    writeSarifTool(json_);
     json_.member("columnKind", "utf16CodeUnits");
+    json_.key("originalUriBaseIds");
+    json_.beginObject();
+    json_.key(BASE);
+    json_.beginObject();
+    writeSarifMessage(json_, "description", "The folder in which nimbrel-config was started.");
+    json_.endObject();
+    json_.endObject();
     json_.key("results");
     json_.beginArray();
   }
 
   void printDocument(const DocumentName& name, const check::Report& report) override {
-    const std::string uri = toUri(name.file);
+    Fingerprints fingerprints;
     for (const check::Diagnostic& finding : report.findings()) {
-      printResult(uri, report, finding);
+      printResult(name, report, finding, fingerprints);
     }
+  }
+
+  void printFailure(const std::string& file, const DocumentFailure& failure) override {
+    unreadable_.push_back({file, failure.what()});
   }
 
   void end() override {
@@ -62,7 +87,13 @@ class SarifPrinter : public FindingPrinter {
     json_.key("invocations");
     json_.beginArray();
     json_.beginObject();
-    json_.member("executionSuccessful", files().unreadable == 0);
+    json_.member("executionSuccessful", unreadable_.empty());
+    json_.key("toolExecutionNotifications");
+    json_.beginArray();
+    for (const Unreadable& each : unreadable_) {
+      printNotification(each);
+    }
+    json_.endArray();
     json_.endObject();
     json_.endArray();
     json_.endObject();
@@ -72,93 +103,126 @@ class SarifPrinter : public FindingPrinter {
   }
 
  private:
-  void message(std::string_view name, std::string_view text) {
-    json_.key(name);
-    json_.beginObject();
-    json_.member("text", text);
-    json_.endObject();
-  }
+  struct Unreadable {
+    std::string file;
+    std::string line;  // what standard error says
+  };
 
-  void printTool() {
-    json_.key("tool");
+  void printArtifact(const std::string& file) {
+    json_.key("artifactLocation");
     json_.beginObject();
-    json_.key("driver");
-    json_.beginObject();
-    json_.member("name", "nimbrel-config");
-    json_.member("version", NIMBREL_VERSION);
-    json_.key("rules");
-    json_.beginArray();
-    for (const Kind& kind : check::kinds()) {
-      json_.beginObject();
-      json_.member("id", kind.name);
-      message("shortDescription", kind.summary);
-      message("help", std::string(kind.summary) + "\n\n" + examplesOf(kind));
-      json_.key("defaultConfiguration");
-      json_.beginObject();
-      json_.member("level", check::levelName(kind.level));
-      json_.endObject();
-      json_.endObject();
+    json_.member("uri", artifactUri(file));
+    if (!isAbsolute(file)) {
+      json_.member("uriBaseId", BASE);
     }
-    json_.endArray();
-    json_.endObject();
     json_.endObject();
   }
 
   /// Columns are those of the format: UTF-16 code units.
-  void printLocation(const std::string& uri, const Position& begin, const Position& end) {
+  void printRegion(const check::Place& place) {
+    json_.key("region");
     json_.beginObject();
-    json_.key("physicalLocation");
-    json_.beginObject();
-    json_.key("artifactLocation");
-    json_.beginObject();
-    json_.member("uri", uri);
-    json_.endObject();
-    if (begin.line != 0) {
-      json_.key("region");
-      json_.beginObject();
-      json_.member("startLine", begin.line);
-      const std::uint32_t column = begin.utf16Column != 0 ? begin.utf16Column : begin.column;
-      if (column != 0) {
-        json_.member("startColumn", column);
-      }
-      if (begin.utf16Column != 0 && end.utf16Column != 0) {
-        json_.member("endLine", end.line);
-        json_.member("endColumn", end.utf16Column);
-        json_.member("byteOffset", begin.byte);
-        json_.member("byteLength", end.byte - begin.byte);
-      }
-      json_.endObject();
+    json_.member("startLine", place.begin.line);
+    if (place.begin.utf16Column != 0) {
+      json_.member("startColumn", place.begin.utf16Column);
+    }
+    if (place.begin.utf16Column != 0 && place.end.utf16Column != 0) {
+      json_.member("endLine", place.end.line);
+      json_.member("endColumn", place.end.utf16Column);
+      json_.member("byteOffset", place.begin.byte);
+      json_.member("byteLength", place.end.byte - place.begin.byte);
     }
     json_.endObject();
   }
 
-  void printResult(const std::string& uri, const check::Report& report,
-                   const check::Diagnostic& finding) {
+  /// The members of a location. Of a package, which is the file that a viewer has, no region is
+  /// meant but a place in its document.
+  void printLocation(const DocumentName& name, const check::Place& place) {
+    const bool isPackaged = name.document != name.file;
+    json_.key("physicalLocation");
+    json_.beginObject();
+    printArtifact(name.file);
+    if (!isPackaged && place.begin.line != 0) {
+      printRegion(place);
+    }
+    json_.endObject();
+    if (isPackaged && place.begin.line != 0) {
+      json_.key("logicalLocations");
+      json_.beginArray();
+      json_.beginObject();
+      json_.member("fullyQualifiedName", placeInPackage(name, place.begin));
+      json_.member("kind", "resource");
+      json_.endObject();
+      json_.endArray();
+    }
+  }
+
+  /// "config.xml:2:5", without what is not known.
+  static std::string placeInPackage(const DocumentName& name, const Position& position) {
+    std::string text = name.document.substr(name.file.size() + 1);
+    text += ':' + std::to_string(position.line);
+    return position.column == 0 ? text : text + ':' + std::to_string(position.column);
+  }
+
+  void printResult(const DocumentName& name, const check::Report& report,
+                   const check::Diagnostic& finding, Fingerprints& fingerprints) {
     const Kind& kind = check::kindOf(finding.code);
+    const check::Wording wording = check::wordingOf(finding);
     const check::Place place = report.placeOf(finding);
+    const bool isPackaged = name.document != name.file && place.begin.line != 0;
     json_.beginObject();
     json_.member("ruleId", kind.name);
     json_.member("ruleIndex", &kind - check::kinds().begin());
     json_.member("level", check::levelName(kind.level));
-    message("message", sentenceOf(check::wordingOf(finding)));
+    writeSarifMessage(json_, "message",
+                      (isPackaged ? placeInPackage(name, place.begin) + ": " : std::string()) +
+                          sentenceOf(wording));
     json_.key("locations");
     json_.beginArray();
-    printLocation(uri, place.begin, place.end);
+    json_.beginObject();
+    printLocation(name, place);
     json_.endObject();
     json_.endArray();
     const Position other = report.otherOf(finding);
     if (other.line != 0) {
       json_.key("relatedLocations");
       json_.beginArray();
-      printLocation(uri, other, {});
-      message("message", "The message refers to this place.");
+      json_.beginObject();
+      printLocation(name, {other, {}});
+      writeSarifMessage(json_, "message", "The message refers to this place.");
       json_.endObject();
       json_.endArray();
     }
+    json_.key("partialFingerprints");
+    json_.beginObject();
+    json_.member("finding/v1", fingerprints.next(kind, wording));
+    json_.endObject();
+    json_.endObject();
+  }
+
+  void printNotification(const Unreadable& unreadable) {
+    json_.beginObject();
+    json_.key("descriptor");
+    json_.beginObject();
+    json_.member("id", UNREADABLE_FILE);
+    json_.member("index", 0);
+    json_.endObject();
+    json_.member("level", "error");
+    writeSarifMessage(json_, "message", unreadable.line);
+    json_.key("locations");
+    json_.beginArray();
+    json_.beginObject();
+    json_.key("physicalLocation");
+    json_.beginObject();
+    printArtifact(unreadable.file);
+    json_.endObject();
+    json_.endObject();
+    json_.endArray();
     json_.endObject();
   }
 
   JsonWriter json_;
+  std::vector<Unreadable> unreadable_;
 };
 
 }  // namespace

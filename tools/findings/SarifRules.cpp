@@ -1,0 +1,104 @@
+#include "tools/findings/SarifRules.h"
+
+#include <string>
+
+#include "check/Kind.h"
+#include "tools/findings/Explanation.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+using check::Kind;
+
+constexpr std::string_view INFORMATION = NIMBREL_DOCUMENTATION_URI;
+
+/// By level: what it means, and what code scanning calls it.
+constexpr struct {
+  const char* meaning;
+  const char* severity;
+} LEVELS[] = {
+    {"Nothing is ignored, but it may not be what was meant.", "recommendation"},
+    {"What is wrong is ignored; the rest of the document counts.", "warning"},
+    {"The document is rejected.", "error"},
+};
+
+std::string firstSentence(std::string_view text) {
+  const std::size_t end = text.find(". ");
+  return std::string(text.substr(0, end == std::string_view::npos ? end : end + 1));
+}
+
+void writeCode(std::string& text, const char* label, std::string_view code) {
+  text.append("\n\n").append(label).append(":\n\n```xml\n").append(code).append("\n```");
+}
+
+void writeHelp(JsonSink& json, const Kind& kind, const std::string& description) {
+  std::string markdown = description;
+  writeCode(markdown, "Bad", kind.bad);
+  if (!kind.fixed.empty()) {
+    writeCode(markdown, "Fixed", kind.fixed);
+  }
+  json.key("help");
+  json.beginObject();
+  json.member("text", description + "\n\n" + examplesOf(kind));
+  json.member("markdown", markdown);
+  json.endObject();
+}
+
+void writeRule(JsonSink& json, const Kind& kind) {
+  const auto& level = LEVELS[static_cast<std::size_t>(kind.level)];
+  const std::string description = std::string(kind.summary) + ' ' + level.meaning;
+  json.beginObject();
+  json.member("id", kind.name);
+  writeSarifMessage(json, "shortDescription", firstSentence(kind.summary));
+  writeSarifMessage(json, "fullDescription", description);
+  json.member("helpUri", std::string(INFORMATION) + "findings.md#" + std::string(kind.name));
+  writeHelp(json, kind, description);
+  json.key("defaultConfiguration");
+  json.beginObject();
+  json.member("level", check::levelName(kind.level));
+  json.endObject();
+  json.key("properties");
+  json.beginObject();
+  json.member("precision", "very-high");
+  json.member("problem.severity", level.severity);
+  json.endObject();
+  json.endObject();
+}
+
+}  // namespace
+
+void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text) {
+  json.key(name);
+  json.beginObject();
+  json.member("text", text);
+  json.endObject();
+}
+
+void writeSarifTool(JsonSink& json) {
+  json.beginObject();
+  json.key("driver");
+  json.beginObject();
+  json.member("name", "nimbrel-config");
+  json.member("version", NIMBREL_VERSION);
+  json.member("semanticVersion", NIMBREL_VERSION);
+  json.member("informationUri", INFORMATION);
+  json.key("rules");
+  json.beginArray();
+  for (const Kind& kind : check::kinds()) {
+    writeRule(json, kind);
+  }
+  json.endArray();
+  json.key("notifications");
+  json.beginArray();
+  json.beginObject();
+  json.member("id", UNREADABLE_FILE);
+  writeSarifMessage(json, "shortDescription", "A file cannot be read.");
+  writeSarifMessage(json, "fullDescription", "A file cannot be read, so nothing is known of it.");
+  writeSarifMessage(json, "help", "Look at the name of the file and at its permissions.");
+  json.endObject();
+  json.endArray();
+  json.endObject();
+  json.endObject();
+}
+
+}  // namespace orvane::nimbrel::tools

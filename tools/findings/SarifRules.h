@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+#include "tools/JsonSink.h"
+
+namespace orvane::nimbrel::tools {
+
+/// The rule of files that cannot be read, which has no kind of finding.
+inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
+
+/// Writes what a log in SARIF says of the tool: its rules, one for each kind of finding in their
+/// order, and its notifications.
+void writeSarifTool(JsonSink& json);
+
+/// Writes a member that is a message of SARIF.
+void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text);
+
+}  // namespace orvane::nimbrel::tools
