@@ -1,5 +1,6 @@
 #include "util/xml/LibXml.h"
 
+#include <libxml/threads.h>
 #include <libxml/tree.h>
 
 #include <cstdlib>
@@ -75,6 +76,12 @@ void start() {
   static const bool isStarted = (xmlInitParser(), true);
   static_cast<void>(isStarted);
   xmlInitParser();
+#if LIBXML_VERSION >= 21200
+  // What it keeps for each thread; it ends the process when there is no memory for that later.
+  if (xmlCheckThreadLocalStorage() != 0) {
+    throw std::bad_alloc();
+  }
+#endif
 }
 
 ErrorGuard::ErrorGuard(xmlStructuredErrorFunc handler, void* data) noexcept

@@ -26,7 +26,7 @@ constexpr bool canRun(long compiledFor, long running) noexcept {
 }
 
 /// Starts libxml2 unless it is running: a host may have shut it down since the last time. Throws
-/// `ParseException` when the one that was loaded does not fit.
+/// `ParseException` when the one that was loaded does not fit, `std::bad_alloc`.
 void start();
 
 /// What an error callback gets.

@@ -160,7 +160,7 @@ void XmlReading::noteError(const libxml::Error& error) noexcept {
   if (outcome_.isDecided()) {
     return;
   }
-  if (error.code == XML_ERR_NO_MEMORY) {
+  if (error.code == XML_ERR_NO_MEMORY || error.message == nullptr) {  // 2.9 had none for the text
     noteMissingName();
   } else if (error.level == XML_ERR_FATAL) {
     // Positions inside an entity mean nothing to a reader; ours is that of the reference.
