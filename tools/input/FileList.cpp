@@ -1,12 +1,12 @@
 #include "tools/input/FileList.h"
 
-#include <fts.h>
+#include <dirent.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <string_view>
 #include <system_error>
@@ -26,13 +26,33 @@ DocumentFailure unreadable(const std::string& path, int error) {
   return {EXIT_UNUSABLE, path, {"cannot be read: " + std::generic_category().message(error)}};
 }
 
-struct CloseTree {
-  void operator()(FTS* tree) const noexcept { ::fts_close(tree); }
-};
+/// What is in a directory, in the order of names.
+class Listing {
+ public:
+  explicit Listing(const std::string& directory)
+      : count_(::scandir(directory.c_str(), &entries_, nullptr, byName)) {
+    if (count_ < 0) {
+      throw unreadable(directory, errno);
+    }
+  }
+  Listing(const Listing&) = delete;
+  Listing& operator=(const Listing&) = delete;
+  ~Listing() {
+    std::for_each(begin(), end(), ::free);
+    ::free(entries_);
+  }
 
-int byName(const FTSENT** one, const FTSENT** other) {
-  return std::strcmp((*one)->fts_name, (*other)->fts_name);
-}
+  [[nodiscard]] dirent** begin() const noexcept { return entries_; }
+  [[nodiscard]] dirent** end() const noexcept { return entries_ + std::max(count_, 0); }
+
+ private:
+  static int byName(const dirent** one, const dirent** other) {
+    return std::strcmp((*one)->d_name, (*other)->d_name);
+  }
+
+  dirent** entries_ = nullptr;
+  int count_;
+};
 
 bool isWanted(std::string_view name) noexcept {
   constexpr std::string_view PACKAGE = ".wgt";
@@ -40,40 +60,33 @@ bool isWanted(std::string_view name) noexcept {
          (name.size() > PACKAGE.size() && name.substr(name.size() - PACKAGE.size()) == PACKAGE);
 }
 
-// Not std::filesystem, which ends the process when memory runs out.
-void addDirectory(std::vector<std::string>& files, const std::string& directory) {
-  std::string root = directory;
-  char* const roots[] = {root.data(), nullptr};
-  const std::unique_ptr<FTS, CloseTree> tree(
-      ::fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR | FTS_NOSTAT, byName));
-  if (tree == nullptr) {
-    throw unreadable(directory, errno);
-  }
-  errno = 0;
-  while (const FTSENT* const entry = ::fts_read(tree.get())) {
-    switch (entry->fts_info) {
-      case FTS_DNR:
-      case FTS_ERR:
-        throw unreadable(entry->fts_path, entry->fts_errno);
-      case FTS_D:
-      case FTS_DP:
-      case FTS_DC:
-        break;
-      default:
-        if (isWanted(entry->fts_name)) {
-          files.emplace_back(entry->fts_path);
-        }
-    }
-    errno = 0;
-  }
-  if (errno != 0) {
-    throw unreadable(directory, errno);
-  }
-}
-
 bool isDirectory(const std::string& path) noexcept {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// Whether an entry is a directory, and no symbolic link to one.
+bool isDirectory(const dirent& entry, const std::string& path) noexcept {
+  struct stat status {};
+  return entry.d_type == DT_UNKNOWN ? ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
+                                    : entry.d_type == DT_DIR;
+}
+
+// Neither std::filesystem nor fts, which end the process when memory runs out.
+void addDirectory(std::vector<std::string>& files, const std::string& directory) {
+  const std::string prefix = directory.back() == '/' ? directory : directory + '/';
+  for (const dirent* entry : Listing(directory)) {
+    const std::string_view name = entry->d_name;
+    std::string path = prefix + entry->d_name;
+    if (name == "." || name == "..") {
+      continue;
+    }
+    if (isDirectory(*entry, path)) {
+      addDirectory(files, path);
+    } else if (isWanted(name)) {
+      files.push_back(std::move(path));
+    }
+  }
 }
 
 void addList(std::vector<std::string>& files, const std::string& path) {
