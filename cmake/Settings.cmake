@@ -91,7 +91,7 @@ function(nimbrel_module library name)
 
   string(REGEX REPLACE "^nimbrel(.*)$" "NIMBREL_\\1_MODULE" macro ${library})
   string(TOUPPER ${macro} macro)
-  target_compile_definitions(${library} PRIVATE ${macro}="$<TARGET_FILE_NAME:${name}>")
+  target_compile_definitions(${library} PRIVATE ${macro}="${folder}/$<TARGET_FILE_NAME:${name}>")
   target_link_libraries(${library} PRIVATE ${CMAKE_DL_LIBS})
   # Not INSTALL_RPATH, which CMAKE_SKIP_INSTALL_RPATH switches off: nothing else finds the module.
   # Not target_link_options, which escapes "$" twice.

@@ -1,6 +1,8 @@
 #include "tools/Host.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <libxml/threads.h>
 #include <libxml/xmlerror.h>
 #include <unistd.h>
 
@@ -8,6 +10,8 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +43,24 @@ void endAfterSignal(int signal) noexcept {
   }
   std::signal(signal, SIG_DFL);
   std::raise(signal);
+}
+
+// A fatal line of GLib's, before it is written, which can wait for a lock that GLib holds.
+void endAfterLine(const char* /*domain*/, int level, const char* /*line*/,
+                  void* /*data*/) noexcept {
+  constexpr int FATAL = 2;
+  if ((level & FATAL) != 0) {
+    endAfterSignal(SIGABRT);
+  }
+}
+
+void takeLinesOfGlib() noexcept {
+  using Handler = decltype(&endAfterLine);
+  if (void* const glib = ::dlopen("libglib-2.0.so.0", RTLD_LAZY)) {
+    if (void* const function = ::dlsym(glib, "g_log_set_default_handler")) {
+      reinterpret_cast<Handler (*)(Handler, void*)>(function)(endAfterLine, nullptr);
+    }
+  }
 }
 
 void copyLine(const char* format, std::va_list arguments) {
@@ -100,11 +122,20 @@ __attribute__((visibility("default"))) void __syslog_chk(int priority, int /*fla
 namespace orvane::nimbrel::tools {
 
 void silenceXml() noexcept {
+#if LIBXML_VERSION >= 21200
+  if (xmlCheckThreadLocalStorage() != 0) {  // it would end the process in its own way
+    endWithoutMemory();
+  }
+#endif
   // Generic, as the second parameter is constant or not by the version of libxml2.
   xmlSetStructuredErrorFunc(nullptr, [](void* /*context*/, auto* /*error*/) {});
 }
 
-GlibGuard::GlibGuard() noexcept {
+GlibGuard::GlibGuard() {
+  // Its own allocator would wait for itself without end when it cannot be started.
+  if (::setenv("G_SLICE", "always-malloc", 1) != 0) {
+    throw std::bad_alloc();
+  }
   savedError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
   if (const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
     ::dup2(nowhere, STDERR_FILENO);
@@ -121,6 +152,7 @@ GlibGuard::GlibGuard() noexcept {
   for (const int signal : FATAL_SIGNALS) {
     ::sigaction(signal, &action, nullptr);
   }
+  takeLinesOfGlib();
 }
 
 GlibGuard::~GlibGuard() {

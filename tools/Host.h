@@ -7,10 +7,11 @@ namespace orvane::nimbrel::tools {
 void silenceXml() noexcept;
 
 /// While there is one, GLib ends the process as `endWithoutMemory` does when memory runs out, where
-/// it would say so in words of its own and abort. One at a time.
+/// it would say so in words of its own and abort, or hang. One at a time; the first before GLib is
+/// loaded.
 class GlibGuard {
  public:
-  GlibGuard() noexcept;
+  GlibGuard();  ///< Throws `std::bad_alloc`.
   GlibGuard(const GlibGuard&) = delete;
   GlibGuard& operator=(const GlibGuard&) = delete;
   ~GlibGuard();

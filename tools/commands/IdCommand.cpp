@@ -1,8 +1,8 @@
 #include <cerrno>
 #include <cstdlib>
-#include <exception>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <string>
 
 #include "tools/Escape.h"
@@ -18,6 +18,7 @@
 #include "widgetid/FilenameWidgetIdParser.h"
 #include "widgetid/PelloWidgetIdParser.h"
 #include "widgetid/ProductionWidgetId.h"
+#include "widgetid/WidgetIdError.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -116,13 +117,15 @@ ExitStatus runId(int argc, char** argv) {
     errno = 0;
     const GlibGuard guard;
     id = settings.make(settings.identifier.c_str());
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (const std::exception& refusal) {
-    if (errno == ENOMEM) {  // a library that could not be loaded gives another reason
+  } catch (const zel::config::WidgetIdError& rejection) {
+    throw Failure(EXIT_REJECTED, escape(rejection.what()));
+  } catch (const std::invalid_argument& rejection) {
+    throw Failure(EXIT_REJECTED, escape(rejection.what()));
+  } catch (const std::runtime_error&) {  // a library that could not be loaded
+    if (errno == ENOMEM) {
       throw std::bad_alloc();
     }
-    throw Failure(EXIT_REJECTED, escape(refusal.what()));
+    throw;
   }
   print(settings, *id);
   // What GLib does at the end of the process takes memory too.
