@@ -236,7 +236,7 @@ TEST(Elements, FillTheFieldsThatTheyName) {
     const Json before =
         place.name == "defaultlocale" ? Json() : at(recordOf(place.without), place.field);
     const Json after = at(recordOf(place.with), place.field);
-    EXPECT_NE(after, before) << "is it in RecordFields.h and RecordJson.cpp of tools/record/?";
+    EXPECT_NE(after, before) << "is it in tools/record/RecordFields.h?";
     if (place.kind != ValueKind::SWITCH && place.kind != ValueKind::ORIGIN) {
       EXPECT_EQ(after.is_string() ? after.get<std::string>() : after.dump(), place.sample);
     }
@@ -252,7 +252,7 @@ TEST(Elements, OfSettingsAreShownAsText) {
       const Outcome outcome = run({"show", "-"}, place.with);
       EXPECT_NE(outcome.out.find("  " + (label == "otherSettings" ? "x" : label)),
                 std::string::npos)
-          << place.field << ": is it in tools/record/RecordText.cpp?\n"
+          << place.field << ": has it a Section in tools/record/RecordFields.h?\n"
           << outcome.out;
     }
   }

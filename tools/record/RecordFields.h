@@ -1,69 +1,97 @@
 #pragma once
 
+#include <functional>
 #include <tuple>
+#include <type_traits>
 
 #include "config/Config.h"
 #include "util/LocalizableString.h"
 
 namespace orvane::nimbrel::tools {
 
-/// A member of one of the record's structures, under the name by which the tool prints it.
-template <typename Record, typename Value>
+/// What the record or one of its structures holds, under the name by which the tool prints it.
+template <typename Record, typename Member>
 struct Field {
   const char* name;
-  Value Record::*member;
+  Member Record::*member;  // or the function that reads it
 };
-template <typename Record, typename Value>
-Field(const char*, Value Record::*) -> Field<Record, Value>;
+template <typename Record, typename Member>
+Field(const char*, Member Record::*) -> Field<Record, Member>;
 
-/// Calls `visit(field)` for each field of a table, in order.
-template <typename Table, typename Visit>
-void forEachField(const Table& table, Visit&& visit) {
-  std::apply([&](const auto&... field) { (visit(field), ...); }, table);
+/// A field that is a section of its own in the text, behind those that RecordText.cpp names.
+template <typename Record, typename Member>
+struct Section {
+  const char* name;
+  Member Record::*member;
+  const char* title;
+};
+template <typename Record, typename Member>
+Section(const char*, Member Record::*, const char*) -> Section<Record, Member>;
+
+/// The fields of a structure in the order in which they are printed; null for any other type.
+template <typename Record>
+inline constexpr auto FIELDS = nullptr;
+
+template <typename Record>
+inline constexpr bool HAS_FIELDS = !std::is_null_pointer_v<decltype(FIELDS<Record>)>;
+
+/// Calls `visit(field, value)` for each field of a record or structure, in order.
+template <typename Record, typename Visit>
+void forEachField(const Record& record, Visit&& visit) {
+  std::apply([&](const auto&... field) { (visit(field, std::invoke(field.member, record)), ...); },
+             FIELDS<Record>);
 }
 
-inline constexpr std::tuple AUTHOR_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::Author> = std::tuple{
     Field{"name", &config::Config::Author::name},
     Field{"href", &config::Config::Author::href},
     Field{"email", &config::Config::Author::email},
 };
 
-inline constexpr std::tuple FEATURE_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::Feature> = std::tuple{
     Field{"name", &config::Config::Feature::name},
     Field{"required", &config::Config::Feature::required},
     Field{"params", &config::Config::Feature::params},
 };
 
-inline constexpr std::tuple ICON_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::Icon> = std::tuple{
     Field{"src", &config::Config::Icon::src},
     Field{"height", &config::Config::Icon::height},
     Field{"width", &config::Config::Icon::width},
 };
 
-inline constexpr std::tuple START_FILE_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::StartFile> = std::tuple{
     Field{"src", &config::Config::StartFile::src},
     Field{"encoding", &config::Config::StartFile::encoding},
     Field{"type", &config::Config::StartFile::type},
 };
 
-inline constexpr std::tuple LICENSE_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::License> = std::tuple{
     Field{"text", &config::Config::License::text},
     Field{"file", &config::Config::License::file},
     Field{"href", &config::Config::License::href},
 };
 
-inline constexpr std::tuple PREFERENCE_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::Preference> = std::tuple{
     Field{"name", &config::Config::Preference::name},
     Field{"value", &config::Config::Preference::value},
     Field{"readonly", &config::Config::Preference::readonly},
 };
 
-inline constexpr std::tuple GESTURE_MEMBERS{
+template <>
+inline constexpr auto FIELDS<config::Config::Gesture> = std::tuple{
     Field{"enabled", &config::Config::Gesture::enabled},
     Field{"properties", &config::Config::Gesture::properties},
 };
 
-inline constexpr std::tuple COOKIE_JAR_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::CookieJarSettings> = std::tuple{
     Field{"persistent", &config::Config::CookieJarSettings::persistent},
     Field{"usePrivateCookies", &config::Config::CookieJarSettings::usePrivateCookies},
     Field{"useDeviceCookies", &config::Config::CookieJarSettings::useDeviceCookies},
@@ -73,7 +101,8 @@ inline constexpr std::tuple COOKIE_JAR_FIELDS{
           &config::Config::CookieJarSettings::useAuthCookiesForRegionalStack},
 };
 
-inline constexpr std::tuple NET_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::NetSettings> = std::tuple{
     Field{"userAgents", &config::Config::NetSettings::userAgents},
     Field{"httpHeaders", &config::Config::NetSettings::httpHeaders},
     Field{"errorPage", &config::Config::NetSettings::errorPage},
@@ -90,7 +119,8 @@ inline constexpr std::tuple NET_FIELDS{
     Field{"allowTlsFallback", &config::Config::NetSettings::allowTlsFallback},
 };
 
-inline constexpr std::tuple GESTURE_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::GestureSettings> = std::tuple{
     Field{"flick", &config::Config::GestureSettings::flick},
     Field{"swipe", &config::Config::GestureSettings::swipe},
     Field{"drag", &config::Config::GestureSettings::drag},
@@ -101,7 +131,8 @@ inline constexpr std::tuple GESTURE_FIELDS{
 };
 
 // Without the reserved flag, which no document sets.
-inline constexpr std::tuple APP_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::AppSettings> = std::tuple{
     Field{"internetRequired", &config::Config::AppSettings::internetRequired},
     Field{"defaultFontSize", &config::Config::AppSettings::defaultFontSize},
     Field{"minimumFontSize", &config::Config::AppSettings::minimumFontSize},
@@ -117,7 +148,8 @@ inline constexpr std::tuple APP_FIELDS{
     Field{"pelloWebViewParserSupported", &config::Config::AppSettings::pelloWebViewParserSupported},
 };
 
-inline constexpr std::tuple LOCAL_RESOURCES_FIELDS{
+template <>
+inline constexpr auto FIELDS<config::Config::LocalResources> = std::tuple{
     Field{"otherSettings", &config::Config::LocalResources::otherSettings},
     Field{"localStorageQuota", &config::Config::LocalResources::localStorageQuota},
     Field{"localStoragePath", &config::Config::LocalResources::localStoragePath},
@@ -131,43 +163,37 @@ inline constexpr std::tuple LOCAL_RESOURCES_FIELDS{
           &config::Config::LocalResources::allowHTTPSApplicationManifestCrossDomain},
 };
 
-/// The table of a structure.
-constexpr const auto& fieldsOf(const config::Config::Author& /*record*/) noexcept {
-  return AUTHOR_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::Feature& /*record*/) noexcept {
-  return FEATURE_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::Icon& /*record*/) noexcept {
-  return ICON_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::StartFile& /*record*/) noexcept {
-  return START_FILE_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::License& /*record*/) noexcept {
-  return LICENSE_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::Preference& /*record*/) noexcept {
-  return PREFERENCE_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::Gesture& /*record*/) noexcept {
-  return GESTURE_MEMBERS;
-}
-constexpr const auto& fieldsOf(const config::Config::CookieJarSettings& /*record*/) noexcept {
-  return COOKIE_JAR_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::NetSettings& /*record*/) noexcept {
-  return NET_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::GestureSettings& /*record*/) noexcept {
-  return GESTURE_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::AppSettings& /*record*/) noexcept {
-  return APP_FIELDS;
-}
-constexpr const auto& fieldsOf(const config::Config::LocalResources& /*record*/) noexcept {
-  return LOCAL_RESOURCES_FIELDS;
-}
+template <>
+inline constexpr auto FIELDS<config::Config> = std::tuple{
+    Field{"author", &config::Config::getAuthor},
+    Field{"features", &config::Config::getFeatures},
+    Field{"icons", &config::Config::getIcons},
+    Field{"startFile", &config::Config::getStartFile},
+    Field{"description", &config::Config::getDescription},
+    Field{"height", &config::Config::getHeight},
+    Field{"width", &config::Config::getWidth},
+    Field{"id", &config::Config::getId},
+    Field{"license", &config::Config::getLicense},
+    Field{"name", &config::Config::getName},
+    Field{"preferences", &config::Config::getPreferences},
+    Field{"shortName", &config::Config::getShortName},
+    Field{"windowModes", &config::Config::getWindowModes},
+    Field{"userAgentLocales", &config::Config::getUserAgentLocales},
+    Field{"version", &config::Config::getVersion},
+    Field{"tavloApplicationId", &config::Config::getTavloApplicationId},
+    Field{"tavloApplicationVersion", &config::Config::getTavloApplicationVersion},
+    Field{"accessRequestList", &config::Config::getAccessRequestList},
+    Field{"cookieJarSettings", &config::Config::getCookieJarSettings},
+    Field{"orvnAuthMode", &config::Config::getOrvnAuthMode},
+    Field{"netSettings", &config::Config::getNetSettings},
+    Section{"gestureSettings", &config::Config::getGestureSettings, "Gestures"},
+    Section{"appPermissions", &config::Config::getAppPermissions, "Permissions"},
+    Field{"chromeSettings", &config::Config::getChromeSettings},
+    Field{"appSettings", &config::Config::getAppSettings},
+    Section{"messagingPermissions", &config::Config::getMessagingPermissions, "Messaging"},
+    Section{"localResources", &config::Config::getLocalResources, "Local resources"},
+    Section{"exports", &config::Config::getExports, "Exports"},
+};
 
 /// "ltr", "rtl", "lro" or "rlo".
 inline const char* directionName(util::LocalizableString::Direction direction) noexcept {

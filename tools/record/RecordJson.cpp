@@ -4,6 +4,7 @@
 #include <set>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -24,6 +25,11 @@ class RecordWriter {
   void member(std::string_view name, const Value& value) {
     json_.key(name);
     write(value);
+  }
+
+  template <typename Record>
+  void members(const Record& record) {
+    forEachField(record, [&](const auto& field, const auto& value) { member(field.name, value); });
   }
 
  private:
@@ -110,59 +116,30 @@ class RecordWriter {
     json_.endObject();
   }
 
-  template <typename Record, typename = decltype(fieldsOf(std::declval<const Record&>()))>
-  void write(const Record& record) {
+  void write(const std::unordered_map<std::string, Config::Export>& exports) {
+    std::set<std::string> paths;
+    for (const auto& entry : exports) {
+      paths.insert(entry.second.resourcePath);
+    }
+    write(std::vector<std::string>(paths.begin(), paths.end()));
+  }
+
+  template <typename Record>
+  std::enable_if_t<HAS_FIELDS<Record>> write(const Record& record) {
     json_.beginObject();
-    forEachField(fieldsOf(record),
-                 [&](const auto& field) { member(field.name, record.*field.member); });
+    members(record);
     json_.endObject();
   }
 
   JsonSink& json_;
 };
 
-std::vector<std::string> exportsOf(const Config& record) {
-  std::set<std::string> paths;
-  for (const auto& entry : record.getExports()) {
-    paths.insert(entry.second.resourcePath);
-  }
-  return {paths.begin(), paths.end()};
-}
-
 }  // namespace
 
 void recordToJson(JsonSink& json, config::BasicConfig& record, const std::string& errorText) {
-  const Config& config = record;
   RecordWriter writer(json);
   json.beginObject();
-  writer.member("author", config.getAuthor());
-  writer.member("features", config.getFeatures());
-  writer.member("icons", config.getIcons());
-  writer.member("startFile", config.getStartFile());
-  writer.member("description", config.getDescription());
-  writer.member("height", config.getHeight());
-  writer.member("width", config.getWidth());
-  writer.member("id", config.getId());
-  writer.member("license", config.getLicense());
-  writer.member("name", config.getName());
-  writer.member("preferences", config.getPreferences());
-  writer.member("shortName", config.getShortName());
-  writer.member("windowModes", config.getWindowModes());
-  writer.member("userAgentLocales", config.getUserAgentLocales());
-  writer.member("version", config.getVersion());
-  writer.member("tavloApplicationId", config.getTavloApplicationId());
-  writer.member("tavloApplicationVersion", config.getTavloApplicationVersion());
-  writer.member("accessRequestList", config.getAccessRequestList());
-  writer.member("cookieJarSettings", config.getCookieJarSettings());
-  writer.member("orvnAuthMode", config.getOrvnAuthMode());
-  writer.member("netSettings", config.getNetSettings());
-  writer.member("gestureSettings", config.getGestureSettings());
-  writer.member("appPermissions", config.getAppPermissions());
-  writer.member("chromeSettings", config.getChromeSettings());
-  writer.member("appSettings", config.getAppSettings());
-  writer.member("messagingPermissions", config.getMessagingPermissions());
-  writer.member("localResources", config.getLocalResources());
-  writer.member("exports", exportsOf(config));
+  writer.members(static_cast<const Config&>(record));
   writer.member("elements", record.elements());
   writer.member("errorText", errorText);
   json.endObject();

@@ -1,10 +1,12 @@
 #include "tools/record/RecordText.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 
 #include "tools/TextReport.h"
@@ -172,48 +174,56 @@ void addSetting(TextReport& report, const char* label, const Config::Gesture& ge
   }
 }
 
-template <typename Record, typename Table>
-void addFields(TextReport& report, const char* title, const Record& record, const Table& table) {
-  report.section(title);
+template <typename Record>
+std::enable_if_t<HAS_FIELDS<Record>> addGroup(TextReport& report, const Record& record) {
   const Record unset;
-  forEachField(table, [&](const auto& field) {
-    addSetting(report, field.name, record.*field.member, unset.*field.member);
+  forEachField(record, [&](const auto& field, const auto& value) {
+    addSetting(report, field.name, value, std::invoke(field.member, unset));
   });
 }
 
-void addPermissions(TextReport& report, const char* title,
-                    const std::map<std::string, bool>& permissions) {
-  report.section(title);
+void addGroup(TextReport& report, const std::map<std::string, bool>& permissions) {
   for (const auto& [name, allowed] : permissions) {
     report.row(name, allowed ? "allowed" : "refused");
   }
 }
 
+void addGroup(TextReport& report, const std::unordered_map<std::string, Config::Export>& exports) {
+  std::set<std::string> paths;
+  for (const auto& entry : exports) {
+    paths.insert(entry.second.resourcePath);
+  }
+  for (const std::string& path : paths) {
+    report.row("resource", path);
+  }
+}
+
+template <typename Member, typename Value>
+void addSection(TextReport& report, const Section<Config, Member>& section, const Value& value) {
+  report.section(section.title);
+  addGroup(report, value);
+}
+template <typename Member, typename Value>
+void addSection(TextReport& /*report*/, const Field<Config, Member>& /*field*/,
+                const Value& /*value*/) {}
+
 void addExtensions(TextReport& report, const Config& config) {
-  addFields(report, "Network", config.getNetSettings(), NET_FIELDS);
-  addFields(report, "Cookie jar", config.getCookieJarSettings(), COOKIE_JAR_FIELDS);
+  report.section("Network");
+  addGroup(report, config.getNetSettings());
+  report.section("Cookie jar");
+  addGroup(report, config.getCookieJarSettings());
   report.section("Authentication");
   if (config.getOrvnAuthMode() != 0) {
     report.row("mode", config.getOrvnAuthMode() == 1 ? "token" : "unknown");
   }
-  addFields(report, "Settings", config.getAppSettings(), APP_FIELDS);
+  report.section("Settings");
+  addGroup(report, config.getAppSettings());
   report.section("Browser chrome");
   if (config.getChromeSettings() != "system") {
     report.row("search bar", config.getChromeSettings());
   }
-  addFields(report, "Gestures", config.getGestureSettings(), GESTURE_FIELDS);
-  addPermissions(report, "Permissions", config.getAppPermissions());
-  addPermissions(report, "Messaging", config.getMessagingPermissions());
-  addFields(report, "Local resources", config.getLocalResources(), LOCAL_RESOURCES_FIELDS);
-
-  std::set<std::string> paths;
-  for (const auto& entry : config.getExports()) {
-    paths.insert(entry.second.resourcePath);
-  }
-  report.section("Exports");
-  for (const std::string& path : paths) {
-    report.row("resource", path);
-  }
+  forEachField(config,
+               [&](const auto& field, const auto& value) { addSection(report, field, value); });
 }
 
 /// Orders texts of which many are one and the same, maybe a very long one.
