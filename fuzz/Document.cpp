@@ -69,7 +69,7 @@ std::string outcome(test::Reader& parser, Parse parse, Check check) {
     require(config != nullptr, "a parse returns a record");
     const std::string digest = std::to_string(takeLogDigest());
     check(parser.record());
-    return test::RecordDump::of(parser.record()) + parser.getErrorText() + digest;
+    return test::dumpOf(parser.record()) + parser.getErrorText() + digest;
   } catch (const config::ConfigParser::ConfigException& refusal) {
     return "refused: " + std::string(refusal.what()) + ' ' + std::to_string(refusal.line) + ' ' +
            std::to_string(refusal.column);

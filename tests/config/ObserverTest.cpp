@@ -189,7 +189,7 @@ std::string traceOf(const std::string& document, const std::shared_ptr<ParseObse
     trace = refusal.what();
   }
   // No document, no record of its own.
-  trace += reader.hasRecord() ? RecordDump::of(reader.record()) : "";
+  trace += reader.hasRecord() ? dumpOf(reader.record()) : "";
   trace += reader.getErrorText();
   for (const std::string& line : logged().lines) {
     trace += "\n" + line;

@@ -256,7 +256,7 @@ std::unique_ptr<Reader> parserWith(const std::string& children, const std::strin
 }
 
 std::string all(Reader& reader) {
-  return RecordDump::of(reader.record()) + reader.getErrorText();
+  return dumpOf(reader.record()) + reader.getErrorText();
 }
 
 TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
@@ -318,7 +318,7 @@ TEST(Guarantees, TheOtherStepsOfAParser) {
 
 TEST(Guarantees, RecordsAreAssignedWithTheBasicGuarantee) {
   const auto reader = parserWith(NAME_AND_CONTENT + W3C + EXTENSIONS, "version" + WORDS);
-  const auto dump = [](config::BasicConfig& record) { return RecordDump::of(record); };
+  const auto dump = [](config::BasicConfig& record) { return dumpOf(record); };
   const auto make = [] {
     return std::make_unique<config::BasicConfig>(parserWith("", "")->record());
   };

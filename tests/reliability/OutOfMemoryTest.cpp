@@ -27,7 +27,7 @@ long failEachAllocationOfAParse(
   Reader reader({"de", "en"});
   (void)parse(reader);  // from now on it has seen a content element
   std::shared_ptr<config::Config> earlier = parse(reader);
-  const std::string expected = RecordDump::of(reader.record());
+  const std::string expected = dumpOf(reader.record());
   std::shared_ptr<config::Config> result;
   return failEachAllocation(
       [] {}, [&] { result = parse(reader); },
@@ -36,9 +36,8 @@ long failEachAllocationOfAParse(
           EXPECT_EQ(result, nullptr);
           parse(reader);
         }
-        EXPECT_EQ(difference(RecordDump::of(reader.record()), expected), "");
-        EXPECT_EQ(
-            difference(RecordDump::of(dynamic_cast<config::BasicConfig&>(*earlier)), expected), "");
+        EXPECT_EQ(difference(dumpOf(reader.record()), expected), "");
+        EXPECT_EQ(difference(dumpOf(dynamic_cast<config::BasicConfig&>(*earlier)), expected), "");
         result.reset();
         parse(reader);  // so that what is released next is known
       });

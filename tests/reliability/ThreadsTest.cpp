@@ -69,10 +69,10 @@ void onManyThreads(const std::function<void(int)>& work) {
   }
 }
 
-std::string dumpOf(const std::string& locale) {
+std::string dumpFor(const std::string& locale) {
   Reader reader({locale});
   reader.parse(EVERYTHING, nullptr);
-  return RecordDump::of(reader.record());
+  return dumpOf(reader.record());
 }
 
 // Processes that have used nothing before, so that whatever is made at the first use is made by
@@ -104,7 +104,7 @@ TEST(Threads, EachHasAParser) {
   std::atomic<int> refused{0};
   onManyThreads([&](int number) {
     for (int round = 0; round < ROUNDS; ++round) {
-      dumps[static_cast<std::size_t>(number)] = dumpOf(locales[number % 4]);
+      dumps[static_cast<std::size_t>(number)] = dumpFor(locales[number % 4]);
       try {
         Reader().document("<widget><b>");
       } catch (const config::ConfigParser::ConfigException&) {
@@ -114,7 +114,8 @@ TEST(Threads, EachHasAParser) {
   });
   EXPECT_EQ(refused, THREADS * ROUNDS);
   for (int number = 0; number < THREADS; ++number) {
-    EXPECT_EQ(dumps[static_cast<std::size_t>(number)], dumpOf(locales[number % 4]));
+    EXPECT_EQ(difference(dumps[static_cast<std::size_t>(number)], dumpFor(locales[number % 4])),
+              "");
   }
 }
 
@@ -122,7 +123,7 @@ TEST(Threads, ManyReadOneRecordAndItsElements) {
   Reader reader({"de", "en"});
   reader.parse(EVERYTHING, nullptr);
   config::BasicConfig& record = reader.record();
-  const std::string expected = RecordDump::of(record);
+  const std::string expected = dumpOf(record);
   const std::vector<const config::Element*> icons =
       record.getElements("icon", config::W3C_WIDGETS_NAMESPACE);
   ASSERT_FALSE(icons.empty());
@@ -130,8 +131,8 @@ TEST(Threads, ManyReadOneRecordAndItsElements) {
   onManyThreads([&](int /*number*/) {
     for (int round = 0; round < ROUNDS; ++round) {
       config::BasicConfig copy = record;
-      wrong += RecordDump::of(record) != expected ? 1 : 0;
-      wrong += RecordDump::of(copy) != expected ? 1 : 0;
+      wrong += dumpOf(record) != expected ? 1 : 0;
+      wrong += dumpOf(copy) != expected ? 1 : 0;
       for (const config::Element* icon : icons) {
         wrong += icon->getSingleAttributeValue("src") ? 0 : 1;
         std::shared_ptr<util::XmlNode> node = icon->getNode();
@@ -153,7 +154,7 @@ TEST(Threads, ASettingSwitchesTheMaskWhileOthersLogAndTheHostSwitchesItBack) {
       } else if (number % 2 == 0) {
         read(extension("settings", named("setting", "debug", "yes")));
       } else {
-        dumpOf("en");
+        dumpFor("en");
       }
     }
   });

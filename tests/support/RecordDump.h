@@ -1,149 +1,89 @@
 #pragma once
 
 #include <algorithm>
-#include <map>
 #include <string>
-#include <type_traits>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "config/BasicConfig.h"
-#include "tools/record/RecordFields.h"
+#include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::test {
 
-/// Everything that a record holds as one text: two records are equal exactly when their dumps are.
-/// Each value is written with its size, so that no value can pass for two.
-class RecordDump {
+/// Writes a line for each value, "icons.0.src = a.png". No value can pass for another or for two.
+class ValueLines : public tools::JsonSink {
  public:
-  [[nodiscard]] static std::string of(config::BasicConfig& record) {
-    RecordDump dump;
-    dump.addAll(record);
-    for (const config::Element& element : record.elements()) {
-      dump.add("element", element.getName(), element.getNamespace(),
-               element.getNode()->getLineNumber(), element.getTextContent());
+  void beginObject() override { begin(false); }
+  void endObject() override { open_.pop_back(); }
+  void beginArray() override { begin(true); }
+  void endArray() override { open_.pop_back(); }
+  void key(std::string_view name) override { key_ = name; }
+  void string(std::string_view text) override { add(nextPath(), '"' + std::string(text) + '"'); }
+  void literal(std::string_view json) override { add(nextPath(), json); }
+
+  void add(const std::string& path, std::string_view value) {
+    text_ += path + " = ";
+    for (const char c : value) {
+      text_ += c == '\n' ? "\\n" : c == '\\' ? "\\\\" : std::string(1, c);
     }
-    return dump.text_;
-  }
-
- private:
-  using Config = config::Config;
-
-  void addAll(const Config& record) {
-    add("id", record.getId());
-    add("names", record.getName(), record.getShortName());
-    add("description", record.getDescription());
-    add("version", record.getVersion());
-    add("size", record.getHeight(), record.getWidth());
-    add("author", record.getAuthor());
-    add("license", record.getLicense());
-    add("startFile", record.getStartFile());
-    add("icons", record.getIcons());
-    add("preferences", record.getPreferences());
-    add("features", record.getFeatures());
-    add("access", record.getAccessRequestList());
-    add("windowModes", record.getWindowModes());
-    add("locales", record.getUserAgentLocales());
-    add("application", record.getTavloApplicationId(), record.getTavloApplicationVersion());
-    add("authMode", record.getOrvnAuthMode());
-    add("chrome", record.getChromeSettings());
-    add("permissions", record.getAppPermissions());
-    add("messaging", record.getMessagingPermissions());
-    std::map<std::string, std::string> exports;
-    for (const auto& [path, entry] : record.getExports()) {
-      exports[path] = entry.resourcePath;
-    }
-    add("exports", exports);
-    addFields(record.getCookieJarSettings(), tools::COOKIE_JAR_FIELDS);
-    addFields(record.getNetSettings(), tools::NET_FIELDS);
-    addFields(record.getGestureSettings(), tools::GESTURE_FIELDS);
-    addFields(record.getAppSettings(), tools::APP_FIELDS);
-    addFields(record.getLocalResources(), tools::LOCAL_RESOURCES_FIELDS);
-  }
-
-  template <typename Record, typename Table>
-  void addFields(const Record& record, const Table& table) {
-    tools::forEachField(table, [&](const auto& field) { add(field.name, record.*field.member); });
-  }
-
-  /// A line of values under a name.
-  template <typename... Values>
-  void add(const char* name, const Values&... values) {
-    text_ += name;
-    putAll(values...);
     text_ += '\n';
   }
 
-  template <typename... Values>
-  void putAll(const Values&... values) {
-    (put(values), ...);
-  }
-  void put(const std::string& value) { text_ += " [" + std::to_string(value.size()) + "]" + value; }
-  template <typename Number>
-  std::enable_if_t<std::is_arithmetic_v<Number>> put(Number value) {
-    put(std::to_string(value));
-  }
-  void put(const util::LocalizableString& text) {
-    putAll(std::string(text.c_str()), text.getLanguageTag(), int{text.getDirection()},
-           text.getTextNodes());
-  }
-  void put(const util::LocalizableString::TextNode& run) {
-    putAll(run.text, run.languageTag, int{run.direction});
-  }
-  void put(const Config::Author& author) { putAll(author.name, author.href, author.email); }
-  void put(const Config::License& license) { putAll(license.text, license.href, license.file); }
-  void put(const Config::StartFile& file) { putAll(file.src, file.encoding, file.type); }
-  void put(const Config::Icon& icon) { putAll(icon.src, icon.height, icon.width); }
-  void put(const Config::Preference& preference) {
-    putAll(preference.name, preference.value, preference.readonly);
-  }
-  void put(const Config::Feature& feature) {
-    putAll(feature.name, feature.required, feature.params);
-  }
-  void put(const Config::AccessRequest& request) {
-    putAll(request.allOrigins, request.scheme, request.host, request.port, request.subdomains,
-           request.element->getSingleAttributeValue("origin"));
-  }
-  void put(const Config::Gesture& gesture) { putAll(gesture.enabled, gesture.properties); }
-  template <typename Value>
-  void put(const util::Option<Value>& option) {
-    option ? put(option.get()) : void(text_ += " none");
-  }
-  template <typename First, typename Second>
-  void put(const std::pair<First, Second>& pair) {
-    putAll(pair.first, pair.second);
-  }
-  template <typename Value>
-  void put(const std::vector<Value>& list) {
-    putEach(list);
-  }
-  template <typename Value>
-  void put(const std::map<std::string, Value>& map) {
-    putEach(map);
-  }
-  template <typename List>
-  void putEach(const List& list) {
-    put(list.size());
-    for (const auto& value : list) {
-      put(value);
-    }
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  struct Container {
+    std::string path;
+    bool isArray;
+    std::size_t entries = 0;
+  };
+
+  void begin(bool isArray) { open_.push_back({open_.empty() ? "" : nextPath() + '.', isArray}); }
+
+  std::string nextPath() {
+    Container& in = open_.back();
+    return in.path + (in.isArray ? std::to_string(in.entries++) : key_);
   }
 
+  std::vector<Container> open_;
+  std::string key_;
   std::string text_;
 };
 
-/// The first line in which two texts differ, such as two dumps; empty when there is none.
+/// Everything that a record holds as one text: what the tool shows of it and what its elements say.
+/// Two records are equal exactly when their dumps are.
+inline std::string dumpOf(config::BasicConfig& record) {
+  ValueLines lines;
+  tools::recordToJson(lines, record, "");
+  for (const config::Element& element : record.elements()) {
+    lines.add("line", std::to_string(element.getNode()->getLineNumber()));
+    lines.add("content", element.getTextContent().c_str());
+  }
+  for (const config::Config::AccessRequest& request : record.accessRequestList()) {
+    lines.add("origin", request.element->getSingleAttributeValue("origin").c_str());
+  }
+  return lines.text();
+}
+
+/// The first line in which two texts differ, such as two dumps, from both; of a long one its name
+/// and what is around the difference. Empty when there is none.
 inline std::string difference(const std::string& actual, const std::string& expected) {
   if (actual == expected) {
     return {};
   }
-  const auto start = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
-  const auto lineAt = [](const std::string& text, std::size_t at) {
+  const auto at = static_cast<std::size_t>(
+      std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first -
+      actual.begin());
+  const auto lineOf = [at](const std::string& text) {
     const std::size_t begin = at == 0 ? 0 : text.rfind('\n', at - 1) + 1;
-    return '"' + text.substr(begin, text.find('\n', at) - begin) + '"';
+    const std::string line = text.substr(begin, text.find('\n', begin) - begin);
+    constexpr std::size_t AROUND = 60;
+    return at - begin <= AROUND && line.size() <= 2 * AROUND
+               ? line
+               : line.substr(0, line.find(" = ")) + ": ..." +
+                     line.substr(std::max(at - begin, AROUND) - AROUND, 2 * AROUND) + "...";
   };
-  const auto at = static_cast<std::size_t>(start.first - actual.begin());
-  return lineAt(actual, at) + " is to be " + lineAt(expected, at);
+  return lineOf(actual) + " is to be " + lineOf(expected);
 }
 
 }  // namespace orvane::nimbrel::test
