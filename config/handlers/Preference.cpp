@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -15,6 +16,22 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     {"readonly", ValueKind::BOOLEAN, false, "preferences[].readonly"},
 };
 
+/// Room for one more. A list that grew by itself would copy the options of those that it has.
+void makeRoom(std::vector<Config::Preference>& preferences) {
+  if (preferences.size() < preferences.capacity()) {
+    return;
+  }
+  std::vector<Config::Preference> larger;
+  larger.reserve(std::max<std::size_t>(4, 2 * preferences.size()));
+  for (Config::Preference& preference : preferences) {
+    Config::Preference& moved = larger.emplace_back();
+    moved.name = std::move(preference.name);
+    moved.value.take(std::move(preference.value));
+    moved.readonly = preference.readonly;
+  }
+  preferences.swap(larger);
+}
+
 }  // namespace
 
 extern const KnownElement PREFERENCE;
@@ -25,7 +42,7 @@ const KnownElement PREFERENCE = {{"preference", false, Repetition::UNIQUE_BY, {"
 
 void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Preference>& preferences = record().preferences();
-  util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
+  util::Option<std::string> name = detail::readAttribute(node, "name");
   const detail::Reporter report = reporterOf(node);
   if (!name || name.get().empty()) {
     return report(FindingCode::MISSING_ATTRIBUTE, "name", name);
@@ -35,7 +52,8 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
     return report(FindingCode::REPEATED, "name", name);
   }
   const std::optional<bool> readonly = detail::readBooleanAttribute(*node, "readonly", report);
-  util::Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, "value");
+  util::Option<std::string> value = detail::readAttribute(node, "value");
+  detail::makeRoom(preferences);
   Config::Preference& preference = preferences.emplace_back();  // whose option would be copied
   preference.name = std::move(name.get());
   preference.value.take(std::move(value));
