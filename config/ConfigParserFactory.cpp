@@ -2,6 +2,7 @@
 
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
+#include "util/Stateless.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/XmlParserLibXml.h"
 
@@ -13,10 +14,10 @@ std::shared_ptr<ConfigParser> createConfigParser(const std::vector<std::string>&
 
 std::shared_ptr<NimbrelConfigParser> createNimbrelConfigParser(
     const std::vector<std::string>& userAgentLocales) {
+  using util::internal::shared;
   return std::make_shared<NimbrelConfigParser>(
-      userAgentLocales, std::make_shared<util::XmlParserLibXml>(),
-      std::make_shared<util::IRIParser>(), std::make_shared<util::IDNConverter>(),
-      std::make_shared<util::UnicodeUtilICU>());
+      userAgentLocales, shared<util::XmlParserLibXml>(), shared<util::IRIParser>(),
+      shared<util::IDNConverter>(), shared<util::UnicodeUtilICU>());
 }
 
 }  // namespace orvane::nimbrel::config

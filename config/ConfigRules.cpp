@@ -18,6 +18,7 @@ using util::Option;
 using util::XmlNode;
 
 using Node = std::shared_ptr<XmlNode>;
+using detail::required;
 using zel::util::StringUtil;
 
 using Direction = LocalizableString::Direction;
@@ -68,13 +69,6 @@ void appendTextOf(const XmlNode& node, const std::string& language, Direction di
 
 std::string_view viewOf(const char* text) noexcept {
   return text == nullptr ? std::string_view() : std::string_view(text);
-}
-
-const XmlNode& required(const Node& node) {
-  if (node == nullptr) {
-    throw std::invalid_argument("node cannot be NULL");
-  }
-  return *node;
 }
 
 void requireInput(const char* input) {

@@ -8,6 +8,7 @@
 #include "config/KeyIndex.h"
 #include "config/Namespaces.h"
 #include "config/Reporter.h"
+#include "config/RuleReaders.h"
 #include "config/handlers/KnownElement.h"
 #include "util/ParseException.h"
 
@@ -255,7 +256,7 @@ detail::Reporter NimbrelConfigParser::reporterOf(const Node& node) const noexcep
 }
 
 Option<std::string> NimbrelConfigParser::readIri(const Node& node, const char* name) {
-  Option<std::string> value = rules.getSingleAttributeValue(node, nullptr, name);
+  Option<std::string> value = detail::readAttribute(node, name);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
     reporterOf(node)(FindingCode::NOT_AN_IRI, name, value);
     value.reset();

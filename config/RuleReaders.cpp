@@ -36,6 +36,13 @@ bool isAmong(const std::string_view (&words)[2], std::string_view value) noexcep
 
 }  // namespace
 
+const util::XmlNode& required(const std::shared_ptr<util::XmlNode>& node) {
+  if (node == nullptr) {
+    throw std::invalid_argument("node cannot be NULL");
+  }
+  return *node;
+}
+
 util::Option<std::string> readAttribute(const util::XmlNode& node, std::string_view name,
                                         std::string_view namespaceUri) {
   util::Option<std::string> value;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -13,11 +14,21 @@
 // ordinary thing.
 namespace orvane::nimbrel::config::detail {
 
+/// The node. Throws `std::invalid_argument` "node cannot be NULL" for none.
+[[nodiscard]] const util::XmlNode& required(const std::shared_ptr<util::XmlNode>& node);
+
 /// The value of an attribute with white space squeezed and trimmed; None when it is absent. A
 /// namespace with null data is none.
 [[nodiscard]] util::Option<std::string> readAttribute(const util::XmlNode& node,
                                                       std::string_view name,
                                                       std::string_view namespaceUri = {});
+
+/// The same of a node that a caller handed in.
+[[nodiscard]] inline util::Option<std::string> readAttribute(
+    const std::shared_ptr<util::XmlNode>& node, std::string_view name,
+    std::string_view namespaceUri = {}) {
+  return readAttribute(required(node), name, namespaceUri);
+}
 
 enum class IntegerFault {
   NONE,

@@ -108,13 +108,15 @@ class Scanner {
   }
 
   bool scanAuthority(IRI& iri) {
-    const std::size_t begin = at_;
-    const std::string_view userInfo = take(USER_INFO);
-    if (skip('@')) {
-      iri.userInfo = userInfo;
-      iri.hasUserInfo = true;
-    } else {
-      at_ = begin;  // What may hold a port is no user information: it is read again as a host.
+    if (text_.find('@', at_) != std::string_view::npos) {
+      const std::size_t begin = at_;
+      const std::string_view userInfo = take(USER_INFO);
+      iri.hasUserInfo = skip('@');
+      if (iri.hasUserInfo) {
+        iri.userInfo = userInfo;
+      } else {
+        at_ = begin;  // What may hold a port is no user information: it is read again as a host.
+      }
     }
     iri.hasHost = true;
     if (atEnd() || text_[at_] != '[') {

@@ -48,7 +48,7 @@ const KnownElement ACCESS = {{"access", false, Repetition::ADDS, {}, ATTRIBUTES}
 
 void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::AccessRequest>& requests = record().accessRequestList();
-  const util::Option<std::string> origin = rules.getSingleAttributeValue(node, nullptr, "origin");
+  const util::Option<std::string> origin = detail::readAttribute(node, "origin");
   const detail::Reporter report = reporterOf(node);
   if (!origin) {
     return report(FindingCode::MISSING_ATTRIBUTE, "origin");

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "config/RuleReaders.h"
 #include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
@@ -26,7 +27,7 @@ void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& no
     return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString name = rules.getTextContent(node, true);
-  util::Option<std::string> email = rules.getSingleAttributeValue(node, nullptr, "email");
+  util::Option<std::string> email = detail::readAttribute(node, "email");
   util::Option<std::string> href = readIri(node, "href");
   Config::Author& author = target.author().emplace();  // whose options would be copied
   author.name = std::move(name);

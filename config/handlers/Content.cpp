@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "config/RuleReaders.h"
 #include "config/handlers/KnownElement.h"
 
 namespace orvane::nimbrel::config {
@@ -26,9 +27,9 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   if (target.startFile() || contentSeen) {
     return reporterOf(node)(FindingCode::REPEATED);
   }
-  util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
-  util::Option<std::string> encoding = rules.getSingleAttributeValue(node, nullptr, "encoding");
-  util::Option<std::string> type = rules.getSingleAttributeValue(node, nullptr, "type");
+  util::Option<std::string> src = detail::readAttribute(node, "src");
+  util::Option<std::string> encoding = detail::readAttribute(node, "encoding");
+  util::Option<std::string> type = detail::readAttribute(node, "type");
   contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
     return reporterOf(node)(FindingCode::MISSING_ATTRIBUTE, "src", src);

@@ -67,7 +67,7 @@ constexpr auto DESCRIPTIONS = descriptionsOf();
 
 const KnownElement* findKnownElement(const util::XmlNode& node) noexcept {
   const std::string_view space = node.namespaceView();
-  const bool isExtension = space == EXTENSION_NAMESPACE;
+  const bool isExtension = space == EXTENSION;
   if (!isExtension && space != W3C_WIDGETS_NAMESPACE) {
     return nullptr;
   }

@@ -62,7 +62,7 @@ class ExtensionFrame {
   /// Whether a child is the one that is described.
   [[nodiscard]] static bool is(const util::XmlNode& child,
                                const ChildDescription& expected) noexcept {
-    return child.nameView() == expected.name && child.namespaceView() == EXTENSION_NAMESPACE;
+    return child.nameView() == expected.name && child.namespaceView() == EXTENSION;
   }
 
   /// Calls `act(setting)` if the child has the attributes that it needs; else sets the error and

@@ -29,7 +29,7 @@ const KnownElement FEATURE = {{"feature", false, Repetition::ADDS, {}, ATTRIBUTE
 
 void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Feature>& features = record().features();
-  util::Option<std::string> name = rules.getSingleAttributeValue(node, nullptr, "name");
+  util::Option<std::string> name = detail::readAttribute(node, "name");
   const detail::Reporter report = reporterOf(node);
   if (!name) {
     return report(FindingCode::MISSING_ATTRIBUTE, "name");

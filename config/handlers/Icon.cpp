@@ -24,7 +24,7 @@ const KnownElement ICON = {{"icon", false, Repetition::UNIQUE_BY, {"src"}, ATTRI
 
 void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::Icon>& icons = record().icons();
-  util::Option<std::string> src = rules.getSingleAttributeValue(node, nullptr, "src");
+  util::Option<std::string> src = detail::readAttribute(node, "src");
   const detail::Reporter report = reporterOf(node);
   if (!src || src.get().empty()) {
     return report(FindingCode::MISSING_ATTRIBUTE, "src", src);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "config/BasicConfig.h"
 #include "config/ConfigRules.h"
@@ -11,6 +12,9 @@
 #include "util/XmlNode.h"
 
 namespace orvane::nimbrel::config::detail {
+
+/// `EXTENSION_NAMESPACE` with its length known to the compiler.
+inline constexpr std::string_view EXTENSION = NIMBREL_EXTENSION_NAMESPACE;
 
 /// What a handler works with.
 struct HandlerContext {

@@ -34,8 +34,8 @@ using util::Option;
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
   const detail::Reporter report = reporterOf(root);
-  const auto attribute = [&](const char* name, const char* namespaceUri = nullptr) {
-    return rules.getSingleAttributeValue(root, namespaceUri, name);
+  const auto attribute = [&](std::string_view name, std::string_view namespaceUri = {}) {
+    return detail::readAttribute(root, name, namespaceUri);
   };
 
   const Option<std::string> defaultLocale = attribute("defaultlocale");
@@ -48,7 +48,7 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
     target.version().reset();
     report(FindingCode::EMPTY_VALUE, "version", "");
   }
-  Option<std::string> applicationId = attribute("applicationId", EXTENSION_NAMESPACE);
+  Option<std::string> applicationId = attribute("applicationId", detail::EXTENSION);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
       target.tavloApplicationId().take(std::move(applicationId));
@@ -56,8 +56,7 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
       report(FindingCode::INVALID_APPLICATION_ID, "tavlo:applicationId", applicationId);
     }
   }
-  const Option<std::string> applicationVersion =
-      attribute("applicationVersion", EXTENSION_NAMESPACE);
+  const Option<std::string> applicationVersion = attribute("applicationVersion", detail::EXTENSION);
   if (applicationVersion) {
     // Unlike a size, a text that is no number counts as 0 here, and 0 is a version.
     target.tavloApplicationVersion() =

@@ -105,7 +105,7 @@ TEST(OutOfMemory, ConstructionLeaksNothing) {
                                  EXPECT_EQ(parser == nullptr, threw);
                                  parser.reset();
                                }),
-            4);
+            2);
 }
 
 // Means most in a process of its own, where ICU has not been started before.

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+#include <new>
+
+namespace orvane::nimbrel::util::internal {
+
+/// The one object of a class without state, for all who need one. It takes no allocation, and is
+/// never destroyed: static objects of a host may use it until the process ends.
+template <typename Service>
+[[nodiscard]] std::shared_ptr<Service> shared() noexcept {
+  alignas(Service) static unsigned char room[sizeof(Service)];
+  static Service* const service = ::new (static_cast<void*>(room)) Service;
+  return {std::shared_ptr<void>(), service};  // there are no references to count
+}
+
+}  // namespace orvane::nimbrel::util::internal
