@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <libxml/threads.h>
 #include <libxml/xmlerror.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -161,6 +162,14 @@ GlibGuard::~GlibGuard() {
   }
   ::dup2(savedError, STDERR_FILENO);
   ::close(savedError);
+}
+
+void keepFreedMemory() noexcept {
+#ifdef M_TRIM_THRESHOLD  // of glibc
+  constexpr int MEBIBYTE = 1024 * 1024;
+  ::mallopt(M_TRIM_THRESHOLD, 8 * MEBIBYTE);
+  ::mallopt(M_MMAP_THRESHOLD, MEBIBYTE);
+#endif
 }
 
 void answerDensity(int answer) noexcept {

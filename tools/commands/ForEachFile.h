@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "tools/Host.h"
 #include "tools/commands/FileOptions.h"
 #include "tools/commands/InOrder.h"
 #include "tools/commands/Progress.h"
@@ -20,6 +21,9 @@ template <typename Work, typename Deliver>
 void forEachFile(const FileSettings& settings, const char* counted, const Work& work,
                  const Deliver& deliver) {
   using Result = std::invoke_result_t<Work, const std::string&>;
+  if (settings.files.size() > 1) {
+    keepFreedMemory();
+  }
   Progress progress(settings.files.size(), settings.progress, counted);
   InOrder<Result>(
       settings.files.size(), settings.jobs,
