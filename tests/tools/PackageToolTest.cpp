@@ -92,6 +92,54 @@ TEST(PackagedWidget, IsReadFromAFileAndFromStandardInput) {
             "Chess\n");
 }
 
+// Images are told by their beginnings; none is decoded here.
+TEST(PackagedWidget, APageShowsTheIconThatABrowserCanDrawWithoutHarm) {
+  const std::string gif("GIF89a\x10\0\x10\0", 10);
+  const std::string png("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\4\0", 20);
+  const std::string pngOfLimit = png + std::string("\0\0\4\0", 4);
+  const std::string jpeg("\xFF\xD8\xFF\xE0\0\4ab\xFF\xC0\0\x11\x08", 13);
+  const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg'>";
+  const Row rows[] = {
+      {gif, "image/gif"},
+      {std::string("GIF87a\0\4\0\4", 10), "image/gif"},
+      {std::string("GIF89a\0\0\x10\0", 10), "none"},
+      {std::string("GIF89a\1\4\x10\0", 10), "none"},
+      {pngOfLimit, "image/png"},
+      {png + std::string("\0\0\4\1", 4), "none"},
+      {png + std::string("\0\0\4", 3), "none"},
+      {pngOfLimit + std::string(131072 - 24, 'x'), "image/png"},
+      {pngOfLimit + std::string(131073 - 24, 'x'), "none"},
+      {jpeg + std::string("\4\0\4\0", 4), "image/jpeg"},
+      {jpeg + std::string("\4\1\4\0", 4), "none"},
+      {jpeg, "none"},
+      {svg + "<g><path d='M0 0'/></g><x xmlns='urn:editor'/></svg>", "image/svg+xml"},
+      {svg + "<g id='a'/><use href='#a'/></svg>", "none"},
+      {svg + "<script/></svg>", "none"},
+      {svg + replaceAll(std::string(999, ' '), " ", "<g/>") + "</svg>", "image/svg+xml"},
+      {svg + replaceAll(std::string(1000, ' '), " ", "<g/>") + "</svg>", "none"},
+      {svg, "none"},
+      {"<svg/>", "none"},
+      {"", "none"}};
+  const std::string document = widget("<icon src='./i'/>");
+  const auto page = [&](const std::vector<Entry>& entries) {
+    return run({"show", "--format", "html", "--locale", "de", "-"}, package(entries)).out;
+  };
+  expectRows(rows, [&](const std::string& content) {
+    const std::string html = page({{"config.xml", document}, {"i", content}});
+    const std::size_t at = html.find("src=\"data:");
+    return at != std::string::npos ? html.substr(at + 10, html.find(';', at) - at - 10)
+           : html.find("Icon not shown") != std::string::npos ? "none"
+                                                              : html;
+  });
+  const Row encoded[] = {
+      {"", "R0lGODlhEAAQAA=="}, {";", "R0lGODlhEAAQADs="}, {";;", "R0lGODlhEAAQADs7"}};
+  for (const auto& [tail, base64] : encoded) {
+    EXPECT_THAT(page({{"config.xml", document}, {"i", "text"}, {"locales/de/i", gif + tail}}),
+                HasSubstr("src=\"data:image/gif;base64," + base64 + "\"/>"));
+  }
+  EXPECT_THAT(page({{"config.xml", widget("")}, {"icon.gif", gif}}), HasSubstr("image/gif"));
+}
+
 TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
   const TemporaryFile file(package({{"config.xml", "<widget>\n</other>"}}));
   const Outcome outcome = run({"show", file.path()});

@@ -1,8 +1,11 @@
 #include "tools/html/ApplicationView.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "util/LocalizableString.h"
 #include "util/Option.h"
@@ -70,17 +73,53 @@ void paragraph(HtmlWriter& html, const char (&name)[N], const LocalizableString&
   html.localized(text, limit).markup("</p>\n");
 }
 
-void printFace(HtmlWriter& html, const Config& record) {
-  html.markup("<div class=\"face\">\n<div>\n");
+void printIcon(HtmlWriter& html, const Config& record, IconFinder& icons) {
+  if (const std::optional<IconImage> icon = icons.find(record); icon) {
+    // The name beside it says all that there is to say.
+    html.markup("<img class=\"icon\" alt=\"\" src=\"data:").text(icon->type).markup(";base64,");
+    html.base64(icon->bytes).markup("\"/>\n");
+  } else if (icons.hasPackage()) {
+    html.markup("<p class=\"icon none\" lang=\"en\" dir=\"ltr\">");
+    html.text(record.getIcons().empty() ? "No icon" : "Icon not shown").markup("</p>\n");
+  }
+}
+
+void printFace(HtmlWriter& html, const Config& record, IconFinder& icons) {
+  html.markup("<div class=\"face\"");
+  if (record.getName()) {  // its direction decides on which side the icon stands
+    html.language(record.getName().get().getLanguageTag(), record.getName().get().getDirection());
+  }
+  html.markup(">\n");
+  printIcon(html, record, icons);
+  html.markup("<div>\n");
   if (record.getName() && !record.getName().get().empty()) {
     paragraph(html, "name", record.getName().get(), LINE);
   } else {
-    html.markup("<p class=\"name none\">No name</p>\n");
+    html.markup("<p class=\"name none\" lang=\"en\" dir=\"ltr\">No name</p>\n");
   }
   if (record.getAuthor() && !record.getAuthor().get().name.empty()) {
     paragraph(html, "author", record.getAuthor().get().name, LINE);
   }
   html.markup("</div>\n</div>\n");
+}
+
+void addIcons(Facts& facts, const std::vector<Config::Icon>& icons) {
+  constexpr std::size_t MOST = 8;
+  if (icons.empty()) {
+    return;
+  }
+  HtmlWriter& html = facts.begin("Icons");
+  for (std::size_t i = 0; i < std::min(icons.size(), MOST); ++i) {
+    html.text(i == 0 ? "" : "\n").markup("<bdi>").text(icons[i].src, LINE).markup("</bdi>");
+    if (icons[i].width && icons[i].height) {
+      html.text(", ").number(icons[i].width.get()).text(" × ").number(icons[i].height.get());
+    }
+  }
+  if (icons.size() > MOST) {
+    html.markup("\n<span class=\"cut\">and ").count(icons.size() - MOST, "more icon");
+    html.markup("</span>");
+  }
+  facts.end();
 }
 
 void printDetails(HtmlWriter& html, const Config& record) {
@@ -96,6 +135,7 @@ void printDetails(HtmlWriter& html, const Config& record) {
   if (record.getStartFile()) {
     facts.add("Starts with", record.getStartFile().get().src);
   }
+  addIcons(facts, record.getIcons());
   facts.finish();
   if (record.getLicense() && !record.getLicense().get().text.empty()) {
     html.markup("<details>\n<summary>License</summary>\n");
@@ -106,8 +146,8 @@ void printDetails(HtmlWriter& html, const Config& record) {
 
 }  // namespace
 
-void printApplication(HtmlWriter& html, const Config& record) {
-  printFace(html, record);
+void printApplication(HtmlWriter& html, const Config& record, IconFinder& icons) {
+  printFace(html, record, icons);
   if (record.getDescription() && !record.getDescription().get().empty()) {
     paragraph(html, "prose", record.getDescription().get(), PARAGRAPH);
   } else {

@@ -12,6 +12,7 @@
 #include "tools/html/Audience.h"
 #include "tools/html/FindingSection.h"
 #include "tools/html/HtmlWriter.h"
+#include "tools/html/IconFinder.h"
 #include "tools/html/Requests.h"
 #include "tools/html/Style.h"
 #include "tools/input/Input.h"
@@ -66,6 +67,7 @@ class Page {
       name_ = document.name;
       bytes_ = std::move(*document.bytes);
       package_ = std::move(document.package);
+      icons_.emplace(document.archive);
     } catch (const DocumentFailure& failure) {
       if (failure.status() != EXIT_REJECTED) {
         throw;
@@ -185,7 +187,7 @@ class Page {
       printAudience(html_, audiences_[i], audiences_.size() == 1);
       html_.markup("</h3>\n");
       if (outcome.record != nullptr) {
-        printApplication(html_, *outcome.record);
+        printApplication(html_, *outcome.record, *icons_);
         requests_.add(*outcome.record, i);
       } else {
         html_.markup(
@@ -238,6 +240,7 @@ class Page {
   Outcome first_;
   bool hasRecord_ = false;
   std::optional<DocumentFailure> failure_;
+  std::optional<IconFinder> icons_;  // where there is a tree
   Requests requests_;
 };
 

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -100,7 +101,7 @@ class File {
     return file;
   }
 
-  const std::string& path_;
+  const std::string path_;
   FileDescriptor file_;
   struct stat status_ {};
 };
@@ -132,7 +133,8 @@ std::string readFrom(int descriptor, const std::string& name) {
 
 Document findInPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
   Package package = readPackage(read, size, path);
-  return {path + '/' + PACKAGED_DOCUMENT, std::move(package.document), std::move(package.names)};
+  return {path + '/' + PACKAGED_DOCUMENT, std::move(package.document), std::move(package.names),
+          std::move(package.archive)};
 }
 
 Document findOnStandardInput(const std::string& name) {
@@ -140,25 +142,27 @@ Document findOnStandardInput(const std::string& name) {
   if (!isPackage(bytes)) {
     return {name, std::move(bytes)};
   }
-  const auto read = [&](std::uint64_t at, std::size_t count) {
-    return at < bytes.size() ? bytes.substr(static_cast<std::size_t>(at), count) : std::string();
+  const auto shared = std::make_shared<const std::string>(std::move(bytes));
+  const auto read = [shared](std::uint64_t at, std::size_t count) {
+    return at < shared->size() ? shared->substr(static_cast<std::size_t>(at), count)
+                               : std::string();
   };
-  return findInPackage(read, bytes.size(), name);
+  return findInPackage(read, shared->size(), name);
 }
 
 Document find(const std::string& path, const std::string& stdinName, bool wantsBytes) {
   if (path == STANDARD_INPUT) {
     return findOnStandardInput(stdinName);
   }
-  const File file(path);
-  if (isPackage(file.read(0, 4))) {
-    const auto read = [&](std::uint64_t at, std::size_t count) { return file.read(at, count); };
-    return findInPackage(read, file.size(), path);
+  const auto file = std::make_shared<const File>(path);
+  if (isPackage(file->read(0, 4))) {
+    const auto read = [file](std::uint64_t at, std::size_t count) { return file->read(at, count); };
+    return findInPackage(read, file->size(), path);
   }
   if (!wantsBytes) {
     return {path, std::nullopt};
   }
-  return {path, file.readAll()};
+  return {path, file->readAll()};
 }
 
 }  // namespace

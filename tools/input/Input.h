@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "tools/input/ZipArchive.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -15,6 +18,8 @@ struct Document {
   std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
   /// The names of all entries of the package in which it stands; none for a document alone.
   std::optional<std::vector<std::string>> package = std::nullopt;
+  /// That package, which may be read as long as the pointer lives; null for a document alone.
+  std::shared_ptr<const ZipArchive> archive = nullptr;
 };
 
 /// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged

@@ -71,11 +71,10 @@ bool isPackage(std::string_view bytes) noexcept {
 
 Package readPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
   Package package;
-  std::optional<ZipArchive> archive;
   ZipEntry document;
   try {
-    archive.emplace(read, size);
-    document = findDocument(*archive, path, package.names);
+    package.archive = std::make_shared<const ZipArchive>(read, size);
+    document = findDocument(*package.archive, path, package.names);
   } catch (const ZipProblem& problem) {
     throw rejection(path, std::string("no usable ZIP archive: it ") + problem.what());
   }
@@ -83,7 +82,7 @@ Package readPackage(const ZipArchive::Read& read, std::uint64_t size, const std:
     throw rejection(path, "config.xml is larger than 16 MiB");
   }
   try {
-    package.document = archive->unpack(document, MAXIMUM_SIZE);
+    package.document = package.archive->unpack(document, MAXIMUM_SIZE);
     return package;
   } catch (const ZipProblem& problem) {
     throw rejection(path, std::string("config.xml cannot be unpacked: it ") + problem.what());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,10 +20,11 @@ inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
 struct Package {
   std::string document;
   std::vector<std::string> names;  ///< of all entries, UTF-8 as far as they are text
+  std::shared_ptr<const ZipArchive> archive;
 };
 
 /// The document at the root of a packaged widget of this size, and the names of all entries.
-/// Nothing else is unpacked, nothing is written.
+/// Nothing else is unpacked, nothing is written. The archive keeps `read` and what it holds.
 ///
 /// `path` is for messages. Throws `DocumentFailure` with `EXIT_REJECTED` for what is no ZIP
 /// archive, for one that holds no document or more than one, and for a document that is encrypted,

@@ -1,0 +1,59 @@
+#include "tools/html/IconFinder.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "check/PackageFiles.h"
+#include "tools/html/Image.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+constexpr std::size_t LARGEST = std::size_t{128} * 1024;          // bytes of an icon
+constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all icons on a page
+constexpr std::size_t MOST_TRIED = 20;                            // icons of a record
+constexpr const char* DEFAULTS[] = {"icon.svg", "icon.png", "icon.gif", "icon.jpg"};
+
+}  // namespace
+
+IconFinder::IconFinder(const std::shared_ptr<const ZipArchive>& archive) : left_(MOST_BYTES) {
+  if (archive != nullptr) {
+    content_.emplace(archive);
+  }
+}
+
+std::optional<IconImage> IconFinder::load(const std::string& path) {
+  std::optional<std::string> bytes = content_->read(path, std::min(LARGEST, left_));
+  const char* const type = bytes ? imageTypeOf(*bytes) : nullptr;
+  if (type == nullptr) {
+    return std::nullopt;
+  }
+  left_ -= bytes->size();
+  return IconImage{type, std::move(*bytes)};
+}
+
+std::optional<IconImage> IconFinder::find(const config::Config& record) {
+  if (!content_) {
+    return std::nullopt;
+  }
+  std::vector<std::string> paths;
+  const std::vector<config::Config::Icon>& icons = record.getIcons();
+  for (std::size_t i = 0; i < std::min(icons.size(), MOST_TRIED); ++i) {
+    paths.push_back(check::resolvePath(icons[i].src));
+  }
+  paths.insert(paths.end(), std::begin(DEFAULTS), std::end(DEFAULTS));
+  for (const std::string& path : paths) {
+    for (const std::string& locale : record.getUserAgentLocales()) {
+      // At the root are the files for all languages.
+      std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
+      std::optional<IconImage> icon = load(folder += path);
+      if (icon) {
+        return icon;
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace orvane::nimbrel::tools
