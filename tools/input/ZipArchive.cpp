@@ -1,13 +1,11 @@
 #include "tools/input/ZipArchive.h"
 
-#define ZLIB_CONST  // its input is only read
-#include <zlib.h>
-
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <optional>
 #include <utility>
+
+#include "tools/input/Inflater.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -93,45 +91,6 @@ bool agrees(std::uint64_t value, std::string_view record, std::size_t at) noexce
   const auto shortValue = numberAt<Number>(record, at);
   return shortValue == value || shortValue == std::numeric_limits<Number>::max();
 }
-
-class Inflater {
- public:
-  Inflater() {
-    if (inflateInit2(&stream_, -MAX_WBITS) != Z_OK) {  // without a header
-      throw std::bad_alloc();
-    }
-  }
-  Inflater(const Inflater&) = delete;
-  Inflater& operator=(const Inflater&) = delete;
-  ~Inflater() { inflateEnd(&stream_); }
-
-  /// Appends what `packed` gives, but not much more than `limit` bytes in all. True at the end.
-  bool add(std::string_view packed, std::string& content, std::size_t limit) {
-    stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
-    stream_.avail_in = static_cast<uInt>(packed.size());
-    do {
-      const std::size_t used = content.size();
-      content.resize(used + PIECE);
-      stream_.next_out = reinterpret_cast<Bytef*>(content.data()) + used;
-      stream_.avail_out = PIECE;
-      const int result = ::inflate(&stream_, Z_NO_FLUSH);
-      content.resize(content.size() - stream_.avail_out);
-      if (result == Z_MEM_ERROR) {
-        throw std::bad_alloc();
-      }
-      if (result == Z_STREAM_END) {
-        return true;
-      }
-      if (result != Z_OK && result != Z_BUF_ERROR) {
-        throw ZipProblem("is damaged");
-      }
-    } while (content.size() <= limit && (stream_.avail_in != 0 || stream_.avail_out == 0));
-    return false;
-  }
-
- private:
-  z_stream stream_ = {};
-};
 
 }  // namespace
 
