@@ -1,6 +1,7 @@
 #include "check/Decoder.h"
 
 #include <unicode/ucnv.h>
+#include <unicode/ustring.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
@@ -91,6 +92,34 @@ bool decode(std::string_view document, const std::string& encoding, std::string&
   } while (error == U_BUFFER_OVERFLOW_ERROR);
   bytes.push_back(static_cast<std::uint32_t>(document.size()));
   return true;
+}
+
+std::optional<std::string> encode(std::string_view text, const std::string& encoding) {
+  if (encoding.empty()) {
+    return std::string(text);
+  }
+  UErrorCode error = U_ZERO_ERROR;
+  const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
+  ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
+                        &error);
+  if (U_FAILURE(error)) {
+    return std::nullopt;
+  }
+  std::u16string units(text.size(), u'\0');  // no fewer bytes than units
+  std::int32_t count = 0;
+  u_strFromUTF8(units.data(), static_cast<std::int32_t>(units.size()), &count, text.data(),
+                static_cast<std::int32_t>(text.size()), &error);
+  std::string bytes(static_cast<std::size_t>(
+                        UCNV_GET_MAX_BYTES_FOR_STRING(count, ucnv_getMaxCharSize(converter.get()))),
+                    '\0');
+  const std::int32_t size =
+      ucnv_fromUChars(converter.get(), bytes.data(), static_cast<std::int32_t>(bytes.size()),
+                      units.data(), count, &error);
+  if (U_FAILURE(error)) {
+    return std::nullopt;
+  }
+  bytes.resize(static_cast<std::size_t>(size));
+  return bytes;
 }
 
 }  // namespace orvane::nimbrel::check

@@ -25,4 +25,8 @@ namespace orvane::nimbrel::check {
 /// Appends a code point, which must be one of Unicode, in UTF-8.
 void appendUtf8(std::string& text, std::int32_t codePoint);
 
+/// Encodes UTF-8 in an encoding that `encodingOf` names. Nothing when the encoding is not known or
+/// has no such character. Throws only `std::bad_alloc`.
+[[nodiscard]] std::optional<std::string> encode(std::string_view text, const std::string& encoding);
+
 }  // namespace orvane::nimbrel::check

@@ -35,47 +35,6 @@ bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute)
              .data() != nullptr;
 }
 
-std::string meantAttribute(const Diagnostic& finding) {
-  const XmlNode& element = *finding.element;
-  const XmlNode::Attribute attribute = element.attributeAt(finding.attributeIndex);
-  const std::string_view written = attribute.name;
-  if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
-      written.find(':') != std::string_view::npos) {
-    return {};  // a mistake in the prefix
-  }
-  // Any element of a text may have a direction.
-  const config::AttributeDescription direction[] = {{"dir", config::ValueKind::DIRECTION}};
-  const auto described = attributesOf(element);
-  const auto known = described.empty() ? decltype(described)(direction) : described;
-  // The element's own names first; those in another namespace only if none of these is similar.
-  for (const bool isExtension : {false, true}) {
-    Suggestion suggestion(written);
-    for (const AttributeDescription& description : known) {
-      if (description.isExtension == isExtension) {
-        suggestion.consider(description.name);
-      }
-    }
-    if (!suggestion.get().empty()) {
-      return displayName(suggestion.get(), isExtension);
-    }
-  }
-  for (const auto& row : SYNONYMS) {
-    if (row.written != written) {
-      continue;
-    }
-    if (row.meant == "xml:lang") {
-      return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang"
-                                                                                    : "";
-    }
-    for (const AttributeDescription& description : known) {
-      if (description.name == row.meant && !hasAttribute(element, description)) {
-        return std::string(row.meant);
-      }
-    }
-  }
-  return {};
-}
-
 /// The child of the root that an element was meant to be: of either vocabulary.
 std::string meantChildOfRoot(const XmlNode& element) {
   Suggestion suggestion(element.nameView());
@@ -140,6 +99,46 @@ std::string meantIri(std::string_view text) {
 
 }  // namespace
 
+std::string meantAttribute(const XmlNode& element, std::size_t index,
+                           config::DescriptionList<AttributeDescription> described) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  const std::string_view written = attribute.name;
+  if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
+      written.find(':') != std::string_view::npos) {
+    return {};  // a mistake in the prefix
+  }
+  // Any element of a text may have a direction.
+  const AttributeDescription direction[] = {{"dir", config::ValueKind::DIRECTION}};
+  const auto known = described.empty() ? decltype(described)(direction) : described;
+  // The element's own names first; those in another namespace only if none of these is similar.
+  for (const bool isExtension : {false, true}) {
+    Suggestion suggestion(written);
+    for (const AttributeDescription& description : known) {
+      if (description.isExtension == isExtension) {
+        suggestion.consider(description.name);
+      }
+    }
+    if (!suggestion.get().empty()) {
+      return displayName(suggestion.get(), isExtension);
+    }
+  }
+  for (const auto& row : SYNONYMS) {
+    if (row.written != written) {
+      continue;
+    }
+    if (row.meant == "xml:lang") {
+      return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang"
+                                                                                    : "";
+    }
+    for (const AttributeDescription& description : known) {
+      if (description.name == row.meant && !hasAttribute(element, description)) {
+        return std::string(row.meant);
+      }
+    }
+  }
+  return {};
+}
+
 std::string meantBy(const Diagnostic& finding) {
   // Of a short value only: a namespace may be long, and many elements may have it.
   const auto value = [&] { return zel::util::StringUtil::squeezeAndTrim(finding.value); };
@@ -155,7 +154,8 @@ std::string meantBy(const Diagnostic& finding) {
     case FindingCode::UNEXPECTED_CHILD:
       return meantElement(*finding.element);
     case FindingCode::UNKNOWN_ATTRIBUTE:
-      return meantAttribute(finding);
+      return meantAttribute(*finding.element, finding.attributeIndex,
+                            attributesOf(*finding.element));
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::SIMILAR_KEY:
       return std::string(meantKey(*finding.element, value()));

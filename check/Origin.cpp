@@ -80,7 +80,7 @@ Advice adviceOnOrigin(const std::string& origin) {
   }
   if (hasMore(iri)) {
     return {"Only scheme, host and port are allowed, without a final slash",
-            iri.hasUserInfo ? "" : originOf(iri)};
+            iri.hasUserInfo ? "" : originOf(iri), true};
   }
   if (iri.port < 0 && iri.scheme != "http" && iri.scheme != "https") {
     return {"A port is needed, unless the scheme is \"http\" or \"https\"", ""};

@@ -8,6 +8,8 @@ namespace orvane::nimbrel::check {
 struct Advice {
   std::string sentence;  ///< without its end
   std::string suggestion;
+  /// Whether nothing else can be meant, so that it may be written without asking.
+  bool isCertain = false;
 };
 
 /// What is wrong with an origin that the parser ignores.

@@ -124,12 +124,16 @@ Position Report::otherOf(const Diagnostic& finding) const noexcept {
   Position position;
   if (finding.other != nullptr) {
     position.line = finding.other->getLineNumber();
-    const std::uint32_t number = numberOf(finding.other);
-    if (number < tags_.size()) {
-      position = source_.positionOf(tags_[number] + std::size_t{1});
+    if (const std::optional<std::size_t> tag = tagOf(*finding.other)) {
+      position = source_.positionOf(*tag + 1);
     }
   }
   return position;
+}
+
+std::optional<std::size_t> Report::tagOf(const XmlNode& element) const noexcept {
+  const std::uint32_t number = numberOf(&element);
+  return number < tags_.size() ? std::optional<std::size_t>(tags_[number]) : std::nullopt;
 }
 
 void Report::dropExplained() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -38,6 +39,14 @@ class Report {
   /// Where the name of the other element of a finding begins; as above.
   [[nodiscard]] Position otherOf(const Diagnostic& finding) const noexcept;
 
+  /// The offset in the text of the "<" of an element's start tag; nothing when it is not certain,
+  /// or when there are no findings.
+  [[nodiscard]] std::optional<std::size_t> tagOf(const util::XmlNode& element) const noexcept;
+
+  /// The place of an element among all of the document; `Diagnostic::NO_INDEX` for null, and when
+  /// there are no findings.
+  [[nodiscard]] std::uint32_t numberOf(const util::XmlNode* element) const noexcept;
+
   /// @name For those who fill it
   /// @{
   /// The bytes of the document.
@@ -61,7 +70,6 @@ class Report {
   };
 
   void numberElements();
-  [[nodiscard]] std::uint32_t numberOf(const util::XmlNode* element) const noexcept;
   void locate();
   void dropExplained();
 

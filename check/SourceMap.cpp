@@ -72,14 +72,9 @@ std::size_t orEnd(std::size_t at, std::string_view text) noexcept {
   return std::min(at, text.size());
 }
 
-bool isDeclaration(std::string_view name) noexcept {
-  return name == "xmlns" || name.substr(0, 6) == "xmlns:";
-}
-
-}  // namespace
-
-std::vector<std::uint32_t> startTagsOf(std::string_view text) {
-  std::vector<std::uint32_t> tags;
+/// Calls `onStart(begin, end)` for each start tag and `onEnd(begin)` for each end tag.
+template <typename OnStart, typename OnEnd>
+void forEachTag(std::string_view text, OnStart onStart, OnEnd onEnd) {
   std::size_t at = text.find('<');
   while (at < text.size()) {
     const std::size_t next = behindMisc(text, at);
@@ -88,13 +83,51 @@ std::vector<std::uint32_t> startTagsOf(std::string_view text) {
     } else if (hasAt(text, at, "<!")) {
       at = behindDoctype(text, at + 2);
     } else if (hasAt(text, at, "</")) {
+      onEnd(at);
       at += 2;
     } else {
-      tags.push_back(static_cast<std::uint32_t>(at));
-      at = behindTag(text, at);
+      const std::size_t end = behindTag(text, at);
+      onStart(at, end);
+      at = end;
     }
     at = text.find('<', at);
   }
+}
+
+bool isDeclaration(std::string_view name) noexcept {
+  return name == "xmlns" || name.substr(0, 6) == "xmlns:";
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> startTagsOf(std::string_view text) {
+  std::vector<std::uint32_t> tags;
+  forEachTag(
+      text,
+      [&](std::size_t begin, std::size_t /*end*/) {
+        tags.push_back(static_cast<std::uint32_t>(begin));
+      },
+      [](std::size_t /*begin*/) {});
+  return tags;
+}
+
+std::vector<std::uint32_t> endTagsOf(std::string_view text) {
+  std::vector<std::uint32_t> tags;
+  std::vector<std::size_t> open;  // elements
+  forEachTag(
+      text,
+      [&](std::size_t begin, std::size_t end) {
+        if (end < begin + 2 || text[end - 2] != '/') {
+          open.push_back(tags.size());
+        }
+        tags.push_back(0);
+      },
+      [&](std::size_t begin) {
+        if (!open.empty()) {
+          tags[open.back()] = static_cast<std::uint32_t>(begin);
+          open.pop_back();
+        }
+      });
   return tags;
 }
 

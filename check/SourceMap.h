@@ -27,6 +27,10 @@ struct Tag {
 /// what is found means nothing. Throws only `std::bad_alloc`.
 [[nodiscard]] std::vector<std::uint32_t> startTagsOf(std::string_view text);
 
+/// The offsets of "</" of the end tags of the same elements, in the order of their start tags; 0
+/// for an element without one ("<a/>"). Throws only `std::bad_alloc`.
+[[nodiscard]] std::vector<std::uint32_t> endTagsOf(std::string_view text);
+
 /// The first text directly in the element whose "<" stands at `offset`, without white space around
 /// it; empty at the end of the text when there is none. Takes as long as the element, at most.
 /// Never throws.

@@ -11,11 +11,6 @@ bool isSame(char left, char right) noexcept {
   return util::ascii::lowerCase(left) == util::ascii::lowerCase(right);
 }
 
-bool isSame(std::string_view left, std::string_view right) noexcept {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return isSame(a, b); });
-}
-
 /// Whether two texts differ in one letter; case does not count.
 bool differInOneLetter(std::string_view left, std::string_view right) noexcept {
   if (left.size() > right.size()) {
@@ -30,14 +25,19 @@ bool differInOneLetter(std::string_view left, std::string_view right) noexcept {
   if (left.size() == right.size()) {
     const bool exchanged = restOfLeft.size() >= 2 && isSame(restOfLeft[0], restOfRight[1]) &&
                            isSame(restOfLeft[1], restOfRight[0]) &&
-                           isSame(restOfLeft.substr(2), restOfRight.substr(2));
+                           isSameInAnyCase(restOfLeft.substr(2), restOfRight.substr(2));
     return exchanged ||
-           (!restOfLeft.empty() && isSame(restOfLeft.substr(1), restOfRight.substr(1)));
+           (!restOfLeft.empty() && isSameInAnyCase(restOfLeft.substr(1), restOfRight.substr(1)));
   }
-  return left.size() + 1 == right.size() && isSame(restOfLeft, restOfRight.substr(1));
+  return left.size() + 1 == right.size() && isSameInAnyCase(restOfLeft, restOfRight.substr(1));
 }
 
 }  // namespace
+
+bool isSameInAnyCase(std::string_view left, std::string_view right) noexcept {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return isSame(a, b); });
+}
 
 void Suggestion::Candidate::add(std::string_view known) noexcept {
   if (count == 0 || name != known) {
@@ -47,7 +47,7 @@ void Suggestion::Candidate::add(std::string_view known) noexcept {
 }
 
 void Suggestion::consider(std::string_view known) noexcept {
-  if (isSame(written_, known)) {
+  if (isSameInAnyCase(written_, known)) {
     byCase_.add(known);
   } else if (differInOneLetter(written_, known)) {
     byLetter_.add(known);
@@ -69,15 +69,15 @@ std::string_view suggestedWord(std::string_view written, std::string_view on,
     std::string_view yes;
     std::string_view no;
   } PAIRS[] = {{"true", "false"}, {"yes", "no"}};
-  if (isSame(written, on) || isSame(written, off)) {
-    return isSame(written, on) ? on : off;
+  if (isSameInAnyCase(written, on) || isSameInAnyCase(written, off)) {
+    return isSameInAnyCase(written, on) ? on : off;
   }
   // A switch may be thrown by a "no".
   const bool thrownByNo = std::any_of(std::begin(PAIRS), std::end(PAIRS),
                                       [&](const auto& pair) { return on == pair.no; });
   for (const auto& pair : PAIRS) {
-    if (isSame(written, pair.yes) || isSame(written, pair.no)) {
-      return isSame(written, pair.yes) != thrownByNo ? on : off;
+    if (isSameInAnyCase(written, pair.yes) || isSameInAnyCase(written, pair.no)) {
+      return isSameInAnyCase(written, pair.yes) != thrownByNo ? on : off;
     }
   }
   return {};

@@ -5,6 +5,9 @@
 
 namespace orvane::nimbrel::check {
 
+/// Whether two texts are equal but for the case of ASCII letters.
+[[nodiscard]] bool isSameInAnyCase(std::string_view left, std::string_view right) noexcept;
+
 /// Looks among known names for the one that an unknown name was meant to be: the only one that
 /// differs in case alone, else the only one that differs in a single letter (changed, left out,
 /// added, or two exchanged).

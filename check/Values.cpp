@@ -44,7 +44,7 @@ std::optional<Advice> adviceOnLanguage(const std::string& value) {
   std::string meant = value;
   std::replace(meant.begin(), meant.end(), '_', '-');
   return Advice{"A language tag such as \"en\" or \"en-US\" is expected; it is kept as written.",
-                isLanguageTag(meant) ? meant : ""};
+                isLanguageTag(meant) ? meant : "", true};
 }
 
 std::optional<Advice> adviceOnKeywords(const std::string& value) {

@@ -2,7 +2,8 @@
 // input is that of the target "document", without an encoding.
 //
 // A document has an error if and only if the parser rejects it for this user. Each finding has a
-// place within the document and a sentence, and comes in the order of the document.
+// place within the document and a sentence, and comes in the order of the document. Fixing what is
+// certain makes no document rejected, and doing it again changes nothing.
 
 #include "check/Check.h"
 
@@ -10,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "check/FixDocument.h"
 #include "check/Kind.h"
 #include "check/Wording.h"
 #include "fuzz/Host.h"
@@ -59,6 +61,15 @@ bool examine(const check::Report& report) {
   return hasError;
 }
 
+void fix(std::string_view document) {
+  const check::FixedDocument fixed = check::fixDocument(std::string(document), std::nullopt, 0);
+  require((fixed.count == 0) == (fixed.report->document() == document), "a fix changes something");
+  const std::size_t again = check::fixDocument(fixed.report->document(), std::nullopt, 0).count;
+  require(again == 0, "nothing is left to fix");
+  require(isRejected(document, {}) || !isRejected(fixed.report->document(), {}),
+          "a fix does not reject the document");
+}
+
 }  // namespace
 }  // namespace orvane::nimbrel::fuzz
 
@@ -75,5 +86,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   fuzz::require(hasError == fuzz::isRejected(document, locales),
                 "exactly a rejected document has an error");
   fuzz::examine(*check::checkDocument(std::string(document), std::nullopt));
+  fuzz::fix(document);
   return 0;
 }

@@ -21,13 +21,6 @@ namespace {
 
 constexpr char TABLE[] = NIMBREL_TEST_DATA "/findings.txt";
 
-std::string withLineBreaks(std::string text) {
-  for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at)) {
-    text.replace(at, 2, "\n");
-  }
-  return text;
-}
-
 /// The words between `begin` and `end`, if the text begins so; it then goes on behind them.
 std::optional<std::vector<std::string>> takeList(std::string& text, const std::string& begin,
                                                  char separator, const std::string& end) {
@@ -47,10 +40,8 @@ std::optional<std::vector<std::string>> takeList(std::string& text, const std::s
 std::string findingsOf(std::string row) {
   const auto package = takeList(row, "{", '|', "}");
   const auto locales = takeList(row, "[", ' ', "]");
-  const bool isWhole = row.substr(0, 7) == "<widget" || row.substr(0, 2) == "<?";
   std::string all;
-  for (const std::string& line :
-       toldOf(withLineBreaks(isWhole ? row : test::widget('\n' + row + '\n')), locales, package)) {
+  for (const std::string& line : toldOf(documentOf(row), locales, package)) {
     all += "  " + line + '\n';
   }
   return all;
@@ -108,11 +99,6 @@ TEST(Check, LeavesTheLogAsItWas) {
   static_cast<void>(checkDocument(debug, std::nullopt, 0));
   EXPECT_EQ(util::logMask(), 0U);
   util::setLogMask(0);
-}
-
-std::string documentOf(std::string_view example) {
-  return example.substr(0, 7) == "<widget" ? std::string(example)
-                                           : test::widget(std::string(example));
 }
 
 TEST(Kinds, HaveExamplesThatGiveThemAndFixedOnesThatDoNot) {

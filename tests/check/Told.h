@@ -7,8 +7,19 @@
 #include "check/Check.h"
 #include "check/Kind.h"
 #include "check/Wording.h"
+#include "tests/support/ConfigReader.h"
 
 namespace orvane::nimbrel::check {
+
+/// A whole document, or the children of a root in its second line; "\n" is a line break.
+inline std::string documentOf(const std::string& row) {
+  const bool isWhole = row.substr(0, 7) == "<widget" || row.substr(0, 2) == "<?";
+  std::string text = isWhole ? row : test::widget('\n' + row + '\n');
+  for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at)) {
+    text.replace(at, 2, "\n");
+  }
+  return text;
+}
 
 /// One finding with its place, columns in code points: "2:7-11 not-a-number icon@width='x': Why. ->
 /// suggestion". "?" stands for a column that is not known.

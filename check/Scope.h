@@ -1,0 +1,63 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/Report.h"
+#include "check/SourceMap.h"
+
+namespace orvane::nimbrel::check {
+
+/// The start tag of an element as it is written, and the namespaces that are declared there.
+///
+/// Made for going from one finding to the next: a tag is read once for all findings on it, those of
+/// the root and of the parent once for all elements in them. For one thread.
+class Scope {
+ public:
+  /// The report has to live as long.
+  explicit Scope(const Report& report) : report_(report) {}
+
+  /// Goes to an element. False when its tag, or one around it, is not certain.
+  bool enter(const util::XmlNode& element);
+
+  /// The tag of the element.
+  [[nodiscard]] const Tag& tag() const noexcept { return own_.tag; }
+  /// The tag of the root.
+  [[nodiscard]] const Tag& rootTag() const noexcept { return root_.tag; }
+  /// A part of the text.
+  [[nodiscard]] std::string_view text(Span span) const noexcept;
+
+  /// The prefix of the element with its colon; empty for none.
+  [[nodiscard]] std::string prefix() const { return prefixOf(own_); }
+  /// The declaration that counts for names with the prefix of the element; null when it does not
+  /// stand in its tag, in that of its parent or in that of the root.
+  [[nodiscard]] const TagAttribute* declaration();
+  /// What to write in front of a name in this tag to have it in a namespace: a prefix with its
+  /// colon, or nothing where the namespace is the default one. None when there is no such prefix.
+  [[nodiscard]] std::optional<std::string> prefixFor(std::string_view namespaceUri,
+                                                     bool isAttribute);
+
+ private:
+  struct Level {
+    const util::XmlNode* element = nullptr;
+    Tag tag;
+    std::map<std::string, const TagAttribute*> declarations;  // by prefix, with its colon
+  };
+
+  bool read(Level& level, const util::XmlNode& element);
+  [[nodiscard]] std::string prefixOf(const Level& level) const;
+  /// The level of the parent; of the root itself its own.
+  const Level& around();
+  void findRootPrefixes();
+
+  const Report& report_;
+  Level own_;
+  Level parent_;
+  Level root_;
+  std::map<std::string_view, std::string> rootPrefixes_;  // of our namespaces, where there is one
+};
+
+}  // namespace orvane::nimbrel::check
