@@ -201,8 +201,9 @@ std::optional<std::string> withFixes(const Report& report, const std::vector<Fix
 
 FixedDocument fixDocument(std::string document,
                           const std::optional<std::vector<std::string>>& locales,
-                          std::uint32_t logMask) {
-  FixedDocument fixed = {checkDocument(std::move(document), locales, logMask)};
+                          std::uint32_t logMask,
+                          const std::optional<std::vector<std::string>>& package) {
+  FixedDocument fixed = {checkDocument(std::move(document), locales, logMask, package)};
   Excluded excluded;
   for (int round = 0; round < MAX_ROUNDS; ++round) {
     const std::vector<Fix> fixes = allowedFixes(*fixed.report, excluded);
@@ -211,7 +212,8 @@ FixedDocument fixDocument(std::string document,
     if (!next) {
       break;
     }
-    std::unique_ptr<const Report> report = checkDocument(std::move(*next), locales, logMask);
+    std::unique_ptr<const Report> report =
+        checkDocument(std::move(*next), locales, logMask, package);
     if (!Review(*fixed.report, fixes).exclude(*report, excluded)) {
       fixed.report = std::move(report);
       fixed.count += fixes.size();

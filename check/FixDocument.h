@@ -26,9 +26,9 @@ struct FixedDocument {
 /// Nothing but the places of the fixes changes, in any encoding. No fix is made that leaves its own
 /// finding, makes the parser reject a document that it read, gives an element that is there twice
 /// or takes one from its users. Throws only `std::bad_alloc`. For any thread.
-[[nodiscard]] FixedDocument fixDocument(std::string document,
-                                        const std::optional<std::vector<std::string>>& locales,
-                                        std::uint32_t logMask);
+[[nodiscard]] FixedDocument fixDocument(
+    std::string document, const std::optional<std::vector<std::string>>& locales,
+    std::uint32_t logMask, const std::optional<std::vector<std::string>>& package = std::nullopt);
 
 /// A document with these fixes made; none when they cannot be written in its encoding.
 [[nodiscard]] std::optional<std::string> withFixes(const Report& report,

@@ -17,6 +17,7 @@
 #include "tools/commands/ForEachFile.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
+#include "tools/fix/FixFile.h"
 #include "tools/input/Input.h"
 #include "util/Log.h"
 
@@ -35,6 +36,8 @@ struct Options : FileSettings {
   std::optional<std::string> explain;
   Colour colour = Colour::AUTO;
   bool summary = false;
+  bool fix = false;
+  bool diff = false;
   bool quiet = false;
 };
 
@@ -53,6 +56,11 @@ constexpr Option<Options> OPTIONS[] = {
      }},
     {{"summary", nullptr, "Print how often each code is found, instead of the findings"},
      [](Options& options, const char* /*value*/) { options.summary = true; }},
+    {{"fix", nullptr,
+      "Fix in the files what is certain, such as misspelt names, and report what remains"},
+     [](Options& options, const char* /*value*/) { options.fix = true; }},
+    {{"diff", nullptr, "Print what --fix would change, and change nothing"},
+     [](Options& options, const char* /*value*/) { options.diff = true; }},
     DENSITY_OPTION<Options>,
     {{"strict", nullptr, "Exit with 1 for notes too"},
      [](Options& options, const char* /*value*/) { options.strict = true; }},
@@ -85,6 +93,9 @@ void explainCode(const std::string& name) {
 }
 
 std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
+  if (options.diff) {
+    return silentPrinter();
+  }
   if (options.summary) {
     return options.format == "text" ? summaryPrinter() : summaryJsonPrinter();
   }
@@ -104,19 +115,30 @@ struct CheckedFile {
   std::string document;  ///< what a person reads as its name
   std::unique_ptr<const check::Report> report;
   std::optional<DocumentFailure> failure;
+  std::optional<std::size_t> fixed = std::nullopt;  ///< how many findings were fixed, if any could
+  std::string diff = {};                            ///< what would be changed
 };
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
 CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
   try {
+    if (options.fix) {
+      check::FixedDocument fixed = fixFile(path, options.locales, logMask);
+      return {path, std::move(fixed.report), std::nullopt, fixed.count};
+    }
     Document document = readDocument(path, options.stdinName);
+    if (options.diff) {
+      FixedWithDiff result = fixWithDiff(document, options.locales, logMask, isTerminal());
+      return {std::move(document.name), std::move(result.fixed.report), std::nullopt,
+              result.fixed.count, std::move(result.diff)};
+    }
     return {std::move(document.name),
             check::checkDocument(std::move(*document.bytes), options.locales, logMask,
                                  document.package),
             std::nullopt};
   } catch (const DocumentFailure& failure) {
-    if (failure.status() != EXIT_REJECTED) {
+    if (failure.status() != EXIT_REJECTED || options.diff) {
       return {{}, nullptr, failure};
     }
     auto report = std::make_unique<check::Report>("");
@@ -132,13 +154,14 @@ void checkFiles(const Options& options, FindingPrinter& printer) {
       options, "findings",
       [&](const std::string& path) { return checkFile(path, options, logMask); },
       [&](const std::string& name, const CheckedFile& file, Progress& progress) {
-        if (file.failure || !file.report->findings().empty()) {
+        if (file.failure || !file.report->findings().empty() || !file.diff.empty()) {
           progress.clear();
         }
+        writeOutput(file.diff);
         if (file.failure) {
           printer.printUnreadable(name, *file.failure);
         } else {
-          printer.print({name, file.document}, *file.report);
+          printer.print({name, file.document}, *file.report, file.fixed);
         }
         return printer.counts().all();
       });
@@ -163,6 +186,9 @@ ExitStatus runCheck(int argc, char** argv) {
     writeOutput(listCodes());
     return EXIT_DONE;
   }
+  if (options.diff && (options.fix || options.summary || options.format != "text")) {
+    failUsage("--diff prints what --fix would change, and nothing else");
+  }
   if (options.density) {
     answerDensity(*options.density);
   }
@@ -173,8 +199,10 @@ ExitStatus runCheck(int argc, char** argv) {
     return EXIT_UNUSABLE;
   }
   const FindingCounts& counts = printer->counts();
-  return counts.errors + counts.warnings + (options.strict ? counts.notes : 0) == 0 ? EXIT_DONE
-                                                                                    : EXIT_REJECTED;
+  const std::size_t decisive = counts.errors + counts.warnings +
+                               (options.strict ? counts.notes : 0) +
+                               (options.diff ? counts.fixed.value_or(0) : 0);
+  return decisive == 0 ? EXIT_DONE : EXIT_REJECTED;
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ _nimbrel_config() {
         localized) words='--raw --format --color --stdin-name --help --version' ;;
         id) words='--iri --filename --application --format --color --help --version' ;;
         check)
-          words='--locale --format --density --summary --strict --explain --codes
+          words='--locale --format --density --summary --strict --fix --diff --explain --codes
             --recursive --files-from --jobs --no-progress --quiet --color --stdin-name --help
             --version'
           ;;

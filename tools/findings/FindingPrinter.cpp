@@ -7,6 +7,15 @@
 #include "tools/Output.h"
 
 namespace orvane::nimbrel::tools {
+namespace {
+
+class SilentPrinter : public FindingPrinter {
+ protected:
+  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
+  void end() override {}
+};
+
+}  // namespace
 
 void FindingCounts::add(check::Level level) noexcept {
   switch (level) {
@@ -34,7 +43,8 @@ void FindingPrinter::beginOnce() {
   }
 }
 
-void FindingPrinter::print(const DocumentName& name, const check::Report& report) {
+void FindingPrinter::print(const DocumentName& name, const check::Report& report,
+                           std::optional<std::size_t> fixed) {
   beginOnce();
   const std::size_t errors = counts_.errors;
   std::vector<bool> found(codes_.size());
@@ -47,6 +57,10 @@ void FindingPrinter::print(const DocumentName& name, const check::Report& report
   }
   ++files_.read;
   files_.rejected += counts_.errors == errors ? 0 : 1;
+  fixedNow_ = fixed;
+  if (fixed) {
+    counts_.fixed = counts_.fixed.value_or(0) + *fixed;
+  }
   printDocument(name, report);
 }
 
@@ -67,6 +81,10 @@ std::vector<CodeCount> FindingPrinter::codes() const {
   std::copy_if(codes_.begin(), codes_.end(), std::back_inserter(codes),
                [](const CodeCount& code) { return code.findings != 0; });
   return codes;
+}
+
+std::unique_ptr<FindingPrinter> silentPrinter() {
+  return std::make_unique<SilentPrinter>();
 }
 
 }  // namespace orvane::nimbrel::tools

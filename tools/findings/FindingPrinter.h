@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct FindingCounts {
   std::size_t errors = 0;
   std::size_t warnings = 0;
   std::size_t notes = 0;
+  std::optional<std::size_t> fixed = std::nullopt;  ///< none unless findings are fixed
 
   void add(check::Level level) noexcept;
   [[nodiscard]] std::size_t all() const noexcept { return errors + warnings + notes; }
@@ -50,8 +52,9 @@ class FindingPrinter {
   FindingPrinter& operator=(const FindingPrinter&) = delete;
   virtual ~FindingPrinter() = default;
 
-  /// Prints and counts the findings of a document.
-  void print(const DocumentName& name, const check::Report& report);
+  /// Prints and counts the findings of a document, and counts those that were fixed in it.
+  void print(const DocumentName& name, const check::Report& report,
+             std::optional<std::size_t> fixed = std::nullopt);
   /// Says on standard error, and in what is printed for programs, that a file cannot be read, and
   /// counts it.
   void printUnreadable(const std::string& file, const DocumentFailure& failure);
@@ -67,6 +70,8 @@ class FindingPrinter {
   /// Before all else.
   virtual void begin() {}
   virtual void printDocument(const DocumentName& name, const check::Report& report) = 0;
+  /// How many findings were fixed in the document that is being printed.
+  [[nodiscard]] std::optional<std::size_t> fixedNow() const noexcept { return fixedNow_; }
   virtual void printFailure(const std::string& /*file*/, const DocumentFailure& /*failure*/) {}
   virtual void end() = 0;
 
@@ -76,6 +81,7 @@ class FindingPrinter {
   FindingCounts counts_;
   FileCounts files_;
   std::vector<CodeCount> codes_;  // all kinds
+  std::optional<std::size_t> fixedNow_;
   bool begun_ = false;
 };
 
@@ -103,6 +109,9 @@ struct FindingStyle {
 /// object.
 [[nodiscard]] std::unique_ptr<FindingPrinter> summaryPrinter();
 [[nodiscard]] std::unique_ptr<FindingPrinter> summaryJsonPrinter();
+
+/// Counts and prints nothing.
+[[nodiscard]] std::unique_ptr<FindingPrinter> silentPrinter();
 
 /// A log for code review (SARIF 2.1.0).
 [[nodiscard]] std::unique_ptr<FindingPrinter> sarifPrinter();

@@ -39,6 +39,7 @@ class FindingsAsJson : public FindingPrinter {
   void printDocument(const DocumentName& name, const check::Report& report) override {
     const check::Diagnostic* error = nullptr;
     FindingCounts own;
+    own.fixed = fixedNow();
     for (const check::Diagnostic& finding : report.findings()) {
       const check::Level level = check::kindOf(finding.code).level;
       own.add(level);
@@ -59,6 +60,9 @@ class FindingsAsJson : public FindingPrinter {
     json_.member("errors", counts.errors);
     json_.member("warnings", counts.warnings);
     json_.member("notes", counts.notes);
+    if (counts.fixed) {
+      json_.member("fixed", *counts.fixed);
+    }
   }
 
   void number(std::string_view name, std::uint32_t value) {

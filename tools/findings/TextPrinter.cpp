@@ -47,7 +47,8 @@ std::string toText(const FindingCounts& counts) {
   appendCount(text, counts.errors, " error");
   appendCount(text, counts.warnings, " warning");
   appendCount(text, counts.notes, " note");
-  return text.empty() ? "no findings" : text;
+  const std::string fixed = counts.fixed ? std::to_string(*counts.fixed) + " fixed; " : "";
+  return fixed + (text.empty() ? "no findings" : text);
 }
 
 class TextPrinter : public FindingPrinter {
