@@ -2,74 +2,54 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "config/BasicConfig.h"
-#include "config/KeyedHash.h"
 
 namespace orvane::nimbrel::config::detail {
 
-/// Finds an entry of a growing list by its key without searching the list. Keeps positions and
-/// hashes only; the keys are compared where they lie. Valid as long as the list is only appended
-/// to.
+/// Finds an entry of a growing list by its key without searching the list. Keeps positions only;
+/// the keys are compared where they lie. Valid as long as the list is only appended to.
+///
+/// Ordered and not hashed: an author can choose keys that collide in a hash, whose cost would then
+/// be the square of the document's size.
 template <typename Entry>
 class KeyIndex {
  public:
   KeyIndex(const std::vector<Entry>& list, std::string Entry::*key) noexcept
-      : list_(list), key_(key) {}
+      : list_(list), positions_(Less{&list, key}) {}
 
-  /// Whether some entry of the list, which is not empty, has the key.
+  /// Whether some entry of the list has the key.
   [[nodiscard]] bool contains(std::string_view key) {
     for (; indexed_ < list_.size(); ++indexed_) {
-      if (slots_.size() < 2 * (indexed_ + 1)) {
-        grow();
-      }
-      const std::string_view next = list_[indexed_].*key_;
-      const std::uint32_t hash = (*hash_)(next);
-      slotOf(next, hash) = {hash, static_cast<std::uint32_t>(indexed_ + 1)};
+      positions_.insert(indexed_);
     }
-    return slotOf(key, (*hash_)(key)).entry != 0;
+    return positions_.find(key) != positions_.end();
   }
 
  private:
-  struct Slot {
-    std::uint32_t hash;
-    std::uint32_t entry;  // its position, counted from 1; 0: free
+  struct Less {
+    using is_transparent = void;
+
+    template <typename Left, typename Right>
+    bool operator()(const Left& left, const Right& right) const noexcept {
+      return keyOf(left) < keyOf(right);
+    }
+    [[nodiscard]] std::string_view keyOf(std::size_t position) const noexcept {
+      return (*list)[position].*key;
+    }
+    [[nodiscard]] std::string_view keyOf(std::string_view text) const noexcept { return text; }
+
+    const std::vector<Entry>* list;
+    std::string Entry::*key;
   };
 
-  /// Where a key is, or where it belongs.
-  [[nodiscard]] Slot& slotOf(std::string_view key, std::uint32_t hash) noexcept {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = hash & mask;
-    while (slots_[at].entry != 0 &&
-           (slots_[at].hash != hash || list_[slots_[at].entry - 1].*key_ != key)) {
-      at = (at + 1) & mask;
-    }
-    return slots_[at];
-  }
-
-  void grow() {
-    if (!hash_) {
-      hash_.emplace();
-    }
-    std::vector<Slot> old(slots_.empty() ? 64 : 2 * slots_.size());
-    slots_.swap(old);
-    for (const Slot& slot : old) {
-      if (slot.entry != 0) {
-        slotOf(list_[slot.entry - 1].*key_, slot.hash) = slot;
-      }
-    }
-  }
-
   const std::vector<Entry>& list_;
-  std::string Entry::*key_;
-  std::vector<Slot> slots_;        // a power of two of them, at most half taken
-  std::optional<KeyedHash> hash_;  // made when there is something to index
-  std::size_t indexed_ = 0;        // entries of the list that are in the index
+  std::set<std::size_t, Less> positions_;
+  std::size_t indexed_ = 0;  // entries of the list that are in the index
 };
 
 /// The indexes of one walk over a document, during which only the handlers change the record.
