@@ -97,32 +97,8 @@ TEST(PageTool, SaysWhyThereIsNothingToSee) {
   EXPECT_EQ(missing.out, "");
 }
 
-// Each place that a document can fill holds what would be markup, an end of an attribute, a link
-// that acts, and characters that turn the direction.
 TEST(PageTool, AHostileDocumentIsInert) {
-  const std::string evil =
-      "&lt;/style&gt;&lt;script&gt;alert(1)&lt;/script&gt;&lt;img src=x onerror=alert(1)&gt;"
-      "&quot; onclick=&quot;alert(1) &#39; ]]&gt; --&gt; &amp;amp; "
-      "javascript:alert(1)//&#x202E;&#x2066;&#x9B;&#x7F;&#13;&#xFEFF;";
-  const std::string attribute = "=\"" + evil + '"';
-  const std::string setting = " value" + attribute + "/>";
-  const std::string texts = "<name short" + attribute + ">" + evil + "</name><description>" + evil +
-                            "</description><author email" + attribute +
-                            " href='javascript:alert(1)'>" + evil +
-                            "</author><license href='"
-                            "javascript:alert(1)'>" +
-                            evil + "</license>";
-  const std::string document = widget(
-      texts + "<name xml:lang='&quot;&gt;&lt;script&gt;alert(1)' dir='rlo'>x</name><content src" +
-          attribute + "/><icon src" + attribute + "/><preference name" + attribute + setting +
-          "<feature name='javascript:alert(1)'><param name" + attribute + setting +
-          "</feature><access origin" + attribute +
-          "/><access origin='javascript://x.example:1'/>"
-          "<t:permissions><t:permission name" +
-          attribute + "/></t:permissions><t:messaging><t:app name" + attribute + setting +
-          "</t:messaging><t:export resource" + attribute + "/><t:nothing a" + attribute + "/>",
-      "id='javascript:alert(1)' viewmodes" + attribute + " version" + attribute + " width" +
-          attribute + " defaultlocale" + attribute);
+  const std::string document = contentOf(NIMBREL_TEST_DATA "/hostile.xml");
   const std::set<std::string> elements = {
       "html", "head",    "meta",    "link", "title", "style", "body",   "a",       "header",
       "p",    "bdi",     "h1",      "dl",   "div",   "dt",    "dd",     "nav",     "ul",
@@ -132,7 +108,7 @@ TEST(PageTool, AHostileDocumentIsInert) {
                                             "content", "name",   "rel",        "href",
                                             "class",   "id",     "src",        "alt",
                                             "width",   "height", "aria-label", "aria-labelledby"};
-  for (const std::string& input : {document, "<widget>" + document, std::string("<") + '\0'}) {
+  for (const std::string& input : {document, document + '<', std::string("<\0", 2)}) {
     const Page page = pageOf(input, input == document ? 0 : 1);
     forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
       EXPECT_EQ(elements.count(element.getName()), 1U) << element.getName();
@@ -144,21 +120,19 @@ TEST(PageTool, AHostileDocumentIsInert) {
         EXPECT_TRUE(name != "href" || value[0] == '#' || value == "data:,") << value;
       }
     });
-    for (const char* raw : {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xEF\xBB\xBF",
-                            "\r", "http:", "https:"}) {
-      std::string html = page.html;
-      if (const std::size_t name = html.find("http://www.w3.org/1999/xhtml"); name < 100) {
-        html.erase(name, 28);  // the only address, which nobody opens
-      }
-      EXPECT_THAT(html, Not(HasSubstr(raw)));
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): the very bytes that must not come through
+    for (const char* raw :
+         {"\xC2\x9B", "\x7F", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xEF\xBB\xBF", "\r"}) {
+      EXPECT_THAT(page.html, Not(HasSubstr(raw)));
     }
     EXPECT_EQ(page.html.find("</style>"), page.html.rfind("</style>"));
   }
   // What the reader sees is what was written.
-  EXPECT_THAT(textOf(*pageOf(document).tree->getDocumentElement()),
-              HasSubstr("</style><script>alert(1)</script><img src=x onerror=alert(1)>\" onclick="
-                        "\"alert(1) ' ]]> --> &amp; javascript:alert(1)//U+202EU+2066U+009BU+007F"
-                        "U+000DU+FEFF"));
+  EXPECT_THAT(
+      textOf(*pageOf(document).tree->getDocumentElement()),
+      HasSubstr("</style><script>alert(1)</script><img src=x onerror=alert(1)>\" onclick="
+                "\"alert(1) ' ]]> --> &amp; javascript:alert(1)//U+202EU+2066U+200FU+009BU+007F"
+                "U+FEFFU+000D"));
 }
 
 TEST(PageTool, ABigDocumentHasAPageOfLimitedSize) {
@@ -179,7 +153,7 @@ TEST(PageTool, ABigDocumentHasAPageOfLimitedSize) {
   EXPECT_LT(page.html.size(), 1500000U);
   for (const char* sentence :
        {"2000 more are not on this page", "2937 languages more", "and 2950 more parameters",
-        "… and 700 more characters", "… and 5000 more characters",
+        "… and 700 more characters", "… and 8200 more characters",
         "findings more are not on this "
         "page, those that matter least",
         "Show 2988 more"}) {

@@ -19,7 +19,8 @@ using util::Option;
 
 // In characters.
 constexpr std::size_t LINE = 300;
-constexpr std::size_t PARAGRAPH = 4000;
+constexpr std::size_t PARAGRAPH = 800;
+constexpr std::size_t LICENSE = 4000;
 
 /// A list of terms that is begun with its first one.
 class Facts {
@@ -139,7 +140,7 @@ void printDetails(HtmlWriter& html, const Config& record) {
   facts.finish();
   if (record.getLicense() && !record.getLicense().get().text.empty()) {
     html.markup("<details>\n<summary>License</summary>\n");
-    paragraph(html, "prose", record.getLicense().get().text, PARAGRAPH);
+    paragraph(html, "prose", record.getLicense().get().text, LICENSE);
     html.markup("</details>\n");
   }
 }

@@ -105,9 +105,9 @@ HtmlWriter& HtmlWriter::text(std::string_view text, std::size_t limit) {
 /// Says how much is not shown.
 HtmlWriter& HtmlWriter::more(std::string_view rest) {
   return rest.empty() ? *this
-                      : markup(" <span class=\"cut\">… and ")
+                      : markup(" <bdi class=\"cut\" lang=\"en\" dir=\"ltr\">… and ")
                             .count(charactersOf(rest), "more character")
-                            .markup("</span>");
+                            .markup("</bdi>");
 }
 
 HtmlWriter& HtmlWriter::number(std::size_t number) {
