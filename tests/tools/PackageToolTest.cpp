@@ -236,6 +236,8 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
        "something between its central directory and its end"},
       {"two numbers of entries", patched(zip64(whole, 1), "PK\x05\x06", 8, number(2, 4)),
        "it has two ends"},
+      {"two sizes of the directory", patched(zip64(whole, 1), "PK\x05\x06", 12, number(1, 4)),
+       "it has two ends"},
       {"two places of the directory", patched(zip64(whole, 1), "PK\x05\x06", 16, number(1, 4)),
        "it has two ends"},
       {"a record of another size", patched(zip64(whole, 1), "PK\x06\x06", 4, "\x2D"),
