@@ -131,7 +131,7 @@ std::unique_ptr<const Report> checkDocument(
     TreeRules(*report).checkRoot(*root);
     PackageRules* const rules = packageRules ? &*packageRules : nullptr;
     if (rules != nullptr) {
-      rules->checkRoot(*root);
+      rules->checkRoot(*root, locales ? &probe.locales() : nullptr);
     }
     (locales ? checkForUser : checkForAnyUser)(*root, probe, rules, *report);
   }

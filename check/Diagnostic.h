@@ -25,8 +25,8 @@ struct Diagnostic {
   /// The value as it was read; null data when there is none. Of a document that was rejected by the
   /// XML parser its message.
   std::string_view value = {};
-  /// A name of the package that explains it: the file that was meant, or the one with which another
-  /// may be confused; empty when there is none.
+  /// A name of the package that explains it: the file that was meant, the one that others get, or
+  /// the one with which another may be confused; empty when there is none.
   std::string_view name = {};
   /// Another element that explains it, such as the one that counts; null when there is none.
   const util::XmlNode* other = nullptr;

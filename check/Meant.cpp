@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "check/PackageFiles.h"
 #include "check/Suggestion.h"
 #include "check/Values.h"
 #include "check/Vocabulary.h"
@@ -168,8 +169,10 @@ std::string meantBy(const Diagnostic& finding) {
       const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute), value());
       return advice ? advice->suggestion : "";
     }
-    case FindingCode::MISSING_FILE:
+    case FindingCode::MISSING_FILE:  // or it is there, for users of other languages
+      return finding.name == resolvePath(value()) ? "" : std::string(finding.name);
     case FindingCode::OUTSIDE_PACKAGE:
+      return finding.name == value() ? "" : std::string(finding.name);
     case FindingCode::UNKNOWN_TYPE:
       return std::string(finding.name);
     case FindingCode::NOT_A_BOOLEAN:

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <set>
-#include <tuple>
 #include <utility>
 
 #include "check/Decoder.h"
@@ -102,9 +101,8 @@ bool leadsOut(std::string_view path) {
 
 PackageFiles::PackageFiles(const std::vector<std::string>& names) {
   const auto sort = [](auto& list) {
-    std::sort(list.begin(), list.end(), [](const auto& left, const auto& right) {
-      return std::tie(left.folded, left.path) < std::tie(right.folded, right.path);
-    });
+    std::sort(list.begin(), list.end(),
+              [](const auto& left, const auto& right) { return left.order() < right.order(); });
   };
   entries_.reserve(names.size());
   for (const std::string& name : names) {
@@ -126,7 +124,7 @@ void PackageFiles::addAddresses(const Entry& entry) {
   }
   const std::string_view folded = entry.folded;
   const std::string_view path = entry.path;
-  addresses_.push_back({folded, path});
+  addresses_.push_back({folded, path, {}});
   if (path.substr(0, LOCALES.size()) != LOCALES) {
     return;
   }
@@ -134,30 +132,35 @@ void PackageFiles::addAddresses(const Entry& entry) {
   const std::size_t rest = LOCALES.size() + language.size() + 1;
   if (rest < path.size() && language != "*" &&
       !adviceOnValue(config::ValueKind::LANGUAGE, std::string(language))) {
-    const std::size_t foldedRest = LOCALES.size() + segmentAt(folded, LOCALES.size()).size() + 1;
-    addresses_.push_back({folded.substr(foldedRest), path.substr(rest)});
+    const std::string_view foldedLanguage = segmentAt(folded, LOCALES.size());
+    addresses_.push_back({folded.substr(LOCALES.size() + foldedLanguage.size() + 1),
+                          path.substr(rest), foldedLanguage});
   }
 }
 
-bool PackageFiles::has(std::string_view path) const {
+bool PackageFiles::has(std::string_view path, const std::vector<std::string>* languages) const {
   const std::string resolved = resolvePath(path);
   const std::string folded = foldCase(resolved);
-  const Address wanted = {folded, resolved};
-  return std::binary_search(
-      addresses_.begin(), addresses_.end(), wanted, [](const Address& left, const Address& right) {
-        return std::tie(left.folded, left.path) < std::tie(right.folded, right.path);
-      });
+  const auto isIn = [&](std::string_view language) {
+    const Address wanted = {folded, resolved, language};
+    const auto found = std::lower_bound(
+        addresses_.begin(), addresses_.end(), wanted,
+        [](const Address& left, const Address& right) { return left.order() < right.order(); });
+    return found != addresses_.end() && found->path == resolved &&
+           (languages == nullptr || found->language == language);
+  };
+  return isIn({}) ||
+         (languages != nullptr && std::any_of(languages->begin(), languages->end(), isIn));
 }
 
 std::string_view PackageFiles::meantBy(std::string_view path) const {
   for (const std::string& meant : {std::string(path), withoutAddressSyntax(path)}) {
     const std::string folded = foldCase(resolvePath(meant));
-    const auto found = std::lower_bound(addresses_.begin(), addresses_.end(), folded,
-                                        [](const Address& address, const std::string& wanted) {
-                                          return address.folded < std::string_view(wanted);
-                                        });
-    if (found != addresses_.end() && found->folded == folded) {
-      return found->path;
+    const auto [first, last] = std::equal_range(
+        addresses_.begin(), addresses_.end(), Address{folded, {}, {}},
+        [](const Address& left, const Address& right) { return left.folded < right.folded; });
+    if (first != last) {
+      return first->path == (last - 1)->path ? first->path : std::string_view();
     }
   }
   return {};

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -31,12 +32,13 @@ class PackageFiles {
   PackageFiles(const PackageFiles&) = delete;
   PackageFiles& operator=(const PackageFiles&) = delete;
 
-  /// Whether somebody gets a file by this path, whatever their language.
-  [[nodiscard]] bool has(std::string_view path) const;
+  /// Whether a user of these languages (lower case) gets a file by this path; for null, whether
+  /// anybody does.
+  [[nodiscard]] bool has(std::string_view path, const std::vector<std::string>* languages) const;
 
   /// The path that another one, for which there is no file, was meant to be: in another case, or
-  /// with an escape ("%20"), query, fragment or "\" that no runtime takes for one. Empty when there
-  /// is none. Lives as long as the object.
+  /// with an escape ("%20"), query, fragment or "\" that no runtime takes for one. Empty when that
+  /// is not certain. Lives as long as the object.
   [[nodiscard]] std::string_view meantBy(std::string_view path) const;
 
   /// Visits names of files that stand twice, and those of files and folders that differ by case
@@ -48,11 +50,16 @@ class PackageFiles {
   struct Entry {
     std::string folded;  // what is the same for names that differ by case only
     std::string path;
+
+    [[nodiscard]] auto order() const noexcept { return std::tie(folded, path); }
   };
   /// What a document may write for an entry.
   struct Address {
     std::string_view folded;
     std::string_view path;
+    std::string_view language;  // of the folder that it stands in, folded; empty for none
+
+    [[nodiscard]] auto order() const noexcept { return std::tie(folded, path, language); }
   };
 
   using Spellings = std::pair<std::string_view, std::string_view>;
@@ -63,7 +70,7 @@ class PackageFiles {
   void addAddresses(const Entry& entry);
 
   std::vector<Entry> entries_;      // by `folded`, then by `path`
-  std::vector<Address> addresses_;  // likewise
+  std::vector<Address> addresses_;  // likewise, then by `language`
 };
 
 }  // namespace orvane::nimbrel::check

@@ -51,6 +51,22 @@ bool isAddress(std::string_view value) noexcept {
          });
 }
 
+/// The languages in whose folders a file is looked for: of "de-AT" that one and "de". What is
+/// longer than any language is left out, or a document could make many of it.
+std::vector<std::string> languageRanges(const std::vector<std::string>& locales) {
+  constexpr std::size_t LONGEST = 64;
+  std::vector<std::string> ranges;
+  for (std::string range : locales) {
+    std::transform(range.begin(), range.end(), range.begin(), util::ascii::lowerCase);
+    while (range.size() <= LONGEST && !range.empty()) {
+      ranges.push_back(range);
+      const std::size_t end = range.rfind('-');
+      range.resize(end == std::string::npos ? 0 : end);
+    }
+  }
+  return ranges;
+}
+
 /// Whether a media type is one of `TYPES`, parameters and case aside.
 bool isKnownType(std::string_view type) {
   std::string plain(StringUtil::trimmed(type.substr(0, type.find(';'))));
@@ -87,7 +103,11 @@ void PackageRules::checkNames() {
   });
 }
 
-void PackageRules::checkRoot(const XmlNode& root) {
+void PackageRules::checkRoot(const XmlNode& root, const std::vector<std::string>* locales) {
+  languages_.reset();
+  if (locales != nullptr) {
+    languages_ = languageRanges(*locales);
+  }
   for (const XmlNode* child = root.firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
     if (isElement(*child, "content")) {
@@ -95,7 +115,7 @@ void PackageRules::checkRoot(const XmlNode& root) {
     }
   }
   if (std::none_of(std::begin(DEFAULT_START_FILES), std::end(DEFAULT_START_FILES),
-                   [&](std::string_view file) { return files_.has(file); })) {
+                   [&](std::string_view file) { return has(file); })) {
     addName(FindingCode::MISSING_FILE, {});
   }
 }
@@ -123,16 +143,19 @@ void PackageRules::checkChild(const XmlNode& element) {
   seen_ = report_.findings().size();
 }
 
+bool PackageRules::has(std::string_view path) const {
+  return files_.has(path, languages_ ? &*languages_ : nullptr);
+}
+
 void PackageRules::checkPath(const XmlNode& element, std::size_t index) {
   const std::string path = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
   if (path.empty() || isAddress(path)) {
     return;
   }
   const bool isOutside = leadsOut(path);
-  if (isOutside || !files_.has(path)) {
-    const std::string_view meant = files_.meantBy(path);
+  if (isOutside || !has(path)) {
     addAttribute(isOutside ? FindingCode::OUTSIDE_PACKAGE : FindingCode::MISSING_FILE, element,
-                 index, meant == path ? std::string_view() : meant);
+                 index, files_.has(path, nullptr) ? resolvePath(path) : files_.meantBy(path));
   }
 }
 

@@ -191,6 +191,14 @@ std::string otherLanguageSentence(const Diagnostic& finding) {
              : "Not used; the one" + inLine(finding.other) + " is in a better language.";
 }
 
+std::string missingSentence(const Diagnostic& finding) {
+  if (finding.isOfPackage) {
+    return "Nothing to start; write <content src=\"...\"/>, or add index.html.";
+  }
+  const bool isForOthers = !finding.name.empty() && meantBy(finding).empty();
+  return isForOthers ? "In the package for other languages only." : "No such file in the package.";
+}
+
 std::string ambiguousSentence(const Diagnostic& finding) {
   if (finding.name == finding.value) {
     return "Stands twice in the package; which one counts is not certain.";
@@ -263,9 +271,7 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::SUSPICIOUS_VALUE:
       return suspiciousSentence(finding);
     case FindingCode::MISSING_FILE:
-      return finding.isOfPackage
-                 ? "Nothing to start; write <content src=\"...\"/>, or add index.html."
-                 : "No such file in the package.";
+      return missingSentence(finding);
     case FindingCode::OUTSIDE_PACKAGE:
       return finding.isOfPackage ? "The name of this file leads out of the package."
                                  : "Leads out of the package.";

@@ -162,7 +162,7 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
 TEST(PackagedWidget, IsCheckedWithItsDocument) {
   // A name that is no UTF-8 has a field for it, or is in code page 437.
   const std::string umlaut = "\xC3\xBC";
-  const std::string document = widget("\n<icon src='Map.png'/><icon src='" + umlaut +
+  const std::string document = widget("\n<icon src='Index.html'/><icon src='" + umlaut +
                                       ".png'/><icon src='" + umlaut + ".gif'/>");
   const TemporaryFile file(
       package({{"config.xml", document},
@@ -177,12 +177,12 @@ TEST(PackagedWidget, IsCheckedWithItsDocument) {
           ": warning: \"map.png\": Differs from \"MAP.png\" by case only; some systems take one "
           "for the other. [ambiguous-name]\n" +
           file.path() +
-          "/config.xml:2:12: warning: icon: src=\"Map.png\": No such file in the package. Did "
-          "you mean \"MAP.png\"? [missing-file]\n2 warnings\n");
+          "/config.xml:2:12: warning: icon: src=\"Index.html\": No such file in the package. Did "
+          "you mean \"index.html\"? [missing-file]\n2 warnings\n");
   const Json json = Json::parse(run({"check", "--format", "jsonl", file.path()}).out);
   EXPECT_EQ(json["findings"][0]["value"], "map.png");
   EXPECT_EQ(json["findings"][0]["line"], nullptr);
-  EXPECT_EQ(json["findings"][1]["suggestion"], "MAP.png");
+  EXPECT_EQ(json["findings"][1]["suggestion"], "index.html");
   EXPECT_EQ(run({"check", "-"}, document).out, "no findings\n");
 }
 

@@ -34,7 +34,11 @@ void printSource(HtmlWriter& html, const check::Report& report, const check::Dia
   const std::size_t line = report.placeOf(finding).begin.line;
   if (line == 0) {
     html.markup("<p class=\"source none\">");
-    html.text(finding.isOfPackage ? "the package" : "the whole document").markup("</p>\n");
+    html.text(finding.isOfPackage ? "the package" : "the whole document");
+    if (finding.isOfPackage && !finding.value.empty()) {
+      html.markup(" <code><bdi>").text(finding.value, LONGEST).markup("</bdi></code>");
+    }
+    html.markup("</p>\n");
     return;
   }
   const ExcerptParts parts = excerptParts(report, finding);
