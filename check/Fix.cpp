@@ -165,7 +165,7 @@ class Fixer {
     const Span tag = scope_.tag().name;
     const std::string_view before = scope_.text(tag);
     if (!name || *name == before || !mayBeRenamed(element) ||
-        localPart(before) != element.nameView()) {
+        localPart(before) != element.nameView() || hasChild(element, localPart(*name))) {
       return {};
     }
     Edits edits = {{tag, *name}};
@@ -176,6 +176,15 @@ class Fixer {
       edits.push_back({{end + 2, end + 2 + before.size()}, *name});
     }
     return edits;
+  }
+
+  /// Whether it may be a list of what it seems to be: "icons" around "icon".
+  static bool hasChild(const XmlNode& element, std::string_view name) noexcept {
+    const XmlNode* child = element.firstElementChild();
+    while (child != nullptr && child->nameView() != name) {
+      child = child->nextElementSibling();
+    }
+    return child != nullptr;
   }
 
   /// A name, spelt as in findings, as it has to be written in this tag. None for an empty one, and

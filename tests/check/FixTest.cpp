@@ -27,7 +27,9 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       // Names, in both tags.
       {"<Icon\t src = 'a' ></Icon\n>\r\n<name>a</name>",
        "<icon\t src = 'a' ></icon\n>\r\n<name>a</name>"},
-      {"<icons src='a'><icon/></icons><authr/>", "<icon src='a'><icon/></icon><authr/>"},
+      {"<icons src='a'><x xmlns='urn:x'/></icons><authr/>",
+       "<icon src='a'><x xmlns='urn:x'/></icon><authr/>"},
+      {"<icons src='a'><icon src='b'/></icons><icons width='1'/><preferences/>", ""},
       {"<settings><setting name='debug' value='yes'/></settings>",
        "<tavlo:settings><tavlo:setting name='debug' value='yes'/></tavlo:settings>"},
       {"<tavlo:name>a</tavlo:name>", "<name>a</name>"},
@@ -48,6 +50,12 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       {"<tavlo:network><x:aset xmlns:x='urn:x' key='a'/></tavlo:network>", ""},
       {"<tavlo:network><tavlo:asset key='maxconnections' value=''/></tavlo:network>", ""},
       {"<tavlo:Network><tavlo:asset key='maxConnections' value=''/></tavlo:Network>", ""},
+      {"<Name>a</Name><tavlo:network><tavlo:aset key='user-agent' value='b'/>"
+       "<tavlo:asset key='maxConnections' value=''/></tavlo:network>",
+       "<name>a</name><tavlo:network><tavlo:aset key='user-agent' value='b'/>"
+       "<tavlo:asset key='maxConnections' value=''/></tavlo:network>"},
+      {"<icon scr='a' heigth='1'/><icon src='b' heigth='1'/><icons src='a'/><Icon src='b'/>",
+       "<icon src='a' height='1'/><icon src='b' height='1'/><icons src='a'/><Icon src='b'/>"},
       // Values.
       {"<icon src='a' width=' 480px ' height=\"48 PX\"/>",
        "<icon src='a' width=' 480 ' height=\"48\"/>"},
