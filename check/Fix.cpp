@@ -97,12 +97,16 @@ class Fixer {
                     : fix.isNamespace            ? declaration()
                                                  : renaming(*finding.element, finding);
         break;
-      case FindingCode::UNKNOWN_ATTRIBUTE:
-        fix.isNamespace = isUndeclared(finding.element->attributeAt(finding.attributeIndex).name);
-        fix.edits = fix.isNamespace ? declaration()
-                                    : attributeRenaming(*finding.element, finding.attributeIndex,
-                                                        attributesOf(*finding.element));
+      case FindingCode::UNKNOWN_ATTRIBUTE: {
+        const XmlNode::Attribute attribute = finding.element->attributeAt(finding.attributeIndex);
+        const bool isMisspelt = !isOurs(attribute.namespaceUri);
+        fix.isNamespace = isMisspelt || isUndeclared(attribute.name);
+        fix.edits = isMisspelt        ? attributeNamespace(finding)
+                    : fix.isNamespace ? declaration()
+                                      : attributeRenaming(*finding.element, finding.attributeIndex,
+                                                          attributesOf(*finding.element));
         break;
+      }
       case FindingCode::UNEXPECTED_CHILD:
       case FindingCode::NOT_READ:
         fix.edits = unblocking(finding);
@@ -135,15 +139,31 @@ class Fixer {
 
   Edits namespaceEdits(const Diagnostic& finding) {
     const bool isRoot = finding.element->parent() == nullptr;
-    const TagAttribute* const declaration = scope_.declaration();
+    const TagAttribute* const declaration = scope_.declarationOf(scope_.text(scope_.tag().name));
     if (finding.value.data() == nullptr && isRoot && declaration == nullptr) {
       const std::size_t end = scope_.tag().name.end;
       return {{{end, end}, std::string(" xmlns=\"") + config::W3C_WIDGETS_NAMESPACE + '"'}};
     }
-    const std::string_view meant = suggestedNamespace(finding.value);
+    return isRoot && suggestedNamespace(finding.value) != config::W3C_WIDGETS_NAMESPACE
+               ? Edits()
+               : corrected(declaration, finding.value);
+  }
+
+  Edits attributeNamespace(const Diagnostic& finding) {
+    if (finding.attributeIndex >= scope_.tag().attributes.size()) {
+      return {};
+    }
+    const std::string_view name = scope_.text(scope_.tag().attributes[finding.attributeIndex].name);
+    return corrected(scope_.declarationOf(name),
+                     finding.element->attributeAt(finding.attributeIndex).namespaceUri);
+  }
+
+  /// A misspelt namespace where it is declared.
+  [[nodiscard]] Edits corrected(const TagAttribute* declaration,
+                                std::string_view namespaceUri) const {
+    const std::string_view meant = suggestedNamespace(namespaceUri);
     if (meant.empty() || declaration == nullptr ||
-        scope_.text(declaration->value) != finding.value ||
-        (isRoot && meant != config::W3C_WIDGETS_NAMESPACE)) {
+        scope_.text(declaration->value) != namespaceUri) {
       return {};
     }
     return {{declaration->value, escapedValue(meant, quoteOf(declaration->value))}};

@@ -24,10 +24,12 @@ using util::XmlNode;
 constexpr struct {
   std::string_view written;
   std::string_view meant;
-} SYNONYMS[] = {{"href", "src"},   {"src", "href"},     {"path", "src"}, {"file", "src"},
-                {"uri", "origin"}, {"url", "origin"},   {"uri", "href"}, {"url", "href"},
-                {"uri", "src"},    {"url", "src"},      {"key", "name"}, {"name", "key"},
-                {"mail", "email"}, {"lang", "xml:lang"}};
+} SYNONYMS[] = {
+    {"href", "src"},     {"src", "href"},      {"path", "src"},      {"file", "src"},
+    {"uri", "origin"},   {"url", "origin"},    {"uri", "href"},      {"url", "href"},
+    {"uri", "src"},      {"url", "src"},       {"key", "name"},      {"name", "key"},
+    {"mail", "email"},   {"lang", "xml:lang"}, {"href", "origin"},   {"source", "src"},
+    {"src", "resource"}, {"href", "resource"}, {"path", "resource"}, {"file", "resource"}};
 
 bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute) {
   return element
@@ -108,6 +110,9 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
       written.find(':') != std::string_view::npos) {
     return {};  // a mistake in the prefix
   }
+  if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
+    return std::string(suggestedNamespace(attribute.namespaceUri));
+  }
   // Any element of a text may have a direction.
   const AttributeDescription direction[] = {{"dir", config::ValueKind::DIRECTION}};
   const auto known = described.empty() ? decltype(described)(direction) : described;
@@ -124,7 +129,7 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
     }
   }
   for (const auto& row : SYNONYMS) {
-    if (row.written != written) {
+    if (!isSameInAnyCase(row.written, written)) {
       continue;
     }
     if (row.meant == "xml:lang") {

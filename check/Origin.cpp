@@ -1,9 +1,11 @@
 #include "check/Origin.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "util/Ascii.h"
+#include "util/IDNConverter.h"
 #include "util/IRI.h"
 #include "util/IRIParser.h"
 #include "util/Option.h"
@@ -28,9 +30,23 @@ bool hasMore(const IRI& iri) noexcept {
   return iri.hasUserInfo || iri.hasPath || iri.hasQuery || iri.hasFragment;
 }
 
-/// Scheme, host and port.
+std::string schemeOf(const IRI& iri) {
+  std::string scheme;
+  std::transform(iri.scheme.begin(), iri.scheme.end(), std::back_inserter(scheme),
+                 util::ascii::lowerCase);
+  return scheme;
+}
+
+/// Scheme, host and port, if the parser takes them.
 std::string originOf(const IRI& iri) {
-  return iri.scheme + std::string(SCHEME_END) + iri.host +
+  const std::string scheme = schemeOf(iri);
+  const bool hasPort = iri.port >= 0 || scheme == "http" || scheme == "https";
+  std::string ascii;
+  if (iri.hasUserInfo || !hasPort ||
+      !util::IDNConverter().tryConvertToASCII(iri.host.c_str(), ascii)) {
+    return {};
+  }
+  return scheme + std::string(SCHEME_END) + iri.host +
          (iri.port >= 0 ? ":" + std::to_string(iri.port) : "");
 }
 
@@ -56,8 +72,8 @@ Advice adviceOnText(const std::string& origin) {
   }
   const std::string meant = "https://" + origin;
   const util::Option<IRI> iri = parse(meant);
-  const bool isHost =
-      iri && iri.get().hasHost && !hasMore(iri.get()) && origin.find('.') != std::string::npos;
+  const bool isHost = iri && iri.get().hasHost && !hasMore(iri.get()) &&
+                      !originOf(iri.get()).empty() && origin.find('.') != std::string::npos;
   return {"Must be \"*\", or scheme, host and port", isHost ? meant : ""};
 }
 
@@ -78,9 +94,14 @@ Advice adviceOnOrigin(const std::string& origin) {
     return {"Write subdomains=\"true\" instead of a wildcard",
             iri.scheme + std::string(SCHEME_END) + iri.host.substr(2)};
   }
+  if (iri.host.find_first_of(",;") != std::string::npos) {
+    return {"Write an element for each origin", ""};
+  }
   if (hasMore(iri)) {
-    return {"Only scheme, host and port are allowed, without a final slash",
-            iri.hasUserInfo ? "" : originOf(iri), true};
+    return {"Only scheme, host and port are allowed, without a final slash", originOf(iri), true};
+  }
+  if (iri.port < 0 && schemeOf(iri) != iri.scheme) {
+    return {"The scheme must be in lower case", originOf(iri), true};
   }
   if (iri.port < 0 && iri.scheme != "http" && iri.scheme != "https") {
     return {"A port is needed, unless the scheme is \"http\" or \"https\"", ""};

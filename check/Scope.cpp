@@ -71,13 +71,11 @@ std::string_view Scope::text(Span span) const noexcept {
 
 std::string Scope::prefixOf(const Level& level) const {
   const std::string_view name = text(level.tag.name);
-  const std::size_t colon = name.find(':');
-  return std::string(colon == std::string_view::npos ? std::string_view()
-                                                     : name.substr(0, colon + 1));
+  return std::string(name.substr(0, name.find(':') + 1));
 }
 
-const TagAttribute* Scope::declaration() {
-  const std::string prefix = prefixOf(own_);
+const TagAttribute* Scope::declarationOf(std::string_view name) {
+  const std::string prefix(name.substr(0, name.find(':') + 1));
   for (const Level* const level : {&std::as_const(own_), &around(), &std::as_const(root_)}) {
     const auto found = level->declarations.find(prefix);
     if (found != level->declarations.end()) {

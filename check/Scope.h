@@ -32,9 +32,9 @@ class Scope {
 
   /// The prefix of the element with its colon; empty for none.
   [[nodiscard]] std::string prefix() const { return prefixOf(own_); }
-  /// The declaration that counts for names with the prefix of the element; null when it does not
-  /// stand in its tag, in that of its parent or in that of the root.
-  [[nodiscard]] const TagAttribute* declaration();
+  /// The declaration that counts for the prefix of a name in this tag; null when it does not stand
+  /// in the tag, in that of its parent or in that of the root.
+  [[nodiscard]] const TagAttribute* declarationOf(std::string_view name);
   /// What to write in front of a name in this tag to have it in a namespace: a prefix with its
   /// colon, or nothing where the namespace is the default one. None when there is no such prefix.
   [[nodiscard]] std::optional<std::string> prefixFor(std::string_view namespaceUri,

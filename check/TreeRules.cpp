@@ -98,10 +98,10 @@ void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     const bool isPlain = attribute.namespaceUri.data() == nullptr;
     const bool isExtensionAttribute = attribute.namespaceUri == config::EXTENSION_NAMESPACE;
-    if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
-      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
-    }
     if (!isPlain && !isExtensionAttribute) {
+      if (!suggestedNamespace(attribute.namespaceUri).empty()) {
+        addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+      }
       continue;  // of another vocabulary
     }
     if (isPlain && attribute.name == "dir") {

@@ -32,8 +32,12 @@ std::string displayName(const XmlNode& element) {
   return displayName(element.nameView(), element.namespaceView());
 }
 
+bool isExtension(std::string_view namespaceUri) noexcept {
+  return namespaceUri == config::EXTENSION_NAMESPACE;
+}
+
 bool isExtension(const XmlNode& element) noexcept {
-  return element.namespaceView() == config::EXTENSION_NAMESPACE;
+  return isExtension(element.namespaceView());
 }
 
 const ElementDescription* describe(const XmlNode& element) noexcept {

@@ -17,7 +17,9 @@ namespace orvane::nimbrel::check {
 /// The name of an element in this spelling.
 [[nodiscard]] std::string displayName(const util::XmlNode& element);
 
-/// Whether an element is in the extension namespace.
+/// Whether a namespace is that of the extensions.
+[[nodiscard]] bool isExtension(std::string_view namespaceUri) noexcept;
+/// Whether an element is in it.
 [[nodiscard]] bool isExtension(const util::XmlNode& element) noexcept;
 
 /// The description of a child of the root; null for one that is not known.

@@ -160,6 +160,9 @@ std::string unknownAttributeSentence(const Diagnostic& finding) {
   if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
     return "Write the attribute without a prefix.";
   }
+  if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
+    return "Unknown namespace of the prefix.";
+  }
   const std::string declaration =
       attribute.namespaceUri.data() == nullptr ? missingDeclaration(attribute.name) : std::string();
   return declaration.empty() ? "Unknown attribute." : "Unknown prefix; " + declaration;

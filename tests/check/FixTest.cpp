@@ -66,7 +66,8 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<tavlo:setting name='minimumFontSize' value='9pt'/></tavlo:settings>"},
       {"<access origin='http://a.example:81/x?y&amp;z'/><access origin=' https://b.example/ '/>",
        "<access origin='http://a.example:81'/><access origin=' https://b.example '/>"},
-      {"<access origin='HTTP://a.example/'/><access origin='http://u@a.example/'/>"
+      {"<access origin='HTTP://a.example/'/>", "<access origin='http://a.example'/>"},
+      {"<access origin='ftp://a.example/'/><access origin='http://u@a.example/'/>"
        "<access origin='https://*.a.example'/><access origin='a.example'/>",
        ""},
       {"<name dir='Rtl'>a<span dir='ltr '/><b dir='rtr'/></name>",
@@ -93,6 +94,10 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       {"<?x?><w:Widget xmlns:w='https://www.w3.org/ns/widgets'><name/></w:Widget>",
        "<?x?><w:widget xmlns:w='http://www.w3.org/ns/widgets'><w:name/></w:widget>"},
       {"<widget xmlns='urn:x'/>", ""},
+      {"<widget xmlns='http://www.w3.org/ns/widgets'"
+       " xmlns:a='http://tavlo.example/ns/widget-extension' a:applicationid='b'/>",
+       "<widget xmlns='http://www.w3.org/ns/widgets'"
+       " xmlns:a='http://tavlo.example/ns/widget-extensions' a:applicationId='b'/>"},
       {"<widget xmlns='http://www.w3.org/ns/widgets' viewmodes='windowed, fulscreen,floating'>"
        "<tavlo:export resource='a'/></widget>",
        std::string("<widget xmlns:tavlo=\"") + config::EXTENSION_NAMESPACE +
