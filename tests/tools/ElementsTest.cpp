@@ -1,6 +1,7 @@
 // What the descriptions of the elements say is what the tool shows and what docs/elements.md lists.
 
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 
 #include "check/Check.h"
@@ -292,6 +293,20 @@ TEST(Elements, AreNoMistakesToTheChecker) {
       EXPECT_EQ(check::kindOf(finding.code).name, "suspicious-value") << place.with;
     }
   }
+}
+
+TEST(Elements, HaveAFileEachAndAreListed) {
+  std::string files;
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(NIMBREL_HANDLERS)) {
+    const std::string name = entry.path().filename();
+    if (entry.path().extension() == ".cpp" && name != "Elements.cpp") {
+      files += " " + name;
+      ++count;
+    }
+  }
+  EXPECT_EQ(elementDescriptions().size() + 1, count)
+      << "which of" << files << " is missing in Elements.cpp or config/CMakeLists.txt?";
 }
 
 TEST(Elements, StandInTheExample) {
