@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "util/Ascii.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::tools {
@@ -46,7 +47,7 @@ constexpr std::array<bool, 256> PLAIN_OR_QUOTE = plainCharacters(true);
 void appendHex(std::string& out, const char* prefix, char32_t value, int digits) {
   out += prefix;
   for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
-    out += "0123456789abcdef"[value >> shift & 0xF];
+    out += util::ascii::lowerCase(util::ascii::hexDigit(value >> shift));
   }
 }
 

@@ -3,20 +3,18 @@
 #include <algorithm>
 #include <vector>
 
+#include "util/Ascii.h"
+
 namespace orvane::nimbrel::tools {
 namespace {
 
 void appendEncoded(std::string& uri, std::string_view segment) {
-  constexpr std::string_view KEPT =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
   for (const char c : segment) {
-    if (KEPT.find(c) != std::string_view::npos) {
+    if (util::ascii::isLetterOrDigit(c) || c == '-' || c == '.' || c == '_' || c == '~') {
       uri += c;
     } else {
-      const auto byte = static_cast<unsigned char>(c);
-      uri += '%';
-      uri += "0123456789ABCDEF"[byte >> 4];
-      uri += "0123456789ABCDEF"[byte & 0xF];
+      const unsigned int byte = static_cast<unsigned char>(c);
+      uri += {'%', util::ascii::hexDigit(byte >> 4U), util::ascii::hexDigit(byte)};
     }
   }
 }
