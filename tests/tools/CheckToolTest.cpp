@@ -260,6 +260,7 @@ TEST(CheckTool, RefusesWrongUsage) {
       {"--explain", "nothing"},
       {"--explain", "partial-number", "-"},
       {"--codes", "-"},
+      {"--summary", "--format", "sarif", "-"},
       {"--codes", "--explain", "partial-number"},
       {"--locale"},
   };

@@ -97,7 +97,8 @@ std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
     return silentPrinter();
   }
   if (options.summary) {
-    return options.format == "text" ? summaryPrinter() : summaryJsonPrinter();
+    return options.format == "text" ? summaryPrinter()
+                                    : summaryJsonPrinter(options.format == "jsonl");
   }
   if (options.format == "json") {
     return jsonPrinter();
@@ -188,6 +189,9 @@ ExitStatus runCheck(int argc, char** argv) {
   }
   if (options.diff && (options.fix || options.summary || options.format != "text")) {
     failUsage("--diff prints what --fix would change, and nothing else");
+  }
+  if (options.summary && options.format == "sarif") {
+    failUsage("--summary has no SARIF");
   }
   if (options.density) {
     answerDensity(*options.density);

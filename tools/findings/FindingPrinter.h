@@ -108,7 +108,7 @@ struct FindingStyle {
 /// How often each code was found in all files, instead of the findings: as text, or as a JSON
 /// object.
 [[nodiscard]] std::unique_ptr<FindingPrinter> summaryPrinter();
-[[nodiscard]] std::unique_ptr<FindingPrinter> summaryJsonPrinter();
+[[nodiscard]] std::unique_ptr<FindingPrinter> summaryJsonPrinter(bool inOneLine);
 
 /// Counts and prints nothing.
 [[nodiscard]] std::unique_ptr<FindingPrinter> silentPrinter();

@@ -151,7 +151,7 @@ class JsonLinesPrinter : public FindingsAsJson {
 /// How often each code is found in all files, instead of the findings.
 class SummaryJsonPrinter : public FindingsAsJson {
  public:
-  SummaryJsonPrinter() : FindingsAsJson(JsonWriter::Layout::INDENTED) {}
+  explicit SummaryJsonPrinter(JsonWriter::Layout layout) : FindingsAsJson(layout) {}
 
  protected:
   void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
@@ -189,8 +189,9 @@ std::unique_ptr<FindingPrinter> jsonLinesPrinter() {
   return std::make_unique<JsonLinesPrinter>();
 }
 
-std::unique_ptr<FindingPrinter> summaryJsonPrinter() {
-  return std::make_unique<SummaryJsonPrinter>();
+std::unique_ptr<FindingPrinter> summaryJsonPrinter(bool inOneLine) {
+  return std::make_unique<SummaryJsonPrinter>(inOneLine ? JsonWriter::Layout::LINE
+                                                        : JsonWriter::Layout::INDENTED);
 }
 
 }  // namespace orvane::nimbrel::tools

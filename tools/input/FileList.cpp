@@ -9,30 +9,21 @@
 #include <cstring>
 #include <new>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
-#include "tools/Failure.h"
 #include "tools/input/Input.h"
 #include "tools/input/Package.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
-DocumentFailure unreadable(const std::string& path, int error) {
-  if (error == ENOMEM) {
-    throw std::bad_alloc();
-  }
-  return {EXIT_UNUSABLE, path, {"cannot be read: " + std::generic_category().message(error)}};
-}
-
-/// What is in a directory, in the order of names.
+/// What is in a directory, in the order of names; nothing when it cannot be read.
 class Listing {
  public:
   explicit Listing(const std::string& directory)
       : count_(::scandir(directory.c_str(), &entries_, nullptr, byName)) {
-    if (count_ < 0) {
-      throw unreadable(directory, errno);
+    if (count_ < 0 && errno == ENOMEM) {
+      throw std::bad_alloc();
     }
   }
   Listing(const Listing&) = delete;
@@ -42,6 +33,7 @@ class Listing {
     ::free(entries_);
   }
 
+  [[nodiscard]] bool isReadable() const noexcept { return count_ >= 0; }
   [[nodiscard]] dirent** begin() const noexcept { return entries_; }
   [[nodiscard]] dirent** end() const noexcept { return entries_ + std::max(count_, 0); }
 
@@ -75,7 +67,11 @@ bool isDirectory(const dirent& entry, const std::string& path) noexcept {
 // Neither std::filesystem nor fts, which end the process when memory runs out.
 void addDirectory(std::vector<std::string>& files, const std::string& directory) {
   const std::string prefix = directory.back() == '/' ? directory : directory + '/';
-  for (const dirent* entry : Listing(directory)) {
+  const Listing listing(directory);
+  if (!listing.isReadable()) {
+    files.push_back(directory);  // reading it as a file says why, when its turn comes
+  }
+  for (const dirent* entry : listing) {
     const std::string_view name = entry->d_name;
     std::string path = prefix + entry->d_name;
     if (name == "." || name == "..") {

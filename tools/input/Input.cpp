@@ -38,8 +38,11 @@ void requireRegular(const std::string& path, int result, const struct stat& stat
   if (result != 0) {
     throw unreadable(path, errno);
   }
+  if (S_ISDIR(status.st_mode)) {
+    throw unreadable(path, ::access(path.c_str(), R_OK) == 0 ? EISDIR : errno);
+  }
   if (!S_ISREG(status.st_mode)) {
-    throw unreadable(path, S_ISDIR(status.st_mode) ? "Is a directory" : "Not a regular file");
+    throw unreadable(path, "Not a regular file");
   }
 }
 
