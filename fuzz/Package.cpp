@@ -1,12 +1,14 @@
 // A packaged widget: the bytes of an archive.
 //
-// It is rejected with a reason, or gives a document of at most 16 MiB, and nothing outside of it is
-// asked for that there is not.
+// It is rejected with a reason, or gives a document of at most 16 MiB, whose findings have a
+// sentence each; and nothing outside of it is asked for that there is not.
 
 #include "tools/input/Package.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "check/Check.h"
 #include "check/Wording.h"
@@ -24,12 +26,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const tools::Package package = tools::readPackage(read, size, "p");
     fuzz::require(package.document.size() <= std::size_t{16} * 1024 * 1024,
                   "a document has a limit");
-    const auto report = check::checkDocument(package.document, std::nullopt, 0, package.names);
-    for (const check::Diagnostic& finding : report->findings()) {
-      const check::Wording wording = check::wordingOf(finding);
-      fuzz::require(!wording.sentence.empty() &&
-                        (wording.suggestion.empty() || wording.suggestion != wording.value),
-                    "a finding has a sentence, and suggests something else");
+    using Locales = std::optional<std::vector<std::string>>;
+    for (const Locales& locales : {Locales(), Locales({"en-US"})}) {
+      const auto report = check::checkDocument(package.document, locales, 0, package.names);
+      for (const check::Diagnostic& finding : report->findings()) {
+        const check::Wording wording = check::wordingOf(finding);
+        fuzz::require(!wording.sentence.empty() &&
+                          (wording.suggestion.empty() || wording.suggestion != wording.value),
+                      "a finding has a sentence, and suggests something else");
+      }
     }
   } catch (const tools::DocumentFailure& failure) {
     fuzz::require(failure.status() == tools::EXIT_REJECTED, "the archive was read");
