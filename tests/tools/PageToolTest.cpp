@@ -92,6 +92,9 @@ TEST(PageTool, SaysWhyThereIsNothingToSee) {
   const Page german = pageOf(widget("<feature name='x' xml:lang='de'/>"), 1);
   EXPECT_THAT(german.html, HasSubstr("They do not get this application"));
   EXPECT_THAT(german.html, HasSubstr("It asks for no feature"));
+  const std::string number =
+      widget("<t:network>\n<t:asset key='maxConnections' value=''/></t:network>");
+  EXPECT_EQ(run({"show", "--format", "html", "-"}, number).error, run({"show", "-"}, number).error);
   const Outcome missing = run({"show", "--format", "html", "/nowhere"});
   EXPECT_EQ(missing.status, 2);
   EXPECT_EQ(missing.out, "");

@@ -87,8 +87,9 @@ TEST(ShowTool, RefusesWrongUsage) {
   for (const char* line :
        {"", "parse", "show", "show --field nothing -", "show --field startFile2.src -",
         "show --field  -", "show --field netSettings.nothing -",
-        "show --field height.x. --nothing -", "show --format yaml -", "show --density high -",
-        "show --locale", "show --unknown -"}) {
+        "show --field height.x. --nothing -", "show --format yaml -", "show --format html a b",
+        "show --format html --field id -", "show --format html --encoding UTF-8 -",
+        "show --density high -", "show --locale", "show --unknown -"}) {
     SCOPED_TRACE(line);
     const Outcome outcome = run(orvane::zel::util::StringUtil::split(line, ' '));
     EXPECT_EQ(outcome.status, 2);

@@ -6,9 +6,6 @@
 #include <vector>
 
 #include "config/ConfigParserFactory.h"
-#include "config/Namespaces.h"
-#include "config/ParseObserver.h"
-#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/Output.h"
@@ -20,6 +17,7 @@
 #include "tools/input/Input.h"
 #include "tools/record/FieldSelector.h"
 #include "tools/record/RecordPrinter.h"
+#include "tools/record/RejectedNumber.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -75,53 +73,18 @@ const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-/// Remembers which element has the number that ends a parse: the exception does not say.
-class RejectedNumber : public config::ParseObserver {
- public:
-  void onFinding(const config::Finding& finding) override {
-    if (finding.code != config::FindingCode::NUMBER_REJECTED || finding.element == nullptr) {
-      return;
-    }
-    const util::XmlNode& element = *finding.element;
-    const std::string_view key = element.attributeView("key");
-    line_ = finding.line;
-    subject_ = element.namespaceView() == config::EXTENSION_NAMESPACE ? "tavlo:" : "";
-    subject_ += escape(element.nameView()) + " \"" +
-                escape(key.data() == nullptr ? element.attributeView("name") : key) + '"';
-  }
-
-  /// The failure with the place, if it is that of a number.
-  [[nodiscard]] DocumentFailure complete(const std::string& file,
-                                         const DocumentFailure& failure) const {
-    if (line_ == 0 || failure.problem().line != 0) {
-      return failure;
-    }
-    return {failure.status(), file, {failure.problem().reason, line_, 0, subject_}};
-  }
-
- private:
-  std::uint32_t line_ = 0;
-  std::string subject_;
-};
-
 std::shared_ptr<config::Config> parseDocument(const Settings& settings, const std::string& file,
                                               config::NimbrelConfigParser& parser) {
   const char* encoding = textOrNull(settings.encoding);
   // Only a buffer can bear another name.
   const Document document = settings.url ? readDocument(file, settings.stdinName)
                                          : findDocument(file, settings.stdinName);
-  const auto number = std::make_shared<RejectedNumber>();
-  parser.setObserver(number);
-  try {
-    return readingDocument(document.name, [&] {
-      return document.bytes ? parser.parse(document.bytes->data(),
-                                           static_cast<unsigned int>(document.bytes->size()),
-                                           textOrNull(settings.url), encoding)
-                            : parser.parse(file.c_str(), encoding);
-    });
-  } catch (const DocumentFailure& failure) {
-    throw number->complete(document.name, failure);
-  }
+  return parsingDocument(document.name, parser, [&] {
+    return document.bytes ? parser.parse(document.bytes->data(),
+                                         static_cast<unsigned int>(document.bytes->size()),
+                                         textOrNull(settings.url), encoding)
+                          : parser.parse(file.c_str(), encoding);
+  });
 }
 
 /// What came of a file: a record, or why there is none.

@@ -16,6 +16,7 @@
 #include "tools/html/Requests.h"
 #include "tools/html/Style.h"
 #include "tools/input/Input.h"
+#include "tools/record/RejectedNumber.h"
 #include "util/Log.h"
 #include "util/XmlParserLibXml.h"
 
@@ -104,7 +105,8 @@ class Page {
     const auto parser = config::createNimbrelConfigParser(locales);
     try {
       Outcome outcome;
-      outcome.record = readingDocument(name_, [&] { return parser->process(tree_, locales); });
+      outcome.record =
+          parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
       hasRecord_ = true;
       return outcome;
     } catch (const DocumentFailure& failure) {
