@@ -16,6 +16,18 @@ std::string quote(std::string_view text) {
 /// A pattern from column `indent` on: in one line if it fits, else in a line for each part.
 std::string write(const Pattern& pattern, std::size_t indent, bool inOneLine = false);
 
+/// What stands between the parts of a pattern.
+char separatorOf(const Pattern& pattern) {
+  switch (pattern.kind) {
+    case Kind::CHOICE:
+      return '|';
+    case Kind::INTERLEAVE:
+      return '&';
+    default:
+      return ',';
+  }
+}
+
 /// Parts in one line, or in a line for each.
 std::string join(const std::vector<std::string>& parts, char separator, std::size_t indent,
                  bool inOneLine) {
@@ -54,10 +66,10 @@ std::vector<std::string> partsOf(const Pattern& pattern, std::size_t indent, boo
 
 std::string sequence(const std::string& start, const Pattern& pattern, const std::string& end,
                      std::size_t indent, bool inOneLine) {
-  const bool isNested = pattern.parts.size() == 1 && pattern.parts.front().kind == Kind::CHOICE;
+  const bool isNested = pattern.parts.size() == 1 && separatorOf(pattern.parts.front()) != ',';
   const Pattern& inner = isNested ? pattern.parts.front() : pattern;
-  return bracketed(start, partsOf(inner, indent + 2, inOneLine),
-                   inner.kind == Kind::CHOICE ? '|' : ',', end, indent, inOneLine);
+  return bracketed(start, partsOf(inner, indent + 2, inOneLine), separatorOf(inner), end, indent,
+                   inOneLine);
 }
 
 std::string data(const Pattern& pattern, std::size_t indent, bool inOneLine) {
@@ -78,6 +90,7 @@ std::string writeAs(const Pattern& pattern, std::size_t indent, bool inOneLine) 
                           except(pattern.excepted, indent, inOneLine) + " {",
                       pattern, "}", indent, inOneLine);
     case Kind::GROUP:
+    case Kind::INTERLEAVE:
     case Kind::CHOICE:
       return sequence("(", pattern, ")", indent, inOneLine);
     case Kind::OPTIONAL:
@@ -101,12 +114,11 @@ std::string write(const Pattern& pattern, std::size_t indent, bool inOneLine) {
   return inOneLine || indent + line.size() <= WIDTH ? line : writeAs(pattern, indent, false);
 }
 
-/// The same without the brackets of a choice or group.
+/// The same without the brackets of a choice or interleave.
 std::string writeDefinition(const Pattern& pattern) {
-  const bool isSequence = pattern.kind == Kind::CHOICE || pattern.kind == Kind::GROUP;
-  return isSequence ? join(partsOf(pattern, 2, false), pattern.kind == Kind::CHOICE ? '|' : ',', 2,
-                           pattern.kind == Kind::CHOICE)
-                    : write(pattern, 2);
+  const char separator = separatorOf(pattern);
+  return separator == ',' ? write(pattern, 2)
+                          : join(partsOf(pattern, 2, false), separator, 2, separator == '|');
 }
 
 }  // namespace

@@ -24,14 +24,15 @@ constexpr struct {
   ValueKind kind;
   const char* name;        // of the definition
   const char* type;        // of XML Schema
-  const char* expression;  // likewise
+  const char* expression;  // likewise; empty where the type says all
+  const char* excepted = nullptr;
 } DATATYPES[] = {
     {ValueKind::IRI, "iri", "token", R"([A-Za-z][A-Za-z0-9+.\-]*:\S*)"},
     {ValueKind::ORIGIN, "origin", "token",
      R"(\*|https?://[^/?#@*\s]+|[A-Za-z][A-Za-z0-9+.\-]*://[^/?#@*\s]+:[0-9]+)"},
-    {ValueKind::NUMBER, "number", "unsignedInt", "[0-9]+"},
-    {ValueKind::SIZE, "size", "unsignedInt", "0*[1-9][0-9]*"},
-    {ValueKind::INTEGER, "integer", "int", R"([+\-]?[0-9]+)"},
+    {ValueKind::NUMBER, "number", "unsignedInt", ""},
+    {ValueKind::SIZE, "size", "unsignedInt", "", "0"},
+    {ValueKind::INTEGER, "integer", "int", ""},
     {ValueKind::DECIMAL, "decimal", "token",
      R"([+\-]?([0-9]+(\.[0-9]*)?|\.[0-9]+)([Ee][+\-]?[0-9]+)?)"},
     {ValueKind::APPLICATION_ID, "application-id", "token", "[a-z0-9]{1,32}"},
@@ -66,7 +67,7 @@ Pattern choice(Patterns parts) {
 Pattern attribute(std::string name, Pattern value) {
   return {Kind::ATTRIBUTE, std::move(name), {std::move(value)}};
 }
-Pattern anyAttribute(std::vector<std::string> excepted = {}) {
+Pattern anyAttribute(std::vector<std::string> excepted) {
   return repeated({Kind::ATTRIBUTE, "*", {text()}, std::move(excepted)});
 }
 Pattern words(const std::vector<std::string_view>& all) {
@@ -111,6 +112,13 @@ Pattern valueOf(const KeyDescription& key) {
     }
   }
   return words(all);
+}
+
+/// Attributes of which each may be there or not. Not as a group: of that libxml2 would follow each
+/// combination through all that stands behind it.
+Pattern together(Patterns attributes) {
+  return attributes.size() == 1 ? attributes.front()
+                                : Pattern{Kind::INTERLEAVE, {}, std::move(attributes)};
 }
 
 void addAttributes(Patterns& parts, DescriptionList<AttributeDescription> attributes,
@@ -205,8 +213,9 @@ Pattern contentOf(const ElementDescription& element) {
   }
   Patterns children;
   for (const ChildDescription& child : element.children) {
-    Patterns parts = {reference(COMMON)};
-    addAttributes(parts, child.attributes, child.keyAttribute);
+    Patterns attributes = {reference(COMMON)};
+    addAttributes(attributes, child.attributes, child.keyAttribute);
+    Patterns parts = {together(std::move(attributes))};
     if (!child.keyAttribute.empty()) {
       addSetting(parts, element, child);
     }
@@ -222,36 +231,43 @@ Pattern contentOf(const ElementDescription& element) {
 }
 
 void addElement(std::vector<Definition>& all, const ElementDescription& element) {
-  Patterns parts = {reference(COMMON)};
-  addAttributes(parts, element.attributes);
-  parts.push_back(contentOf(element));
+  Patterns attributes = {reference(COMMON)};
+  addAttributes(attributes, element.attributes);
   all.push_back({definitionOf(element),
-                 {Kind::ELEMENT, prefixed(element.name, element.isExtension), std::move(parts)}});
+                 {Kind::ELEMENT,
+                  prefixed(element.name, element.isExtension),
+                  {together(std::move(attributes)), contentOf(element)}}});
 }
 
 void addShared(std::vector<Definition>& all, std::vector<std::string> elements) {
   const std::vector<std::string> ours = {"local:*", "w:*", "tavlo:*"};
   const Pattern language = optional(attribute("xml:lang", reference("language")));
   const Pattern direction = optional(attribute("dir", reference(DIRECTION)));
-  all.push_back({COMMON, {Kind::GROUP, {}, {language, direction, reference(FOREIGN_ATTRIBUTES)}}});
+  all.push_back({COMMON, together({language, direction, reference(FOREIGN_ATTRIBUTES)})});
   all.push_back({FOREIGN_ATTRIBUTES, anyAttribute({"local:*", "w:*", "tavlo:*", "xml:lang"})});
   // Within text an element counts by its text, language and direction alone.
   all.push_back({TEXT, repeated(choice({text(), reference(NESTED)}))});
-  all.push_back({NESTED,
-                 {Kind::ELEMENT,
-                  "*",
-                  {language, direction, anyAttribute({"dir", "xml:lang"}), reference(TEXT)},
-                  std::move(elements)}});
+  all.push_back(
+      {NESTED,
+       {Kind::ELEMENT,
+        "*",
+        {together({language, direction, anyAttribute({"dir", "xml:lang"})}), reference(TEXT)},
+        std::move(elements)}});
   all.push_back({FOREIGN, {Kind::ELEMENT, "*", {reference(ANYTHING)}, ours}});
   all.push_back({ANYTHING,
                  {Kind::GROUP,
                   {},
-                  {anyAttribute(),
+                  {together({optional(attribute("xml:lang", text())), anyAttribute({"xml:lang"})}),
                    repeated(choice({text(), {Kind::ELEMENT, "*", {reference(ANYTHING)}}}))}}});
   all.push_back({BOOLEAN, words({"true", "false"})});
   all.push_back({DIRECTION, words({"ltr", "rtl", "lro", "rlo"})});
   for (const auto& datatype : DATATYPES) {
-    all.push_back({datatype.name, {Kind::DATA, datatype.type, {}, {}, datatype.expression}});
+    std::vector<std::string> excepted;
+    if (datatype.excepted != nullptr) {
+      excepted.emplace_back(datatype.excepted);
+    }
+    all.push_back(
+        {datatype.name, {Kind::DATA, datatype.type, {}, std::move(excepted), datatype.expression}});
   }
 }
 
@@ -267,11 +283,13 @@ std::vector<Definition> grammar() {
   }
   children.push_back(reference(FOREIGN));
 
-  Patterns parts = {reference(COMMON)};
-  addAttributes(parts, root.attributes);
-  parts.push_back(repeated(choice(std::move(children))));
+  Patterns attributes = {reference(COMMON)};
+  addAttributes(attributes, root.attributes);
   std::vector<Definition> all = {
-      {definitionOf(root), {Kind::ELEMENT, std::string(root.name), std::move(parts)}}};
+      {definitionOf(root),
+       {Kind::ELEMENT,
+        std::string(root.name),
+        {together(std::move(attributes)), repeated(choice(std::move(children)))}}}};
   for (const ElementDescription* const element : config::elementDescriptions()) {
     addElement(all, *element);
   }

@@ -12,16 +12,17 @@ namespace orvane::nimbrel::tools {
 /// none. The name "*" stands for any; "PREFIX:*" among what it leaves out for a whole namespace.
 struct Pattern {
   enum class Kind {
-    ELEMENT,    ///< `name`, with the `parts` in order
-    ATTRIBUTE,  ///< `name`, with one part
-    GROUP,      ///< the parts in order
-    CHOICE,     ///< one of the parts
-    OPTIONAL,   ///< the one part or nothing
-    REPEATED,   ///< the one part, any number of times
-    TEXT,       ///< any text
-    DATA,       ///< the datatype `name` of XML Schema, restricted to `expression`
-    VALUE,      ///< the word `name`, between white space
-    REFERENCE   ///< the definition called `name`
+    ELEMENT,     ///< `name`, with the `parts` in order
+    ATTRIBUTE,   ///< `name`, with one part
+    GROUP,       ///< the parts in order
+    INTERLEAVE,  ///< the parts in any order, which for attributes means the same
+    CHOICE,      ///< one of the parts
+    OPTIONAL,    ///< the one part or nothing
+    REPEATED,    ///< the one part, any number of times
+    TEXT,        ///< any text
+    DATA,        ///< the datatype `name` of XML Schema, restricted to `expression`
+    VALUE,       ///< the word `name`, between white space
+    REFERENCE    ///< the definition called `name`
   };
 
   Kind kind;

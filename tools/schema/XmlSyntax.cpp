@@ -46,6 +46,8 @@ class Writer {
         return named(pattern);
       case Kind::GROUP:
         return around("group", pattern);
+      case Kind::INTERLEAVE:
+        return around("interleave", pattern);
       case Kind::CHOICE:
         return around("choice", pattern);
       case Kind::OPTIONAL:
