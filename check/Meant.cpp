@@ -1,5 +1,6 @@
 #include "check/Meant.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "check/PackageFiles.h"
@@ -36,6 +37,10 @@ bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute)
              .attributeView(attribute.name, attribute.isExtension ? config::EXTENSION_NAMESPACE
                                                                   : std::string_view())
              .data() != nullptr;
+}
+
+std::string meantLanguage(const XmlNode& element) {
+  return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang" : "";
 }
 
 /// The child of the root that an element was meant to be: of either vocabulary.
@@ -75,6 +80,13 @@ std::string_view meantWord(const XmlNode& element, std::string_view attribute,
                            std::string_view value) {
   const KeyDescription* const key = attribute == "value" ? describeSetting(element) : nullptr;
   if (key != nullptr && key->words != nullptr) {
+    for (const auto& words : {key->words->trigger, key->words->opposite}) {
+      const auto* const word = std::find_if(
+          words, words + 2, [&](std::string_view known) { return isSameInAnyCase(value, known); });
+      if (word != words + 2) {
+        return *word;
+      }
+    }
     return suggestedWord(value, key->words->trigger[0], key->words->opposite[0]);
   }
   Suggestion suggestion(value);
@@ -110,19 +122,22 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
       written.find(':') != std::string_view::npos) {
     return {};  // a mistake in the prefix
   }
+  if (attribute.namespaceUri == config::XML_NAMESPACE) {
+    return meantLanguage(element);
+  }
   if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
     return std::string(suggestedNamespace(attribute.namespaceUri));
   }
-  // Any element of a text may have a direction.
-  const AttributeDescription direction[] = {{"dir", config::ValueKind::DIRECTION}};
-  const auto known = described.empty() ? decltype(described)(direction) : described;
   // The element's own names first; those in another namespace only if none of these is similar.
   for (const bool isExtension : {false, true}) {
     Suggestion suggestion(written);
-    for (const AttributeDescription& description : known) {
+    for (const AttributeDescription& description : described) {
       if (description.isExtension == isExtension) {
         suggestion.consider(description.name);
       }
+    }
+    if (!isExtension) {
+      suggestion.consider("dir");  // which any element may have
     }
     if (!suggestion.get().empty()) {
       return displayName(suggestion.get(), isExtension);
@@ -133,10 +148,9 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
       continue;
     }
     if (row.meant == "xml:lang") {
-      return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang"
-                                                                                    : "";
+      return meantLanguage(element);
     }
-    for (const AttributeDescription& description : known) {
+    for (const AttributeDescription& description : described) {
       if (description.name == row.meant && !hasAttribute(element, description)) {
         return std::string(row.meant);
       }

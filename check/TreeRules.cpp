@@ -147,8 +147,15 @@ void TreeRules::checkValue(const XmlNode& element, std::size_t index, ValueKind 
 void TreeRules::checkLanguage(const XmlNode& element) {
   for (std::size_t i = 0; i < element.attributeCount(); ++i) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
-    if (attribute.name == "lang" && attribute.namespaceUri == config::XML_NAMESPACE &&
-        adviceOnValue(ValueKind::LANGUAGE, std::string(attribute.value))) {
+    if (attribute.namespaceUri != config::XML_NAMESPACE) {
+      continue;
+    }
+    Suggestion language(attribute.name);
+    language.consider("lang");
+    if (attribute.name != "lang" && !language.get().empty()) {
+      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+    } else if (attribute.name == "lang" &&
+               adviceOnValue(ValueKind::LANGUAGE, std::string(attribute.value))) {
       addAttribute(FindingCode::SUSPICIOUS_VALUE, element, i);
     }
   }

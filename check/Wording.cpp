@@ -160,7 +160,8 @@ std::string unknownAttributeSentence(const Diagnostic& finding) {
   if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
     return "Write the attribute without a prefix.";
   }
-  if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
+  if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri) &&
+      attribute.namespaceUri != config::XML_NAMESPACE) {
     return "Unknown namespace of the prefix.";
   }
   const std::string declaration =

@@ -7,6 +7,7 @@
 
 #include "check/Decoder.h"
 #include "check/FixDocument.h"
+#include "check/SourceMap.h"
 #include "check/Vocabulary.h"
 #include "tests/check/Told.h"
 #include "tests/support/Checks.h"
@@ -88,6 +89,10 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<tavlo:ap name='c' value='NO'/></tavlo:messaging>",
        "<tavlo:messaging><tavlo:app name='a' value='on'/><tavlo:app name='b'/>"
        "<tavlo:ap name='c' value='NO'/></tavlo:messaging>"},
+      {"<tavlo:messaging><tavlo:app name='a' value='TRUE'/><tavlo:app name='b' value='No'/>"
+       "</tavlo:messaging>",
+       "<tavlo:messaging><tavlo:app name='a' value='true'/><tavlo:app name='b' value='no'/>"
+       "</tavlo:messaging>"},
       {"<tavlo:resources><tavlo:asset key='DatabaseStorag' value='yes'/></tavlo:resources>", ""},
       // The root.
       {"<widget/>", "<widget xmlns=\"http://www.w3.org/ns/widgets\"/>"},
@@ -144,6 +149,34 @@ TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
       fixDocument(test::widget(test::extension("permissions", all)), std::nullopt, 0);
   EXPECT_EQ(result.count, std::size_t{COUNT});
   EXPECT_TRUE(result.report->findings().empty());
+}
+
+// What was misspelt becomes what it was, or stays: no other name is ever put in its place.
+TEST(Fix, FindsBackToTheExample) {
+  const std::string example = test::contentOf(NIMBREL_EXAMPLES "/config.xml");
+  const std::vector<std::uint32_t> starts = startTagsOf(example);
+  const std::vector<std::uint32_t> ends = endTagsOf(example);
+  std::size_t count = 0;
+  std::size_t restored = 0;
+  const auto misspell = [&](Span name, std::size_t endTag) {
+    const auto without = [&](std::string text, std::size_t at) { return text.erase(at, 1); };
+    std::string document =
+        endTag == 0 ? example : without(example, endTag + 1 + name.end - name.begin);
+    document = without(document, name.end - 1);
+    const std::string result = fixed(document);
+    EXPECT_TRUE(result == example || result == document) << result;
+    ++count;
+    restored += result == example ? 1 : 0;
+  };
+  for (std::size_t i = 0; i < starts.size(); ++i) {
+    const Tag tag = readTag(example, starts[i]);
+    misspell(tag.name, ends[i]);
+    for (const TagAttribute& attribute : tag.attributes) {
+      misspell(attribute.name, 0);
+    }
+  }
+  EXPECT_GT(count, 200U);
+  EXPECT_GT(restored, count * 9 / 10);
 }
 
 /// All documents that come with the project.
