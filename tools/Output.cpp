@@ -64,9 +64,9 @@ bool isTerminal() noexcept {
   return ::isatty(STDOUT_FILENO) == 1;
 }
 
-std::size_t terminalWidth() noexcept {
+std::size_t terminalWidth(int descriptor) noexcept {
   struct winsize size {};
-  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+  return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 Colour colourOf(std::string_view when) noexcept {

@@ -24,8 +24,8 @@ void writeError(std::string_view line);
 /// Whether standard output goes to a terminal.
 [[nodiscard]] bool isTerminal() noexcept;
 
-/// The number of columns of the terminal that standard output goes to; 0 when it is not known.
-[[nodiscard]] std::size_t terminalWidth() noexcept;
+/// The number of columns of the terminal that a descriptor stands for; 0 when it is not known.
+[[nodiscard]] std::size_t terminalWidth(int descriptor) noexcept;
 
 /// When text is coloured.
 enum class Colour {

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -108,7 +110,7 @@ std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
   }
   return options.format == "sarif" ? sarifPrinter()
                                    : textPrinter({isTerminal(), isColourWanted(options.colour),
-                                                  options.quiet, terminalWidth()});
+                                                  options.quiet, terminalWidth(STDOUT_FILENO)});
 }
 
 /// What came of a file: a report, or why it cannot be read.

@@ -2,8 +2,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+
+#include "tools/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -42,9 +45,14 @@ void Progress::update(std::size_t done, std::size_t count) {
   next_ = now + std::chrono::milliseconds(200);
   const double seconds = std::chrono::duration<double>(now - begin_).count();
   const double rate = static_cast<double>(done) / seconds;
-  write("\r\x1b[K" + std::to_string(done) + " of " + std::to_string(total_) + " files, " +
-        std::to_string(static_cast<unsigned long>(rate)) + " a second, " + std::to_string(count) +
-        ' ' + counted_ + ", " + timeLeft(static_cast<double>(total_ - done) / rate) + " left");
+  std::string line = std::to_string(done) + " of " + std::to_string(total_) + " files, " +
+                     std::to_string(static_cast<unsigned long>(rate)) + " a second, " +
+                     std::to_string(count) + ' ' + counted_ + ", " +
+                     timeLeft(static_cast<double>(total_ - done) / rate) + " left";
+  if (const std::size_t width = terminalWidth(STDERR_FILENO); width > 1) {
+    line.resize(std::min(line.size(), width - 1));  // two lines could not be taken away
+  }
+  write("\r\x1b[K" + line);
   shown_ = true;
 }
 

@@ -1,5 +1,6 @@
 #include "tools/input/Inflater.h"
 
+#include <algorithm>
 #include <new>
 
 #include "tools/input/ZipArchive.h"
@@ -20,11 +21,13 @@ Inflater::Inflater() {
 bool Inflater::add(std::string_view packed, std::string& content, std::size_t limit) {
   stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
   stream_.avail_in = static_cast<uInt>(packed.size());
+  // Enough for most documents at once, and not much to be zeroed in vain.
+  const std::size_t room = std::clamp<std::size_t>(packed.size() * 4, PIECE / 16, PIECE);
   do {
     const std::size_t used = content.size();
-    content.resize(used + PIECE);
+    content.resize(used + room);
     stream_.next_out = reinterpret_cast<Bytef*>(content.data()) + used;
-    stream_.avail_out = PIECE;
+    stream_.avail_out = static_cast<uInt>(room);
     const int result = ::inflate(&stream_, Z_NO_FLUSH);
     content.resize(content.size() - stream_.avail_out);
     if (result == Z_MEM_ERROR) {
