@@ -67,9 +67,11 @@ TEST(PageTool, ShowsWhatEachLanguageGets) {
       "<span dir='lro' xml:lang='en'>b</span></name><access origin='http://x.example'/>"
       "<access origin='*' xml:lang='de'/>";
   EXPECT_EQ(outlineOf(pageOf(widget(names))),
-            std::string("1 plain\n2 As users see it\n3 Users of every other language\n"
-                        "3 Users of de\n3 Users of he\n") +
+            std::string("1 plain\n2 As users see it\n3 Users of de\n3 Users of he\n"
+                        "3 Users of every other language\n") +
                 REQUESTS_OUTLINE + "2 Check\n");
+  EXPECT_THAT(outlineOf(pageOf(widget("<name xml:lang='de'>x</name>"))),
+              testing::StartsWith("1 x\n"));
   const Page german = pageOf(widget(names, "defaultlocale='de'"));
   EXPECT_EQ(outlineOf(german),
             std::string("1 deutsch\n2 As users see it\n3 Users of de and every other language\n"

@@ -20,7 +20,7 @@ struct Audience {
 inline constexpr std::size_t MOST_AUDIENCES = 64;
 
 /// The audiences of a document: one for each language of its elements, in the order of the
-/// document, and first one for all other languages. `defaultLocale` is what the parser took of the
+/// document, after one for all other languages. `defaultLocale` is what the parser took of the
 /// document, or empty: its users get what all others do.
 [[nodiscard]] std::vector<Audience> audiencesOf(const util::XmlDocument& document,
                                                 const std::string& defaultLocale);

@@ -27,11 +27,11 @@ using config::BasicConfig;
 
 constexpr std::size_t MOST_WALKED = std::size_t{64} * 1024 * 1024;  // bytes of documents
 
-/// What users get: a record, or why they get nothing.
-struct Outcome {
-  std::shared_ptr<BasicConfig> record;
-  std::optional<DocumentFailure> failure;
-};
+using Record = std::shared_ptr<const BasicConfig>;
+
+bool hasName(const Record& record) {
+  return record != nullptr && record->getName() && !record->getName().get().empty();
+}
 
 class Page {
  public:
@@ -42,6 +42,7 @@ class Page {
     checkDocument();
     if (tree_ != nullptr) {
       findAudiences();
+      findTitle();
     }
     printHead();
     printHeader();
@@ -99,32 +100,35 @@ class Page {
     }
   }
 
-  /// What users of these locales get. A rejection is that of the document.
-  Outcome recordFor(const std::vector<std::string>& locales) {
+  /// What users of these locales get; null when that rejects the document.
+  Record recordFor(const std::vector<std::string>& locales) {
     // One for each, as a parser remembers a start file.
     const auto parser = config::createNimbrelConfigParser(locales);
     try {
-      Outcome outcome;
-      outcome.record =
+      Record record =
           parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
       hasRecord_ = true;
-      return outcome;
+      return record;
     } catch (const DocumentFailure& failure) {
       failure_ = failure_ ? failure_ : failure;
-      return {nullptr, failure};
+      return nullptr;
     }
   }
 
+  [[nodiscard]] Record recordOf(std::size_t audience) {
+    return audience == known_ ? knownRecord_ : recordFor(audiences_[audience].locales);
+  }
+
   void findAudiences() {
-    first_ = recordFor(request_.locales.value_or(std::vector<std::string>()));
+    knownRecord_ = recordFor(request_.locales.value_or(std::vector<std::string>()));
     if (request_.locales) {
       audiences_.push_back({*request_.locales, false});
       return;
     }
     std::string defaultLocale;
-    if (first_.record != nullptr) {
+    if (knownRecord_ != nullptr) {
       // What the parser took of the document stands in front of "*".
-      const std::vector<std::string>& locales = std::as_const(*first_.record).getUserAgentLocales();
+      const std::vector<std::string>& locales = knownRecord_->getUserAgentLocales();
       defaultLocale = locales.size() > 1 ? locales.front() : defaultLocale;
     }
     audiences_ = audiencesOf(*tree_, defaultLocale);
@@ -132,6 +136,20 @@ class Page {
     // Each takes a walk through the document.
     const std::size_t walks = MOST_WALKED / std::max<std::size_t>(report_->document().size(), 1);
     audiences_.resize(std::min({audiences_.size(), MOST_AUDIENCES, walks + 1}));
+    if (defaultLocale.empty()) {  // those without a language of their own come last
+      std::rotate(audiences_.begin(), audiences_.begin() + 1, audiences_.end());
+      known_ = audiences_.size() - 1;
+    }
+  }
+
+  /// Finds a record with a name by which the page may call the application.
+  void findTitle() {
+    constexpr std::size_t MOST_TRIED = 3;
+    titleRecord_ = knownRecord_;
+    for (std::size_t i = 0; i < std::min(audiences_.size(), MOST_TRIED); ++i) {
+      Record record = hasName(titleRecord_) ? nullptr : recordOf(i);
+      titleRecord_ = record != nullptr ? std::move(record) : titleRecord_;
+    }
   }
 
   void printHead() {
@@ -156,15 +174,14 @@ class Page {
   void printHeader() {
     html_.markup("<body>\n<a class=\"skip\" href=\"#main\">Skip to the content</a>\n<header>\n");
     html_.markup("<p class=\"file\"><bdi>").text(escape(name_)).markup("</bdi></p>\n<h1>");
-    const BasicConfig* const record = first_.record.get();
-    if (record != nullptr && record->getName() && !record->getName().get().empty()) {
-      html_.localized(record->getName().get(), 300);
+    if (hasName(titleRecord_)) {
+      html_.localized(titleRecord_->getName().get(), 300);
     } else {
       html_.text(hasRecord_ ? "Application without a name" : "Rejected document");
     }
     html_.markup("</h1>\n");
-    if (record != nullptr) {
-      printFacts(html_, *record);
+    if (titleRecord_ != nullptr) {
+      printFacts(html_, *titleRecord_);
     }
     html_.markup(
         "<nav aria-label=\"On this page\">\n<ul>\n"
@@ -184,13 +201,13 @@ class Page {
     }
     html_.markup("<div class=\"views\">\n");
     for (std::size_t i = 0; i < audiences_.size(); ++i) {
-      const Outcome outcome = i == 0 ? std::move(first_) : recordFor(audiences_[i].locales);
+      const Record record = recordOf(i);
       html_.markup("<article>\n<h3>Users of ");
       printAudience(html_, audiences_[i], audiences_.size() == 1);
       html_.markup("</h3>\n");
-      if (outcome.record != nullptr) {
-        printApplication(html_, *outcome.record, *icons_);
-        requests_.add(*outcome.record, i);
+      if (record != nullptr) {
+        printApplication(html_, *record, *icons_);
+        requests_.add(*record, i);
       } else {
         html_.markup(
             "<p><strong class=\"error\">Rejected</strong> They do not get this application; "
@@ -239,8 +256,10 @@ class Page {
   std::shared_ptr<util::XmlDocument> tree_;  // null: not well-formed
   std::vector<Audience> audiences_;
   std::size_t audienceCount_ = 0;
-  Outcome first_;
-  bool hasRecord_ = false;
+  std::size_t known_ = 0;  // the audience whose record is kept
+  Record knownRecord_;     // null: rejected
+  Record titleRecord_;
+  bool hasRecord_ = false;  // whether somebody gets one
   std::optional<DocumentFailure> failure_;
   std::optional<IconFinder> icons_;  // where there is a tree
   Requests requests_;
