@@ -12,9 +12,13 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-/// The most that a document is checked. Names bring attributes to light, these keys, these values,
-/// and what of it is not as good as it seemed is undone: a handful of times.
-constexpr int MAX_ROUNDS = 24;
+/// The most that fixes are tried, of which some did harm, and after which try whole elements are
+/// left alone. Another run on the same bytes does the same, so these must not be counted over all
+/// rounds.
+constexpr int MAX_TRIES = 8;
+constexpr int MAX_CAREFUL_TRIES = 4;
+/// Far more than any document takes.
+constexpr int MAX_CHECKS = 100;
 
 /// The edits of all fixes in the order of the document, each once.
 std::vector<Edit> editsOf(const std::vector<Fix>& fixes) {
@@ -70,22 +74,24 @@ FixedDocument fixDocument(std::string document,
                           const std::optional<std::vector<std::string>>& package) {
   FixedDocument fixed = {checkDocument(std::move(document), locales, logMask, package)};
   ExcludedFixes excluded;
-  for (int round = 0; round < MAX_ROUNDS; ++round) {
+  // Names bring attributes to light, these keys, these values: there are a handful of rounds.
+  int tries = 0;
+  for (int checks = 0; checks < MAX_CHECKS && tries < MAX_TRIES; ++checks) {
     std::vector<Fix> fixes = fixesOf(*fixed.report);
     fixes.erase(std::remove_if(fixes.begin(), fixes.end(),
-                               [&](const Fix& fix) { return excluded.has(fix); }),
+                               [&](const Fix& fix) { return excluded.has(*fixed.report, fix); }),
                 fixes.end());
     std::optional<std::string> next =
         fixes.empty() ? std::nullopt : withFixes(*fixed.report, fixes);
     if (!next) {
       break;
     }
-    std::unique_ptr<const Report> report =
-        checkDocument(std::move(*next), locales, logMask, package);
-    if (!FixReview(*fixed.report, fixes).exclude(*report, excluded)) {
+    auto report = checkDocument(std::move(*next), locales, logMask, package);
+    if (!FixReview(*fixed.report, fixes).exclude(*report, ++tries > MAX_CAREFUL_TRIES, excluded)) {
       fixed.report = std::move(report);
       fixed.count += fixes.size();
       excluded = {};  // what was harmful once may be right now, as it would be in another run
+      tries = 0;
     }
   }
   return fixed;

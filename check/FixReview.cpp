@@ -22,14 +22,31 @@ bool isHarm(FindingCode code) noexcept {
   return std::find(std::begin(HARM), std::end(HARM), code) != std::end(HARM);
 }
 
+/// The child of the root that an element is in; of the root itself the root.
+const util::XmlNode* subtreeOf(const util::XmlNode* element) noexcept {
+  while (element->parent() != nullptr && element->parent()->parent() != nullptr) {
+    element = element->parent();
+  }
+  return element;
+}
+
 }  // namespace
+
+bool ExcludedFixes::has(const Report& report, const Fix& fix) const {
+  return fix.isNamespace
+             ? namespaces
+             : elements.count(fix.finding->elementNumber) != 0 ||
+                   (!subtrees.empty() &&
+                    subtrees.count(report.numberOf(subtreeOf(fix.finding->element))) != 0);
+}
 
 FixReview::Fault FixReview::faultOf(const Diagnostic& finding) noexcept {
   return {finding.code, finding.elementNumber, finding.attribute};
 }
 
 FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
-    : wasRejected_(std::any_of(before.findings().begin(), before.findings().end(), isError)) {
+    : before_(before),
+      wasRejected_(std::any_of(before.findings().begin(), before.findings().end(), isError)) {
   for (const Diagnostic& finding : before.findings()) {
     faults_.insert(faultOf(finding));
     if (finding.code == FindingCode::NOT_READ) {
@@ -43,7 +60,7 @@ FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
     if (fix.isNamespace) {
       continue;
     }
-    touched_.insert(number);
+    touched_.emplace(number, fix.finding->element);
     if (fix.finding->code == FindingCode::UNKNOWN_ELEMENT) {
       identified_.insert(number);
     }
@@ -54,7 +71,8 @@ FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
   }
 }
 
-bool FixReview::exclude(const Report& after, ExcludedFixes& excluded) const {
+bool FixReview::exclude(const Report& after, bool isThorough, ExcludedFixes& excluded) {
+  isThorough_ = isThorough;
   bool isAny = false;
   for (const Diagnostic& finding : after.findings()) {
     isAny |= judge(after, finding, excluded);
@@ -110,11 +128,15 @@ bool FixReview::excludeCause(const Report& after, const Diagnostic& error,
 }
 
 bool FixReview::excludeElement(std::uint32_t number, ExcludedFixes& excluded) const {
-  if (touched_.count(number) != 0) {
-    excluded.elements.insert(number);
-    return true;
+  const auto found = touched_.find(number);
+  if (found == touched_.end()) {
+    return false;
   }
-  return false;
+  excluded.elements.insert(number);
+  if (isThorough_) {
+    excluded.subtrees.insert(before_.numberOf(subtreeOf(found->second)));
+  }
+  return true;
 }
 
 /// Those of namespaces, which may do it anywhere, and if there are none all others.
@@ -122,7 +144,9 @@ bool FixReview::excludeAll(ExcludedFixes& excluded) const {
   if (hasNamespaces_) {
     return excluded.namespaces = true;
   }
-  excluded.elements.insert(touched_.begin(), touched_.end());
+  for (const auto& [number, element] : touched_) {
+    excluded.elements.insert(number);
+  }
   return true;
 }
 

@@ -139,6 +139,16 @@ TEST(Fix, KeepsTheEncoding) {
   EXPECT_EQ(fixed(ascii), ascii);
 }
 
+// Each of them hides the next one.
+TEST(Fix, LeavesAnElementAloneInWhichManyFixesDoHarm) {
+  std::string settings;
+  for (int i = 0; i < 40; ++i) {
+    settings += test::asset("maxconnections", "");
+  }
+  const std::string network = test::extension("network", settings);
+  EXPECT_EQ(fixed(test::widget(network + "<Name/>")), test::widget(network + "<name/>"));
+}
+
 TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
   constexpr int COUNT = 20000;
   std::string all;
