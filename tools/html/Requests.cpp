@@ -87,7 +87,7 @@ void Requests::add(const Config& record, std::size_t audience) {
   addAccess(record, audience);
   for (const Config::Feature& feature : record.getFeatures()) {
     features_.add(
-        {feature.name, feature.required ? "required: it does not run without" : "optional",
+        {feature.name, feature.required ? "required: it does not run without it" : "optional",
          feature.params},
         audience);
   }
