@@ -147,12 +147,33 @@ std::string unexpectedSentence(const XmlNode& element) {
          " is not read.";
 }
 
+/// The namespace in which a name means something; empty when there is none.
+std::string_view namespaceOf(std::string_view name) {
+  const auto isName = [&](const auto& known) { return known.name == name; };
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (isName(*known) || std::any_of(known->children.begin(), known->children.end(), isName)) {
+      return known->isExtension ? std::string_view(config::EXTENSION_NAMESPACE)
+                                : std::string_view(config::W3C_WIDGETS_NAMESPACE);
+    }
+  }
+  const auto attributes = config::widgetDescription().attributes;
+  return std::any_of(attributes.begin(), attributes.end(),
+                     [&](const auto& known) { return known.isExtension && isName(known); })
+             ? config::EXTENSION_NAMESPACE
+             : "";
+}
+
 /// What to write for a name whose prefix is not declared; nothing for a name without one.
 std::string missingDeclaration(std::string_view name) {
-  const std::string_view prefix = name.substr(0, name.find(':'));
-  return prefix.size() == name.size() ? ""
-                                      : "declare it in <widget> by xmlns:" + std::string(prefix) +
-                                            "=\"" + config::EXTENSION_NAMESPACE + "\".";
+  const std::size_t colon = name.find(':');
+  if (colon == std::string_view::npos) {
+    return {};
+  }
+  const std::string prefix(name.substr(0, colon));
+  const std::string_view known =
+      prefix == "tavlo" ? config::EXTENSION_NAMESPACE : namespaceOf(name.substr(colon + 1));
+  return "declare it in <widget> by xmlns:" + prefix + "=\"" +
+         std::string(known.empty() ? "..." : known) + "\".";
 }
 
 std::string unknownAttributeSentence(const Diagnostic& finding) {

@@ -120,6 +120,8 @@ TEST(XmlMessage, IsPutInOtherWordsIfItIsKnown) {
       {"Opening and ending tag mismatch: a line 1 and b", "<a> in line 1 is closed by </b>."},
       {"Opening and ending tag mismatch: a line 1", "Opening and ending tag mismatch: a line 1"},
       {"Unsupported encoding x", "Unknown encoding \"x\"; save the document as UTF-8."},
+      {"Document labelled UTF-16 but has UTF-8 content",
+       "The document declares UTF-16, but is UTF-8; correct what it declares."},
       {"Attribute b redefined", "The attribute \"b\" stands twice."},
       {"Attribute b", "Attribute b"},
       {"The document is empty", "The document is empty"},
