@@ -7,11 +7,14 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <memory>
+#include <stdexcept>
 #include <thread>
 
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/RecordDump.h"
+#include "tools/commands/InOrder.h"
 #include "util/HostUriMunger.h"
 #include "util/IDNConverter.h"
 #include "util/Log.h"
@@ -186,6 +189,45 @@ TEST(Threads, ManyShareIdentityParsersAndMungers) {
     }
   });
   EXPECT_EQ(wrong + usesMalloc, 0);
+}
+
+// The command line's threads, without its files.
+TEST(ThreadsOfTheTool, DeliverInOrderUpToWhatThrows) {
+  const struct {
+    std::size_t count, workFailsAt, deliveryFailsAt, delivered;
+  } cases[] = {{0, 9, 9, 0},
+               {1, 9, 9, 1},
+               {2000, 9999, 9999, 2000},
+               {2000, 1501, 9999, 1501},
+               {2000, 9999, 1003, 1003},
+               {2000, 0, 0, 0}};
+  for (const auto& c : cases) {
+    for (const unsigned int jobs : {1U, 2U, 7U}) {
+      SCOPED_TRACE(testing::Message() << c.delivered << " of " << c.count << ", jobs " << jobs);
+      std::size_t delivered = 0;  // guarded by nothing but the promise
+      tools::InOrder<std::unique_ptr<std::size_t>> results(
+          c.count, jobs,
+          [&](std::size_t index) {
+            return index == c.workFailsAt ? throw std::out_of_range("work")
+                                          : std::make_unique<std::size_t>(index);
+          },
+          [&](std::size_t index, const std::unique_ptr<std::size_t>& result) {
+            EXPECT_EQ(*result, index);
+            EXPECT_EQ(index, delivered);
+            if (index == c.deliveryFailsAt) {
+              throw std::out_of_range("delivery");
+            }
+            std::this_thread::yield();  // so that another one would come in between
+            ++delivered;
+          });
+      if (c.workFailsAt < c.count || c.deliveryFailsAt < c.count) {
+        EXPECT_THROW(results.run(), std::out_of_range);
+      } else {
+        results.run();
+      }
+      EXPECT_EQ(delivered, c.delivered);
+    }
+  }
 }
 
 }  // namespace

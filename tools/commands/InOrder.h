@@ -117,12 +117,9 @@ class InOrder {
     return portion;
   }
 
-  /// Unless another thread is at it, which looks again before it stops.
+  /// Nothing while another thread is at it: that one has emptied the slot whose turn it is, and
+  /// looks again before it stops.
   void deliverReady(std::unique_lock<std::mutex>& lock) {
-    if (delivering_) {
-      return;
-    }
-    delivering_ = true;
     while (!stopped_ && slots_[taken_ % slots_.size()].has_value()) {
       std::optional<Portion> portion = std::exchange(slots_[taken_ % slots_.size()], std::nullopt);
       lock.unlock();
@@ -136,7 +133,6 @@ class InOrder {
       ++taken_;
       room_.notify_all();
     }
-    delivering_ = false;
   }
 
   void deliverPortion(Portion& portion, std::size_t index) const {
@@ -157,9 +153,8 @@ class InOrder {
   std::mutex mutex_;              // of what follows
   std::condition_variable room_;  // for another portion
   std::vector<std::optional<Portion>> slots_;
-  std::size_t next_ = 0;     // the first portion not begun
-  std::size_t taken_ = 0;    // the number of portions delivered
-  bool delivering_ = false;  // whether a thread is at it
+  std::size_t next_ = 0;   // the first portion not begun
+  std::size_t taken_ = 0;  // the number of portions delivered
   bool stopped_ = false;
   std::exception_ptr failure_;
 };
