@@ -20,14 +20,15 @@ template <typename Entry>
 class KeyIndex {
  public:
   KeyIndex(const std::vector<Entry>& list, std::string Entry::*key) noexcept
-      : list_(list), positions_(Less{&list, key}) {}
+      : list_(list), key_(key), positions_(Less{&list, key}), hint_(positions_.end()) {}
 
   /// Whether some entry of the list has the key.
   [[nodiscard]] bool contains(std::string_view key) {
     for (; indexed_ < list_.size(); ++indexed_) {
-      positions_.insert(indexed_);
+      hint_ = positions_.insert(hint_, indexed_);
     }
-    return positions_.find(key) != positions_.end();
+    hint_ = positions_.lower_bound(key);  // where the key belongs if it comes next
+    return hint_ != positions_.end() && list_[*hint_].*key_ == key;
   }
 
  private:
@@ -48,7 +49,9 @@ class KeyIndex {
   };
 
   const std::vector<Entry>& list_;
+  std::string Entry::*key_;
   std::set<std::size_t, Less> positions_;
+  typename std::set<std::size_t, Less>::iterator hint_;
   std::size_t indexed_ = 0;  // entries of the list that are in the index
 };
 
