@@ -103,7 +103,7 @@ struct Position {
 inline Position positionOf(xmlParserCtxt* context) noexcept {
   int line = 0;
   int column = 0;
-#if LIBXML_VERSION >= 21400
+#if LIBXML_VERSION >= 21500
   xmlCtxtGetInputPosition(context, 0, nullptr, &line, &column, nullptr);
 #else
   if (context->inputNr > 0) {
