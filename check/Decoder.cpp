@@ -7,6 +7,7 @@
 
 #include <iterator>
 #include <memory>
+#include <new>
 
 #include "util/ParseException.h"
 #include "util/xml/XmlEncoding.h"
@@ -17,6 +18,14 @@ namespace {
 struct ConverterCloser {
   void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
 };
+
+/// What ICU says of a call; throws when it had no memory.
+bool didSucceed(UErrorCode error) {
+  if (error == U_MEMORY_ALLOCATION_ERROR) {
+    throw std::bad_alloc();
+  }
+  return U_SUCCESS(error);
+}
 
 }  // namespace
 
@@ -45,16 +54,17 @@ std::optional<std::string> encodingOf(std::string_view document) {
   return encoding->form == Form::UTF_8 ? std::string() : std::string(encoding->name);
 }
 
-bool isKnownEncoding(const std::string& name) noexcept {
+bool isKnownEncoding(const std::string& name) {
   UErrorCode error = U_ZERO_ERROR;
-  return ucnv_countAliases(name.c_str(), &error) > 0 && U_SUCCESS(error);
+  const bool isKnown = ucnv_countAliases(name.c_str(), &error) > 0;
+  return didSucceed(error) && isKnown;
 }
 
 bool decode(std::string_view document, const std::string& encoding, std::string& text,
             std::vector<std::uint32_t>& bytes) {
   UErrorCode error = U_ZERO_ERROR;
   const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
-  if (U_FAILURE(error)) {
+  if (!didSucceed(error)) {
     return false;
   }
   const char* const begin = document.data();
@@ -102,7 +112,7 @@ std::optional<std::string> encode(std::string_view text, const std::string& enco
   const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
   ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                         &error);
-  if (U_FAILURE(error)) {
+  if (!didSucceed(error)) {
     return std::nullopt;
   }
   std::u16string units(text.size(), u'\0');  // no fewer bytes than units
@@ -115,7 +125,7 @@ std::optional<std::string> encode(std::string_view text, const std::string& enco
   const std::int32_t size =
       ucnv_fromUChars(converter.get(), bytes.data(), static_cast<std::int32_t>(bytes.size()),
                       units.data(), count, &error);
-  if (U_FAILURE(error)) {
+  if (!didSucceed(error)) {
     return std::nullopt;
   }
   bytes.resize(static_cast<std::size_t>(size));

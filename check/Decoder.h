@@ -12,8 +12,8 @@ namespace orvane::nimbrel::check {
 /// that is not accepted.
 [[nodiscard]] std::optional<std::string> encodingOf(std::string_view document);
 
-/// Whether an encoding has this name.
-[[nodiscard]] bool isKnownEncoding(const std::string& name) noexcept;
+/// Whether an encoding has this name. Throws only `std::bad_alloc`.
+[[nodiscard]] bool isKnownEncoding(const std::string& name);
 
 /// Decodes a document of an encoding that `encodingOf` names into UTF-8, without a byte order mark.
 /// `bytes` gets the offset in the document of each code point, and its size at last. False, with
