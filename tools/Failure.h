@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
+#include <new>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "config/ConfigParser.h"
@@ -73,6 +76,15 @@ class DocumentFailure : public Failure {
 inline DocumentFailure rejection(const std::string& file, const std::string& reason,
                                  std::uint32_t line = 0, std::uint32_t column = 0) {
   return {EXIT_REJECTED, file, {reason, line, column}};
+}
+
+/// The system has no bytes of a file, or entries of a directory, for this reason. Throws
+/// `std::bad_alloc` when that is a lack of memory, be it for the exception itself.
+inline DocumentFailure unreadable(const std::string& path, int error) {
+  if (error == ENOMEM) {
+    throw std::bad_alloc();
+  }
+  return {EXIT_UNUSABLE, path, {"cannot be read: " + std::generic_category().message(error)}};
 }
 
 /// What `read` makes of the document called `file`. All that the library throws to reject one

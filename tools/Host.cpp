@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <libxml/parser.h>
 #include <libxml/threads.h>
 #include <libxml/xmlerror.h>
 #include <malloc.h>
@@ -130,6 +131,7 @@ void silenceXml() noexcept {
 #endif
   // Generic, as the second parameter is constant or not by the version of libxml2.
   xmlSetStructuredErrorFunc(nullptr, [](void* /*context*/, auto* /*error*/) {});
+  xmlInitParser();  // here, as the function counts for this thread alone
 }
 
 GlibGuard::GlibGuard() {

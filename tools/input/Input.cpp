@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <system_error>
 #include <utility>
 
 #include "tools/Failure.h"
@@ -25,14 +24,6 @@ DocumentFailure tooLarge(const std::string& path) {
   return rejection(path, "The document is too large");
 }
 
-DocumentFailure unreadable(const std::string& path, const std::string& reason) {
-  return {EXIT_UNUSABLE, path, {"cannot be read: " + reason}};
-}
-
-DocumentFailure unreadable(const std::string& path, int error) {
-  return unreadable(path, std::generic_category().message(error));
-}
-
 /// Throws when something is no regular file, or cannot be seen.
 void requireRegular(const std::string& path, int result, const struct stat& status) {
   if (result != 0) {
@@ -42,7 +33,7 @@ void requireRegular(const std::string& path, int result, const struct stat& stat
     throw unreadable(path, ::access(path.c_str(), R_OK) == 0 ? EISDIR : errno);
   }
   if (!S_ISREG(status.st_mode)) {
-    throw unreadable(path, "Not a regular file");
+    throw DocumentFailure(EXIT_UNUSABLE, path, {"cannot be read: Not a regular file"});
   }
 }
 
