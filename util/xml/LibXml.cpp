@@ -29,6 +29,9 @@ T* orBadAlloc(T* pointer) {
 }
 
 #if LIBXML_VERSION < 21400
+// What 2.12 and 2.13 advise against has no replacement before 2.14.
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+
 /// libxml2 2.9 goes on with a null pointer when it has no memory to make a buffer larger, so that
 /// of a document is large to begin with. Belongs to one thread, and is set back.
 class BufferSizeGuard {
