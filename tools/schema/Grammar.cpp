@@ -4,7 +4,7 @@
 
 #include "config/ElementDescription.h"
 #include "config/Namespaces.h"
-#include "tools/schema/Pattern.h"
+#include "tools/schema/Builders.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -16,7 +16,6 @@ using config::ElementDescription;
 using config::KeyDescription;
 using config::ValueKind;
 using Kind = Pattern::Kind;
-using Patterns = std::vector<Pattern>;
 
 // Values that can be told from others; all others are any text. Each takes what the parser takes
 // and more: the grammar accepts all that is right.
@@ -48,35 +47,6 @@ constexpr char TEXT[] = "text-content";
 constexpr char NESTED[] = "nested-element";
 constexpr char FOREIGN[] = "foreign-element";
 constexpr char ANYTHING[] = "anything";
-
-Pattern text() {
-  return {Kind::TEXT};
-}
-Pattern reference(std::string_view name) {
-  return {Kind::REFERENCE, std::string(name)};
-}
-Pattern optional(Pattern part) {
-  return {Kind::OPTIONAL, {}, {std::move(part)}};
-}
-Pattern repeated(Pattern part) {
-  return {Kind::REPEATED, {}, {std::move(part)}};
-}
-Pattern choice(Patterns parts) {
-  return parts.size() == 1 ? parts.front() : Pattern{Kind::CHOICE, {}, std::move(parts)};
-}
-Pattern attribute(std::string name, Pattern value) {
-  return {Kind::ATTRIBUTE, std::move(name), {std::move(value)}};
-}
-Pattern anyAttribute(std::vector<std::string> excepted) {
-  return repeated({Kind::ATTRIBUTE, "*", {text()}, std::move(excepted)});
-}
-Pattern words(const std::vector<std::string_view>& all) {
-  Patterns values;
-  for (const std::string_view word : all) {
-    values.push_back({Kind::VALUE, std::string(word)});
-  }
-  return choice(std::move(values));
-}
 
 std::string prefixed(std::string_view name, bool isExtension) {
   std::string result = isExtension ? "tavlo:" : "";
@@ -112,13 +82,6 @@ Pattern valueOf(const KeyDescription& key) {
     }
   }
   return words(all);
-}
-
-/// Attributes of which each may be there or not. Not as a group: of that libxml2 would follow each
-/// combination through all that stands behind it.
-Pattern together(Patterns attributes) {
-  return attributes.size() == 1 ? attributes.front()
-                                : Pattern{Kind::INTERLEAVE, {}, std::move(attributes)};
 }
 
 void addAttributes(Patterns& parts, DescriptionList<AttributeDescription> attributes,
