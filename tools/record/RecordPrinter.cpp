@@ -103,7 +103,8 @@ void RecordPrinter::printRecord(config::BasicConfig& record, const std::string& 
 
 void RecordPrinter::printText(const std::string& file, const std::string& report) {
   if (style_.several) {
-    writeOutput((std::exchange(first_, false) ? "" : "\n") + escape(file) + ":\n\n");
+    const std::string name = style_.colour ? "\x1b[1m" + escape(file) + "\x1b[0m" : escape(file);
+    writeOutput((std::exchange(first_, false) ? "" : "\n") + name + ":\n\n");
   }
   writeOutput(report);
 }
