@@ -196,6 +196,7 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
   ASSERT_NE(lie, bomb);
   const std::string streamed = patched(whole, "PK\x03\x04", 6, "\x08");  // sizes come later
   const char* const otherHeader = "a header of its own that says something else";
+  const std::string gapped = std::string(whole).insert(whole.rfind("PK\x05\x06"), "x");
   const struct {
     const char* title;
     std::string bytes;
@@ -230,8 +231,7 @@ TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
       {"longer than the archive", patched(streamed, "PK\x01\x02", 20, "\xFF\xFF"),
        "beyond the archive"},
       {"another size", patched(streamed, "PK\x01\x02", 24, "\x01"), "it has another size than"},
-      {"a gap", std::string(whole).insert(whole.rfind("PK\x05\x06"), "x"),
-       "something between its central directory and its end"},
+      {"a gap", gapped, "something between its central directory and its end"},
       {"two numbers of entries", patched(zip64(whole, 1), "PK\x05\x06", 8, number(2, 4)),
        "it has two ends"},
       {"two sizes of the directory", patched(zip64(whole, 1), "PK\x05\x06", 12, number(1, 4)),
