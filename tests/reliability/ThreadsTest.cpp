@@ -191,13 +191,23 @@ TEST(Threads, ManyShareIdentityParsersAndMungers) {
   EXPECT_EQ(wrong + usesMalloc, 0);
 }
 
+/// A result of so many bytes, counted by a pointer that all share.
+struct CountedResult {
+  std::size_t index;
+  std::size_t bytes;
+  std::shared_ptr<const int> counter;
+
+  [[nodiscard]] std::size_t size() const noexcept { return bytes; }
+};
+
 // The command line's threads, without its files.
 TEST(ThreadsOfTheTool, DeliverInOrderUpToWhatThrows) {
   const struct {
-    std::size_t count, workFailsAt, deliveryFailsAt, delivered;
+    std::size_t count, workFailsAt, deliveryFailsAt, delivered, bytes = 1;
   } cases[] = {{0, 9, 9, 0},
                {1, 9, 9, 1},
                {2000, 9999, 9999, 2000},
+               {2000, 9999, 9999, 2000, 1024 * 1024},
                {2000, 1501, 9999, 1501},
                {2000, 9999, 1003, 1003},
                {2000, 0, 0, 0}};
@@ -205,15 +215,19 @@ TEST(ThreadsOfTheTool, DeliverInOrderUpToWhatThrows) {
     for (const unsigned int jobs : {1U, 2U, 7U}) {
       SCOPED_TRACE(testing::Message() << c.delivered << " of " << c.count << ", jobs " << jobs);
       std::size_t delivered = 0;  // guarded by nothing but the promise
-      tools::InOrder<std::unique_ptr<std::size_t>> results(
+      const auto counter = std::make_shared<const int>();
+      // Of large results one for each thread, beside the pointer of the test.
+      const long maximum = c.bytes == 1 ? 1 + 32 * static_cast<long>(jobs) : 1 + jobs;
+      tools::InOrder<CountedResult> results(
           c.count, jobs,
           [&](std::size_t index) {
             return index == c.workFailsAt ? throw std::out_of_range("work")
-                                          : std::make_unique<std::size_t>(index);
+                                          : CountedResult{index, c.bytes, counter};
           },
-          [&](std::size_t index, const std::unique_ptr<std::size_t>& result) {
-            EXPECT_EQ(*result, index);
+          [&](std::size_t index, const CountedResult& result) {
+            EXPECT_EQ(result.index, index);
             EXPECT_EQ(index, delivered);
+            EXPECT_LE(counter.use_count(), maximum);
             if (index == c.deliveryFailsAt) {
               throw std::out_of_range("delivery");
             }

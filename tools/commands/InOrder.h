@@ -14,13 +14,15 @@
 
 namespace orvane::nimbrel::tools {
 
-/// Does `count` pieces of work on several threads, of which this is one, each a few at a time, and
-/// delivers the results in order; no more than some of them are in memory.
+/// Does `count` pieces of work on several threads, of which this is one, and delivers the results
+/// in order; no more than some of them, of large ones one for each thread, are in memory.
 ///
 /// A thread that has the result whose turn it is delivers it, and those behind it that are ready,
 /// while the others work on. `deliver` runs on one thread at a time. What a piece of work throws
 /// ends all when its turn comes, as does what `deliver` throws; it is thrown again by `run`. All
 /// threads have ended when that returns or throws.
+///
+/// A result has `size()`: the bytes that it holds, roughly.
 template <typename Result>
 class InOrder {
  public:
@@ -30,10 +32,9 @@ class InOrder {
   InOrder(std::size_t count, unsigned int jobs, Work work, Deliver deliver)
       : count_(count),
         jobs_(jobs),
-        portion_(count < std::size_t{4} * jobs * LARGEST_PORTION ? 1 : LARGEST_PORTION),
         work_(std::move(work)),
         deliver_(std::move(deliver)),
-        slots_(jobs * PORTIONS_FOR_A_JOB) {}
+        slots_(std::min<std::size_t>(jobs, count) * SLOTS_FOR_A_JOB) {}
   InOrder(const InOrder&) = delete;
   InOrder& operator=(const InOrder&) = delete;
   ~InOrder() {
@@ -51,13 +52,15 @@ class InOrder {
   }
 
  private:
-  static constexpr std::size_t LARGEST_PORTION = 8;
-  static constexpr std::size_t PORTIONS_FOR_A_JOB = 4;
+  static constexpr std::size_t SLOTS_FOR_A_JOB = 32;
+  static constexpr std::size_t MAXIMUM_SIZE = std::size_t{1024} * 1024;
 
-  /// Results of consecutive pieces of work, up to one that threw.
-  struct Portion {
-    std::vector<Result> results;
+  /// What came of a piece of work: one of both.
+  struct Outcome {
+    std::optional<Result> result;
     std::exception_ptr failure;
+
+    [[nodiscard]] std::size_t size() const { return result ? result->size() : 0; }
   };
 
   void startThreads() {
@@ -87,74 +90,77 @@ class InOrder {
     room_.notify_all();
   }
 
-  [[nodiscard]] bool hasMore() const noexcept { return next_ * portion_ < count_; }
+  [[nodiscard]] bool isAtEnd() const noexcept { return stopped_ || next_ == count_; }
+
+  /// The result whose turn it is has room in any case, or nothing would go on.
+  [[nodiscard]] bool hasRoom() const noexcept {
+    return next_ == delivered_ || (next_ < delivered_ + slots_.size() && size_ < MAXIMUM_SIZE);
+  }
 
   void workOn() {
     std::unique_lock<std::mutex> lock(mutex_);
     while (true) {
-      room_.wait(lock, [&] { return stopped_ || !hasMore() || next_ < taken_ + slots_.size(); });
-      if (stopped_ || !hasMore()) {
+      room_.wait(lock, [&] { return isAtEnd() || hasRoom(); });
+      if (isAtEnd()) {
         return;
       }
-      const std::size_t number = next_++;
+      const std::size_t index = next_++;
       lock.unlock();
-      Portion portion = doPortion(number * portion_);
+      Outcome outcome = workOn(index);
       lock.lock();
-      slots_[number % slots_.size()] = std::move(portion);
+      size_ += outcome.size();
+      slots_[index % slots_.size()].emplace(std::move(outcome));
       deliverReady(lock);
     }
   }
 
-  Portion doPortion(std::size_t begin) const {
-    Portion portion;
+  Outcome workOn(std::size_t index) const {
     try {
-      for (std::size_t i = begin; i < std::min(begin + portion_, count_); ++i) {
-        portion.results.push_back(work_(i));
-      }
+      return {work_(index), nullptr};
     } catch (...) {
-      portion.failure = std::current_exception();
+      return {std::nullopt, std::current_exception()};
     }
-    return portion;
   }
 
   /// Nothing while another thread is at it: that one has emptied the slot whose turn it is, and
   /// looks again before it stops.
   void deliverReady(std::unique_lock<std::mutex>& lock) {
-    while (!stopped_ && slots_[taken_ % slots_.size()].has_value()) {
-      std::optional<Portion> portion = std::exchange(slots_[taken_ % slots_.size()], std::nullopt);
+    while (!stopped_ && slots_[delivered_ % slots_.size()].has_value()) {
+      std::optional<Outcome> outcome =
+          std::exchange(slots_[delivered_ % slots_.size()], std::nullopt);
+      const std::size_t size = outcome->size();
       lock.unlock();
       try {
-        deliverPortion(*portion, taken_ * portion_);  // only this thread writes taken_
+        deliver(*outcome, delivered_);  // only this thread writes delivered_
       } catch (...) {
         stop(std::current_exception());
       }
-      portion.reset();
+      outcome.reset();
       lock.lock();
-      ++taken_;
+      ++delivered_;
+      size_ -= size;
       room_.notify_all();
     }
   }
 
-  void deliverPortion(Portion& portion, std::size_t index) const {
-    for (Result& result : portion.results) {
-      deliver_(index++, std::move(result));
+  void deliver(Outcome& outcome, std::size_t index) const {
+    if (outcome.failure) {
+      std::rethrow_exception(outcome.failure);
     }
-    if (portion.failure) {
-      std::rethrow_exception(portion.failure);
-    }
+    deliver_(index, std::move(*outcome.result));
   }
 
   const std::size_t count_;
   const unsigned int jobs_;
-  const std::size_t portion_;  // the pieces of work that a thread does at a time
   const Work work_;
   const Deliver deliver_;
   std::vector<std::thread> threads_;
   std::mutex mutex_;              // of what follows
-  std::condition_variable room_;  // for another portion
-  std::vector<std::optional<Portion>> slots_;
-  std::size_t next_ = 0;   // the first portion not begun
-  std::size_t taken_ = 0;  // the number of portions delivered
+  std::condition_variable room_;  // for another result
+  std::vector<std::optional<Outcome>> slots_;
+  std::size_t size_ = 0;       // of the results that are not delivered
+  std::size_t next_ = 0;       // the first piece of work not begun
+  std::size_t delivered_ = 0;  // the number of results delivered
   bool stopped_ = false;
   std::exception_ptr failure_;
 };

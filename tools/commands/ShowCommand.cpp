@@ -74,11 +74,9 @@ const char* textOrNull(const std::optional<std::string>& text) {
 }
 
 std::shared_ptr<config::Config> parseDocument(const Settings& settings, const std::string& file,
+                                              const Document& document,
                                               config::NimbrelConfigParser& parser) {
   const char* encoding = textOrNull(settings.encoding);
-  // Only a buffer can bear another name.
-  const Document document = settings.url ? readDocument(file, settings.stdinName)
-                                         : findDocument(file, settings.stdinName);
   return parsingDocument(document.name, parser, [&] {
     return document.bytes ? parser.parse(document.bytes->data(),
                                          static_cast<unsigned int>(document.bytes->size()),
@@ -92,6 +90,10 @@ struct ShownFile {
   std::shared_ptr<config::BasicConfig> record;
   std::string errorText;
   std::optional<DocumentFailure> failure;
+  std::size_t documentSize = 0;
+
+  /// The bytes of the document, with which the record grows.
+  [[nodiscard]] std::size_t size() const noexcept { return documentSize; }
 };
 
 ShownFile showFile(const Settings& settings, const std::string& file) {
@@ -99,9 +101,13 @@ ShownFile showFile(const Settings& settings, const std::string& file) {
   const auto parser =
       config::createNimbrelConfigParser(settings.locales ? *settings.locales : userLocales());
   try {
-    auto record =
-        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, file, *parser));
-    return {std::move(record), parser->getErrorText(), std::nullopt};
+    // Only a buffer can bear another name.
+    const Document document = settings.url ? readDocument(file, settings.stdinName)
+                                           : findDocument(file, settings.stdinName);
+    auto record = std::dynamic_pointer_cast<config::BasicConfig>(
+        parseDocument(settings, file, document, *parser));
+    return {std::move(record), parser->getErrorText(), std::nullopt,
+            document.bytes ? document.bytes->size() : static_cast<std::size_t>(document.fileSize)};
   } catch (const DocumentFailure& failure) {
     return {nullptr, {}, failure};
   }

@@ -154,7 +154,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
     return findInPackage(read, file->size(), path);
   }
   if (!wantsBytes) {
-    return {path, std::nullopt};
+    return {path, std::nullopt, std::nullopt, nullptr, file->size()};
   }
   return {path, file->readAll()};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ struct Document {
   std::optional<std::vector<std::string>> package = std::nullopt;
   /// That package, which may be read as long as the pointer lives; null for a document alone.
   std::shared_ptr<const ZipArchive> archive = nullptr;
+  std::uint64_t fileSize = 0;  ///< of that regular file, when there are no bytes
 };
 
 /// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged
