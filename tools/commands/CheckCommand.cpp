@@ -158,11 +158,13 @@ CheckedFile checkFile(const std::string& path, const Options& options, std::uint
 /// Checks all files, and prints what is found in their order.
 void checkFiles(const Options& options, FindingPrinter& printer) {
   const std::uint32_t logMask = util::logMask();
+  const bool showsFindings = isTerminal() && !options.summary;
   forEachFile(
       options, "findings",
       [&](const std::string& path) { return checkFile(path, options, logMask); },
       [&](const std::string& name, const CheckedFile& file, Progress& progress) {
-        if (file.failure || !file.report->findings().empty() || !file.diff.empty()) {
+        if (file.failure ||
+            (showsFindings && (!file.report->findings().empty() || !file.diff.empty()))) {
           progress.clear();
         }
         writeOutput(file.diff);
@@ -202,6 +204,9 @@ ExitStatus runCheck(int argc, char** argv) {
   }
   if (options.density) {
     answerDensity(*options.density);
+  }
+  if (isTerminal() && options.format != "text" && !options.summary) {
+    options.progress = false;  // the output shows it
   }
   options.findFiles(std::move(*operands));
   const std::unique_ptr<FindingPrinter> printer = printerFor(options);
