@@ -209,6 +209,9 @@ ExitStatus runCheck(int argc, char** argv) {
     options.progress = false;  // the output shows it
   }
   options.findFiles(std::move(*operands));
+  if (options.fix) {
+    options.jobs = 1;  // the first of two names of one file fixes it
+  }
   const std::unique_ptr<FindingPrinter> printer = printerFor(options);
   checkFiles(options, *printer);
   if (printer->files().unreadable != 0) {

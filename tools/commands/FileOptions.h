@@ -1,14 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <optional>
 #include <string>
-#include <thread>
-#include <utility>
 #include <vector>
 
 #include "tools/commands/Arguments.h"
-#include "tools/input/FileList.h"
 #include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
@@ -30,13 +26,9 @@ struct FileSettings {
     return file == STANDARD_INPUT ? stdinName : file;
   }
 
-  /// Takes over the operands and lists the files. Throws `Failure`.
-  void findFiles(std::vector<std::string> operands) {
-    files = listFiles(std::move(operands), recursive, filesFrom);
-    if (jobs == 0) {
-      jobs = std::max(1U, std::thread::hardware_concurrency());
-    }
-  }
+  /// Takes over the operands and lists the files, and sets `jobs` to what is possible. Throws
+  /// `Failure`.
+  void findFiles(std::vector<std::string> operands);
 };
 
 template <typename Settings>
