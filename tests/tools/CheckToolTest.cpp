@@ -162,7 +162,8 @@ TEST(CheckToolJson, HasEveryMemberOfAFinding) {
 
 TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
   const Outcome outcome = check(
-      widget("\n<x xmlns='urn:x'>\xF0\x9F\x90\x9F</x><icon src='a' heigth='3'/><icon src='a'/>"),
+      widget(
+          "\n<x xmlns='urn:x'>\xF0\x9F\x90\x9F</x><icon src='a' heigth='[3](x)'/><icon src='a'/>"),
       {"--format", "sarif"});
   EXPECT_EQ(outcome.status, 1);
   const Json json = Json::parse(outcome.out);
@@ -187,7 +188,7 @@ TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
   const Json& second = log["results"][1];
   EXPECT_EQ(second["ruleId"], "unknown-attribute");
   EXPECT_EQ(second["message"]["text"],
-            "icon: heigth=\"3\": Unknown attribute. Did you mean \"height\"?");
+            "icon: heigth=\"\\[3\\](x)\": Unknown attribute. Did you mean \"height\"?");
   EXPECT_EQ(second["locations"], Json::parse(R"([{"physicalLocation": {
     "artifactLocation": {"uri": "-", "uriBaseId": "SRCROOT"}, "region": {"startLine": 2, "startColumn": 38, "endLine": 2,
     "endColumn": 44, "byteOffset": 138, "byteLength": 6}}}])"));

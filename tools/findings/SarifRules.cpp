@@ -68,9 +68,13 @@ void writeRule(JsonSink& json, const Kind& kind) {
 }  // namespace
 
 void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text) {
+  std::string escaped;
+  for (const char c : text) {
+    escaped.append(c == '[' || c == ']' ? 1 : 0, '\\') += c;
+  }
   json.key(name);
   json.beginObject();
-  json.member("text", text);
+  json.member("text", escaped);
   json.endObject();
 }
 

@@ -13,7 +13,8 @@ inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 /// order, and its notifications.
 void writeSarifTool(JsonSink& json);
 
-/// Writes a member that is a message of SARIF.
+/// Writes a member that is a message of SARIF: with its brackets escaped, as else what a document
+/// says could become a link.
 void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text);
 
 }  // namespace orvane::nimbrel::tools
