@@ -33,9 +33,9 @@ void printEntries(HtmlWriter& html, const Entries& entries, const Print& print) 
   }
   html.markup("</ul>\n");
   if (number < entries.size()) {
-    html.markup("<p class=\"cut\">")
+    html.markup("<p class=\"cut\">Not on this page: ")
         .number(entries.size() - number)
-        .markup(" more are not on this page.</p>\n");
+        .markup(" more.</p>\n");
   }
   if (isFolded) {
     html.markup("</details>\n");

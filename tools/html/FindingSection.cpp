@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "check/Kind.h"
@@ -75,6 +76,22 @@ void printFinding(HtmlWriter& html, const check::Report& report, const check::Di
   html.markup("</p>\n</div>\n</li>\n");
 }
 
+/// A text of ours with code between backticks.
+void printProse(HtmlWriter& html, std::string_view text) {
+  for (bool isCode = false;; isCode = !isCode) {
+    const std::string_view part = text.substr(0, text.find('`'));
+    if (isCode) {
+      html.markup("<code>").text(part).markup("</code>");
+    } else {
+      html.text(part);
+    }
+    if (part.size() == text.size()) {
+      return;
+    }
+    text.remove_prefix(part.size() + 1);
+  }
+}
+
 /// What the codes that were found mean.
 void printMeanings(HtmlWriter& html, const check::Report& report) {
   std::vector<bool> isFound(check::kinds().size());
@@ -84,7 +101,8 @@ void printMeanings(HtmlWriter& html, const check::Report& report) {
   html.markup("<details>\n<summary>What the codes mean</summary>\n<dl class=\"meanings\">\n");
   for (const check::Kind& kind : check::kinds()) {
     if (isFound[static_cast<std::size_t>(kind.code)]) {
-      html.markup("<div><dt>").text(kind.name).markup("</dt><dd>").text(kind.summary);
+      html.markup("<div><dt>").text(kind.name).markup("</dt><dd>");
+      printProse(html, kind.summary);
       html.markup("</dd></div>\n");
     }
   }
@@ -123,10 +141,9 @@ void printFindings(HtmlWriter& html, const check::Report& report) {
   left.notes = std::min(counts.notes, MOST - left.errors - left.warnings);
   const std::size_t shown = left.errors + left.warnings + left.notes;
   if (shown < report.findings().size()) {
-    html.markup("<p class=\"cut\">").count(report.findings().size() - shown, "finding");
-    html.markup(
-        " more are not on this page, those that matter least. "
-        "<code>nimbrel-config check</code> prints all.</p>\n");
+    html.markup("<p class=\"cut\">Not on this page: ")
+        .count(report.findings().size() - shown, "more finding")
+        .markup(". The most severe are shown; <code>nimbrel-config check</code> prints all.</p>\n");
   }
   html.markup("<ol class=\"findings\">\n");
   for (const check::Diagnostic& finding : report.findings()) {

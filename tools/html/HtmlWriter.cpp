@@ -36,14 +36,23 @@ const char* referenceFor(char32_t character) noexcept {
 
 bool isNamed(char32_t character) noexcept {
   const bool isControl = character < 0x20 && character != '\n' && character != '\t';
-  return isControl || character == 0x7F || isUnprintable(character);
+  // XML allows them, HTML does not.
+  const bool isNoncharacter =
+      (character >= 0xFDD0 && character <= 0xFDEF) || (character & 0xFFFE) == 0xFFFE;
+  return isControl || character == 0x7F || isNoncharacter || isUnprintable(character);
 }
 
-/// Whether a text has the form of a language tag (BCP 47), so far as matters here.
+/// Whether a text has the form of a language tag (BCP 47), so far as matters here: up to eight
+/// letters or digits between hyphens.
 bool isTag(std::string_view text) noexcept {
-  return !text.empty() && text.size() <= LONGEST_TAG && util::ascii::isLetter(text.front()) &&
-         std::all_of(text.begin(), text.end(),
-                     [](char c) { return util::ascii::isLetterOrDigit(c) || c == '-'; });
+  std::size_t length = 0;  // of the subtag
+  for (const char c : text) {
+    length = c == '-' && length != 0 ? 0 : length + 1;
+    if (length > 8 || (length != 0 && !util::ascii::isLetterOrDigit(c))) {
+      return false;
+    }
+  }
+  return length != 0 && text.size() <= LONGEST_TAG && util::ascii::isLetter(text.front());
 }
 
 std::size_t charactersOf(std::string_view text) noexcept {

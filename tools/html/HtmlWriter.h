@@ -26,9 +26,9 @@ class HtmlWriter {
 
   /// A text that anybody may have written, for content and attributes in double quotes.
   ///
-  /// Markup characters and quotes become references. Characters that cannot be seen, or change the
-  /// direction of what follows, are named instead ("U+202E"), bytes that are no UTF-8 too. Line
-  /// breaks and tabs stay.
+  /// Markup characters and quotes become references. Control characters, marks of direction and
+  /// noncharacters are named instead ("U+202E"), bytes that are no UTF-8 too. Line breaks and tabs
+  /// stay.
   HtmlWriter& text(std::string_view text);
   /// The same of no more than `limit` characters, and of how many are left out.
   HtmlWriter& text(std::string_view text, std::size_t limit);

@@ -217,9 +217,9 @@ class Page {
     }
     html_.markup("</div>\n");
     if (audiences_.size() < audienceCount_) {
-      html_.markup("<p class=\"cut\">")
-          .count(audienceCount_ - audiences_.size(), "language")
-          .markup(" more are not on this page.</p>\n");
+      html_.markup("<p class=\"cut\">Not on this page: ")
+          .count(audienceCount_ - audiences_.size(), "more language")
+          .markup(".</p>\n");
     }
     html_.markup("</section>\n");
   }

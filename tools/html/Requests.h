@@ -13,7 +13,7 @@
 
 namespace orvane::nimbrel::tools {
 
-/// What an application asks for, put together of the records that its audiences get.
+/// What an application asks for, collected from the records that its audiences get.
 class Requests {
  public:
   /// Adds what the record of an audience asks for; `audience` is below `MOST_AUDIENCES`.

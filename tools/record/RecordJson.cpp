@@ -16,7 +16,7 @@ namespace {
 using config::Config;
 using util::LocalizableString;
 
-/// Tells the values of a record. A class, so that each function knows those below it.
+/// Writes the values of a record. A class, so that each function knows those below it.
 class RecordWriter {
  public:
   explicit RecordWriter(JsonSink& json) : json_(json) {}
