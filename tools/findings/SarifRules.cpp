@@ -17,9 +17,9 @@ constexpr struct {
   const char* meaning;
   const char* severity;
 } LEVELS[] = {
-    {"Nothing is ignored, but it may not be what was meant.", "recommendation"},
-    {"What is wrong is ignored; the rest of the document counts.", "warning"},
-    {"The document is rejected.", "error"},
+    {"A note says that something has no effect, or may not be what was meant.", "recommendation"},
+    {"A warning says that something is ignored, or does not work in its package.", "warning"},
+    {"An error rejects the document.", "error"},
 };
 
 std::string firstSentence(std::string_view text) {
