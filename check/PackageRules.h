@@ -11,20 +11,20 @@
 
 namespace orvane::nimbrel::check {
 
-/// What of a package can't work, by the names of its entries: what a document names and there is
-/// not, and names that systems take for others.
+/// Finds what cannot work in a package by the names of its entries: files that the document names
+/// and the package does not have, and names that some systems take for one another.
 class PackageRules {
  public:
-  /// `names` are those of all entries of the package. Findings go into the report, which has to
-  /// live as long, as `names` have to.
+  /// `names` are those of all entries of the package. They and the report, to which findings are
+  /// added, have to live as long.
   PackageRules(const std::vector<std::string>& names, Report& report);
 
   /// The names themselves.
   void checkNames();
-  /// The root: whether there is something to start for a user who prefers `locales`, or for null
-  /// for anybody. What follows is for the same user.
+  /// Whether there is a file to start for a user who prefers `locales`; for null, for anybody. The
+  /// children are checked for the same user.
   void checkRoot(const util::XmlNode& root, const std::vector<std::string>* locales);
-  /// A child of the root, about which everything else must be in the report already.
+  /// A child of the root. All other findings on it have to be in the report already.
   void checkChild(const util::XmlNode& element);
 
  private:

@@ -92,7 +92,7 @@ TEST(PackagedWidget, IsReadFromAFileAndFromStandardInput) {
             "Chess\n");
 }
 
-// Images are told by their beginnings; none is decoded here.
+// Images are recognised by their first bytes; none is decoded here.
 TEST(PackagedWidget, APageShowsTheIconThatABrowserCanDrawWithoutHarm) {
   const std::string gif("GIF89a\x10\0\x10\0", 10);
   const std::string png("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\4\0", 20);
@@ -184,7 +184,7 @@ TEST(PackagedWidget, IsCheckedWithItsDocument) {
   EXPECT_EQ(run({"check", "-"}, document).out, "no findings\n");
 }
 
-TEST(PackagedWidget, IsRefusedWhenItsDocumentIsInDoubt) {
+TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
   const std::size_t limit = std::size_t{16} * 1024 * 1024;
   std::string padded = widget("<name>Chess</name><license></license>");
   padded.insert(padded.find("</license>"), std::string(limit - padded.size(), ' '));

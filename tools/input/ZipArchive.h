@@ -33,9 +33,9 @@ struct ZipEntry {
 /// A ZIP archive that is read (PKWARE's APPNOTE.TXT, ZIP64 included), in time and memory linear in
 /// its central directory, of which no more than 16 MiB and 100,000 entries are read.
 ///
-/// Nothing is believed that would matter: each offset and size is checked against the bytes there
-/// are. What is said twice has to be the same, or programs would read another archive than this
-/// one. Throws `ZipProblem`, and what `Read` throws.
+/// Each offset and size is checked against the bytes there are. What the archive says in two places
+/// has to be the same, or another program may read other content. Throws `ZipProblem`, and what
+/// `Read` throws.
 class ZipArchive {
  public:
   /// The bytes from `at` on; fewer than `count` only at the end.
@@ -47,8 +47,8 @@ class ZipArchive {
   /// All entries, in the order of the directory.
   void forEachEntry(const std::function<void(const ZipEntry& entry)>& visit) const;
 
-  /// The content of an entry. Of one that is larger than the archive says no more than `limit`
-  /// bytes and a piece are made.
+  /// The content of an entry. No more than `limit` bytes and a piece are unpacked, whatever size
+  /// the archive says.
   [[nodiscard]] std::string unpack(const ZipEntry& entry, std::size_t limit) const;
 
  private:
