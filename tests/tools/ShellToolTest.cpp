@@ -13,7 +13,7 @@ TEST(ShowToolFields, OneLineForEachValue) {
       "<name short='C'>Chess <span xml:lang='he'>x</span></name><content src='a.html'/>"
       "<icon src='1.png' width='3'/><icon src='2.png'/><preference name='p' value=''/>"
       "<description>one\ntwo</description><t:permissions><t:permission name='a'/>"
-      "<t:permission name='a.b' value='no'/></t:permissions>"
+      "<t:permission name='a.b' value='no'/><t:permission name='runs'/></t:permissions>"
       "<t:network><t:asset key='user-agent' value='u'/>"
       "<t:asset key='user-agent' value='v'/></t:network>",
       "id='urn:x' width='12'");
@@ -24,7 +24,8 @@ TEST(ShowToolFields, OneLineForEachValue) {
       "license.href =>  icons.1.src => 2.png|  icons.1.width =>  icons.2.src =>  icons.x =>  "
       "icons => {\"src\":\"1.png\",\"height\":null,\"width\":3}|"
       "{\"src\":\"2.png\",\"height\":null,\"width\":null}|  netSettings.userAgents => u|v|  "
-      "appPermissions.a => true|  appPermissions.a.b => false|  appPermissions.c =>",
+      "appPermissions.a => true|  appPermissions.a.b => false|  appPermissions.c =>  "
+      "appPermissions => {\"a\":true,\"a.b\":false,\"runs\":true}|",
       [&](const std::string& field) {
         Outcome outcome = run({"show", "--field", field, "-"}, document);
         EXPECT_EQ(outcome.status, 0) << outcome.error;

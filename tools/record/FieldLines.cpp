@@ -16,6 +16,8 @@ void FieldLines::begin(bool isObject) {
     valueDepth_ = 1;
   } else {
     isObject ? json_.beginObject() : json_.beginArray();
+    // A map whose keys the document chooses has no list.
+    isText_ = isText_ || (!isObject && depth_ == valueDepth_ + 1 && key_ == "runs");
   }
   ++depth_;
 }
@@ -37,7 +39,6 @@ void FieldLines::key(std::string_view name) {
   json_.key(name);
   if (depth_ == valueDepth_ + 1) {
     key_ = name;
-    isText_ = isText_ || name == "runs";
   }
 }
 
