@@ -1,6 +1,6 @@
 #include "check/Scope.h"
 
-#include <utility>
+#include <algorithm>
 
 #include "config/Namespaces.h"
 
@@ -34,27 +34,28 @@ bool Scope::read(Level& level, const util::XmlNode& element) {
 
 bool Scope::enter(const util::XmlNode& element) {
   const util::XmlNode* root = &element;
-  while (root->parent() != nullptr) {
-    root = root->parent();
+  depth_ = 0;
+  for (; root->parent() != nullptr; root = root->parent()) {
+    ++depth_;
   }
-  if (root_.element != root) {
-    if (!read(root_, *root)) {
+  levels_.resize(std::max(levels_.size(), depth_ + 1));
+  if (levels_.front().element != root) {
+    if (!read(levels_.front(), *root)) {
       return false;
     }
     findRootPrefixes();
   }
-  return read(own_, element);
+  return read(levels_[depth_], element);
 }
 
 const Scope::Level& Scope::around() {
-  const util::XmlNode* const parent = own_.element->parent();
-  // The tag of the root may be long: it is not read again for each of its children.
-  return parent == nullptr || parent == root_.element || !read(parent_, *parent) ? root_ : parent_;
+  return depth_ != 0 && read(levels_[depth_ - 1], *own().element->parent()) ? levels_[depth_ - 1]
+                                                                            : root();
 }
 
 void Scope::findRootPrefixes() {
   // Without a prefix only where the namespace of W3C Widgets is the default one.
-  for (const TagAttribute& declaration : root_.tag.declarations) {
+  for (const TagAttribute& declaration : root().tag.declarations) {
     std::string prefix = declaredPrefix(text(declaration.name));
     for (const std::string_view known : {std::string_view(config::W3C_WIDGETS_NAMESPACE),
                                          std::string_view(config::EXTENSION_NAMESPACE)}) {
@@ -76,7 +77,7 @@ std::string Scope::prefixOf(const Level& level) const {
 
 const TagAttribute* Scope::declarationOf(std::string_view name) {
   const std::string prefix(name.substr(0, name.find(':') + 1));
-  for (const Level* const level : {&std::as_const(own_), &around(), &std::as_const(root_)}) {
+  for (const Level* const level : {&own(), &around(), &root()}) {
     const auto found = level->declarations.find(prefix);
     if (found != level->declarations.end()) {
       return found->second;
@@ -88,20 +89,20 @@ const TagAttribute* Scope::declarationOf(std::string_view name) {
 std::optional<std::string> Scope::prefixFor(std::string_view namespaceUri, bool isAttribute) {
   const Level& parent = around();
   const auto redeclares = [&](const Level& level, const std::string& prefix) {
-    return level.element != root_.element && level.declarations.count(prefix) != 0;
+    return level.element != root().element && level.declarations.count(prefix) != 0;
   };
   const auto usable = [&](const std::string& prefix) {
     return isAttribute && prefix.empty() ? std::nullopt : std::optional<std::string>(prefix);
   };
-  if (own_.element->namespaceView() == namespaceUri) {
-    return usable(prefixOf(own_));
+  if (own().element->namespaceView() == namespaceUri) {
+    return usable(prefixOf(own()));
   }
   if (parent.element->namespaceView() == namespaceUri) {
     const std::string prefix = prefixOf(parent);
-    return redeclares(own_, prefix) ? std::nullopt : usable(prefix);
+    return redeclares(own(), prefix) ? std::nullopt : usable(prefix);
   }
   const auto found = rootPrefixes_.find(namespaceUri);
-  if (found == rootPrefixes_.end() || redeclares(own_, found->second) ||
+  if (found == rootPrefixes_.end() || redeclares(own(), found->second) ||
       redeclares(parent, found->second)) {
     return std::nullopt;
   }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "check/Report.h"
 #include "check/SourceMap.h"
@@ -13,25 +14,26 @@ namespace orvane::nimbrel::check {
 
 /// The start tag of an element as it is written, and the namespaces that are declared there.
 ///
-/// Made for going from one finding to the next: a tag is read once for all findings on it, those of
-/// the root and of the parent once for all elements in them. For one thread.
+/// Made for going from one finding to the next in the order of the document: a tag is read once for
+/// all findings on it and in it, however long it is. For one thread.
 class Scope {
  public:
   /// The report has to live as long.
   explicit Scope(const Report& report) : report_(report) {}
 
-  /// Goes to an element. False when its tag, or one around it, is not certain.
+  /// Goes to an element, to which the rest refers. False when its tag, or that of the root, is not
+  /// certain.
   bool enter(const util::XmlNode& element);
 
   /// The tag of the element.
-  [[nodiscard]] const Tag& tag() const noexcept { return own_.tag; }
+  [[nodiscard]] const Tag& tag() const noexcept { return own().tag; }
   /// The tag of the root.
-  [[nodiscard]] const Tag& rootTag() const noexcept { return root_.tag; }
+  [[nodiscard]] const Tag& rootTag() const noexcept { return root().tag; }
   /// A part of the text.
   [[nodiscard]] std::string_view text(Span span) const noexcept;
 
   /// The prefix of the element with its colon; empty for none.
-  [[nodiscard]] std::string prefix() const { return prefixOf(own_); }
+  [[nodiscard]] std::string prefix() const { return prefixOf(own()); }
   /// The declaration that counts for the prefix of a name in this tag; null when it does not stand
   /// in the tag, in that of its parent or in that of the root.
   [[nodiscard]] const TagAttribute* declarationOf(std::string_view name);
@@ -49,14 +51,15 @@ class Scope {
 
   bool read(Level& level, const util::XmlNode& element);
   [[nodiscard]] std::string prefixOf(const Level& level) const;
+  [[nodiscard]] const Level& root() const noexcept { return levels_.front(); }
+  [[nodiscard]] const Level& own() const noexcept { return levels_[depth_]; }
   /// The level of the parent; of the root itself its own.
   const Level& around();
   void findRootPrefixes();
 
   const Report& report_;
-  Level own_;
-  Level parent_;
-  Level root_;
+  std::deque<Level> levels_;  // the last element of each depth that was read, from the root on
+  std::size_t depth_ = 0;     // of the element
   std::map<std::string_view, std::string> rootPrefixes_;  // of our namespaces, where there is one
 };
 
