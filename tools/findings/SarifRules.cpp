@@ -97,7 +97,7 @@ void writeSarifTool(JsonSink& json) {
   json.beginObject();
   json.member("id", UNREADABLE_FILE);
   writeSarifMessage(json, "shortDescription", "A file cannot be read.");
-  writeSarifMessage(json, "fullDescription", "A file cannot be read, so nothing is known of it.");
+  writeSarifMessage(json, "fullDescription", "A file cannot be read, so it was not checked.");
   writeSarifMessage(json, "help", "Look at the name of the file and at its permissions.");
   json.endObject();
   json.endArray();

@@ -130,7 +130,7 @@ void printFindingCounts(HtmlWriter& html, const check::Report& report) {
 
 void printFindings(HtmlWriter& html, const check::Report& report) {
   if (report.findings().empty()) {
-    html.markup("<p>The check of the document found nothing.</p>\n");
+    html.markup("<p>The check found no mistake.</p>\n");
     return;
   }
   const FindingCounts counts = countsOf(report);

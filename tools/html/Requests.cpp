@@ -136,12 +136,12 @@ void Requests::print(HtmlWriter& html, const std::vector<Audience>& audiences) c
     const char* meaning;
     const char* nothing;
   } groups[] = {
-      {"Network access", access_, "Where it wants to connect to.",
+      {"Network access", access_, "The addresses that it wants to connect to.",
        "It asks for no address on the network."},
       {"Features", features_, "What it wants of the device.", "It asks for no feature."},
-      {"Permissions", permissions_, "What its document allows it, or does not.",
+      {"Permissions", permissions_, "What its document allows or forbids.",
        "It asks for no permission."},
-      {"Messages", messaging_, "With which applications it exchanges messages.",
+      {"Messages", messaging_, "The applications that it may exchange messages with, or may not.",
        "It exchanges messages with no other application."},
       {"Exports", exports_, "Files that other applications get from it.",
        "Other applications get no files from it."},
