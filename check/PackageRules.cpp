@@ -51,8 +51,8 @@ bool isAddress(std::string_view value) noexcept {
          });
 }
 
-/// The languages in whose folders a file is looked for: of "de-AT" that one and "de". What is
-/// longer than any language is left out, or a document could make many of it.
+/// The languages in whose folders a file is looked for: for "de-AT" that one and "de". Tags longer
+/// than any in use are skipped, as a document could ask for very many.
 std::vector<std::string> languageRanges(const std::vector<std::string>& locales) {
   constexpr std::size_t LONGEST = 64;
   std::vector<std::string> ranges;

@@ -15,8 +15,8 @@ namespace orvane::nimbrel::tools {
 /// Hands each file to `work`, several at a time on as many threads, and what that returns to
 /// `deliver`, in the order of the files and one at a time, with the name that messages use.
 ///
-/// `deliver` returns how many there are so far of what `counted` names, for the progress line,
-/// which it clears before anything else is written to a terminal.
+/// `deliver` prints the result. It clears the progress line before it writes to a terminal, and
+/// returns the number for that line: how many there are so far of what `counted` names.
 template <typename Work, typename Deliver>
 void forEachFile(const FileSettings& settings, const char* counted, const Work& work,
                  const Deliver& deliver) {
