@@ -132,7 +132,10 @@ class Fixer {
     return name.substr(0, EXTENSION_PREFIX.size()) == EXTENSION_PREFIX;
   }
 
-  [[nodiscard]] Edits declaration() const {
+  [[nodiscard]] Edits declaration() {
+    if (scope_.declarationOf(EXTENSION_PREFIX) != nullptr) {
+      return {};  // of an empty namespace, which declares nothing
+    }
     const std::size_t end = scope_.rootTag().name.end;
     return {{{end, end}, " xmlns:tavlo=\"" + escapedValue(config::EXTENSION_NAMESPACE, '"') + '"'}};
   }

@@ -94,7 +94,8 @@ Advice adviceOnOrigin(const std::string& origin) {
     return {"Write subdomains=\"true\" instead of a wildcard",
             iri.scheme + std::string(SCHEME_END) + iri.host.substr(2)};
   }
-  if (iri.host.find_first_of(",;") != std::string::npos) {
+  if (iri.host.find_first_of(",;") != std::string::npos ||
+      origin.find(SCHEME_END) != origin.rfind(SCHEME_END)) {
     return {"Write an element for each origin", ""};
   }
   if (hasMore(iri)) {

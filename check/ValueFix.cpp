@@ -89,11 +89,11 @@ std::vector<Edit> keywords(const Written& written) {
     const std::size_t end = std::min(written.text.find_first_of(", \t\r\n", at), written.core.end);
     const std::string word(written.at({at, end}));
     const auto advice = adviceOnValue(ValueKind::KEYWORDS, word);
-    if (advice) {
-      const std::vector<Edit> edit = replaced(written, {at, end}, advice->suggestion);
-      edits.insert(edits.end(), edit.begin(), edit.end());
+    const bool isMisspelt = advice && !advice->suggestion.empty();
+    if (isMisspelt) {
+      edits.push_back({{at, end}, advice->suggestion});
     }
-    after += ' ' + (advice ? advice->suggestion : word);
+    after += ' ' + (isMisspelt ? advice->suggestion : word);
     at = end;
     while (at < written.core.end && Written::isSpace(written.text[at])) {
       ++at;

@@ -108,7 +108,9 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        std::string("<widget xmlns:tavlo=\"") + config::EXTENSION_NAMESPACE +
            "\" xmlns='http://www.w3.org/ns/widgets' viewmodes='windowed fullscreen floating'>"
            "<tavlo:export resource='a'/></widget>"},
-      {"<widget xmlns='http://www.w3.org/ns/widgets' viewmodes='fulscreen,own'/>", ""},
+      {"<widget xmlns='http://www.w3.org/ns/widgets' xmlns:tavlo=''><tavlo:network/></widget>", ""},
+      {"<widget xmlns='http://www.w3.org/ns/widgets' viewmodes='fulscreen,own' Id='urn:a'/>",
+       "<widget xmlns='http://www.w3.org/ns/widgets' viewmodes='fulscreen,own' id='urn:a'/>"},
       // Elements out of entities have no certain place.
       {"<?x?><!DOCTYPE widget [<!ENTITY e \"<icon/>\">]>"
        "<widget xmlns='http://www.w3.org/ns/widgets'>&e;<Icon src='a'/></widget>",
