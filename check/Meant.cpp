@@ -102,8 +102,19 @@ std::string_view meantKey(const XmlNode& setting, std::string_view key) {
   return parent == nullptr ? std::string_view() : suggestedKey(*parent, key);
 }
 
-/// The IRI that a text with blanks was meant to be.
+/// The IRI that a text with blanks was meant to be. Blanks in an authority, or between two
+/// addresses, are another mistake.
 std::string meantIri(std::string_view text) {
+  constexpr std::string_view SCHEME_END = "://";
+  const std::size_t scheme = text.find(SCHEME_END);
+  if (scheme != std::string_view::npos) {
+    const std::size_t authority = scheme + SCHEME_END.size();
+    const std::size_t end = text.find_first_of("/?#", authority);
+    if (text.substr(0, end).find(' ') != std::string_view::npos ||
+        text.find(SCHEME_END, authority) != std::string_view::npos) {
+      return {};
+    }
+  }
   std::string iri;
   for (const char c : text) {
     iri += c == ' ' ? "%20" : std::string(1, c);

@@ -63,6 +63,15 @@ std::string wordSentence(const Diagnostic& finding) {
                      : "; it counts as " + quotedList({opposite[0]}) + '.');
 }
 
+std::string iriSentence(const Diagnostic& finding, std::string_view consequence) {
+  const std::string_view value = StringUtil::trimmed(finding.value);
+  const std::string_view mistake =
+      value.find(':') == std::string_view::npos ? "Must be an IRI with a scheme, such as \"https:\""
+      : value.find(' ') != std::string_view::npos ? "An IRI must not contain blanks"
+                                                  : "Not a valid IRI";
+  return std::string(mistake) + "; " + std::string(consequence) + '.';
+}
+
 std::string numberSentence(const Diagnostic& finding, std::string_view consequence) {
   const std::string value = StringUtil::squeezeAndTrim(finding.value);
   const KeyDescription* const key =

@@ -6,7 +6,7 @@
 
 #include "check/Diagnostic.h"
 
-// Sentences on values that are words or numbers.
+// Sentences on values that are words, IRIs or numbers.
 namespace orvane::nimbrel::check {
 
 /// "a", "a or b", "a, b or c".
@@ -14,6 +14,9 @@ namespace orvane::nimbrel::check {
 
 /// The words that are allowed, and what becomes of another one.
 [[nodiscard]] std::string wordSentence(const Diagnostic& finding);
+
+/// Why a value is no IRI, and what becomes of it.
+[[nodiscard]] std::string iriSentence(const Diagnostic& finding, std::string_view consequence);
 
 /// Why the parser takes no number, and what becomes of the value.
 [[nodiscard]] std::string numberSentence(const Diagnostic& finding, std::string_view consequence);

@@ -241,7 +241,7 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::WRONG_ROOT:
       return rootSentence(finding);
     case FindingCode::REQUIRED_FEATURE_NAME:
-      return "Not an IRI, as the name of a required feature must be; the document is rejected.";
+      return "The name of a required feature must be an IRI; the document is rejected.";
     case FindingCode::NUMBER_REJECTED:
       return numberSentence(finding, "the document is rejected");
     case FindingCode::MISSING_ATTRIBUTE:
@@ -249,10 +249,8 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::EMPTY_VALUE:
       return "Empty; the attribute is ignored.";
     case FindingCode::NOT_AN_IRI:
-      return "Not an IRI, which begins with a scheme; " +
-             (finding.attribute == "name" ? consequenceFor(*finding.element)
-                                          : std::string(ignored)) +
-             '.';
+      return iriSentence(finding, finding.attribute == "name" ? consequenceFor(*finding.element)
+                                                              : std::string(ignored));
     case FindingCode::NOT_AN_ORIGIN:
       return adviceOnOrigin(StringUtil::squeezeAndTrim(finding.value)).sentence + "; " +
              consequenceFor(*finding.element) + '.';
