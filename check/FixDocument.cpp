@@ -12,11 +12,9 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-/// The most that fixes are tried, of which some did harm, and after which try whole elements are
-/// left alone. Another run on the same bytes does the same, so these must not be counted over all
-/// rounds.
+/// The most that the fixes of one round are tried, of which some did harm: the harm of one fix may
+/// hide that of the next, as a value that is rejected hides those of the other keys beside it.
 constexpr int MAX_TRIES = 8;
-constexpr int MAX_CAREFUL_TRIES = 4;
 /// Far more than any document takes.
 constexpr int MAX_CHECKS = 100;
 
@@ -79,7 +77,7 @@ FixedDocument fixDocument(std::string document,
   for (int checks = 0; checks < MAX_CHECKS && tries < MAX_TRIES; ++checks) {
     std::vector<Fix> fixes = fixesOf(*fixed.report);
     fixes.erase(std::remove_if(fixes.begin(), fixes.end(),
-                               [&](const Fix& fix) { return excluded.has(*fixed.report, fix); }),
+                               [&](const Fix& fix) { return excluded.has(fix); }),
                 fixes.end());
     std::optional<std::string> next =
         fixes.empty() ? std::nullopt : withFixes(*fixed.report, fixes);
@@ -87,7 +85,8 @@ FixedDocument fixDocument(std::string document,
       break;
     }
     auto report = checkDocument(std::move(*next), locales, logMask, package);
-    if (!FixReview(*fixed.report, fixes).exclude(*report, ++tries > MAX_CAREFUL_TRIES, excluded)) {
+    ++tries;
+    if (!FixReview(*fixed.report, fixes).exclude(*report, excluded)) {
       fixed.report = std::move(report);
       fixed.count += fixes.size();
       excluded = {};  // what was harmful once may be right now, as it would be in another run

@@ -22,22 +22,10 @@ bool isHarm(FindingCode code) noexcept {
   return std::find(std::begin(HARM), std::end(HARM), code) != std::end(HARM);
 }
 
-/// The child of the root that an element is in; of the root itself the root.
-const util::XmlNode* subtreeOf(const util::XmlNode* element) noexcept {
-  while (element->parent() != nullptr && element->parent()->parent() != nullptr) {
-    element = element->parent();
-  }
-  return element;
-}
-
 }  // namespace
 
-bool ExcludedFixes::has(const Report& report, const Fix& fix) const {
-  return fix.isNamespace
-             ? namespaces
-             : elements.count(fix.finding->elementNumber) != 0 ||
-                   (!subtrees.empty() &&
-                    subtrees.count(report.numberOf(subtreeOf(fix.finding->element))) != 0);
+bool ExcludedFixes::has(const Fix& fix) const {
+  return fix.isNamespace ? namespaces : elements.count(fix.finding->elementNumber) != 0;
 }
 
 FixReview::Fault FixReview::faultOf(const Diagnostic& finding) noexcept {
@@ -45,8 +33,7 @@ FixReview::Fault FixReview::faultOf(const Diagnostic& finding) noexcept {
 }
 
 FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
-    : before_(before),
-      wasRejected_(std::any_of(before.findings().begin(), before.findings().end(), isError)) {
+    : wasRejected_(std::any_of(before.findings().begin(), before.findings().end(), isError)) {
   for (const Diagnostic& finding : before.findings()) {
     faults_.insert(faultOf(finding));
     if (finding.code == FindingCode::NOT_READ) {
@@ -60,7 +47,7 @@ FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
     if (fix.isNamespace) {
       continue;
     }
-    touched_.emplace(number, fix.finding->element);
+    touched_.insert(number);
     if (fix.finding->code == FindingCode::UNKNOWN_ELEMENT) {
       identified_.insert(number);
     }
@@ -71,8 +58,7 @@ FixReview::FixReview(const Report& before, const std::vector<Fix>& fixes)
   }
 }
 
-bool FixReview::exclude(const Report& after, bool isThorough, ExcludedFixes& excluded) {
-  isThorough_ = isThorough;
+bool FixReview::exclude(const Report& after, ExcludedFixes& excluded) const {
   bool isAny = false;
   for (const Diagnostic& finding : after.findings()) {
     isAny |= judge(after, finding, excluded);
@@ -128,15 +114,11 @@ bool FixReview::excludeCause(const Report& after, const Diagnostic& error,
 }
 
 bool FixReview::excludeElement(std::uint32_t number, ExcludedFixes& excluded) const {
-  const auto found = touched_.find(number);
-  if (found == touched_.end()) {
-    return false;
+  const bool isTouched = touched_.count(number) != 0;
+  if (isTouched) {
+    excluded.elements.insert(number);
   }
-  excluded.elements.insert(number);
-  if (isThorough_) {
-    excluded.subtrees.insert(before_.numberOf(subtreeOf(found->second)));
-  }
-  return true;
+  return isTouched;
 }
 
 /// Those of namespaces, which may do it anywhere, and if there are none all others.
@@ -144,9 +126,7 @@ bool FixReview::excludeAll(ExcludedFixes& excluded) const {
   if (hasNamespaces_) {
     return excluded.namespaces = true;
   }
-  for (const auto& [number, element] : touched_) {
-    excluded.elements.insert(number);
-  }
+  excluded.elements.insert(touched_.begin(), touched_.end());
   return true;
 }
 

@@ -15,10 +15,9 @@ namespace orvane::nimbrel::check {
 /// Fixes that must not be made, because of what came of them.
 struct ExcludedFixes {
   std::set<std::uint32_t> elements;  ///< of elements with these numbers
-  std::set<std::uint32_t> subtrees;  ///< in children of the root with these numbers
   bool namespaces = false;           ///< of namespaces
 
-  [[nodiscard]] bool has(const Report& report, const Fix& fix) const;
+  [[nodiscard]] bool has(const Fix& fix) const;
 };
 
 /// Compares what is found in a document before and after some fixes. Elements keep their numbers,
@@ -31,9 +30,7 @@ class FixReview {
   /// Adds to `excluded` the fixes that did harm, at least one of those that were made; false when
   /// none did. Harm is a fix that leaves its own finding, something that now stands twice, a value
   /// that is rejected where it stands now, or a document that the parser does not read any more.
-  /// A fix may hide the harm of the next one: if `isThorough`, all others in the same child of the
-  /// root go as well.
-  [[nodiscard]] bool exclude(const Report& after, bool isThorough, ExcludedFixes& excluded);
+  [[nodiscard]] bool exclude(const Report& after, ExcludedFixes& excluded) const;
 
  private:
   /// What is wrong with which element.
@@ -46,16 +43,14 @@ class FixReview {
   bool excludeElement(std::uint32_t number, ExcludedFixes& excluded) const;
   bool excludeAll(ExcludedFixes& excluded) const;
 
-  const Report& before_;
   std::set<Fault> faults_;
   bool wasRejected_;
   std::map<std::uint32_t, std::uint32_t> stops_;  // of elements not read, what stopped reading
   std::set<Fault> fixed_;
-  std::map<std::uint32_t, const util::XmlNode*> touched_;  // elements, by number
+  std::set<std::uint32_t> touched_;  // elements
   std::set<std::uint32_t> renamed_;
   std::set<std::uint32_t> identified_;  // as an element that was not known
   bool hasNamespaces_ = false;
-  bool isThorough_ = false;
 };
 
 }  // namespace orvane::nimbrel::check

@@ -57,6 +57,20 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<tavlo:asset key='maxConnections' value=''/></tavlo:network>"},
       {"<icon scr='a' heigth='1'/><icon src='b' heigth='1'/><icons src='a'/><Icon src='b'/>",
        "<icon src='a' height='1'/><icon src='b' height='1'/><icons src='a'/><Icon src='b'/>"},
+      {"<tavlo:network><tavlo:errorpage src='a'/><tavlo:errorpage src='b'/></tavlo:network>", ""},
+      {"<icon src='a' width='1px'/><icon src='a' width='2px'/>",
+       "<icon src='a' width='1'/><icon src='a' width='2'/>"},
+      {"<tavlo:settings><tavlo:setting name='defaultFontSize300' value='1'/>"
+       "<tavlo:setting name='defaultFontsize' value='2'/></tavlo:settings>",
+       ""},
+      {"<tavlo:messaging><tavlo:app name='b' value='TRUE'/><tavlo:ap name='a' value='on'/>"
+       "<app name='b' Value='yes'/></tavlo:messaging>",
+       "<tavlo:messaging><tavlo:app name='b' value='true'/><tavlo:app name='a' value='on'/>"
+       "<app name='b' Value='yes'/></tavlo:messaging>"},
+      {"<widget xmlns='http://www.w3.org/ns/widgets'><Name/><tavlo:network>"
+       "<tavlo:asset key='maxConnections' value=''/></tavlo:network></widget>",
+       "<widget xmlns='http://www.w3.org/ns/widgets'><name/><tavlo:network>"
+       "<tavlo:asset key='maxConnections' value=''/></tavlo:network></widget>"},
       // Values.
       {"<icon src='a' width=' 480px ' height=\"48 PX\"/>",
        "<icon src='a' width=' 480 ' height=\"48\"/>"},
@@ -141,14 +155,23 @@ TEST(Fix, KeepsTheEncoding) {
   EXPECT_EQ(fixed(ascii), ascii);
 }
 
-// Each of them hides the next one.
-TEST(Fix, LeavesAnElementAloneInWhichManyFixesDoHarm) {
+// An empty number hides the next one.
+TEST(Fix, LeavesAloneManyFixesThatDoHarm) {
   std::string settings;
-  for (int i = 0; i < 40; ++i) {
-    settings += test::asset("maxconnections", "");
+  for (const char* key : {"idleconnectionsTimeout_sec", "maxconnections", "maxconnectionsPerHost",
+                          "maxconnectionsPerProxy", "maxkeepAliveProxyConnections"}) {
+    settings += test::asset(key, "");
   }
   const std::string network = test::extension("network", settings);
   EXPECT_EQ(fixed(test::widget(network + "<Name/>")), test::widget(network + "<name/>"));
+}
+
+TEST(Fix, TakesNoElementFromItsUsers) {
+  const std::string document = test::widget(
+      "<name xml:lang='en_US'>a</name><description xml:lang='en_US'>b</description>"
+      "<description xml:lang='en'>c</description>");
+  const std::vector<std::string> locales = {"en_US", "en"};
+  EXPECT_EQ(fixDocument(document, locales, 0).report->document(), document);
 }
 
 TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
