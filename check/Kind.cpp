@@ -72,7 +72,7 @@ constexpr Kind KINDS[] = {
      R"(<tavlo:chrome><tavlo:setting key="configureSearchBar" value="maps"/></tavlo:chrome>)",
      R"(<tavlo:chrome><tavlo:asset key="configureSearchBar" value="maps"/></tavlo:chrome>)"},
     {Code::REPEATED, "repeated", WARNING,
-     "Something stands twice of which only one counts: an element, the path of an icon, a name, a "
+     "Something is repeated that counts only once: an element, the path of an icon, a name or a "
      "key.",
      R"(<icon src="map.png" width="16"/> <icon src="map.png" width="48"/>)",
      R"(<icon src="map-16.png" width="16"/> <icon src="map.png" width="48"/>)"},
@@ -109,7 +109,7 @@ constexpr Kind KINDS[] = {
      R"(<widget xmlns="http://www.w3.org/ns/widgets" defaultlocale="en"><name xml:lang="en">Map</name><name>Map</name></widget>)",
      R"(<widget xmlns="http://www.w3.org/ns/widgets" defaultlocale="en"><name xml:lang="en">Map</name></widget>)"},
     {Code::UNUSED_ATTRIBUTE, "unused-attribute", NOTE,
-     "An attribute has no effect beside the value of another one.",
+     "An attribute has no effect because of the value of another one.",
      R"(<access origin="*" subdomains="true"/>)", R"(<access origin="*"/>)"},
     {Code::SUSPICIOUS_VALUE, "suspicious-value", NOTE,
      "A value is probably not what was meant: an unknown view mode, language or encoding, a "

@@ -150,6 +150,9 @@ std::string unexpectedSentence(const XmlNode& element) {
 /// The namespace in which a name means something; empty when there is none.
 std::string_view namespaceOf(std::string_view name) {
   const auto isName = [&](const auto& known) { return known.name == name; };
+  if (isName(config::widgetDescription())) {
+    return config::W3C_WIDGETS_NAMESPACE;
+  }
   for (const ElementDescription* const known : config::elementDescriptions()) {
     if (isName(*known) || std::any_of(known->children.begin(), known->children.end(), isName)) {
       return known->isExtension ? std::string_view(config::EXTENSION_NAMESPACE)
@@ -206,8 +209,15 @@ std::string rootSentence(const Diagnostic& finding) {
   if (finding.element == nullptr) {
     return "The document has no root element.";
   }
-  return finding.attribute.empty() ? "The root element must be <widget>."
-                                   : "The root element must be in the namespace of W3C Widgets.";
+  if (!finding.attribute.empty()) {
+    return "The root element must be in the namespace of W3C Widgets.";
+  }
+  const std::string_view name = finding.element->nameView();
+  const std::size_t colon = name.find(':');  // only where the prefix is not declared
+  return colon != std::string_view::npos &&
+                 name.substr(colon + 1) == config::widgetDescription().name
+             ? "Unknown prefix; " + missingDeclaration(name)
+             : "The root element must be <widget>.";
 }
 
 std::string otherLanguageSentence(const Diagnostic& finding) {
@@ -279,7 +289,7 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::UNKNOWN_ATTRIBUTE:
       return unknownAttributeSentence(finding);
     case FindingCode::FOREIGN_ELEMENT:
-      return "Element of another vocabulary; only programs that know it read it.";
+      return "Element of another vocabulary; it is kept for programs that know it.";
     case FindingCode::MISPLACED:
       return finding.isText ? textSentence(*finding.element) : misplacedSentence(*finding.element);
     case FindingCode::NOT_READ:

@@ -10,15 +10,16 @@ namespace {
 
 constexpr char INTRODUCTION[] = R"(# Findings
 
-What `nimbrel-config check` finds in a document: each kind with an example, most of them the children
-of the root alone, and the same fixed. `nimbrel-config check --explain CODE` prints the same.
-The last kinds are about the package that a document stands in; a comment names its files.
+The kinds of mistakes that `nimbrel-config check` finds in a document, each with an example and the
+same example fixed. `nimbrel-config check --explain CODE` prints the same. Most examples are the
+children of the root alone. The last kinds are about the package of a document; a comment in the
+example names its files.
 
 - An *error* rejects the document.
 - A *warning* says that something is ignored, or does not work in its package.
 - A *note* says that something has no effect, or may not be what was meant.
 
-A program gets the decisions of the parser, those up to `unused-setting`, by a
+The parser decides on the kinds up to `unused-setting`: a program receives them by a
 `config::ParseObserver`. The prefix `tavlo` stands for the namespace of the extension elements.
 )";
 
