@@ -79,7 +79,7 @@ void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
   }
   numberElements();
   locate();
-  dropExplained();
+  removeExplained();
   // By place; where places are not known, by element.
   std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
     return std::tie(left.span.begin, left.elementNumber, left.number) <
@@ -136,7 +136,7 @@ std::optional<std::size_t> Report::tagOf(const XmlNode& element) const noexcept 
   return number < tags_.size() ? std::optional<std::size_t>(tags_[number]) : std::nullopt;
 }
 
-void Report::dropExplained() {
+void Report::removeExplained() {
   // An attribute that is missing because its name is misspelt, or its value a text, is one mistake.
   for (auto first = findings_.begin(); first != findings_.end();) {
     const auto last = std::find_if(first, findings_.end(), [&](const Diagnostic& finding) {

@@ -71,7 +71,7 @@ class Report {
 
   void numberElements();
   void locate();
-  void dropExplained();
+  void removeExplained();
 
   std::string document_;
   SourceText source_;

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "tests/check/Told.h"
+#include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "util/Log.h"
@@ -41,7 +41,7 @@ std::string findingsOf(std::string row) {
   const auto package = takeList(row, "{", '|', "}");
   const auto locales = takeList(row, "[", ' ', "]");
   std::string all;
-  for (const std::string& line : toldOf(documentOf(row), locales, package)) {
+  for (const std::string& line : linesOf(documentOf(row), locales, package)) {
     all += "  " + line + '\n';
   }
   return all;
@@ -82,9 +82,9 @@ TEST(FindingsTable, HoldsForEachDocument) {
 
 TEST(Check, IsSilentOnTheExample) {
   const std::string document = test::contentOf(NIMBREL_EXAMPLES "/config.xml");
-  EXPECT_THAT(toldOf(document), testing::IsEmpty());
+  EXPECT_THAT(linesOf(document), testing::IsEmpty());
   for (const char* language : {"en", "de", "he"}) {
-    EXPECT_THAT(toldOf(document, std::vector<std::string>{language}),
+    EXPECT_THAT(linesOf(document, std::vector<std::string>{language}),
                 testing::Each(testing::HasSubstr(" other-language ")));
   }
 }
@@ -114,7 +114,7 @@ TEST(Kinds, HaveExamplesThatGiveThemAndFixedOnesThatDoNot) {
     }
     EXPECT_THAT(codes, testing::Contains(kind.name));
     const auto fixedPackage = takeList(fixed, "<!-- package: ", ' ', "-->");
-    EXPECT_THAT(toldOf(documentOf(fixed), std::nullopt, fixedPackage), testing::IsEmpty());
+    EXPECT_THAT(linesOf(documentOf(fixed), std::nullopt, fixedPackage), testing::IsEmpty());
   }
 }
 

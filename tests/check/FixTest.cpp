@@ -9,7 +9,7 @@
 #include "check/FixDocument.h"
 #include "check/SourceMap.h"
 #include "check/Vocabulary.h"
-#include "tests/check/Told.h"
+#include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
 #include "tests/support/RecordDump.h"
 
@@ -305,12 +305,12 @@ std::optional<std::size_t> childOfRoot(const XmlNode* element) {
 std::set<std::string> membersOfFixed(const Report& before, const Report& after) {
   std::set<std::string> left;
   for (const Diagnostic& finding : after.findings()) {
-    left.insert(told(after, finding));
+    left.insert(lineOf(after, finding));
   }
   const std::shared_ptr<XmlNode> root = test::rootOf(after.document());
   std::set<std::string> members;
   for (const Diagnostic& finding : before.findings()) {
-    if (left.count(told(before, finding)) == 0) {
+    if (left.count(lineOf(before, finding)) == 0) {
       const std::optional<std::size_t> number = childOfRoot(finding.element);
       const XmlNode* element = number ? root->firstElementChild() : nullptr;
       for (std::size_t i = 0; i < number.value_or(0); ++i) {

@@ -52,7 +52,7 @@ check::FixedDocument fixFile(const std::string& path,
       return fixed;
     }
   }
-  throw unfixable(path, "it changes all the time");
+  throw unfixable(path, "it keeps changing");
 }
 
 FixedWithDiff fixWithDiff(const Document& document,

@@ -11,7 +11,7 @@ namespace orvane::nimbrel::tools {
 ///
 /// False, with nothing changed, when the file does not hold the bytes `before` any more. Throws
 /// `DocumentFailure` with `EXIT_UNUSABLE` when a file may not or cannot be written; then the old
-/// one is as it was. In no case is another file left behind.
+/// one is as it was. No other file is left behind, unless a signal ends the process meanwhile.
 [[nodiscard]] bool replaceFile(const std::string& path, std::string_view before,
                                std::string_view after);
 

@@ -23,7 +23,7 @@ inline std::string documentOf(const std::string& row) {
 
 /// One finding with its place, columns in code points: "2:7-11 not-a-number icon@width='x': Why. ->
 /// suggestion". "?" stands for a column that is not known.
-inline std::string told(const Report& report, const Diagnostic& finding) {
+inline std::string lineOf(const Report& report, const Diagnostic& finding) {
   const Place place = report.placeOf(finding);
   const Wording wording = wordingOf(finding);
   std::string line = std::to_string(place.begin.line) + ':';
@@ -45,14 +45,14 @@ inline std::string told(const Report& report, const Diagnostic& finding) {
 }
 
 /// All findings of a document, a line each.
-inline std::vector<std::string> toldOf(
+inline std::vector<std::string> linesOf(
     const std::string& document,
     const std::optional<std::vector<std::string>>& locales = std::nullopt,
     const std::optional<std::vector<std::string>>& package = std::nullopt) {
   const auto report = checkDocument(document, locales, 0, package);
   std::vector<std::string> lines;
   for (const Diagnostic& finding : report->findings()) {
-    lines.push_back(told(*report, finding));
+    lines.push_back(lineOf(*report, finding));
   }
   return lines;
 }
