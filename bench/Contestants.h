@@ -14,7 +14,7 @@ using Kept = std::shared_ptr<void>;
 struct Contestant {
   const char* name;
   /// Makes what is made once, and gives what reads one document. Throws `std::runtime_error` when
-  /// the document is refused: a benchmark of refusals would measure nothing.
+  /// the document is rejected: a benchmark of rejections would measure nothing.
   std::function<Kept(const std::string& document)> (*prepare)(
       const std::vector<std::string>& locales);
 };

@@ -295,7 +295,7 @@ Tree parseTree(const std::string& document) {
                               nullptr, nullptr, XML_PARSE_NOENT | XML_PARSE_NONET),
             xmlFreeDoc);
   if (tree == nullptr) {
-    throw std::runtime_error("refused");
+    throw std::runtime_error("rejected");
   }
   return tree;
 }

@@ -7,7 +7,7 @@
 namespace orvane::nimbrel::bench {
 
 /// libxml2's tree of a document, read by `xmlCtxtReadMemory` with a fresh context. Throws
-/// `std::runtime_error` when it is refused.
+/// `std::runtime_error` when it is rejected.
 [[nodiscard]] std::shared_ptr<void> readTree(const std::string& document);
 
 /// A record made by a walk over that tree, written as one writes such a thing without thinking of

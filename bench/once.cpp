@@ -34,8 +34,8 @@ int main(int count, char** arguments) {
     for (unsigned long times = std::strtoul(arguments[4], nullptr, 10); times > 0; --times) {
       static_cast<void>(read(document));
     }
-  } catch (const std::exception& refusal) {
-    std::fprintf(stderr, "%s\n", refusal.what());
+  } catch (const std::exception& rejection) {
+    std::fprintf(stderr, "%s\n", rejection.what());
     return 1;
   }
   return 0;

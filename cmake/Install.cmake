@@ -10,9 +10,9 @@ set(util_headers Api FilenameMunger HostUriMunger IDNConverter IRI IRIParser Loc
 set(widgetid_headers BasicWidgetId FilenameWidgetIdParser LocalizedElementParser
   PelloWidgetIdParser PelloWidgetIdParserImpl ProductionWidgetId WidgetId WidgetIdError
   WidgetIdParser)
-foreach(room config util widgetid)
-  list(TRANSFORM ${room}_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/${room}/\\1.h")
-  list(APPEND public_headers ${${room}_headers})
+foreach(folder config util widgetid)
+  list(TRANSFORM ${folder}_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/${folder}/\\1.h")
+  list(APPEND public_headers ${${folder}_headers})
 endforeach()
 
 if(NOT NIMBREL_INSTALL)
@@ -31,9 +31,9 @@ endif()
 install(TARGETS nimbrelutil nimbrelconfig EXPORT NimbrelConfigTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
-foreach(room config util widgetid)
-  install(FILES ${${room}_headers}
-          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/${room} COMPONENT Development)
+foreach(folder config util widgetid)
+  install(FILES ${${folder}_headers}
+          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/${folder} COMPONENT Development)
 endforeach()
 install(FILES util/compat/tr1/memory
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nimbrelconfig/tr1 COMPONENT Development)

@@ -63,7 +63,7 @@ endfunction()
 
 # nimbrel_module(LIBRARY NAME SOURCES source... LIBS library...): a part of LIBRARY that links what
 # most processes never need. It becomes a module that LIBRARY opens by its run path when it has to,
-# from a private folder beside it; the folder and the file bear the version, so that two versions can
+# from a private folder beside it; both have the version in their names, so that two versions can
 # be installed, and loaded. A static library is linked with all of it, and so is one for a sanitizer,
 # whose runtime stands between LIBRARY and dlopen.
 function(nimbrel_module library name)

@@ -3,8 +3,8 @@
 //     en,de;UTF-8          locales, and the encoding if there is a ";"
 //     <widget ...>         the document
 //
-// The same bytes give the same record twice, or the same refusal, with the same error text and log
-// lines; the second time with an observer. Every present value obeys its rule.
+// The same bytes give the same record twice, or the same rejection, with the same error text and
+// log lines; the second time with an observer. Every present value obeys its rule.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -70,14 +70,14 @@ std::string outcome(test::Reader& parser, Parse parse, Check check) {
     const std::string digest = std::to_string(takeLogDigest());
     check(parser.record());
     return test::dumpOf(parser.record()) + parser.getErrorText() + digest;
-  } catch (const config::ConfigParser::ConfigException& refusal) {
-    return "refused: " + std::string(refusal.what()) + ' ' + std::to_string(refusal.line) + ' ' +
-           std::to_string(refusal.column);
-  } catch (const std::invalid_argument& refusal) {
-    require(std::string(refusal.what()) == "input", "only a number may be an invalid argument");
+  } catch (const config::ConfigParser::ConfigException& rejection) {
+    return "rejected: " + std::string(rejection.what()) + ' ' + std::to_string(rejection.line) +
+           ' ' + std::to_string(rejection.column);
+  } catch (const std::invalid_argument& rejection) {
+    require(std::string(rejection.what()) == "input", "only a number may be an invalid argument");
     return "invalid number";
-  } catch (const std::overflow_error& refusal) {
-    require(std::string(refusal.what()) == "input", "only a number may overflow");
+  } catch (const std::overflow_error& rejection) {
+    require(std::string(rejection.what()) == "input", "only a number may overflow");
     return "number too large";
   }
 }

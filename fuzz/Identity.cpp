@@ -37,7 +37,7 @@ void checkSafe(const std::string& name) {
           "a name is not hidden, no option and no way up");
 }
 
-/// What an identity parser makes of an identifier; empty when it refuses it.
+/// What an identity parser makes of an identifier; empty when it rejects it.
 struct Names {
   std::string authority;
   std::string directory;

@@ -1,6 +1,6 @@
 // IRIs and host names.
 //
-// The components of an IRI, put together again, are the text; what is refused leaves the output
+// The components of an IRI, put together again, are the text; what is rejected leaves the output
 // alone. A host's ASCII form is one, is its own ASCII form, and is a name that can be resolved.
 
 #include <algorithm>
@@ -104,7 +104,7 @@ void checkHost(const std::string& host) {
   if (util::IDNConverter().tryConvertToASCII(host.c_str(), ascii)) {
     checkAscii(ascii);
   } else {
-    require(ascii == "untouched", "a refusal leaves the output alone");
+    require(ascii == "untouched", "a rejection leaves the output alone");
   }
 }
 
@@ -126,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     fuzz::checkComponents(iri.get(), text);
     fuzz::checkHost(iri.get().host);
   } else {
-    require(iri && iri.get().scheme == "untouched", "a refusal leaves the output alone");
+    require(iri && iri.get().scheme == "untouched", "a rejection leaves the output alone");
   }
   fuzz::checkHost(text);
   return 0;

@@ -23,7 +23,7 @@ namespace {
 using Texts = std::map<std::string, std::string>;
 
 /// Compares the map of descriptions with what the parser makes of the same document; the parser may
-/// refuse it for reasons of its own.
+/// reject it for reasons of its own.
 void compareWithParser(const std::string& document, const Texts& texts) {
   for (const auto& [language, text] : texts) {
     if (language == "*") {

@@ -2,7 +2,7 @@
 //
 //     http://example.org/a `urn:b`     the whole, its lines, and what backquotes separate
 //
-// Both give the same host and path: directories on devices bear these names.
+// Both give the same host and path: directories on devices have these names.
 
 #include <memory>
 #include <string>

@@ -28,7 +28,7 @@ struct IdnaCloser {
   void operator()(UIDNA* idna) const noexcept { uidna_close(idna); }
 };
 
-/// Replaces percent escapes by their bytes. A "%" that begins none stays, for others to refuse.
+/// Replaces percent escapes by their bytes. A "%" that begins none stays, for others to reject.
 std::string decodePercentEscapes(std::string_view host) {
   std::size_t at = std::min(host.find('%'), host.size());
   std::string decoded(host, 0, at);
@@ -84,14 +84,14 @@ std::string convertUnicode(std::string_view name) {
     return {};
   }
   // Not restricted to the letters and digits of STD 3, because "_" is a part of names in use; other
-  // ASCII characters are refused afterwards.
+  // ASCII characters are rejected afterwards.
   constexpr std::uint32_t OPTIONS =
       UIDNA_NONTRANSITIONAL_TO_ASCII | UIDNA_CHECK_BIDI | UIDNA_CHECK_CONTEXTJ;
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<UIDNA, IdnaCloser> idna(uidna_openUTS46(OPTIONS, &status));
   char ascii[MAX_NAME + 2];  // a longer form does not fit and is an error
   UIDNAInfo info = UIDNA_INFO_INITIALIZER;
-  // ICU puts U+FFFD for bytes that are no UTF-8, and then refuses it.
+  // ICU puts U+FFFD for bytes that are no UTF-8, and then rejects it.
   const std::int32_t length =
       uidna_nameToASCII_UTF8(idna.get(), name.data(), static_cast<std::int32_t>(name.size()), ascii,
                              static_cast<std::int32_t>(sizeof(ascii)), &info, &status);

@@ -19,7 +19,7 @@ constexpr IRICharacters PATH = REG_NAME | IRI_PATH;  // segments and the slashes
 constexpr int MAX_PORT = 65535;
 
 /// Walks over the text once, component by component. Where a component meets a character that it
-/// must not hold, it ends; the text is refused because nothing else may begin there.
+/// must not hold, it ends; the text is rejected because nothing else may begin there.
 class Scanner {
  public:
   explicit Scanner(std::string_view text) noexcept : text_(text) {}

@@ -8,7 +8,7 @@
 
 namespace orvane::nimbrel {
 
-/// Says why and where an XML document was refused.
+/// Says why and where an XML document was rejected.
 ///
 /// `what()` is one line in English without a trailing line break; it may quote bytes of the
 /// document.

@@ -16,7 +16,7 @@ namespace orvane::zel::util {
 ///     "..", "end."      =2E=2E, end=2E      and a "." that comes last
 ///     300 times "a"     aaa...aaa==9835...  over 255 bytes: a prefix, "==", SHA-256 of the input
 ///
-/// The name is 1 to 255 bytes of ASCII letters, digits and "-._~%=", hence UTF-8 that no file
+/// The name is 1 to 255 bytes of ASCII letters, digits and "-._~%=", so it is UTF-8 that no file
 /// system normalises; it is not "." or "..", does not begin with "." or "-" and does not end in
 /// ".". Only the empty input gives the empty name. Names that other systems reserve ("CON") are not
 /// looked at. A name is safe as it stands, not when a "%2F" in it is decoded.

@@ -10,7 +10,7 @@ namespace orvane::zel::config {
 
 namespace {
 
-// Directory names are refused with the same words as authorities; hosts match on them.
+// Directory names are rejected with the same words as authorities; hosts match on them.
 void requireSomething(const std::string& normalizedId) {
   if (normalizedId.empty()) {
     throw WidgetIdError("We were unable to derive a valid authority from the widget's identifier.");

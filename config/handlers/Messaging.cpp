@@ -10,7 +10,7 @@ constexpr const char* SITE = "NimbrelConfigParser::processMessaging";
 
 constexpr ChildDescription CHILDREN[] = {{"app", NAME_AND_VALUE, "name"}};
 
-// Refused but for these words; permissions are the other way round on purpose.
+// Denied but for these words; permissions are the other way round on purpose.
 constexpr SwitchWords GRANTING = {{"yes", "true"}, {"no", "false"}};
 constexpr KeyDescription ANY_NAME = {
     {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "messagingPermissions.*", &GRANTING};

@@ -299,7 +299,7 @@ TEST(Gestures, AreEnabledForYesAloneAndKeepTheirProperties) {
                g.enabled);
 }
 
-TEST(Permissions, AreGrantedUnlessRefused) {
+TEST(Permissions, AreGrantedUnlessRejected) {
   const auto permission = [](const char* name, const char* value) {
     return named("permission", name, value);
   };
@@ -316,7 +316,7 @@ TEST(Permissions, AreGrantedUnlessRefused) {
                           Pair("g", true)));
 }
 
-TEST(Messaging, IsRefusedUnlessGranted) {
+TEST(Messaging, IsRejectedUnlessGranted) {
   const auto app = [](const char* name, const char* value) { return named("app", name, value); };
   const auto record =
       read(extension("messaging", app("a", "yes") + app("b", " true ") + app("c", "no") +
@@ -383,7 +383,7 @@ TEST(LocalResources, LoadDelaysBelowZeroAreReportedAndSkipped) {
   expectDelay(" -0.5  x ", 7, "Invalid ApplicationCacheLoadDelay: -0.5 x");
 }
 
-TEST(Export, PathsThatAreMadeToCollideAreRefusedBeforeTheyCostMuch) {
+TEST(Export, PathsThatAreMadeToCollideAreRejectedBeforeTheyCostMuch) {
   Reader reader;
   const auto record = reader.read("");
   reader.record().exports().max_load_factor(1e6F);  // all in few buckets, as crafted paths would be

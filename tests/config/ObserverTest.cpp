@@ -172,7 +172,7 @@ TEST(Observer, LearnsOfALaterStartFileWhenTheRecordWasReplaced) {
   EXPECT_THAT(findings->lines, ElementsAre("1 repeated content", "1 repeated content"));
 }
 
-/// All that a parse leaves: record or refusal, error text, log lines.
+/// All that a parse leaves: record or rejection, error text, log lines.
 std::string traceOf(const std::string& document, const std::shared_ptr<ParseObserver>& observer) {
   logged().lines.clear();
   g_quillo_log_mask = util::LOG_MASK_DEBUG;
@@ -181,12 +181,13 @@ std::string traceOf(const std::string& document, const std::shared_ptr<ParseObse
   std::string trace;
   try {
     reader.document(document);
-  } catch (const ConfigParser::ConfigException& refusal) {
-    trace = std::to_string(refusal.line) + ":" + std::to_string(refusal.column) + refusal.what();
-  } catch (const std::logic_error& refusal) {
-    trace = refusal.what();
-  } catch (const std::overflow_error& refusal) {
-    trace = refusal.what();
+  } catch (const ConfigParser::ConfigException& rejection) {
+    trace =
+        std::to_string(rejection.line) + ":" + std::to_string(rejection.column) + rejection.what();
+  } catch (const std::logic_error& rejection) {
+    trace = rejection.what();
+  } catch (const std::overflow_error& rejection) {
+    trace = rejection.what();
   }
   // No document, no record of its own.
   trace += reader.hasRecord() ? dumpOf(reader.record()) : "";

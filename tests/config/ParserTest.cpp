@@ -30,9 +30,9 @@ std::string keptIds(BasicConfig& record) {
   return ids;
 }
 
-/// What a document is refused with, as "line:column: message".
-std::string refusal(Reader& reader, const std::string& xml) {
-  return refusalBy<ConfigParser::ConfigException>([&] { reader.document(xml); });
+/// What a document is rejected with, as "line:column: message".
+std::string rejection(Reader& reader, const std::string& xml) {
+  return rejectionBy<ConfigParser::ConfigException>([&] { reader.document(xml); });
 }
 
 TEST(Parser, NamesTheFirstMissingService) {
@@ -65,7 +65,7 @@ TEST(Parser, NamesMissingArguments) {
   EXPECT_EQ(reader.getErrorText(), "");
 }
 
-TEST(Parser, HandsItsArgumentsToTheXmlServiceAndTranslatesOnlyItsRefusals) {
+TEST(Parser, HandsItsArgumentsToTheXmlServiceAndTranslatesOnlyItsRejections) {
   class Xml : public util::XmlParser {
     [[nodiscard]] std::shared_ptr<util::XmlDocument> parseFile(
         const char* path, const char* encoding) const override {
@@ -81,20 +81,20 @@ TEST(Parser, HandsItsArgumentsToTheXmlServiceAndTranslatesOnlyItsRefusals) {
                              std::make_shared<util::IDNConverter>(),
                              std::make_shared<util::UnicodeUtilICU>());
   EXPECT_EQ(thrownBy<std::runtime_error>([&] { parser.parse("p", "e"); }), "p|e");
-  EXPECT_EQ(refusalBy<ConfigParser::ConfigException>([&] { parser.parse("bytes", 3, "u", "e"); }),
+  EXPECT_EQ(rejectionBy<ConfigParser::ConfigException>([&] { parser.parse("bytes", 3, "u", "e"); }),
             "70001:8: byt|u|e");
 }
 
-TEST(Parser, RefusesWhatIsNoXmlWithItsPosition) {
+TEST(Parser, RejectsWhatIsNoXmlWithItsPosition) {
   Reader reader;
-  EXPECT_THAT(refusal(reader, ""), StartsWith("0:0: "));
-  EXPECT_THAT(refusal(reader, "<widget>\n<a></b>\n</widget>"),
+  EXPECT_THAT(rejection(reader, ""), StartsWith("0:0: "));
+  EXPECT_THAT(rejection(reader, "<widget>\n<a></b>\n</widget>"),
               AllOf(StartsWith("2:"), Not(StartsWith("2:0:"))));
   EXPECT_THAT(thrownBy<ConfigParser::ConfigException>([&] { reader.parse("/no/file", nullptr); }),
               StartsWith("Cannot open the file"));
 }
 
-TEST(Parser, RefusesAnyOtherRootWithItsLine) {
+TEST(Parser, RejectsAnyOtherRootWithItsLine) {
   const std::string extensions = EXTENSION_NAMESPACE;
   const std::pair<std::string, const char*> cases[] = {
       {"<widget/>", "1"},
@@ -106,7 +106,7 @@ TEST(Parser, RefusesAnyOtherRootWithItsLine) {
   for (const auto& [xml, line] : cases) {
     SCOPED_TRACE(xml);
     Reader reader;
-    EXPECT_EQ(refusal(reader, xml),
+    EXPECT_EQ(rejection(reader, xml),
               std::string(line) +
                   ":0: Document root is not a 'widget' from 'http://www.w3.org/ns/widgets'.");
     // A fresh record with the document and nothing else stays in the parser.
@@ -114,7 +114,7 @@ TEST(Parser, RefusesAnyOtherRootWithItsLine) {
     EXPECT_THAT(reader.record().getUserAgentLocales(), IsEmpty());
   }
   Reader reader;
-  EXPECT_EQ(refusal(reader, "<w:widget xmlns:w='http://www.w3.org/ns/widgets'/>"), "accepted");
+  EXPECT_EQ(rejection(reader, "<w:widget xmlns:w='http://www.w3.org/ns/widgets'/>"), "accepted");
   EXPECT_THAT(reader.record().getUserAgentLocales(), ElementsAre("en", "*"));
   EXPECT_THAT(reader.record().elements(), IsEmpty());
 }

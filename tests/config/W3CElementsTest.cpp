@@ -214,7 +214,7 @@ TEST(Feature, ARequiredOneWithABadNameFailsTheParse) {
                                  "name='x' required='False'", "name='x' required=''"}) {
     SCOPED_TRACE(attributes);
     Reader reader;
-    EXPECT_EQ(refusalBy<ConfigParser::ConfigException>([&] {
+    EXPECT_EQ(rejectionBy<ConfigParser::ConfigException>([&] {
                 reader.read("<icon src='i'/>\n\n<feature " + std::string(attributes) +
                             "/><icon src='j'/>");
               }),

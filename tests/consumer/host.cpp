@@ -79,9 +79,9 @@ int main() {
 
     try {
       parse(*parser, "<html/>");
-      expect(false, "a refusal");
-    } catch (const config::ConfigParser::ConfigException& refusal) {
-      expect(refusal.line == 1, "the refusal's line");
+      expect(false, "a rejection");
+    } catch (const config::ConfigParser::ConfigException& rejection) {
+      expect(rejection.line == 1, "the rejection's line");
     }
 
     const zel::config::BasicWidgetId id(record->getId().get().c_str(),

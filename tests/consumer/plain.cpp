@@ -16,8 +16,8 @@ int main() {
   try {
     const auto document = util::XmlParserLibXml().parse("<a>", 3, nullptr, nullptr);
     good = false;
-  } catch (const orvane::nimbrel::ParseException& refusal) {
-    good = good && refusal.line == 1;
+  } catch (const orvane::nimbrel::ParseException& rejection) {
+    good = good && rejection.line == 1;
   }
   int status = 0;
   good = good && std::string_view(APP_ID) == "nimbrel" && util::logMask() == 0 &&

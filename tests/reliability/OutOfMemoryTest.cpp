@@ -83,17 +83,17 @@ TEST(OutOfMemory, LongPiecesFailAsWell) {
   }
 }
 
-TEST(OutOfMemory, RefusalsAreRefusalsOrTheLackOfMemory) {
+TEST(OutOfMemory, RejectionsAreRejectionsOrTheLackOfMemory) {
   const std::string cut = widget("<name>x</name>").substr(0, 80);
   Reader reader;
-  const auto refused = [&] {
+  const auto rejected = [&] {
     try {
       reader.document(cut);
     } catch (const config::ConfigParser::ConfigException&) {
     }
   };
-  refused();  // starts libxml2
-  EXPECT_GT(failEachAllocation([] {}, refused, [](bool) {}), 20);
+  rejected();  // starts libxml2
+  EXPECT_GT(failEachAllocation([] {}, rejected, [](bool) {}), 20);
   EXPECT_NE(reader.read("<name>x</name>"), nullptr);
 }
 

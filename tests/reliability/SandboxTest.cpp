@@ -46,7 +46,7 @@ std::string declaring(const std::string& encoding, const std::string& text) {
 }
 
 std::string outcomeOf(const std::string& document, const char* encoding = nullptr) {
-  return refusalBy<ParseException>([&] {
+  return rejectionBy<ParseException>([&] {
     (void)util::XmlParserLibXml().parse(document.data(), static_cast<unsigned int>(document.size()),
                                         nullptr, encoding);
   });

@@ -104,18 +104,18 @@ TEST(Threads, MayBeTheFirstToUseAService) {
 TEST(Threads, EachHasAParser) {
   const std::string locales[] = {"en", "de", "he", "fr"};
   std::vector<std::string> dumps(THREADS);
-  std::atomic<int> refused{0};
+  std::atomic<int> rejected{0};
   onManyThreads([&](int number) {
     for (int round = 0; round < ROUNDS; ++round) {
       dumps[static_cast<std::size_t>(number)] = dumpFor(locales[number % 4]);
       try {
         Reader().document("<widget><b>");
       } catch (const config::ConfigParser::ConfigException&) {
-        ++refused;
+        ++rejected;
       }
     }
   });
-  EXPECT_EQ(refused, THREADS * ROUNDS);
+  EXPECT_EQ(rejected, THREADS * ROUNDS);
   for (int number = 0; number < THREADS; ++number) {
     EXPECT_EQ(difference(dumps[static_cast<std::size_t>(number)], dumpFor(locales[number % 4])),
               "");

@@ -60,9 +60,9 @@ std::string thrownBy(Call call) {
   return "(nothing thrown)";
 }
 
-/// Why a call refuses a document: "line:column: message", or "accepted".
+/// Why a call rejects a document: "line:column: message", or "accepted".
 template <typename Exception, typename Call>
-std::string refusalBy(Call call) {
+std::string rejectionBy(Call call) {
   try {
     call();
   } catch (const Exception& e) {

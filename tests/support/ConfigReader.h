@@ -22,7 +22,7 @@ inline std::shared_ptr<util::XmlNode> rootOf(const std::string& xml) {
       ->getDocumentElement();
 }
 
-/// A widget document; children of the extension namespace bear the prefix "tavlo".
+/// A widget document; children of the extension namespace have the prefix "tavlo".
 inline std::string widget(const std::string& children, const std::string& attributes = "") {
   return std::string("<widget xmlns='") + config::W3C_WIDGETS_NAMESPACE + "' xmlns:tavlo='" +
          config::EXTENSION_NAMESPACE + "' " + attributes + ">" + children + "</widget>";

@@ -254,7 +254,7 @@ TEST(CheckToolCodes, AreListedAndExplained) {
               testing::EndsWith("\n\nFixed: without it.\n"));
 }
 
-TEST(CheckTool, RefusesWrongUsage) {
+TEST(CheckTool, RejectsWrongUsage) {
   const std::vector<std::string> cases[] = {
       {},
       {"--format", "yaml", "-"},

@@ -35,7 +35,7 @@ long left = 0;  // allocations up to the one that fails; 0: none does
 bool forGood = false;
 bool* reached = nullptr;  // shared with the children
 
-bool isRefused() {
+bool isRejected() {
   if (left == 0 || --left != 0) {
     return false;
   }
@@ -115,19 +115,19 @@ int tryAll(int argc, char** argv, char** environment) {
 extern "C" {
 
 void* malloc(std::size_t size) {
-  return isRefused() ? nullptr : __libc_malloc(size);
+  return isRejected() ? nullptr : __libc_malloc(size);
 }
 
 void* calloc(std::size_t count, std::size_t size) {
-  return isRefused() ? nullptr : __libc_calloc(count, size);
+  return isRejected() ? nullptr : __libc_calloc(count, size);
 }
 
 void* realloc(void* block, std::size_t size) {
-  return isRefused() ? nullptr : __libc_realloc(block, size);
+  return isRejected() ? nullptr : __libc_realloc(block, size);
 }
 
 void* memalign(std::size_t alignment, std::size_t size) {
-  return isRefused() ? nullptr : __libc_memalign(alignment, size);
+  return isRejected() ? nullptr : __libc_memalign(alignment, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size) {

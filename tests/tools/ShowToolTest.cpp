@@ -83,7 +83,7 @@ TEST(ShowTool, AFileOfTwoGibibytesIsRejectedUnread) {
   EXPECT_THAT(run({"check", file.path()}).out, HasSubstr("The document is too large"));
 }
 
-TEST(ShowTool, RefusesWrongUsage) {
+TEST(ShowTool, RejectsWrongUsage) {
   for (const char* line :
        {"", "parse", "show", "show --field nothing -", "show --field startFile2.src -",
         "show --field  -", "show --field netSettings.nothing -",

@@ -24,7 +24,7 @@ bool accepts(const std::string& text) {
 std::string describe(const std::string& text) {
   Option<IRI> out;
   if (!parse(text, out)) {
-    return "refused";
+    return "rejected";
   }
   const IRI& iri = out.get();
   const auto part = [](bool present, const std::string& value) {
@@ -55,7 +55,7 @@ x://h:00000000000000000000065535 => x - <h> 65535 - - -)",
             "http - <b\u00FCcher.example> -1 </\u8DEF> <\uE000> <\u8DEF>");
 }
 
-TEST(IRIParser, RefusesWhatTheProductionHasNoPlaceFor) {
+TEST(IRIParser, RejectsWhatTheProductionHasNoPlaceFor) {
   for (const std::string& text : StringUtil::split(
            ": /a //h a a/b:c 1a:b +a:b a_b:c \u00E9:b ?a:b "
            "x://a@b@c x://a[::1] x://[::1]@h x://[::1 x://::1] x://[::1]x x://[::1]:8x x://[] "
@@ -65,10 +65,10 @@ TEST(IRIParser, RefusesWhatTheProductionHasNoPlaceFor) {
            "a:% a:%4 a:%4g a:%g4 a:%%41 a:?% a:#%4 x://%/ x://%4@h a:%4\u00E9",
            ' ')) {
     SCOPED_TRACE(text);
-    EXPECT_EQ(describe(text), "refused");
+    EXPECT_EQ(describe(text), "rejected");
   }
   for (const char* text : {"", " a:b", "a:b ", "a: b", "x://a b"}) {
-    EXPECT_EQ(describe(text), "refused") << text;
+    EXPECT_EQ(describe(text), "rejected") << text;
   }
 }
 
@@ -119,7 +119,7 @@ TEST(IRIParser, KnowsIpLiterals) {
            "v.x v1. v1 v vg.x v1.[ v1.%41 v1.\u00E9 1.x",
            ' ')) {
     SCOPED_TRACE(address);
-    EXPECT_EQ(describe("x://[" + address + "]"), "refused");
+    EXPECT_EQ(describe("x://[" + address + "]"), "rejected");
   }
 }
 

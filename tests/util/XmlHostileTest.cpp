@@ -23,16 +23,16 @@ double secondsOfProcessor() {
 
 /// Runs a parse that must stay within a second or so of the processor and 100 MB. The bounds are
 /// wide: what they tell apart is a hundredfold.
-std::string boundedRefusal(const std::string& document) {
+std::string boundedRejection(const std::string& document) {
   const double seconds = secondsOfProcessor();
   const long kilobytes = usage().ru_maxrss;  // the most that the process has ever held
-  const std::string why = refusal(document);
+  const std::string why = rejection(document);
   EXPECT_LT(secondsOfProcessor() - seconds, 1.5 * SLOWNESS);
   EXPECT_LT(usage().ru_maxrss - kilobytes, 100'000L * SLOWNESS);
   return why;
 }
 
-/// The message of a refusal without its place, and without what newer versions of libxml2 write
+/// The message of a rejection without its place, and without what newer versions of libxml2 write
 /// before theirs; "accepted" as it is.
 std::string messageOf(const std::string& why) {
   constexpr std::string_view PREFIX = "Resource limit exceeded: ";
@@ -45,15 +45,15 @@ constexpr bool IS_OLD = LIBXML_VERSION < 21400;
 struct Case {
   const char* name;
   std::string document;
-  const char* refusal = nullptr;     // the message, or "accepted"
-  const char* newRefusal = refusal;  // with libxml2 2.14 and later
+  const char* rejection = nullptr;       // the message, or "accepted"
+  const char* newRejection = rejection;  // with libxml2 2.14 and later
 };
 
 template <std::size_t N>
 void expectWithinBounds(const Case (&cases)[N]) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(messageOf(boundedRefusal(c.document)), IS_OLD ? c.refusal : c.newRefusal);
+    EXPECT_EQ(messageOf(boundedRejection(c.document)), IS_OLD ? c.rejection : c.newRejection);
   }
 }
 
@@ -110,7 +110,7 @@ TEST(XmlHostile, ReadsNothingFromOutside) {
          "a[]"},
     };
     expectRows(cases, [](const std::string& document) {
-      const std::string why = refusal(document);
+      const std::string why = rejection(document);
       return why == "accepted" ? outline(document) : messageOf(why);
     });
   }
@@ -154,7 +154,7 @@ TEST(XmlHostile, BoundsWhatEntitiesAndDefaultsMakeOfADocument) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    const std::string why = boundedRefusal(c.document);
+    const std::string why = boundedRejection(c.document);
     EXPECT_TRUE(why.find("expand to too much text") != std::string::npos ||
                 why.find("Detected an entity reference loop") != std::string::npos ||
                 // A bound of libxml2's own, which Ubuntu has added to 2.9.14.
@@ -189,10 +189,10 @@ TEST(XmlHostile, LetsModerateUseOfEntitiesPass) {
   const std::string paragraph = "<p>" + repeated("&eacute;t&eacute; &co;, ", 20) + "</p>";
   for (const std::size_t count : {1U, 1000U}) {
     SCOPED_TRACE(count);
-    EXPECT_EQ(refusal(doctype(entity, inA(repeated(paragraph, count)))), "accepted");
+    EXPECT_EQ(rejection(doctype(entity, inA(repeated(paragraph, count)))), "accepted");
   }
   EXPECT_EQ(
-      refusal(doctype("<!ENTITY e '" + std::string(100000, 'x') + "'>", inA(repeated("&e;", 9)))),
+      rejection(doctype("<!ENTITY e '" + std::string(100000, 'x') + "'>", inA(repeated("&e;", 9)))),
       "accepted");
 }
 

@@ -12,8 +12,9 @@ namespace {
 
 constexpr bool IS_OLD = LIBXML_VERSION < 21400;  // some texts are libxml2's
 
-std::string fileRefusal(const std::string& path, const char* encoding = nullptr) {
-  return refusalBy<ParseException>([&] { (void)XmlParserLibXml().parse(path.c_str(), encoding); });
+std::string fileRejection(const std::string& path, const char* encoding = nullptr) {
+  return rejectionBy<ParseException>(
+      [&] { (void)XmlParserLibXml().parse(path.c_str(), encoding); });
 }
 
 std::string utf16(std::u16string_view text, bool bigEndian) {
@@ -107,23 +108,23 @@ TEST(XmlParser, SaysOnOneLineWhyAndWhere) {
       {"<!DOCTYPE a [\n<!ENTITY e '&f;'><!ENTITY f '&e;'>]>\n<a b='&e;'/>",
        "3:10: Detected an entity reference loop"},
   };
-  expectRows(cases, [](const std::string& document) { return refusal(document); });
-  EXPECT_EQ(refusal("<a>" + std::string(70000, '\n') + "</b>"),
+  expectRows(cases, [](const std::string& document) { return rejection(document); });
+  EXPECT_EQ(rejection("<a>" + std::string(70000, '\n') + "</b>"),
             "70001:5: Opening and ending tag mismatch: a line 1 and b");
 }
 
-TEST(XmlParser, RefusesWhatIsNoDocument) {
+TEST(XmlParser, RejectsWhatIsNoDocument) {
   const XmlParserLibXml parser;
-  const auto refusalOfBuffer = [&](const char* bytes, unsigned int size) {
-    return refusalBy<ParseException>([&] { (void)parser.parse(bytes, size, nullptr, nullptr); });
+  const auto rejectionOfBuffer = [&](const char* bytes, unsigned int size) {
+    return rejectionBy<ParseException>([&] { (void)parser.parse(bytes, size, nullptr, nullptr); });
   };
-  EXPECT_EQ(refusalOfBuffer(nullptr, 4), "0:0: There is no document");
-  EXPECT_EQ(refusalOfBuffer("<a/>", 0), "0:0: The document is empty");
+  EXPECT_EQ(rejectionOfBuffer(nullptr, 4), "0:0: There is no document");
+  EXPECT_EQ(rejectionOfBuffer("<a/>", 0), "0:0: The document is empty");
   // Not a byte of it may be read: there are only four.
   constexpr auto TOO_LARGE = static_cast<unsigned int>(std::numeric_limits<int>::max()) + 1U;
-  EXPECT_EQ(refusalOfBuffer("<a/>", TOO_LARGE), "0:0: The document is too large");
+  EXPECT_EQ(rejectionOfBuffer("<a/>", TOO_LARGE), "0:0: The document is too large");
   for (const char* name : {"no-such", "", "//", "UTF-8//IGNORE", "UTF-8/"}) {
-    EXPECT_EQ(refusal("<a/>", name), std::string("0:0: Unknown encoding: ") + name);
+    EXPECT_EQ(rejection("<a/>", name), std::string("0:0: Unknown encoding: ") + name);
   }
   // A zero byte ends nothing.
   using namespace std::string_view_literals;
@@ -131,24 +132,24 @@ TEST(XmlParser, RefusesWhatIsNoDocument) {
        {"<a/>\0"sv, "<a/>\0junk"sv, "\0<a/>"sv, "<a>\0</a>"sv, "<a b='\0'/>"sv, "<a\0/>"sv,
         "<!--\0--><a/>"sv, "<!DOCTYPE a [\0]><a/>"sv, "<a/><?p \0?>"sv}) {
     SCOPED_TRACE(testing::PrintToString(text));
-    EXPECT_EQ(refusal(text).substr(0, 2), "1:");
+    EXPECT_EQ(rejection(text).substr(0, 2), "1:");
   }
-  EXPECT_EQ(refusal("<a/>" + std::string(5000, ' ') + '\0'),
+  EXPECT_EQ(rejection("<a/>" + std::string(5000, ' ') + '\0'),
             IS_OLD ? "1:5005: The document is not well-formed"
                    : "1:5005: Extra content at the end of the document");
 }
 
-TEST(XmlParser, RefusesEveryPrefixOfADocument) {
+TEST(XmlParser, RejectsEveryPrefixOfADocument) {
   const std::string document =
       "<?xml version='1.0' encoding='UTF-8'?>\n<!DOCTYPE a [<!ENTITY e '<i>\xC3\xA4</i>'>\n"
       "<!ATTLIST a b (x|y) 'x'>]>\n<p:a xml:lang='en' c=\"&#65;&amp;&e2;\"\n>"
       "\xE2\x82\xAC&e;<!--c--><?p i?><![CDATA[]]]]></p:a>";
   std::string good = document;
   good.replace(good.find("&e2;"), 4, "");
-  ASSERT_EQ(refusal(good), "accepted");
+  ASSERT_EQ(rejection(good), "accepted");
   for (std::size_t size = 1; size < good.size(); ++size) {
     SCOPED_TRACE(good.substr(0, size));
-    const std::string why = refusal(std::string_view(good).substr(0, size));
+    const std::string why = rejection(std::string_view(good).substr(0, size));
     EXPECT_NE(why, "accepted");
     EXPECT_NE(why.substr(0, 2), "0:");
     EXPECT_EQ(why.find('\n'), std::string::npos);
@@ -166,7 +167,7 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
     const char* name;
     std::string bytes;
     const char* encoding;
-    std::string outline;  // nothing: refused
+    std::string outline;  // nothing: rejected
   } cases[] = {
       {"UTF-8 with a mark", "\xEF\xBB\xBF" + utf8, nullptr, want},
       {"UTF-8 with a mark, named", "\xEF\xBB\xBF" + utf8, "UTF-8", want},
@@ -207,7 +208,7 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    const std::string why = refusal(c.bytes, c.encoding);
+    const std::string why = rejection(c.bytes, c.encoding);
     if (c.outline.empty()) {
       EXPECT_EQ(why.substr(0, 2), "1:") << why;
       continue;
@@ -225,9 +226,9 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
 TEST(XmlParser, RejectsOtherEncodingsByName) {
   for (const std::string name :
        {"UTF-7", "EUC-TW", "ISO-2022-JP", "IBM037", "HTML", "CESU-8", "x"}) {
-    EXPECT_EQ(refusal("<?xml version='1.0' encoding='" + name + "'?><a/>"),
+    EXPECT_EQ(rejection("<?xml version='1.0' encoding='" + name + "'?><a/>"),
               "1:" + std::to_string(32 + name.size()) + ": Unsupported encoding " + name);
-    EXPECT_EQ(refusal("<a/>", name.c_str()), "0:0: Unknown encoding: " + name);
+    EXPECT_EQ(rejection("<a/>", name.c_str()), "0:0: Unknown encoding: " + name);
   }
   const Row cases[] = {
       {"\x4C\x6F\xA7\x94\x93", "1:1: Unsupported encoding EBCDIC"},
@@ -244,7 +245,7 @@ TEST(XmlParser, RejectsOtherEncodingsByName) {
       {"<?xml version='1.0'" + std::string(5000, ' ') + "encoding='latin1'?><a/>",
        "1:1: The declaration is too long"},
   };
-  expectRows(cases, [](const std::string& document) { return refusal(document); });
+  expectRows(cases, [](const std::string& document) { return rejection(document); });
 }
 
 TEST(XmlParser, ReadsRegularLocalFilesOnly) {
@@ -272,16 +273,16 @@ TEST(XmlParser, ReadsRegularLocalFilesOnly) {
     return std::distance(begin(open), end(open));
   };
   const auto before = descriptors();
-  expectRows(cases, [](const std::string& path) { return fileRefusal(path); });
+  expectRows(cases, [](const std::string& path) { return fileRejection(path); });
   EXPECT_EQ(descriptors(), before);
-  EXPECT_EQ(refusalBy<ParseException>([] { (void)XmlParserLibXml().parse(nullptr, nullptr); }),
+  EXPECT_EQ(rejectionBy<ParseException>([] { (void)XmlParserLibXml().parse(nullptr, nullptr); }),
             "0:0: There is no path");
-  EXPECT_EQ(fileRefusal(good, "no-such"), "0:0: Unknown encoding: no-such");
+  EXPECT_EQ(fileRejection(good, "no-such"), "0:0: Unknown encoding: no-such");
   const auto workingDirectory = std::filesystem::current_path();
   std::filesystem::current_path(folder.path(""));
-  EXPECT_EQ(fileRefusal("-"), "0:0: Cannot open the file: there is no such file");
+  EXPECT_EQ(fileRejection("-"), "0:0: Cannot open the file: there is no such file");
   (void)folder.write("-", "<a/>");
-  EXPECT_EQ(fileRefusal("-"), "accepted");
+  EXPECT_EQ(fileRejection("-"), "accepted");
   std::filesystem::current_path(workingDirectory);
 }
 
@@ -295,7 +296,7 @@ TEST(XmlParser, MakesTheSameTreeOfALongBufferAndAFile) {
   const std::string want = "a[" + repeated("b['t\xC3\xA4&'i[]]!'\n'", 10000) + "]";
   EXPECT_EQ(outline(buffer->getDocumentElement().get()), want);
   EXPECT_EQ(outline(file->getDocumentElement().get()), want);
-  EXPECT_EQ(fileRefusal(folder.write("b.xml", document + "x")),
+  EXPECT_EQ(fileRejection(folder.write("b.xml", document + "x")),
             "10001:5: Extra content at the end of the document");
 }
 
@@ -330,10 +331,10 @@ TEST(XmlParser, LeavesAHostsLibxml2AloneAndStandardErrorEmpty) {
       "<!DOCTYPE a [<!ELEMENT a (b|(c,d)*)*>]><a/>"};
   const auto parseAll = [&] {
     for (const std::string& document : documents) {
-      (void)refusal(document);
+      (void)rejection(document);
     }
-    (void)refusal("<a/>", "no-such");
-    (void)fileRefusal("none");
+    (void)rejection("<a/>", "no-such");
+    (void)fileRejection("none");
   };
 
   testing::internal::CaptureStderr();

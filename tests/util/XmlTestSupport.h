@@ -11,7 +11,7 @@
 namespace orvane::nimbrel::util::test {
 
 using nimbrel::test::expectRows;
-using nimbrel::test::refusalBy;
+using nimbrel::test::rejectionBy;
 using nimbrel::test::repeated;
 using nimbrel::test::Row;
 
@@ -26,9 +26,9 @@ inline std::shared_ptr<XmlNode> parseRoot(std::string_view text, const char* enc
   return parse(text, encoding)->getDocumentElement();
 }
 
-/// Why a document is refused: "line:column: message", or "accepted".
-inline std::string refusal(std::string_view text, const char* encoding = nullptr) {
-  return refusalBy<ParseException>([&] { (void)parse(text, encoding); });
+/// Why a document is rejected: "line:column: message", or "accepted".
+inline std::string rejection(std::string_view text, const char* encoding = nullptr) {
+  return rejectionBy<ParseException>([&] { (void)parse(text, encoding); });
 }
 
 /// A tree in short: `name{namespace}[children]`, texts in quotes, `!` for a comment, `?` for a

@@ -20,7 +20,7 @@ TEST(FilenameWidgetIdParser, DerivesBothNamesFromTheNameWithoutItsExtension) {
       });
 }
 
-TEST(FilenameWidgetIdParser, RefusesNamesThatAreNone) {
+TEST(FilenameWidgetIdParser, RejectsNamesThatAreNone) {
   EXPECT_EQ(thrownBy<std::invalid_argument>([] { FilenameWidgetIdParser parser(nullptr); }),
             "filenameMunger was NULL.");
   const FilenameWidgetIdParser parser(std::make_shared<ThrowingFilenameMunger>());

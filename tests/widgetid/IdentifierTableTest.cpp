@@ -38,8 +38,8 @@ std::string namesOf(const std::string& identifier, const Parser& parser) {
     const BasicWidgetId id(identifier.c_str(), parser);
     return std::string("`") + id.toAuthority() + "` | `" + id.toDirectoryName() + "` | `" +
            id.topLevelApplicationDataDirectory() + "` |";
-  } catch (const std::exception& refusal) {
-    return std::string("rejected: \"") + refusal.what() + "\" | | |";
+  } catch (const std::exception& rejection) {
+    return std::string("rejected: \"") + rejection.what() + "\" | | |";
   }
 }
 

@@ -53,7 +53,7 @@ TEST(LocalizedElementParser, SearchesBelowAnyRootAndIgnoresItsLanguage) {
   EXPECT_EQ(names("<name xmlns='http://www.w3.org/ns/widgets'>root</name>"), Texts());
 }
 
-TEST(LocalizedElementParser, RefusesWhatIsNoDocument) {
+TEST(LocalizedElementParser, RejectsWhatIsNoDocument) {
   for (const char* document : {"", " ", "<widget>", "<widget></name>", "no document", "<a/><b/>"}) {
     SCOPED_TRACE(document);
     EXPECT_THROW(names(document), nimbrel::ParseException);
@@ -64,7 +64,7 @@ TEST(LocalizedElementParser, RefusesWhatIsNoDocument) {
               (void)LocalizedElementParser::getLocalizedElementMap("<", 1, nullptr, true);
             }),
             "elementName cannot be NULL");
-  EXPECT_EQ(nimbrel::test::refusalBy<nimbrel::ParseException>(
+  EXPECT_EQ(nimbrel::test::rejectionBy<nimbrel::ParseException>(
                 [] { (void)names("<widget>\n <name></widget>"); }),
             "2:17: Opening and ending tag mismatch: name line 2 and widget");
 }

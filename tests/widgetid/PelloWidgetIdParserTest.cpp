@@ -37,7 +37,7 @@ TEST(PelloWidgetIdParser, ReducesAnIdentifierToHostAndPath) {
       });
 }
 
-TEST(PelloWidgetIdParser, RefusesMissingMungersAndIdentifiersWithTheReason) {
+TEST(PelloWidgetIdParser, RejectsMissingMungersAndIdentifiersWithTheReason) {
   EXPECT_EQ(thrownBy<std::invalid_argument>([] { PelloWidgetIdParser parser(nullptr, nullptr); }),
             "uriMunger cannot be NULL.");
   const auto parser = makeParser();
@@ -45,18 +45,18 @@ TEST(PelloWidgetIdParser, RefusesMissingMungersAndIdentifiersWithTheReason) {
             "widgetId argument was NULL.");
   EXPECT_EQ(thrownBy<std::invalid_argument>([&] { (void)parser.deriveWidgetIdAuthority(nullptr); }),
             "widgetId argument was NULL.");
-  const auto refusal = [&](const std::string& id) {
+  const auto rejection = [&](const std::string& id) {
     const std::string why =
         thrownBy<WidgetIdError>([&] { (void)parser.deriveWidgetIdAuthority(id.c_str()); });
     EXPECT_EQ(thrownBy<WidgetIdError>([&] { (void)parser.deriveDirectoryName(id.c_str()); }), why);
     return why;
   };
-  EXPECT_EQ(refusal(""), "widgetId argument was empty");
+  EXPECT_EQ(rejection(""), "widgetId argument was empty");
   for (const char* id : {"http:foo", "http://h:port/", "http://[::1/"}) {
-    EXPECT_EQ(refusal(id), "The provided widget id is not a valid URI.") << id;
+    EXPECT_EQ(rejection(id), "The provided widget id is not a valid URI.") << id;
   }
   for (const char* id : {"http://", "http:///", "..", "?q", "#f", "x:"}) {
-    EXPECT_EQ(refusal(id), NOTHING_LEFT) << id;
+    EXPECT_EQ(rejection(id), NOTHING_LEFT) << id;
   }
 }
 

@@ -31,17 +31,17 @@ class FakeParser : public WidgetIdParser {
   mutable std::string calls;
 };
 
-TEST(BasicWidgetId, RefusesBadArgumentsInOrderAndStopsAtTheFirstFault) {
+TEST(BasicWidgetId, RejectsBadArgumentsInOrderAndStopsAtTheFirstFault) {
   const auto parser = std::make_shared<FakeParser>();
   using Parser = std::shared_ptr<WidgetIdParser>;
-  const auto refusal = [](const char* id, const Parser& idParser) {
+  const auto rejection = [](const char* id, const Parser& idParser) {
     return thrownBy<std::invalid_argument>([&] { BasicWidgetId(id, idParser); });
   };
   for (const Parser& any : {Parser(), Parser(parser)}) {
-    EXPECT_EQ(refusal(nullptr, any), "id cannot be NULL.");
-    EXPECT_EQ(refusal("", any), "id cannot be the empty string.");
+    EXPECT_EQ(rejection(nullptr, any), "id cannot be NULL.");
+    EXPECT_EQ(rejection("", any), "id cannot be the empty string.");
   }
-  EXPECT_EQ(refusal("x", nullptr), "idParser cannot be NULL.");
+  EXPECT_EQ(rejection("x", nullptr), "idParser cannot be NULL.");
   EXPECT_EQ(parser->calls, "");
   parser->fails = true;
   EXPECT_EQ(thrownBy<WidgetIdError>([&] { BasicWidgetId("x", parser); }), "no authority");

@@ -20,7 +20,7 @@ extern const Command CHECK_COMMAND;
 inline constexpr char VERSION_LINE[] = "nimbrel-config " NIMBREL_VERSION "\n";
 
 inline constexpr char EXIT_STATUS_HELP[] =
-    "\nExit status: 0 done; 1 the document was rejected, the identifier refused or something\n"
+    "\nExit status: 0 done; 1 the document or the identifier was rejected or something\n"
     "found in a check; 2 wrong usage, or something cannot be read or written.\n";
 
 /// What "--help" says of a document's argument.

@@ -101,7 +101,7 @@ ShownFile showFile(const Settings& settings, const std::string& file) {
   const auto parser =
       config::createNimbrelConfigParser(settings.locales ? *settings.locales : userLocales());
   try {
-    // Only a buffer can bear another name.
+    // Only a buffer can have another name.
     const Document document = settings.url ? readDocument(file, settings.stdinName)
                                            : findDocument(file, settings.stdinName);
     auto record = std::dynamic_pointer_cast<config::BasicConfig>(

@@ -1,4 +1,4 @@
-// Taking identifiers apart without libsoup, but by its rules: directories on devices bear the names
+// Taking identifiers apart without libsoup, but by its rules: directories on devices have the names
 // that come out. GLib's own GUri gives others, as docs/identifiers.md says. The fuzz target "uris"
 // compares this with libsoup.
 
