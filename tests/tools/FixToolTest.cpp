@@ -12,21 +12,14 @@ namespace fs = std::filesystem;
 const std::string FAULTY = widget("\n<icon src='a' width='48px'/>\r\n\n\n\n<icon/>");
 const std::string FIXED = widget("\n<icon src='a' width='48'/>\r\n\n\n\n<icon/>");
 
-/// The temporary files of the tool beside a file.
-std::size_t leftBeside(const std::string& path) {
-  const fs::directory_iterator all(fs::path(path).parent_path());
-  return static_cast<std::size_t>(std::count_if(begin(all), end(all), [](const auto& entry) {
-    return entry.path().filename().string().rfind(".nimbrel-config", 0) == 0;
-  }));
-}
-
 TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
-  const TemporaryFile file(FAULTY);
-  const std::string link = file.path() + ".link";
-  const std::string other = file.path() + ".other";
-  fs::create_symlink(file.path(), link);
-  fs::create_hard_link(file.path(), other);
-  fs::permissions(file.path(), fs::perms(0640));
+  const TemporaryFolder folder;
+  const std::string file = folder.add("config.xml", FAULTY);
+  const std::string link = folder.path() + "/link";
+  const std::string other = folder.path() + "/other";
+  fs::create_symlink(file, link);
+  fs::create_hard_link(file, other);
+  fs::permissions(file, fs::perms(0640));
 
   const Outcome outcome = run({"check", "--fix", link});
   EXPECT_EQ(outcome.status, 1);
@@ -35,18 +28,17 @@ TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
                              ":6:2: warning: icon: src: Missing attribute; this icon is ignored."
                              " [missing-attribute]\n1 fixed; 1 warning\n");
   EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_EQ(contentOf(file.path()), FIXED);
-  EXPECT_EQ(fs::status(file.path()).permissions(), fs::perms(0640));
+  EXPECT_EQ(contentOf(file), FIXED);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
   EXPECT_EQ(contentOf(other), FAULTY);
-  EXPECT_EQ(leftBeside(file.path()), 0U);
-  fs::remove(link);
-  fs::remove(other);
+  const fs::directory_iterator all(folder.path());
+  EXPECT_EQ(std::distance(begin(all), end(all)), 3) << "a temporary file is left";
 
   // Nothing is left to fix, so the file stays the same one.
   const fs::file_time_type time = fs::file_time_type::clock::now() - std::chrono::hours(1);
-  fs::last_write_time(file.path(), time);
-  EXPECT_EQ(run({"check", "--fix", "-q", file.path()}).status, 1);
-  EXPECT_EQ(fs::last_write_time(file.path()), time);
+  fs::last_write_time(file, time);
+  EXPECT_EQ(run({"check", "--fix", "-q", file}).status, 1);
+  EXPECT_EQ(fs::last_write_time(file), time);
 }
 
 TEST(FixTool, CountsInEveryFormat) {

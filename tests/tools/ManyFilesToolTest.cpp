@@ -1,36 +1,11 @@
 // What a store needs that reads all its packages: lists, directories, jobs, a line a file.
 
-#include <filesystem>
-
 #include "tests/tools/Tool.h"
 
 namespace nimbrel_test {
 namespace {
 
 using testing::HasSubstr;
-
-/// A folder that lives as long as the object.
-class TemporaryFolder {
- public:
-  TemporaryFolder() { std::filesystem::create_directories(path_); }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-  /// Writes a file, in a folder of its own if the name has one; gives its path.
-  std::string add(const std::string& name, const std::string& content) const {
-    const std::filesystem::path path = path_ + '/' + name;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-    return path.string();
-  }
-
-  [[nodiscard]] const std::string& path() const { return path_; }
-
- private:
-  TemporaryFile place_{""};
-  std::string path_ = place_.path() + ".folder";
-};
 
 TEST(ManyFiles, AreFoundInDirectoriesAndLists) {
   const TemporaryFolder folder;
