@@ -1,7 +1,6 @@
 #include "check/Origin.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "util/Ascii.h"
@@ -31,10 +30,7 @@ bool hasMore(const IRI& iri) noexcept {
 }
 
 std::string schemeOf(const IRI& iri) {
-  std::string scheme;
-  std::transform(iri.scheme.begin(), iri.scheme.end(), std::back_inserter(scheme),
-                 util::ascii::lowerCase);
-  return scheme;
+  return util::ascii::lowerCased(std::string(iri.scheme));
 }
 
 /// Scheme, host and port, if the parser takes them.

@@ -56,8 +56,8 @@ bool isAddress(std::string_view value) noexcept {
 std::vector<std::string> languageRanges(const std::vector<std::string>& locales) {
   constexpr std::size_t LONGEST = 64;
   std::vector<std::string> ranges;
-  for (std::string range : locales) {
-    std::transform(range.begin(), range.end(), range.begin(), util::ascii::lowerCase);
+  for (const std::string& locale : locales) {
+    std::string range = util::ascii::lowerCased(locale);
     while (range.size() <= LONGEST && !range.empty()) {
       ranges.push_back(range);
       const std::size_t end = range.rfind('-');
@@ -69,8 +69,8 @@ std::vector<std::string> languageRanges(const std::vector<std::string>& locales)
 
 /// Whether a media type is one of `TYPES`, parameters and case aside.
 bool isKnownType(std::string_view type) {
-  std::string plain(StringUtil::trimmed(type.substr(0, type.find(';'))));
-  std::transform(plain.begin(), plain.end(), plain.begin(), util::ascii::lowerCase);
+  const std::string plain =
+      util::ascii::lowerCased(std::string(StringUtil::trimmed(type.substr(0, type.find(';')))));
   return std::find(std::begin(TYPES), std::end(TYPES), plain) != std::end(TYPES);
 }
 

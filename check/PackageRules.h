@@ -13,6 +13,8 @@ namespace orvane::nimbrel::check {
 
 /// Finds what cannot work in a package by the names of its entries: files that the document names
 /// and the package does not have, and names that some systems take for one another.
+///
+/// Throws only `std::bad_alloc`. For one thread.
 class PackageRules {
  public:
   /// `names` are those of all entries of the package. They and the report, to which findings are

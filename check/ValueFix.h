@@ -9,7 +9,8 @@
 namespace orvane::nimbrel::check {
 
 /// How to fix the value of an attribute, which stands at `value` in `text`, between quotes; nothing
-/// when that is not certain. White space around what is wrong stays.
+/// when that is not certain. White space around what is wrong stays. Throws only
+/// `std::bad_alloc`, as does `escapedValue`. For any thread.
 [[nodiscard]] std::vector<Edit> fixesOfValue(const Diagnostic& finding, std::string_view text,
                                              Span value);
 

@@ -17,6 +17,8 @@ namespace orvane::nimbrel::config::detail {
 /// than all else that an element costs.
 template <typename Integer>
 [[nodiscard]] Integer readStreamedInteger(const std::string& text, Integer start) noexcept {
+  static_assert(std::is_signed_v<Integer>,
+                "of unsigned numbers a stream reads a sign in a way of its own");
   const char* const end = text.data() + text.size();
   const char* begin = std::find_if_not(text.data(), end, zel::util::StringUtil::isSpace);
   if (begin == end) {
@@ -42,14 +44,15 @@ template <typename Number>
 [[nodiscard]] Number readStreamed(const std::string& text, Number start) {
   if constexpr (std::is_integral_v<Number>) {
     return readStreamedInteger(text, start);
+  } else {
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    // A stream keeps what is thrown inside to itself, and the number would read as 0 for want of
+    // memory.
+    stream.exceptions(std::ios::badbit);
+    stream >> start;
+    return start;
   }
-  std::istringstream stream(text);
-  stream.imbue(std::locale::classic());
-  // A stream keeps what is thrown inside to itself, and the number would read as 0 for want of
-  // memory.
-  stream.exceptions(std::ios::badbit);
-  stream >> start;
-  return start;
 }
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 // Characters of ASCII, whatever the locale. Not part of the interface.
 namespace orvane::nimbrel::util::ascii {
 
@@ -21,6 +23,13 @@ constexpr bool isLetterOrDigit(char c) noexcept {
 
 constexpr char lowerCase(char c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+inline std::string lowerCased(std::string text) {
+  for (char& c : text) {
+    c = lowerCase(c);
+  }
+  return text;
 }
 
 /// The value of a hexadecimal digit of either case; negative for any other character.

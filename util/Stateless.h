@@ -6,7 +6,8 @@
 namespace orvane::nimbrel::util::internal {
 
 /// The one object of a class without state, for all who need one. It takes no allocation, and is
-/// never destroyed: static objects of a host may use it until the process ends.
+/// never destroyed: static objects of a host may use it until the process ends. Any thread may make
+/// the first call.
 template <typename Service>
 [[nodiscard]] std::shared_ptr<Service> shared() noexcept {
   alignas(Service) static unsigned char room[sizeof(Service)];

@@ -36,13 +36,6 @@ bool isTerritory(std::string_view text) noexcept {
          (text.size() == 3 && std::all_of(text.begin(), text.end(), util::ascii::isDigit));
 }
 
-std::string lowerCase(std::string text) {
-  for (char& c : text) {
-    c = util::ascii::lowerCase(c);
-  }
-  return text;
-}
-
 /// What stands behind `separator`, which `text` loses with it.
 std::string_view cutBehind(std::string_view& text, char separator) {
   const std::size_t at = text.find(separator);
@@ -55,7 +48,7 @@ std::string_view cutBehind(std::string_view& text, char separator) {
 }
 
 void add(std::vector<std::string>& tags, const std::string& tag) {
-  for (const std::string& form : {tag, lowerCase(tag)}) {
+  for (const std::string& form : {tag, util::ascii::lowerCased(tag)}) {
     if (std::find(tags.begin(), tags.end(), form) == tags.end()) {
       tags.push_back(form);
     }
@@ -71,7 +64,7 @@ void addLocale(std::vector<std::string>& tags, std::string_view name) {
   if (name == "C" || name == "POSIX" || !isLanguage(name)) {
     return;
   }
-  std::string tag = lowerCase(std::string(name));
+  std::string tag = util::ascii::lowerCased(std::string(name));
   std::vector<std::string> forms = {tag};
   const auto extend = [&](std::string_view part) {
     if (!part.empty()) {
