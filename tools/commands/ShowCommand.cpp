@@ -96,10 +96,10 @@ struct ShownFile {
   [[nodiscard]] std::size_t size() const noexcept { return documentSize; }
 };
 
-ShownFile showFile(const Settings& settings, const std::string& file) {
+ShownFile showFile(const Settings& settings, const std::string& file,
+                   const std::vector<std::string>& locales) {
   // One for each document, as a parser remembers a start file.
-  const auto parser =
-      config::createNimbrelConfigParser(settings.locales ? *settings.locales : userLocales());
+  const auto parser = config::createNimbrelConfigParser(locales);
   try {
     // Only a buffer can have another name.
     const Document document = settings.url ? readDocument(file, settings.stdinName)
@@ -116,11 +116,12 @@ ShownFile showFile(const Settings& settings, const std::string& file) {
 ExitStatus showFiles(const Settings& settings) {
   ExitStatus worst = EXIT_DONE;
   std::size_t failures = 0;
+  const std::vector<std::string> locales = settings.locales ? *settings.locales : userLocales();
   RecordPrinter printer(
       {settings.format, settings.field, settings.isSeveral(), isColourWanted(settings.colour)});
   forEachFile(
       settings, "without a record",
-      [&](const std::string& path) { return showFile(settings, path); },
+      [&](const std::string& path) { return showFile(settings, path, locales); },
       [&](const std::string& name, const ShownFile& file, Progress& progress) {
         if (file.failure) {
           progress.clear();
