@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "config/ConfigParser.h"
-#include "tools/Escape.h"
+#include "tools/output/Escape.h"
 #include "util/ParseException.h"
 
 namespace orvane::nimbrel::tools {

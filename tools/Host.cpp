@@ -19,8 +19,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/Escape.h"
-#include "tools/Output.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 #include "util/Log.h"
 
 // The tool is the library's host: it supplies the symbols that a device would. They are C functions

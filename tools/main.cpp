@@ -5,11 +5,11 @@
 #include <string_view>
 
 #include "check/Suggestion.h"
-#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
-#include "tools/Output.h"
 #include "tools/commands/Command.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

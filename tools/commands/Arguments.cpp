@@ -6,10 +6,10 @@
 #include <cstring>
 #include <string_view>
 
-#include "tools/Escape.h"
 #include "tools/Failure.h"
-#include "tools/Output.h"
 #include "tools/commands/Command.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -10,10 +10,8 @@
 
 #include "check/Check.h"
 #include "check/Kind.h"
-#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
-#include "tools/Output.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/FileOptions.h"
 #include "tools/commands/ForEachFile.h"
@@ -21,6 +19,8 @@
 #include "tools/findings/FindingPrinter.h"
 #include "tools/fix/FixFile.h"
 #include "tools/input/Input.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 #include "util/Log.h"
 
 namespace orvane::nimbrel::tools {

@@ -2,6 +2,7 @@
 
 #include "tools/Failure.h"
 #include "tools/commands/Arguments.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -5,13 +5,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
-#include "tools/JsonWriter.h"
-#include "tools/Output.h"
-#include "tools/TextReport.h"
 #include "tools/commands/Command.h"
+#include "tools/output/Escape.h"
+#include "tools/output/JsonWriter.h"
+#include "tools/output/Output.h"
+#include "tools/output/TextReport.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"

@@ -3,11 +3,11 @@
 #include <string>
 
 #include "tools/Failure.h"
-#include "tools/JsonWriter.h"
-#include "tools/Output.h"
-#include "tools/TextReport.h"
 #include "tools/commands/Command.h"
 #include "tools/input/Input.h"
+#include "tools/output/JsonWriter.h"
+#include "tools/output/Output.h"
+#include "tools/output/TextReport.h"
 #include "widgetid/LocalizedElementParser.h"
 
 namespace orvane::nimbrel::tools {

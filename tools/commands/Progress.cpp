@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-#include "tools/Output.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "tools/Columns.h"
-#include "tools/Escape.h"
+#include "tools/output/Columns.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "tools/Output.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

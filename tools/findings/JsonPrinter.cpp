@@ -3,8 +3,8 @@
 
 #include "check/Kind.h"
 #include "check/Wording.h"
-#include "tools/JsonWriter.h"
 #include "tools/findings/FindingPrinter.h"
+#include "tools/output/JsonWriter.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

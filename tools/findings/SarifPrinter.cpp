@@ -8,11 +8,11 @@
 
 #include "check/Kind.h"
 #include "check/Wording.h"
-#include "tools/JsonWriter.h"
 #include "tools/findings/ArtifactUri.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/findings/SarifRules.h"
 #include "tools/findings/Sentence.h"
+#include "tools/output/JsonWriter.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

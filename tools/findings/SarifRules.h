@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tools/JsonSink.h"
+#include "tools/output/JsonSink.h"
 
 namespace orvane::nimbrel::tools {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tools/Escape.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -4,11 +4,11 @@
 
 #include "check/Kind.h"
 #include "check/Wording.h"
-#include "tools/Escape.h"
-#include "tools/Output.h"
 #include "tools/findings/Excerpt.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/findings/Sentence.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -4,10 +4,10 @@
 
 #include "check/Decoder.h"
 #include "check/SourceText.h"
-#include "tools/Escape.h"
 #include "tools/Failure.h"
 #include "tools/fix/ReplaceFile.h"
 #include "tools/fix/UnifiedDiff.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "tools/Escape.h"
-#include "tools/Output.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 #include "util/Ascii.h"
 #include "util/Utf8.h"
 

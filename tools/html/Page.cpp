@@ -6,8 +6,6 @@
 
 #include "check/Check.h"
 #include "config/ConfigParserFactory.h"
-#include "tools/Escape.h"
-#include "tools/Output.h"
 #include "tools/html/ApplicationView.h"
 #include "tools/html/Audience.h"
 #include "tools/html/FindingSection.h"
@@ -16,6 +14,8 @@
 #include "tools/html/Requests.h"
 #include "tools/html/Style.h"
 #include "tools/input/Input.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 #include "tools/record/RejectedNumber.h"
 #include "util/Log.h"
 #include "util/XmlParserLibXml.h"

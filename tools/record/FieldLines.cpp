@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "tools/Escape.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 

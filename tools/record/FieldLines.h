@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/JsonWriter.h"
+#include "tools/output/JsonWriter.h"
 
 namespace orvane::nimbrel::tools {
 

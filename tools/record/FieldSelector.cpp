@@ -3,9 +3,9 @@
 #include <limits>
 #include <utility>
 
-#include "tools/Escape.h"
 #include "tools/Failure.h"
-#include "tools/JsonWriter.h"
+#include "tools/output/Escape.h"
+#include "tools/output/JsonWriter.h"
 #include "tools/record/RecordJson.h"
 
 namespace orvane::nimbrel::tools {

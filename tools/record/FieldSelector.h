@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/JsonSink.h"
+#include "tools/output/JsonSink.h"
 
 namespace orvane::nimbrel::tools {
 

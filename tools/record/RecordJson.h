@@ -3,7 +3,7 @@
 #include <string>
 
 #include "config/BasicConfig.h"
-#include "tools/JsonSink.h"
+#include "tools/output/JsonSink.h"
 
 namespace orvane::nimbrel::tools {
 

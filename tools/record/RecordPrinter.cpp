@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <utility>
 
-#include "tools/Escape.h"
-#include "tools/Output.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 #include "tools/record/FieldLines.h"
 #include "tools/record/FieldSelector.h"
 #include "tools/record/RecordJson.h"

@@ -5,7 +5,7 @@
 
 #include "config/BasicConfig.h"
 #include "tools/Failure.h"
-#include "tools/JsonWriter.h"
+#include "tools/output/JsonWriter.h"
 
 namespace orvane::nimbrel::tools {
 

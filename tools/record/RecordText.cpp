@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "tools/TextReport.h"
+#include "tools/output/TextReport.h"
 #include "tools/record/Number.h"
 #include "tools/record/RecordFields.h"
 

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "config/Namespaces.h"
-#include "tools/Escape.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 

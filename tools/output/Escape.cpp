@@ -1,4 +1,4 @@
-#include "tools/Escape.h"
+#include "tools/output/Escape.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
-#include "tools/JsonWriter.h"
+#include "tools/output/JsonWriter.h"
 
 #include <utility>
 
-#include "tools/Escape.h"
-#include "tools/Output.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -1,10 +1,10 @@
-#include "tools/TextReport.h"
+#include "tools/output/TextReport.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "tools/Columns.h"
-#include "tools/Escape.h"
+#include "tools/output/Columns.h"
+#include "tools/output/Escape.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::tools {

@@ -1,4 +1,4 @@
-#include "tools/JsonSink.h"
+#include "tools/output/JsonSink.h"
 
 #include <charconv>
 #include <cmath>

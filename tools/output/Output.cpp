@@ -1,4 +1,4 @@
-#include "tools/Output.h"
+#include "tools/output/Output.h"
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -10,8 +10,8 @@
 #include <string>
 #include <system_error>
 
-#include "tools/Escape.h"
 #include "tools/Failure.h"
+#include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

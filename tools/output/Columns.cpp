@@ -1,4 +1,4 @@
-#include "tools/Columns.h"
+#include "tools/output/Columns.h"
 
 #include <unicode/uchar.h>
 
