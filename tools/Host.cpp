@@ -1,21 +1,13 @@
 #include "tools/Host.h"
 
-#include <dlfcn.h>
-#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/threads.h>
 #include <libxml/xmlerror.h>
 #include <malloc.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <csignal>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
-#include <new>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,40 +22,6 @@ namespace {
 
 std::optional<int> density;
 bool copyLog = false;
-
-volatile std::sig_atomic_t savedError = -1;  // the standard error of who uses a GlibGuard
-
-// What GLib does without memory: it aborts, by one of two signals, or calls itself until the stack
-// ends.
-constexpr int FATAL_SIGNALS[] = {SIGABRT, SIGTRAP, SIGSEGV};
-
-void endAfterSignal(int signal) noexcept {
-  const bool isMemory = signal != SIGSEGV || errno == ENOMEM;
-  ::dup2(savedError, STDERR_FILENO);
-  if (isMemory) {
-    orvane::nimbrel::tools::endWithoutMemory();
-  }
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
-}
-
-// A fatal line of GLib's, before it is written, which can wait for a lock that GLib holds.
-void endAfterLine(const char* /*domain*/, int level, const char* /*line*/,
-                  void* /*data*/) noexcept {
-  constexpr int FATAL = 2;
-  if ((level & FATAL) != 0) {
-    endAfterSignal(SIGABRT);
-  }
-}
-
-void takeLinesOfGlib() noexcept {
-  using Handler = decltype(&endAfterLine);
-  if (void* const glib = ::dlopen("libglib-2.0.so.0", RTLD_LAZY)) {
-    if (void* const function = ::dlsym(glib, "g_log_set_default_handler")) {
-      reinterpret_cast<Handler (*)(Handler, void*)>(function)(endAfterLine, nullptr);
-    }
-  }
-}
 
 void copyLine(const char* format, std::va_list arguments) {
   std::va_list again;
@@ -132,38 +90,6 @@ void silenceXml() noexcept {
   // Generic, as the second parameter is constant or not by the version of libxml2.
   xmlSetStructuredErrorFunc(nullptr, [](void* /*context*/, auto* /*error*/) {});
   xmlInitParser();  // here, as the function counts for this thread alone
-}
-
-GlibGuard::GlibGuard() {
-  // Its own allocator would wait for itself without end when it cannot be started.
-  if (::setenv("G_SLICE", "always-malloc", 1) != 0) {
-    throw std::bad_alloc();
-  }
-  savedError = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
-  if (const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
-    ::dup2(nowhere, STDERR_FILENO);
-    ::close(nowhere);
-  }
-  static char stack[65536];
-  stack_t place = {};
-  place.ss_sp = stack;
-  place.ss_size = sizeof(stack);
-  ::sigaltstack(&place, nullptr);
-  struct sigaction action = {};
-  action.sa_handler = endAfterSignal;
-  action.sa_flags = SA_ONSTACK;
-  for (const int signal : FATAL_SIGNALS) {
-    ::sigaction(signal, &action, nullptr);
-  }
-  takeLinesOfGlib();
-}
-
-GlibGuard::~GlibGuard() {
-  for (const int signal : FATAL_SIGNALS) {
-    std::signal(signal, SIG_DFL);
-  }
-  ::dup2(savedError, STDERR_FILENO);
-  ::close(savedError);
 }
 
 void keepFreedMemory() noexcept {

@@ -6,17 +6,6 @@ namespace orvane::nimbrel::tools {
 /// be called before a document is parsed.
 void silenceXml() noexcept;
 
-/// While there is one, GLib ends the process as `endWithoutMemory` does when memory runs out, where
-/// it would say so in words of its own and abort, or hang. One at a time; the first before GLib is
-/// loaded.
-class GlibGuard {
- public:
-  GlibGuard();  ///< Throws `std::bad_alloc`.
-  GlibGuard(const GlibGuard&) = delete;
-  GlibGuard& operator=(const GlibGuard&) = delete;
-  ~GlibGuard();
-};
-
 /// Keeps freed memory for the next document. The C library would give it back to the system after
 /// each of many, which takes a third of the time. To be called before threads are started.
 void keepFreedMemory() noexcept;

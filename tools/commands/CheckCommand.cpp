@@ -143,7 +143,7 @@ CheckedFile checkFile(const std::string& path, const Options& options, std::uint
     }
     return {std::move(document.name),
             check::checkDocument(std::move(*document.bytes), options.locales, logMask,
-                                 document.package),
+                                 document.names()),
             std::nullopt};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED || options.diff) {

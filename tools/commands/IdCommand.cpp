@@ -1,12 +1,8 @@
-#include <cerrno>
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 
 #include "tools/Failure.h"
-#include "tools/Host.h"
 #include "tools/commands/Command.h"
 #include "tools/output/Escape.h"
 #include "tools/output/JsonWriter.h"
@@ -114,23 +110,14 @@ ExitStatus runId(int argc, char** argv) {
   }
   std::unique_ptr<WidgetId> id;
   try {
-    errno = 0;
-    const GlibGuard guard;
     id = settings.make(settings.identifier.c_str());
   } catch (const zel::config::WidgetIdError& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
   } catch (const std::invalid_argument& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
-  } catch (const std::runtime_error&) {  // a library that could not be loaded
-    if (errno == ENOMEM) {
-      throw std::bad_alloc();
-    }
-    throw;
   }
   print(settings, *id);
-  // What GLib does at the end of the process takes memory too.
-  const GlibGuard guard;
-  std::exit(EXIT_DONE);
+  return EXIT_DONE;
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ check::FixedDocument fixFile(const std::string& path,
 FixedWithDiff fixWithDiff(const Document& document,
                           const std::optional<std::vector<std::string>>& locales,
                           std::uint32_t logMask, bool isForTerminal) {
-  FixedWithDiff result = {check::fixDocument(*document.bytes, locales, logMask, document.package),
+  FixedWithDiff result = {check::fixDocument(*document.bytes, locales, logMask, document.names()),
                           {}};
   if (result.fixed.count == 0) {
     return result;

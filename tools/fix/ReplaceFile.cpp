@@ -11,7 +11,6 @@
 #include <system_error>
 
 #include "tools/Failure.h"
-#include "tools/input/FileDescriptor.h"
 #include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
@@ -37,19 +36,20 @@ class NewFile {
       : path_(path),
         name_(target.substr(0, target.rfind('/') + 1) + ".nimbrel-config-XXXXXX"),
         file_(::mkostemp(name_.data(), O_CLOEXEC)) {
-    require(path_, file_.get() >= 0);
+    require(path_, file_ >= 0);
   }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   ~NewFile() {
-    if (file_.get() >= 0 && !isRenamed_) {
+    ::close(file_);
+    if (!isRenamed_) {
       ::unlink(name_.c_str());
     }
   }
 
   void write(std::string_view bytes) {
     while (!bytes.empty()) {
-      const ssize_t written = ::write(file_.get(), bytes.data(), bytes.size());
+      const ssize_t written = ::write(file_, bytes.data(), bytes.size());
       require(path_, written >= 0 || errno == EINTR);
       bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
     }
@@ -57,12 +57,12 @@ class NewFile {
 
   void copyMode(const struct stat& status) {
     // Only root may give files away; an owner who may write here may have the new one as well.
-    static_cast<void>(::fchown(file_.get(), status.st_uid, status.st_gid) == 0);
-    require(path_, ::fchmod(file_.get(), status.st_mode & 07777U) == 0);
+    static_cast<void>(::fchown(file_, status.st_uid, status.st_gid) == 0);
+    require(path_, ::fchmod(file_, status.st_mode & 07777U) == 0);
   }
 
   void rename(const std::string& target) {
-    require(path_, ::fsync(file_.get()) == 0);
+    require(path_, ::fsync(file_) == 0);
     require(path_, ::rename(name_.c_str(), target.c_str()) == 0);
     isRenamed_ = true;
   }
@@ -70,7 +70,7 @@ class NewFile {
  private:
   const std::string& path_;
   std::string name_;
-  FileDescriptor file_;
+  int file_;
   bool isRenamed_ = false;
 };
 

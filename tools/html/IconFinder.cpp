@@ -10,21 +10,14 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr std::size_t LARGEST = std::size_t{128} * 1024;          // bytes of an icon
-constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all icons on a page
-constexpr std::size_t MOST_TRIED = 20;                            // icons of a record
+constexpr std::size_t LARGEST = std::size_t{128} * 1024;  // bytes of an icon
+constexpr std::size_t MOST_TRIED = 20;                    // icons of a record
 constexpr const char* DEFAULTS[] = {"icon.svg", "icon.png", "icon.gif", "icon.jpg"};
 
 }  // namespace
 
-IconFinder::IconFinder(const std::shared_ptr<const ZipArchive>& archive) : left_(MOST_BYTES) {
-  if (archive != nullptr) {
-    content_.emplace(archive);
-  }
-}
-
 std::optional<IconImage> IconFinder::load(const std::string& path) {
-  std::optional<std::string> bytes = content_->read(path, std::min(LARGEST, left_));
+  std::optional<std::string> bytes = package_->read(path, std::min(LARGEST, left_));
   const char* const type = bytes ? imageTypeOf(*bytes) : nullptr;
   if (type == nullptr) {
     return std::nullopt;
@@ -34,7 +27,7 @@ std::optional<IconImage> IconFinder::load(const std::string& path) {
 }
 
 std::optional<IconImage> IconFinder::find(const config::Config& record) {
-  if (!content_) {
+  if (package_ == nullptr) {
     return std::nullopt;
   }
   std::vector<std::string> paths;

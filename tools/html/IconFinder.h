@@ -4,9 +4,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "config/Config.h"
-#include "tools/input/PackageContent.h"
+#include "tools/input/Package.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -20,10 +21,10 @@ struct IconImage {
 /// limit.
 class IconFinder {
  public:
-  /// `archive` is null for a document alone, which has no files.
-  explicit IconFinder(const std::shared_ptr<const ZipArchive>& archive);
+  /// `package` is null for a document alone, which has no files.
+  explicit IconFinder(std::shared_ptr<Package> package) noexcept : package_(std::move(package)) {}
 
-  [[nodiscard]] bool hasPackage() const noexcept { return content_.has_value(); }
+  [[nodiscard]] bool hasPackage() const noexcept { return package_ != nullptr; }
 
   /// The first icon of a record that is in the package and can be shown, for users of the record's
   /// languages; else an icon that W3C Widgets use by default. None when there is neither.
@@ -32,8 +33,10 @@ class IconFinder {
  private:
   [[nodiscard]] std::optional<IconImage> load(const std::string& path);
 
-  std::optional<PackageContent> content_;
-  std::size_t left_;  // bytes
+  static constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all on a page
+
+  std::shared_ptr<Package> package_;
+  std::size_t left_ = MOST_BYTES;
 };
 
 }  // namespace orvane::nimbrel::tools

@@ -68,8 +68,8 @@ class Page {
       Document document = tools::readDocument(request_.file, request_.stdinName);
       name_ = document.name;
       bytes_ = std::move(*document.bytes);
-      package_ = std::move(document.package);
-      icons_.emplace(document.archive);
+      package_ = document.names();
+      icons_.emplace(document.package);
     } catch (const DocumentFailure& failure) {
       if (failure.status() != EXIT_REJECTED) {
         throw;

@@ -1,14 +1,9 @@
 #include "tools/input/FileList.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <new>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "tools/input/Input.h"
@@ -17,34 +12,7 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-/// What is in a directory, in the order of names; nothing when it cannot be read.
-class Listing {
- public:
-  explicit Listing(const std::string& directory)
-      : count_(::scandir(directory.c_str(), &entries_, nullptr, byName)) {
-    if (count_ < 0 && errno == ENOMEM) {
-      throw std::bad_alloc();
-    }
-  }
-  Listing(const Listing&) = delete;
-  Listing& operator=(const Listing&) = delete;
-  ~Listing() {
-    std::for_each(begin(), end(), ::free);
-    ::free(entries_);
-  }
-
-  [[nodiscard]] bool isReadable() const noexcept { return count_ >= 0; }
-  [[nodiscard]] dirent** begin() const noexcept { return entries_; }
-  [[nodiscard]] dirent** end() const noexcept { return entries_ + std::max(count_, 0); }
-
- private:
-  static int byName(const dirent** one, const dirent** other) {
-    return std::strcmp((*one)->d_name, (*other)->d_name);
-  }
-
-  dirent** entries_ = nullptr;
-  int count_;
-};
+namespace fs = std::filesystem;
 
 bool isWanted(std::string_view name) noexcept {
   constexpr std::string_view PACKAGE = ".wgt";
@@ -52,35 +20,21 @@ bool isWanted(std::string_view name) noexcept {
          (name.size() > PACKAGE.size() && name.substr(name.size() - PACKAGE.size()) == PACKAGE);
 }
 
-bool isDirectory(const std::string& path) noexcept {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// Whether an entry is a directory, and no symbolic link to one.
-bool isDirectory(const dirent& entry, const std::string& path) noexcept {
-  struct stat status {};
-  return entry.d_type == DT_UNKNOWN ? ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
-                                    : entry.d_type == DT_DIR;
-}
-
-// Neither std::filesystem nor fts, which end the process when memory runs out.
-void addDirectory(std::vector<std::string>& files, const std::string& directory) {
-  const std::string prefix = directory.back() == '/' ? directory : directory + '/';
-  const Listing listing(directory);
-  if (!listing.isReadable()) {
+void addDirectory(std::vector<std::string>& files, const fs::path& directory) {
+  std::error_code error;
+  std::vector<fs::directory_entry> entries;
+  for (fs::directory_iterator at(directory, error), end; at != end; at.increment(error)) {
+    entries.push_back(*at);
+  }
+  if (error) {
     files.push_back(directory);  // reading it as a file says why, when its turn comes
   }
-  for (const dirent* entry : listing) {
-    const std::string_view name = entry->d_name;
-    std::string path = prefix + entry->d_name;
-    if (name == "." || name == "..") {
-      continue;
-    }
-    if (isDirectory(*entry, path)) {
-      addDirectory(files, path);
-    } else if (isWanted(name)) {
-      files.push_back(std::move(path));
+  std::sort(entries.begin(), entries.end());
+  for (const fs::directory_entry& entry : entries) {
+    if (!entry.is_symlink(error) && entry.is_directory(error)) {
+      addDirectory(files, entry.path());
+    } else if (isWanted(entry.path().filename().native())) {
+      files.push_back(entry.path());
     }
   }
 }
@@ -109,7 +63,7 @@ std::vector<std::string> listFiles(std::vector<std::string> operands, bool recur
   }
   std::vector<std::string> files;
   for (std::string& name : operands) {
-    if (isDirectory(name)) {
+    if (std::error_code error; fs::is_directory(name, error)) {
       addDirectory(files, name);
     } else {
       files.push_back(std::move(name));

@@ -12,8 +12,6 @@
 #include <utility>
 
 #include "tools/Failure.h"
-#include "tools/input/FileDescriptor.h"
-#include "tools/input/Package.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -37,10 +35,37 @@ void requireRegular(const std::string& path, int result, const struct stat& stat
   }
 }
 
+/// An open file, closed with the object.
+class FileDescriptor {
+ public:
+  FileDescriptor(const std::string& path, int flags)
+      : number_(::open(path.c_str(), flags | O_RDONLY | O_CLOEXEC | O_NOCTTY)) {
+    if (number_ < 0) {
+      throw unreadable(path, errno);
+    }
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  ~FileDescriptor() { ::close(number_); }
+
+  [[nodiscard]] int get() const noexcept { return number_; }
+
+ private:
+  int number_;
+};
+
+/// A path, if there is a regular file. To open a FIFO or a device may change it: what it is has to
+/// be known before.
+const std::string& regular(const std::string& path) {
+  struct stat status {};
+  requireRegular(path, ::stat(path.c_str(), &status), status);
+  return path;
+}
+
 /// A regular file that is open, with what messages call it.
 class File {
  public:
-  explicit File(const std::string& path) : path_(path), file_(open(path)) {
+  explicit File(const std::string& path) : path_(path), file_(regular(path), O_NONBLOCK) {
     requireRegular(path_, ::fstat(file_.get(), &status_), status_);
   }
 
@@ -84,17 +109,6 @@ class File {
   }
 
  private:
-  static FileDescriptor open(const std::string& path) {
-    // To open a FIFO or a device may change it: what it is has to be known before.
-    struct stat status {};
-    requireRegular(path, ::stat(path.c_str(), &status), status);
-    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.get() < 0) {
-      throw unreadable(path, errno);
-    }
-    return file;
-  }
-
   const std::string path_;
   FileDescriptor file_;
   struct stat status_ {};
@@ -125,10 +139,10 @@ std::string readFrom(int descriptor, const std::string& name) {
   }
 }
 
-Document findInPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
-  Package package = readPackage(read, size, path);
-  return {path + '/' + PACKAGED_DOCUMENT, std::move(package.document), std::move(package.names),
-          std::move(package.archive)};
+Document findInPackage(ZipArchive::Read read, std::uint64_t size, const std::string& path) {
+  auto package = std::make_shared<Package>(std::move(read), size, path);
+  std::string bytes = package->document();
+  return {path + '/' + PACKAGED_DOCUMENT, std::move(bytes), std::move(package)};
 }
 
 Document findOnStandardInput(const std::string& name) {
@@ -154,7 +168,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
     return findInPackage(read, file->size(), path);
   }
   if (!wantsBytes) {
-    return {path, std::nullopt, std::nullopt, nullptr, file->size()};
+    return {path, std::nullopt, nullptr, file->size()};
   }
   return {path, file->readAll()};
 }
@@ -169,10 +183,7 @@ std::string readList(const std::string& path) {
   if (path == STANDARD_INPUT) {
     return readFrom(STDIN_FILENO, path);
   }
-  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-  if (file.get() < 0) {
-    throw unreadable(path, errno);
-  }
+  const FileDescriptor file(path, 0);
   return readFrom(file.get(), path);
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/input/ZipArchive.h"
+#include "tools/input/Package.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -17,11 +17,13 @@ inline constexpr char STANDARD_INPUT[] = "-";
 struct Document {
   std::string name;  ///< what messages call it: the path, for a package with the entry
   std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
-  /// The names of all entries of the package in which it stands; none for a document alone.
-  std::optional<std::vector<std::string>> package = std::nullopt;
-  /// That package, which may be read as long as the pointer lives; null for a document alone.
-  std::shared_ptr<const ZipArchive> archive = nullptr;
-  std::uint64_t fileSize = 0;  ///< of that regular file, when there are no bytes
+  std::shared_ptr<Package> package = nullptr;  ///< in which it stands; null for a document alone
+  std::uint64_t fileSize = 0;                  ///< of that regular file, when there are no bytes
+
+  /// The names of all entries of that package.
+  [[nodiscard]] std::optional<std::vector<std::string>> names() const {
+    return package == nullptr ? std::nullopt : std::make_optional(package->names());
+  }
 };
 
 /// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged

@@ -2,10 +2,12 @@
 
 #include <strings.h>
 
-#include <optional>
+#include <utility>
 
+#include "check/Decoder.h"
+#include "check/PackageFiles.h"
 #include "tools/Failure.h"
-#include "tools/input/EntryName.h"
+#include "util/Utf8.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -35,31 +37,36 @@ bool isDoubtful(const ZipEntry& entry, bool isDocument) {
          (!entry.unicodeName.empty() && isForSome(entry.unicodeName) != isDocument);
 }
 
-ZipEntry findDocument(const ZipArchive& archive, const std::string& path,
-                      std::vector<std::string>& names) {
-  std::optional<ZipEntry> found;
-  std::string similar;
-  archive.forEachEntry([&](const ZipEntry& entry) {
-    names.push_back(textOf(entry));
-    const bool isDocument = entry.name == PACKAGED_DOCUMENT;
-    // Which of two counts depends on who reads the archive: no telling what a runtime will do.
-    if (isDocument && found) {
-      throw rejection(path, "more than one config.xml at the root of the archive");
+bool isUtf8(std::string_view text) noexcept {
+  for (std::size_t at = 0; at < text.size();) {
+    if (util::internal::decodeUtf8(text, at) == util::internal::NOT_UTF8) {
+      return false;
     }
-    if (isDoubtful(entry, isDocument)) {
-      throw rejection(path, "an entry that is config.xml to some programs and not to others");
-    }
-    if (isDocument) {
-      found = entry;
-    } else if (isSimilar(entry.name)) {
-      similar = entry.name;
-    }
-  });
-  if (!found) {
-    throw rejection(path, "no config.xml at the root of the archive" +
-                              (similar.empty() ? similar : ", and '" + similar + "' is another"));
   }
-  return *found;
+  return true;
+}
+
+/// The name of an entry in UTF-8. One that is no UTF-8 is what its field for UTF-8 says; without
+/// that, it is in code page 437, as the format (APPNOTE.TXT, appendix D) and W3C Widgets say.
+std::string textOf(const ZipEntry& entry) {
+  if (entry.isUtf8 || isUtf8(entry.name)) {
+    return std::string(entry.name);
+  }
+  std::string text(entry.unicodeName);
+  std::vector<std::uint32_t> offsets;
+  if (text.empty() && !check::decode(entry.name, "ibm-437", text, offsets)) {
+    return std::string(entry.name);  // an ICU without that code page
+  }
+  return text;
+}
+
+/// The archive, or the reason why there is none.
+ZipArchive open(ZipArchive::Read read, std::uint64_t size, const std::string& path) {
+  try {
+    return {std::move(read), size};
+  } catch (const ZipProblem& problem) {
+    throw rejection(path, std::string("no usable ZIP archive: it ") + problem.what());
+  }
 }
 
 }  // namespace
@@ -69,23 +76,66 @@ bool isPackage(std::string_view bytes) noexcept {
   return head == "PK\x03\x04" || head == "PK\x05\x06";
 }
 
-Package readPackage(const ZipArchive::Read& read, std::uint64_t size, const std::string& path) {
-  Package package;
-  ZipEntry document;
-  try {
-    package.archive = std::make_shared<const ZipArchive>(read, size);
-    document = findDocument(*package.archive, path, package.names);
-  } catch (const ZipProblem& problem) {
-    throw rejection(path, std::string("no usable ZIP archive: it ") + problem.what());
+Package::Package(ZipArchive::Read read, std::uint64_t size, const std::string& path)
+    : path_(path), archive_(open(std::move(read), size, path)), document_(findDocument()) {
+  names_.reserve(archive_.entries().size());
+  for (const ZipEntry& entry : archive_.entries()) {
+    names_.push_back(textOf(entry));
   }
-  if (document.size > MAXIMUM_SIZE) {
-    throw rejection(path, "config.xml is larger than 16 MiB");
+}
+
+const ZipEntry& Package::findDocument() const {
+  const ZipEntry* found = nullptr;
+  std::string similar;
+  for (const ZipEntry& entry : archive_.entries()) {
+    const bool isDocument = entry.name == PACKAGED_DOCUMENT;
+    // Which of two counts depends on who reads the archive: no telling what a runtime will do.
+    if (isDocument && found != nullptr) {
+      throw rejection(path_, "more than one config.xml at the root of the archive");
+    }
+    if (isDoubtful(entry, isDocument)) {
+      throw rejection(path_, "an entry that is config.xml to some programs and not to others");
+    }
+    if (isDocument) {
+      found = &entry;
+    } else if (isSimilar(entry.name)) {
+      similar = entry.name;
+    }
+  }
+  if (found == nullptr) {
+    throw rejection(path_, "no config.xml at the root of the archive" +
+                               (similar.empty() ? similar : ", and '" + similar + "' is another"));
+  }
+  return *found;
+}
+
+std::string Package::document() const {
+  if (document_.size > MAXIMUM_SIZE) {
+    throw rejection(path_, "config.xml is larger than 16 MiB");
   }
   try {
-    package.document = package.archive->unpack(document, MAXIMUM_SIZE);
-    return package;
+    return archive_.unpack(document_, MAXIMUM_SIZE);
   } catch (const ZipProblem& problem) {
-    throw rejection(path, std::string("config.xml cannot be unpacked: it ") + problem.what());
+    throw rejection(path_, std::string("config.xml cannot be unpacked: it ") + problem.what());
+  }
+}
+
+std::optional<std::string> Package::read(std::string_view path, std::size_t limit) {
+  for (std::size_t i = files_.empty() ? 0 : names_.size(); i < names_.size(); ++i) {
+    const auto [place, isNew] =
+        files_.try_emplace(check::resolvePath(names_[i]), &archive_.entries()[i]);
+    if (!isNew) {
+      place->second = nullptr;
+    }
+  }
+  const auto found = files_.find(path);
+  if (found == files_.end() || found->second == nullptr || found->second->size > limit) {
+    return std::nullopt;
+  }
+  try {
+    return archive_.unpack(*found->second, limit);
+  } catch (const ZipProblem&) {
+    return std::nullopt;
   }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,20 +18,40 @@ inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
 /// Whether bytes begin as a ZIP archive does. Four are enough.
 [[nodiscard]] bool isPackage(std::string_view bytes) noexcept;
 
-/// What a packaged widget holds.
-struct Package {
-  std::string document;
-  std::vector<std::string> names;  ///< of all entries, UTF-8 as far as they are text
-  std::shared_ptr<const ZipArchive> archive;
-};
+/// A packaged widget: a ZIP archive with a document at its root. Nothing is written, and a file is
+/// unpacked when it is asked for. For one thread.
+class Package {
+ public:
+  /// `read` gives the bytes of the archive, `path` is for messages.
+  ///
+  /// Throws `DocumentFailure` with `EXIT_REJECTED` for what is no ZIP archive and for one that
+  /// holds no document or more than one; and what `read` throws.
+  Package(ZipArchive::Read read, std::uint64_t size, const std::string& path);
+  Package(const Package&) = delete;
+  Package& operator=(const Package&) = delete;
+  ~Package() = default;
 
-/// The document at the root of a packaged widget of this size, and the names of all entries.
-/// Nothing else is unpacked, nothing is written. The archive keeps `read` and what it holds.
-///
-/// `path` is for messages. Throws `DocumentFailure` with `EXIT_REJECTED` for what is no ZIP
-/// archive, for one that holds no document or more than one, and for a document that is encrypted,
-/// damaged, compressed in an unknown way or over 16 MiB, whatever the archive says of its size.
-[[nodiscard]] Package readPackage(const ZipArchive::Read& read, std::uint64_t size,
-                                  const std::string& path);
+  /// The names of all entries, in UTF-8 as far as they are text.
+  [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+
+  /// The bytes of the document. Throws `DocumentFailure` with `EXIT_REJECTED` for one that is
+  /// encrypted, damaged, compressed in an unknown way or over 16 MiB, whatever the archive says of
+  /// its size.
+  [[nodiscard]] std::string document() const;
+
+  /// The content of the file at a path, as `check::resolvePath` gives it. None when there is no
+  /// such file, or several, and for one that is larger than `limit` bytes or cannot be unpacked.
+  [[nodiscard]] std::optional<std::string> read(std::string_view path, std::size_t limit);
+
+ private:
+  [[nodiscard]] const ZipEntry& findDocument() const;
+
+  std::string path_;
+  ZipArchive archive_;
+  std::vector<std::string> names_;  // of the entries of the archive, in their order
+  const ZipEntry& document_;
+  // By path, once one was asked for; null: several.
+  std::map<std::string, const ZipEntry*, std::less<>> files_;
+};
 
 }  // namespace orvane::nimbrel::tools

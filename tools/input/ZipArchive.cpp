@@ -1,11 +1,14 @@
 #include "tools/input/ZipArchive.h"
 
+#define ZLIB_CONST  // its input is only read
+#include <zlib.h>
+
 #include <algorithm>
 #include <limits>
+#include <memory>
+#include <new>
 #include <optional>
 #include <utility>
-
-#include "tools/input/Inflater.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -29,7 +32,8 @@ constexpr std::size_t ZIP64_END_SIZE = 56;
 constexpr std::size_t ZIP64_LOCATOR_SIZE = 20;
 
 constexpr std::uint16_t ENCRYPTED = 1;
-constexpr std::uint16_t HAS_DESCRIPTOR = 8;  // sizes stand behind the content
+constexpr std::uint16_t HAS_DESCRIPTOR = 8;
+constexpr std::uint16_t IS_UTF8 = 0x800;
 constexpr std::uint16_t STORED = 0;
 constexpr std::uint16_t DEFLATED = 8;
 constexpr std::uint16_t ZIP64_FIELD = 1;
@@ -65,6 +69,12 @@ void widen(std::uint64_t& value, std::string_view& field) {
 std::uint32_t checksumOf(std::string_view bytes) noexcept {
   return static_cast<std::uint32_t>(
       ::crc32_z(0, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
+}
+
+void readFlags(std::uint16_t flags, ZipEntry& entry) noexcept {
+  entry.isUtf8 = (flags & IS_UTF8) != 0;
+  entry.isEncrypted = (flags & ENCRYPTED) != 0;
+  entry.hasDescriptor = (flags & HAS_DESCRIPTOR) != 0;
 }
 
 /// Reads the sizes and the offset that did not fit into 32 bits, and the name in UTF-8.
@@ -120,12 +130,12 @@ ZipArchive::ZipArchive(Read read, std::uint64_t size) : read_(std::move(read)), 
   if (end.directorySize != end.at - end.directoryAt) {
     throw ZipProblem("has something between its central directory and its end");
   }
-  entries_ = end.entries;
   directoryAt_ = end.directoryAt;
   directory_ = read_(end.directoryAt, static_cast<std::size_t>(end.directorySize));
   if (directory_.size() != end.directorySize) {
     throw ZipProblem("is cut short");
   }
+  readDirectory(end.entries);
 }
 
 ZipArchive::End ZipArchive::findEnd() const {
@@ -192,9 +202,9 @@ void ZipArchive::readZip64(std::uint64_t endAt, End& end) const {
   end.directoryAt = numberAt<std::uint64_t>(record, 48);
 }
 
-void ZipArchive::forEachEntry(const std::function<void(const ZipEntry& entry)>& visit) const {
+void ZipArchive::readDirectory(std::uint64_t count) {
   std::string_view rest = directory_;
-  for (std::uint64_t i = 0; i < entries_; ++i) {
+  for (std::uint64_t i = 0; i < count; ++i) {
     if (rest.size() < DIRECTORY_SIZE || !begins(rest, DIRECTORY_MARK)) {
       throw ZipProblem("has a damaged central directory");
     }
@@ -204,16 +214,15 @@ void ZipArchive::forEachEntry(const std::function<void(const ZipEntry& entry)>& 
     if (length > rest.size()) {
       throw ZipProblem("has a damaged central directory");
     }
-    ZipEntry entry;
+    ZipEntry& entry = entries_.emplace_back();
     entry.name = rest.substr(DIRECTORY_SIZE, name);
-    entry.flags = numberAt<std::uint16_t>(rest, 8);
+    readFlags(numberAt<std::uint16_t>(rest, 8), entry);
     entry.method = numberAt<std::uint16_t>(rest, 10);
     entry.checksum = numberAt<std::uint32_t>(rest, 16);
     entry.packedSize = numberAt<std::uint32_t>(rest, 20);
     entry.size = numberAt<std::uint32_t>(rest, 24);
     entry.header = numberAt<std::uint32_t>(rest, 42);
     readExtra(rest.substr(DIRECTORY_SIZE + name, extra), entry);
-    visit(entry);
     rest.remove_prefix(length);
   }
   if (!rest.empty() && !begins(rest, SIGNATURE_MARK)) {
@@ -222,7 +231,7 @@ void ZipArchive::forEachEntry(const std::function<void(const ZipEntry& entry)>& 
 }
 
 std::string ZipArchive::unpack(const ZipEntry& entry, std::size_t limit) const {
-  if ((entry.flags & ENCRYPTED) != 0) {
+  if (entry.isEncrypted) {
     throw ZipProblem("is encrypted");
   }
   if (entry.method != STORED && entry.method != DEFLATED) {
@@ -248,15 +257,14 @@ void ZipArchive::requireAgreement(const ZipEntry& entry, std::string_view header
                                   std::size_t extraSize) const {
   ZipEntry own;
   own.name = entry.name;
-  own.flags = numberAt<std::uint16_t>(header, 6);
+  readFlags(numberAt<std::uint16_t>(header, 6), own);
   own.checksum = numberAt<std::uint32_t>(header, 14);
   own.packedSize = numberAt<std::uint32_t>(header, 18);
   own.size = numberAt<std::uint32_t>(header, 22);
   readExtra(read_(entry.header + header.size(), extraSize), own);
-  const bool isEncrypted = (own.flags & ENCRYPTED) != 0;
-  const bool hasSizes = (own.flags & HAS_DESCRIPTOR) == 0;
-  if (isEncrypted || (hasSizes && (own.checksum != entry.checksum || own.size != entry.size ||
-                                   own.packedSize != entry.packedSize))) {
+  if (own.isEncrypted ||
+      (!own.hasDescriptor && (own.checksum != entry.checksum || own.size != entry.size ||
+                              own.packedSize != entry.packedSize))) {
     throw ZipProblem("has a header of its own that says something else than the archive");
   }
 }
@@ -281,19 +289,38 @@ std::uint64_t ZipArchive::findContent(const ZipEntry& entry) const {
 }
 
 std::string ZipArchive::inflate(const ZipEntry& entry, std::uint64_t at, std::size_t limit) const {
-  Inflater inflater;
-  std::string content;
-  std::uint64_t left = entry.packedSize;
-  while (left != 0 && content.size() <= limit) {
-    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, PIECE));
-    if (inflater.add(read_(at, count), content, limit)) {
-      return content;
-    }
-    at += count;
-    left -= count;
+  z_stream stream = {};
+  if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {  // without a header
+    throw std::bad_alloc();
   }
-  if (content.size() <= limit) {
-    throw ZipProblem("is cut short");
+  const std::unique_ptr<z_stream, decltype(&inflateEnd)> closing(&stream, inflateEnd);
+  std::string content;
+  std::string packed;
+  int result = Z_OK;
+  for (std::uint64_t left = entry.packedSize; result != Z_STREAM_END && content.size() <= limit;) {
+    if (stream.avail_in == 0 && left != 0) {
+      packed = read_(at, static_cast<std::size_t>(std::min<std::uint64_t>(left, PIECE)));
+      at += packed.size();
+      left -= packed.size();
+      stream.next_in = reinterpret_cast<const Bytef*>(packed.data());
+      stream.avail_in = static_cast<uInt>(packed.size());
+    }
+    // Enough for most documents at once, and not much to be zeroed in vain.
+    const std::size_t used = content.size();
+    content.resize(used + std::clamp<std::size_t>(packed.size() * 4, PIECE / 16, PIECE));
+    stream.next_out = reinterpret_cast<Bytef*>(content.data()) + used;
+    stream.avail_out = static_cast<uInt>(content.size() - used);
+    result = ::inflate(&stream, Z_NO_FLUSH);
+    content.resize(content.size() - stream.avail_out);
+    if (result == Z_MEM_ERROR) {
+      throw std::bad_alloc();
+    }
+    if (result == Z_BUF_ERROR && left == 0) {
+      throw ZipProblem("is cut short");
+    }
+    if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
+      throw ZipProblem("is damaged");
+    }
   }
   return content;
 }

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane::nimbrel::tools {
 
@@ -22,7 +23,9 @@ struct ZipEntry {
   /// The same in UTF-8, which some programs add to a name in another encoding and some go by; empty
   /// when there is none that belongs to the name.
   std::string_view unicodeName = {};
-  std::uint16_t flags = 0;
+  bool isUtf8 = false;  ///< so the archive calls the name
+  bool isEncrypted = false;
+  bool hasDescriptor = false;  ///< its sizes stand behind its content too
   std::uint16_t method = 0;
   std::uint32_t checksum = 0;
   std::uint64_t packedSize = 0;
@@ -43,9 +46,12 @@ class ZipArchive {
 
   /// Finds the central directory and reads it.
   ZipArchive(Read read, std::uint64_t size);
+  ZipArchive(const ZipArchive&) = delete;
+  ZipArchive& operator=(const ZipArchive&) = delete;
+  ~ZipArchive() = default;
 
   /// All entries, in the order of the directory.
-  void forEachEntry(const std::function<void(const ZipEntry& entry)>& visit) const;
+  [[nodiscard]] const std::vector<ZipEntry>& entries() const noexcept { return entries_; }
 
   /// The content of an entry. No more than `limit` bytes and a piece are unpacked, whatever size
   /// the archive says.
@@ -56,6 +62,7 @@ class ZipArchive {
 
   [[nodiscard]] End findEnd() const;
   void readZip64(std::uint64_t endAt, End& end) const;
+  void readDirectory(std::uint64_t count);
   void requireAgreement(const ZipEntry& entry, std::string_view header,
                         std::size_t extraSize) const;
   [[nodiscard]] std::uint64_t findContent(const ZipEntry& entry) const;
@@ -64,9 +71,9 @@ class ZipArchive {
 
   Read read_;
   std::uint64_t size_;
-  std::uint64_t entries_ = 0;
   std::uint64_t directoryAt_ = 0;
   std::string directory_;
+  std::vector<ZipEntry> entries_;
 };
 
 }  // namespace orvane::nimbrel::tools
