@@ -24,8 +24,10 @@ struct FixedDocument {
 /// time, whatever the document.
 ///
 /// Nothing but the places of the fixes changes, in any encoding. No fix is made that leaves its own
-/// finding, makes the parser reject a document that it read, gives an element that is there twice
-/// or takes one from its users. Throws only `std::bad_alloc`. For any thread.
+/// finding or gives another about the same thing, makes the parser reject a document that it read,
+/// gives an element that is there twice or takes one from its users. Of two that are in each
+/// other's way the first is made; of very many in a large document none. Throws only
+/// `std::bad_alloc`. For any thread.
 [[nodiscard]] FixedDocument fixDocument(
     std::string document, const std::optional<std::vector<std::string>>& locales,
     std::uint32_t logMask, const std::optional<std::vector<std::string>>& package = std::nullopt);

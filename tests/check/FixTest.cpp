@@ -57,7 +57,8 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<tavlo:asset key='maxConnections' value=''/></tavlo:network>"},
       {"<icon scr='a' heigth='1'/><icon src='b' heigth='1'/><icons src='a'/><Icon src='b'/>",
        "<icon src='a' height='1'/><icon src='b' height='1'/><icons src='a'/><Icon src='b'/>"},
-      {"<tavlo:network><tavlo:errorpage src='a'/><tavlo:errorpage src='b'/></tavlo:network>", ""},
+      {"<tavlo:network><tavlo:errorpage src='a'/><tavlo:errorpage src='b'/></tavlo:network>",
+       "<tavlo:network><tavlo:errorPage src='a'/><tavlo:errorpage src='b'/></tavlo:network>"},
       {"<icon src='a' width='1px'/><icon src='a' width='2px'/>",
        "<icon src='a' width='1'/><icon src='a' width='2'/>"},
       {"<tavlo:settings><tavlo:setting name='defaultFontSize300' value='1'/>"
@@ -164,6 +165,34 @@ TEST(Fix, LeavesAloneManyFixesThatDoHarm) {
   }
   const std::string network = test::extension("network", settings);
   EXPECT_EQ(fixed(test::widget(network + "<Name/>")), test::widget(network + "<name/>"));
+}
+
+// Each name that is fixed brings the next mistake to light.
+TEST(Fix, CountsTheFixesOfAllRounds) {
+  const struct {
+    const char* document;
+    std::size_t count;
+  } rows[] = {
+      {"<name>a</name>", 0},
+      {"<icon src='a' width='1px'/>", 1},
+      {"<tavlo:network><tavlo:asset Key='enablecaching' value='YES'/></tavlo:network>", 3},
+      {"<tavlo:Cookiejar><aset Key='Persistent' value='YES'/></tavlo:Cookiejar>", 4},
+      {"<Name>a</Name><name>b</name><Description>c</Description>", 1},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(fixDocument(documentOf(row.document), std::nullopt, 0).count, row.count)
+        << row.document;
+  }
+}
+
+// With so many it is not known in time which do harm; then the next run must make none either.
+TEST(Fix, LeavesAloneWhatTakesTooLong) {
+  std::string names;
+  for (int i = 0; i < 1000; ++i) {
+    names += "<Name>a</Name><description xml:lang='en_US'>b</description>";
+  }
+  const std::string document = test::widget("<name>a</name>" + names);
+  EXPECT_EQ(fixDocument(document, std::nullopt, 0).count, 0U);
 }
 
 TEST(Fix, TakesNoElementFromItsUsers) {
