@@ -2,26 +2,44 @@
 
 #include <algorithm>
 #include <string>
-#include <string_view>
-#include <vector>
+#include <type_traits>
 
 #include "config/BasicConfig.h"
-#include "tools/record/RecordJson.h"
+#include "tools/record/Number.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::test {
 
-/// Writes a line for each value, "icons.0.src = a.png". No value can pass for another or for two.
-class ValueLines : public tools::JsonSink {
+/// The lines of a dump, "icons.0.src = a.png". No value can pass for another or for two.
+class ValueLines {
  public:
-  void beginObject() override { begin(false); }
-  void endObject() override { open_.pop_back(); }
-  void beginArray() override { begin(true); }
-  void endArray() override { open_.pop_back(); }
-  void key(std::string_view name) override { key_ = name; }
-  void string(std::string_view text) override { add(nextPath(), '"' + std::string(text) + '"'); }
-  void literal(std::string_view json) override { add(nextPath(), json); }
+  template <typename Value>
+  void add(const std::string& path, const Value& value) {
+    if constexpr (tools::HAS_FIELDS<Value>) {
+      tools::forEachField(value, [&](const auto& field, const auto& content) {
+        add(path + '.' + field.name, content);
+      });
+    } else if constexpr (tools::IS_OPTION<Value>) {
+      value ? add(path, value.get()) : addLine(path, "null");
+    } else if constexpr (tools::IS_LIST<Value>) {
+      for (std::size_t i = 0; i < value.size(); ++i) {
+        add(path + '.' + std::to_string(i), value[i]);
+      }
+    } else if constexpr (tools::IS_MAP<Value>) {
+      for (const auto& [name, content] : value) {
+        add(path + '.' + name, content);
+      }
+    } else if constexpr (std::is_arithmetic_v<Value>) {
+      addLine(path, tools::shortest(+value));
+    } else {
+      addLine(path, '"' + std::string(value) + '"');
+    }
+  }
 
-  void add(const std::string& path, std::string_view value) {
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  void addLine(const std::string& path, const std::string& value) {
     text_ += path + " = ";
     for (const char c : value) {
       text_ += c == '\n' ? "\\n" : c == '\\' ? "\\\\" : std::string(1, c);
@@ -29,24 +47,6 @@ class ValueLines : public tools::JsonSink {
     text_ += '\n';
   }
 
-  [[nodiscard]] const std::string& text() const { return text_; }
-
- private:
-  struct Container {
-    std::string path;
-    bool isArray;
-    std::size_t entries = 0;
-  };
-
-  void begin(bool isArray) { open_.push_back({open_.empty() ? "" : nextPath() + '.', isArray}); }
-
-  std::string nextPath() {
-    Container& in = open_.back();
-    return in.path + (in.isArray ? std::to_string(in.entries++) : key_);
-  }
-
-  std::vector<Container> open_;
-  std::string key_;
   std::string text_;
 };
 
@@ -54,9 +54,10 @@ class ValueLines : public tools::JsonSink {
 /// Two records are equal exactly when their dumps are.
 inline std::string dumpOf(config::BasicConfig& record) {
   ValueLines lines;
-  tools::recordToJson(lines, record, "");
+  tools::forEachField(record, "",
+                      [&](const char* name, const auto& value) { lines.add(name, value); });
   for (const config::Element& element : record.elements()) {
-    lines.add("line", std::to_string(element.getNode()->getLineNumber()));
+    lines.add("line", element.getNode()->getLineNumber());
     lines.add("content", element.getTextContent().c_str());
   }
   for (const config::Config::AccessRequest& request : record.accessRequestList()) {

@@ -21,7 +21,7 @@ TEST(ShowToolFields, OneLineForEachValue) {
   expectRows(
       "id => urn:x|  width => 12|  height =>  preferences.0.value => |  name => Chess x|  "
       "name.runs.1.language => he|  description => one\\ntwo|  startFile.src => a.html|  "
-      "license.href =>  icons.1.src => 2.png|  icons.1.width =>  icons.2.src =>  icons.x =>  "
+      "license.href =>  icons.1.src => 2.png|  icons.1.width =>  icons.2.src =>  "
       "icons => {\"src\":\"1.png\",\"height\":null,\"width\":3}|"
       "{\"src\":\"2.png\",\"height\":null,\"width\":null}|  netSettings.userAgents => u|v|  "
       "appPermissions.a => true|  appPermissions.a.b => false|  appPermissions.c =>  "

@@ -84,12 +84,27 @@ TEST(ShowTool, AFileOfTwoGibibytesIsRejectedUnread) {
 }
 
 TEST(ShowTool, RejectsWrongUsage) {
-  for (const char* line :
-       {"", "parse", "show", "show --field nothing -", "show --field startFile2.src -",
-        "show --field  -", "show --field netSettings.nothing -",
-        "show --field height.x. --nothing -", "show --format yaml -", "show --format html a b",
-        "show --format html --field id -", "show --format html --encoding UTF-8 -",
-        "show --density high -", "show --locale", "show --unknown -"}) {
+  for (const char* line : {"",
+                           "parse",
+                           "show",
+                           "show --field nothing -",
+                           "show --field startFile2.src -",
+                           "show --field  -",
+                           "show --field netSettings.nothing -",
+                           "show --field height.x. --nothing -",
+                           "show --field startFile. -",
+                           "show --field author.nmae -",
+                           "show --field icons.x -",
+                           "show --field icons.00 -",
+                           "show --field icons.0.title -",
+                           "show --field elements.7.src -",
+                           "show --format yaml -",
+                           "show --format html a b",
+                           "show --format html --field id -",
+                           "show --format html --encoding UTF-8 -",
+                           "show --density high -",
+                           "show --locale",
+                           "show --unknown -"}) {
     SCOPED_TRACE(line);
     const Outcome outcome = run(orvane::zel::util::StringUtil::split(line, ' '));
     EXPECT_EQ(outcome.status, 2);

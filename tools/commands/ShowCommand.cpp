@@ -15,7 +15,6 @@
 #include "tools/html/Page.h"
 #include "tools/input/Input.h"
 #include "tools/output/Output.h"
-#include "tools/record/FieldSelector.h"
 #include "tools/record/RecordPrinter.h"
 #include "tools/record/RejectedNumber.h"
 

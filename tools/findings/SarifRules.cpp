@@ -31,7 +31,7 @@ void writeCode(std::string& text, const char* label, std::string_view code) {
   text.append("\n\n").append(label).append(":\n\n```xml\n").append(code).append("\n```");
 }
 
-void writeHelp(JsonSink& json, const Kind& kind, const std::string& description) {
+void writeHelp(JsonWriter& json, const Kind& kind, const std::string& description) {
   std::string markdown = description;
   writeCode(markdown, "Bad", kind.bad);
   if (!kind.fixed.empty()) {
@@ -44,7 +44,7 @@ void writeHelp(JsonSink& json, const Kind& kind, const std::string& description)
   json.endObject();
 }
 
-void writeRule(JsonSink& json, const Kind& kind) {
+void writeRule(JsonWriter& json, const Kind& kind) {
   const auto& level = LEVELS[static_cast<std::size_t>(kind.level)];
   const std::string description = std::string(kind.summary) + ' ' + level.meaning;
   json.beginObject();
@@ -67,7 +67,7 @@ void writeRule(JsonSink& json, const Kind& kind) {
 
 }  // namespace
 
-void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text) {
+void writeSarifMessage(JsonWriter& json, std::string_view name, std::string_view text) {
   std::string escaped;
   for (const char c : text) {
     escaped.append(c == '[' || c == ']' ? 1 : 0, '\\') += c;
@@ -78,7 +78,7 @@ void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view t
   json.endObject();
 }
 
-void writeSarifTool(JsonSink& json) {
+void writeSarifTool(JsonWriter& json) {
   json.beginObject();
   json.key("driver");
   json.beginObject();

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tools/output/JsonSink.h"
+#include "tools/output/JsonWriter.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -11,10 +11,10 @@ inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
 /// Writes what a log in SARIF says of the tool: its rules, one for each kind of finding in their
 /// order, and its notifications.
-void writeSarifTool(JsonSink& json);
+void writeSarifTool(JsonWriter& json);
 
 /// Writes a member that is a message of SARIF: with its brackets escaped, as else what a document
 /// says could become a link.
-void writeSarifMessage(JsonSink& json, std::string_view name, std::string_view text);
+void writeSarifMessage(JsonWriter& json, std::string_view name, std::string_view text);
 
 }  // namespace orvane::nimbrel::tools

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
-
-#include "tools/output/JsonSink.h"
+#include <type_traits>
 
 namespace orvane::nimbrel::tools {
 
-/// Prints JSON as it comes. What is no UTF-8 is replaced, what a terminal would act on is escaped.
-class JsonWriter : public JsonSink {
+/// Prints JSON as it comes, so that nobody has to hold all of it. What is no UTF-8 is replaced,
+/// what a terminal would act on is escaped.
+///
+/// The caller keeps the grammar: one value in all, in an object a key before each value.
+class JsonWriter {
  public:
   enum class Layout {
     INDENTED,  ///< a line for each value
@@ -22,13 +25,33 @@ class JsonWriter : public JsonSink {
   /// To standard output.
   explicit JsonWriter(Layout layout = Layout::INDENTED);
 
-  void beginObject() override { begin('{'); }
-  void endObject() override { end('}'); }
-  void beginArray() override { begin('['); }
-  void endArray() override { end(']'); }
-  void key(std::string_view name) override;
-  void string(std::string_view text) override;
-  void literal(std::string_view json) override;
+  void beginObject() { begin('{'); }
+  void endObject() { end('}'); }
+  void beginArray() { begin('['); }
+  void endArray() { end(']'); }
+  void key(std::string_view name);
+
+  void value(std::string_view text);
+  void value(const std::string& text) { value(std::string_view(text)); }
+  void value(const char* text) { value(std::string_view(text)); }
+  void value(std::nullptr_t /*null*/) { literal("null"); }
+  void value(double number);
+  /// As the shortest decimal that reads back as this float: 1.1F is 1.1, not 1.10000002384.
+  void value(float number);
+  template <typename Value, typename = std::enable_if_t<std::is_integral_v<Value>>>
+  void value(Value whole) {
+    if constexpr (std::is_same_v<Value, bool>) {
+      literal(whole ? "true" : "false");
+    } else {
+      literal(std::to_string(whole));
+    }
+  }
+
+  template <typename Value>
+  void member(std::string_view name, const Value& content) {
+    key(name);
+    value(content);
+  }
 
   /// Ends the text with a line break and hands on what is left. Another one may follow.
   void finish();
@@ -36,6 +59,7 @@ class JsonWriter : public JsonSink {
   void flush();
 
  private:
+  void literal(std::string_view json);
   void begin(char bracket);
   void end(char bracket);
   void beginEntry();

@@ -1,32 +1,39 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
-#include "config/Config.h"
+#include "config/BasicConfig.h"
 #include "util/LocalizableString.h"
+#include "util/Option.h"
 
 namespace orvane::nimbrel::tools {
 
 /// What the record or one of its structures holds, under the name by which the tool prints it.
-template <typename Record, typename Member>
+template <typename Member>
 struct Field {
   const char* name;
-  Member Record::*member;  // or the function that reads it
+  Member member;  // or the function that reads it
 };
-template <typename Record, typename Member>
-Field(const char*, Member Record::*) -> Field<Record, Member>;
+template <typename Member>
+Field(const char*, Member) -> Field<Member>;
 
 /// A field that is a section of its own in the text, behind those that RecordText.cpp names.
-template <typename Record, typename Member>
+template <typename Member>
 struct Section {
   const char* name;
-  Member Record::*member;
+  Member member;
   const char* title;
 };
-template <typename Record, typename Member>
-Section(const char*, Member Record::*, const char*) -> Section<Record, Member>;
+template <typename Member>
+Section(const char*, Member, const char*) -> Section<Member>;
 
 /// The fields of a structure in the order in which they are printed; null for any other type.
 template <typename Record>
@@ -35,12 +42,63 @@ inline constexpr auto FIELDS = nullptr;
 template <typename Record>
 inline constexpr bool HAS_FIELDS = !std::is_null_pointer_v<decltype(FIELDS<Record>)>;
 
+// The other values that are made of values. What is none of these is a text, a number or a switch.
+template <typename Value>
+inline constexpr bool IS_OPTION = false;
+template <typename Value>
+inline constexpr bool IS_OPTION<util::Option<Value>> = true;
+template <typename Value>
+inline constexpr bool IS_LIST = false;
+template <typename Value>
+inline constexpr bool IS_LIST<std::vector<Value>> = true;
+template <typename Value>
+inline constexpr bool IS_MAP = false;
+template <typename Value>
+inline constexpr bool IS_MAP<std::map<std::string, Value>> = true;
+
 /// Calls `visit(field, value)` for each field of a record or structure, in order.
 template <typename Record, typename Visit>
 void forEachField(const Record& record, Visit&& visit) {
   std::apply([&](const auto&... field) { (visit(field, std::invoke(field.member, record)), ...); },
              FIELDS<Record>);
 }
+
+/// "ltr", "rtl", "lro" or "rlo".
+inline const char* directionName(util::LocalizableString::Direction direction) noexcept {
+  constexpr const char* NAMES[] = {"ltr", "rtl", "lro", "rlo"};
+  return NAMES[direction];
+}
+
+/// The direction of a text, or of one of its runs.
+template <typename Text>
+const char* directionOf(const Text& text) noexcept {
+  if constexpr (std::is_same_v<Text, util::LocalizableString>) {
+    return directionName(text.getDirection());
+  } else {
+    return directionName(text.direction);
+  }
+}
+
+template <>
+inline constexpr auto FIELDS<util::LocalizableString::TextNode> = std::tuple{
+    Field{"text", &util::LocalizableString::TextNode::text},
+    Field{"language", &util::LocalizableString::TextNode::languageTag},
+    Field{"direction", directionOf<util::LocalizableString::TextNode>},
+};
+
+template <>
+inline constexpr auto FIELDS<util::LocalizableString> = std::tuple{
+    Field{"text", &util::LocalizableString::c_str},
+    Field{"language", &util::LocalizableString::getLanguageTag},
+    Field{"direction", directionOf<util::LocalizableString>},
+    Field{"runs", &util::LocalizableString::getTextNodes},
+};
+
+template <>
+inline constexpr auto FIELDS<std::pair<std::string, std::string>> = std::tuple{
+    Field{"name", &std::pair<std::string, std::string>::first},
+    Field{"value", &std::pair<std::string, std::string>::second},
+};
 
 template <>
 inline constexpr auto FIELDS<config::Config::Author> = std::tuple{
@@ -88,6 +146,19 @@ template <>
 inline constexpr auto FIELDS<config::Config::Gesture> = std::tuple{
     Field{"enabled", &config::Config::Gesture::enabled},
     Field{"properties", &config::Config::Gesture::properties},
+};
+
+inline bool allowsAllOrigins(const config::Config::AccessRequest& request) noexcept {
+  return request.allOrigins != 0;
+}
+
+template <>
+inline constexpr auto FIELDS<config::Config::AccessRequest> = std::tuple{
+    Field{"allOrigins", allowsAllOrigins},
+    Field{"scheme", &config::Config::AccessRequest::scheme},
+    Field{"host", &config::Config::AccessRequest::host},
+    Field{"port", &config::Config::AccessRequest::port},
+    Field{"subdomains", &config::Config::AccessRequest::subdomains},
 };
 
 template <>
@@ -163,6 +234,15 @@ inline constexpr auto FIELDS<config::Config::LocalResources> = std::tuple{
           &config::Config::LocalResources::allowHTTPSApplicationManifestCrossDomain},
 };
 
+/// The paths of all exports, each once, sorted.
+inline std::vector<std::string> exportedPaths(const config::Config& config) {
+  std::set<std::string> paths;
+  for (const auto& entry : config.getExports()) {
+    paths.insert(entry.second.resourcePath);
+  }
+  return {paths.begin(), paths.end()};
+}
+
 template <>
 inline constexpr auto FIELDS<config::Config> = std::tuple{
     Field{"author", &config::Config::getAuthor},
@@ -192,13 +272,36 @@ inline constexpr auto FIELDS<config::Config> = std::tuple{
     Field{"appSettings", &config::Config::getAppSettings},
     Section{"messagingPermissions", &config::Config::getMessagingPermissions, "Messaging"},
     Section{"localResources", &config::Config::getLocalResources, "Local resources"},
-    Section{"exports", &config::Config::getExports, "Exports"},
+    Section{"exports", exportedPaths, "Exports"},
 };
 
-/// "ltr", "rtl", "lro" or "rlo".
-inline const char* directionName(util::LocalizableString::Direction direction) noexcept {
-  constexpr const char* NAMES[] = {"ltr", "rtl", "lro", "rlo"};
-  return NAMES[direction];
+// Views, as many elements may have one very long namespace.
+inline std::string_view elementName(const config::Element& element) noexcept {
+  return element.getNode()->nameView();
+}
+inline util::Option<std::string_view> elementNamespace(const config::Element& element) noexcept {
+  const std::string_view uri = element.getNode()->namespaceView();
+  util::Option<std::string_view> found;
+  if (uri.data() != nullptr) {
+    found = uri;
+  }
+  return found;
+}
+
+template <>
+inline constexpr auto FIELDS<config::Element> = std::tuple{
+    Field{"name", elementName},
+    Field{"namespace", elementNamespace},
+};
+
+/// Calls `visit(name, value)` for all that the tool prints of a document, in order: the fields of
+/// its record, the elements that were read, and the parser's error text.
+template <typename Visit>
+void forEachField(config::BasicConfig& record, const std::string& errorText, const Visit& visit) {
+  forEachField(static_cast<const config::Config&>(record),
+               [&](const auto& field, const auto& value) { visit(field.name, value); });
+  visit("elements", record.elements());
+  visit("errorText", errorText);
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -1,16 +1,53 @@
 #include "tools/record/RecordPrinter.h"
 
 #include <cstdint>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "tools/record/FieldLines.h"
-#include "tools/record/FieldSelector.h"
 #include "tools/record/RecordJson.h"
 #include "tools/record/RecordText.h"
+#include "tools/record/SelectField.h"
 
 namespace orvane::nimbrel::tools {
+namespace {
+
+/// Prints a field for a script: one line for each value, after a prefix. Nothing for an absent
+/// option; a text without its language; the entries of a list; a structure as JSON. All is escaped.
+template <typename Value>
+void printLines(const std::string& prefix, const Value& value) {
+  if constexpr (IS_OPTION<Value>) {
+    if (value) {
+      printLines(prefix, value.get());
+    }
+  } else if constexpr (IS_LIST<Value>) {
+    for (const auto& entry : value) {
+      printLines(prefix, entry);
+    }
+  } else if constexpr (std::is_same_v<Value, util::LocalizableString>) {
+    printLines(prefix, value.c_str());
+  } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
+    writeOutput(prefix + escape(value) + '\n');
+  } else {
+    std::string line = prefix;
+    JsonWriter json(JsonWriter::Layout::LINE, [&](std::string_view text) { line += text; });
+    writeValue(json, value);
+    json.finish();
+    writeOutput(line);
+  }
+}
+
+}  // namespace
+
+void requireField(const std::string& name) {
+  config::BasicConfig empty;
+  if (!selectField(empty, "", name, [](const auto& /*value*/) {})) {
+    throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no field \"" + escape(name) +
+                                     "\"; the keys of --format json are fields");
+  }
+}
 
 RecordPrinter::RecordPrinter(RecordStyle style)
     : style_(std::move(style)),
@@ -26,9 +63,9 @@ void RecordPrinter::print(const std::string& file, config::BasicConfig& record,
     printRecord(record, errorText);
     json_.finish();
   } else if (style_.field) {
-    FieldLines lines(style_.several ? escape(file) + ':' : "", writeOutput);
-    FieldSelector selector(*style_.field, lines);
-    recordToJson(selector, record, errorText);
+    const std::string prefix = style_.several ? escape(file) + ':' : "";
+    selectField(record, errorText, *style_.field,
+                [&](const auto& value) { printLines(prefix, value); });
   } else {
     printText(file, recordToText(record, errorText, style_.colour));
   }
@@ -91,12 +128,15 @@ void RecordPrinter::endFile() {
 
 void RecordPrinter::printRecord(config::BasicConfig& record, const std::string& errorText) {
   if (!style_.field) {
-    recordToJson(json_, record, errorText);
+    writeRecord(json_, record, errorText);
     return;
   }
-  FieldSelector selector(*style_.field, json_);
-  recordToJson(selector, record, errorText);
-  if (!selector.isFound()) {
+  bool isThere = false;
+  selectField(record, errorText, *style_.field, [&](const auto& value) {
+    isThere = true;
+    writeValue(json_, value);
+  });
+  if (!isThere) {
     json_.value(nullptr);
   }
 }

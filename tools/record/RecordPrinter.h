@@ -9,6 +9,10 @@
 
 namespace orvane::nimbrel::tools {
 
+/// Throws `Failure` with `EXIT_UNUSABLE` unless some record may have a field of this name: a key of
+/// the record's JSON object, or a path of them with dots between ("startFile.src", "icons.0.src").
+void requireField(const std::string& name);
+
 /// How records are printed.
 struct RecordStyle {
   std::string format;                ///< "text", "json" or "jsonl"

@@ -2,12 +2,11 @@
 
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "tools/output/TextReport.h"
 #include "tools/record/Number.h"
@@ -188,24 +187,19 @@ void addGroup(TextReport& report, const std::map<std::string, bool>& permissions
   }
 }
 
-void addGroup(TextReport& report, const std::unordered_map<std::string, Config::Export>& exports) {
-  std::set<std::string> paths;
-  for (const auto& entry : exports) {
-    paths.insert(entry.second.resourcePath);
-  }
-  for (const std::string& path : paths) {
+void addGroup(TextReport& report, const std::vector<std::string>& exports) {
+  for (const std::string& path : exports) {
     report.row("resource", path);
   }
 }
 
 template <typename Member, typename Value>
-void addSection(TextReport& report, const Section<Config, Member>& section, const Value& value) {
+void addSection(TextReport& report, const Section<Member>& section, const Value& value) {
   report.section(section.title);
   addGroup(report, value);
 }
 template <typename Member, typename Value>
-void addSection(TextReport& /*report*/, const Field<Config, Member>& /*field*/,
-                const Value& /*value*/) {}
+void addSection(TextReport& /*report*/, const Field<Member>& /*field*/, const Value& /*value*/) {}
 
 void addExtensions(TextReport& report, const Config& config) {
   report.section("Network");
