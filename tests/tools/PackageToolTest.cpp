@@ -115,6 +115,8 @@ TEST(PackagedWidget, APageShowsTheIconThatABrowserCanDrawWithoutHarm) {
       {svg + "<g><path d='M0 0'/></g><x xmlns='urn:editor'/></svg>", "image/svg+xml"},
       {svg + "<g id='a'/><use href='#a'/></svg>", "none"},
       {svg + "<script/></svg>", "none"},
+      {svg + "<x:p xmlns:x='http://www.w3.org/1999/xhtml'/></svg>", "none"},
+      {svg + "<g><title><x:b xmlns:x='http://www.w3.org/1999/xhtml'/></title></g></svg>", "none"},
       {svg + replaceAll(std::string(999, ' '), " ", "<g/>") + "</svg>", "image/svg+xml"},
       {svg + replaceAll(std::string(1000, ' '), " ", "<g/>") + "</svg>", "none"},
       {svg, "none"},
@@ -138,6 +140,40 @@ TEST(PackagedWidget, APageShowsTheIconThatABrowserCanDrawWithoutHarm) {
                 HasSubstr("src=\"data:image/gif;base64," + base64 + "\"/>"));
   }
   EXPECT_THAT(page({{"config.xml", widget("")}, {"icon.gif", gif}}), HasSubstr("image/gif"));
+}
+
+TEST(PackagedWidget, APageUnpacksEachIconOnceAndOnlySoMany) {
+  const std::string rejected(131072, ' ');
+  const std::string gif("GIF89a\x10\0\x10\0", 10);
+  // The last language has an icon. What is unpacked for the others before it takes a part of the
+  // 16 MiB that are unpacked for a page.
+  const auto isShown = [&](int languages, bool areOwn) {
+    std::string children;
+    std::vector<Entry> entries(1);
+    const auto add = [&](const std::string& folder) {
+      for (int i = 0; i < 20; ++i) {
+        entries.push_back({folder + 'i' + std::to_string(i), rejected});
+      }
+    };
+    add("");
+    for (int i = 0; i < 20; ++i) {
+      children += "<icon src='i" + std::to_string(i) + "'/>";
+    }
+    for (int i = 1; i <= languages; ++i) {
+      const std::string language = "l" + std::to_string(i);
+      children.append("<name xml:lang='").append(language).append("'>x</name>");
+      if (areOwn) {
+        add("locales/" + language + '/');
+      }
+    }
+    entries.push_back({"locales/l" + std::to_string(languages) + "/icon.gif", gif});
+    entries.front() = {"config.xml", widget(children)};
+    return run({"show", "--format", "html", "-"}, package(entries)).out.find("image/gif") !=
+           std::string::npos;
+  };
+  EXPECT_TRUE(isShown(60, false));
+  EXPECT_TRUE(isShown(5, true));
+  EXPECT_FALSE(isShown(6, true));
 }
 
 TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {

@@ -1,7 +1,6 @@
 #include "tools/html/ApplicationView.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -75,7 +74,7 @@ void paragraph(HtmlWriter& html, const char (&name)[N], const LocalizableString&
 }
 
 void printIcon(HtmlWriter& html, const Config& record, IconFinder& icons) {
-  if (const std::optional<IconImage> icon = icons.find(record); icon) {
+  if (const IconImage* const icon = icons.find(record); icon != nullptr) {
     // The name beside it says all that there is to say.
     html.markup("<img class=\"icon\" alt=\"\" src=\"data:").text(icon->type).markup(";base64,");
     html.base64(icon->bytes).markup("\"/>\n");

@@ -68,7 +68,7 @@ bool isOverride(LocalizableString::Direction direction) noexcept {
 
 HtmlWriter& HtmlWriter::append(std::string_view piece) {
   pending_ += piece;
-  if (pending_.size() >= PIECE) {
+  if (target_ == Target::OUTPUT && pending_.size() >= PIECE) {
     flush();
   }
   return *this;

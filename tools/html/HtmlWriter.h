@@ -8,15 +8,21 @@
 
 namespace orvane::nimbrel::tools {
 
-/// Prints HTML, which is well-formed XML as well, to standard output, piece by piece.
+/// Writes HTML, which is well-formed XML as well: prints it on standard output, piece by piece, or
+/// keeps it as a part of a page.
 ///
 /// Markup comes from literals of the program only; all else goes through `text`, the one function
 /// that escapes, or is a number, base64, or an attribute that was checked. Throws `OutputFailure`.
 class HtmlWriter {
  public:
-  HtmlWriter() = default;
-  HtmlWriter(const HtmlWriter&) = delete;
-  HtmlWriter& operator=(const HtmlWriter&) = delete;
+  enum class Target { OUTPUT, PART };
+
+  explicit HtmlWriter(Target target) : target_(target) {}
+  HtmlWriter(HtmlWriter&&) = default;
+  HtmlWriter& operator=(HtmlWriter&&) = default;
+
+  /// What a part holds.
+  HtmlWriter& part(const HtmlWriter& part) { return append(part.pending_); }
 
   /// Markup as it is.
   template <std::size_t N>
@@ -53,6 +59,7 @@ class HtmlWriter {
   HtmlWriter& more(std::string_view rest);
   void name(const char* kind, char32_t character, int digits);
 
+  Target target_;
   std::string pending_;
 };
 

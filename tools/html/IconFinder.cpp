@@ -16,19 +16,24 @@ constexpr const char* DEFAULTS[] = {"icon.svg", "icon.png", "icon.gif", "icon.jp
 
 }  // namespace
 
-std::optional<IconImage> IconFinder::load(const std::string& path) {
-  std::optional<std::string> bytes = package_->read(path, std::min(LARGEST, left_));
-  const char* const type = bytes ? imageTypeOf(*bytes) : nullptr;
-  if (type == nullptr) {
-    return std::nullopt;
+const IconImage& IconFinder::load(const std::string& path) {
+  const auto [place, isNew] = images_.try_emplace(path);
+  IconImage& image = place->second;
+  if (!isNew) {
+    return image;
   }
-  left_ -= bytes->size();
-  return IconImage{type, std::move(*bytes)};
+  std::optional<std::string> bytes = package_->read(path, std::min(LARGEST, leftToRead_));
+  if (bytes) {
+    leftToRead_ -= bytes->size();
+    image.type = imageTypeOf(*bytes);
+    image.bytes = image.type != nullptr ? std::move(*bytes) : "";
+  }
+  return image;
 }
 
-std::optional<IconImage> IconFinder::find(const config::Config& record) {
+const IconImage* IconFinder::find(const config::Config& record) {
   if (package_ == nullptr) {
-    return std::nullopt;
+    return nullptr;
   }
   std::vector<std::string> paths;
   const std::vector<config::Config::Icon>& icons = record.getIcons();
@@ -40,13 +45,14 @@ std::optional<IconImage> IconFinder::find(const config::Config& record) {
     for (const std::string& locale : record.getUserAgentLocales()) {
       // At the root are the files for all languages.
       std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
-      std::optional<IconImage> icon = load(folder += path);
-      if (icon) {
-        return icon;
+      const IconImage& icon = load(folder += path);
+      if (icon.type != nullptr && icon.bytes.size() <= left_) {
+        left_ -= icon.bytes.size();
+        return &icon;
       }
     }
   }
-  return std::nullopt;
+  return nullptr;
 }
 
 }  // namespace orvane::nimbrel::tools

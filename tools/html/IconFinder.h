@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,12 +14,12 @@ namespace orvane::nimbrel::tools {
 
 /// An icon that a page can show.
 struct IconImage {
-  const char* type = nullptr;  ///< media type
+  const char* type = nullptr;  ///< media type; null for what a page does not show
   std::string bytes;
 };
 
-/// Finds the icons of an application in its package, and keeps what they add to a page within a
-/// limit.
+/// Finds the icons of an application in its package, and keeps what they add to a page, and what is
+/// unpacked for them, within limits. Each file is unpacked once.
 class IconFinder {
  public:
   /// `package` is null for a document alone, which has no files.
@@ -27,16 +28,19 @@ class IconFinder {
   [[nodiscard]] bool hasPackage() const noexcept { return package_ != nullptr; }
 
   /// The first icon of a record that is in the package and can be shown, for users of the record's
-  /// languages; else an icon that W3C Widgets use by default. None when there is neither.
-  [[nodiscard]] std::optional<IconImage> find(const config::Config& record);
+  /// languages; else an icon that W3C Widgets use by default. Null when there is neither. Lives as
+  /// long as the finder.
+  [[nodiscard]] const IconImage* find(const config::Config& record);
 
  private:
-  [[nodiscard]] std::optional<IconImage> load(const std::string& path);
+  [[nodiscard]] const IconImage& load(const std::string& path);
 
   static constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all on a page
 
   std::shared_ptr<Package> package_;
-  std::size_t left_ = MOST_BYTES;
+  std::map<std::string, IconImage> images_;  // by path
+  std::size_t left_ = MOST_BYTES;            // to be shown
+  std::size_t leftToRead_ = 4 * MOST_BYTES;  // to find them
 };
 
 }  // namespace orvane::nimbrel::tools

@@ -1,6 +1,7 @@
 #include "tools/html/Page.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -29,8 +30,29 @@ constexpr std::size_t MOST_WALKED = std::size_t{64} * 1024 * 1024;  // bytes of 
 
 using Record = std::shared_ptr<const BasicConfig>;
 
-bool hasName(const Record& record) {
-  return record != nullptr && record->getName() && !record->getName().get().empty();
+/// What the page has of a document for one audience.
+struct View {
+  Audience audience;
+  bool isRejected = true;
+  bool hasName = false;
+  HtmlWriter title{HtmlWriter::Target::PART};
+  HtmlWriter facts{HtmlWriter::Target::PART};
+  HtmlWriter application{HtmlWriter::Target::PART};
+};
+
+View viewOf(Audience audience, const Record& record, IconFinder& icons) {
+  View view;
+  view.audience = std::move(audience);
+  if (record != nullptr) {
+    view.isRejected = false;
+    view.hasName = record->getName() && !record->getName().get().empty();
+    if (view.hasName) {
+      view.title.localized(record->getName().get(), 300);
+    }
+    printFacts(view.facts, *record);
+    printApplication(view.application, *record, icons);
+  }
+  return view;
 }
 
 class Page {
@@ -38,17 +60,15 @@ class Page {
   explicit Page(const PageRequest& request) : request_(request) {}
 
   ExitStatus print() {
+    const std::uint32_t logMask = util::logMask();  // before a document can change it
     readDocument();
-    checkDocument();
-    if (tree_ != nullptr) {
-      findAudiences();
-      findTitle();
-    }
+    collectViews();
+    checkDocument(logMask);
     printHead();
     printHeader();
     html_.markup("<main id=\"main\">\n");
     printApplications();
-    if (!audiences_.empty()) {
+    if (!views_.empty()) {
       printRequests();
     }
     printFindingSection();
@@ -78,26 +98,47 @@ class Page {
     }
   }
 
-  /// Has the report and, if the document is well-formed, the tree made.
-  void checkDocument() {
-    if (failure_) {
-      const DocumentFailure::Problem& problem = failure_->problem();
-      auto report = std::make_unique<check::Report>("");
-      report->reject(problem.reason, problem.line, problem.column);
-      report_ = std::move(report);
-      return;
-    }
-    report_ = check::checkDocument(std::move(bytes_), request_.locales, util::logMask(), package_);
-    const std::string& bytes = report_->document();
+  /// Makes the view of each audience, if the document is well-formed.
+  void collectViews() {
     try {
-      tree_ = readingDocument(name_, [&] {
-        return util::XmlParserLibXml().parse(bytes.data(), static_cast<unsigned int>(bytes.size()),
-                                             request_.url ? request_.url->c_str() : nullptr,
-                                             nullptr);
-      });
+      if (!failure_) {
+        tree_ = readingDocument(name_, [&] {
+          return util::XmlParserLibXml().parse(
+              bytes_.data(), static_cast<unsigned int>(bytes_.size()),
+              request_.url ? request_.url->c_str() : nullptr, nullptr);
+        });
+      }
     } catch (const DocumentFailure& failure) {
       failure_ = failure;
     }
+    if (tree_ == nullptr) {
+      return;
+    }
+    Record common = recordFor(request_.locales.value_or(std::vector<std::string>()));
+    std::vector<Audience> audiences = findAudiences(common);
+    for (std::size_t i = 0; i < audiences.size(); ++i) {
+      const bool isCommon = audiences[i].hasOthers || audiences.size() == 1;
+      const Record record = isCommon ? std::move(common) : recordFor(audiences[i].locales);
+      if (record != nullptr) {
+        requests_.add(*record, i);
+      }
+      if (isCommon) {
+        common_ = i;
+      }
+      views_.push_back(viewOf(std::move(audiences[i]), record, *icons_));
+    }
+    tree_.reset();
+  }
+
+  void checkDocument(std::uint32_t logMask) {
+    if (icons_) {  // there is a document
+      report_ = check::checkDocument(std::move(bytes_), request_.locales, logMask, package_);
+      return;
+    }
+    const DocumentFailure::Problem& problem = failure_->problem();
+    auto report = std::make_unique<check::Report>("");
+    report->reject(problem.reason, problem.line, problem.column);
+    report_ = std::move(report);
   }
 
   /// What users of these locales get; null when that rejects the document.
@@ -105,51 +146,50 @@ class Page {
     // One for each, as a parser remembers a start file.
     const auto parser = config::createNimbrelConfigParser(locales);
     try {
-      Record record =
-          parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
-      hasRecord_ = true;
-      return record;
+      return parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
     } catch (const DocumentFailure& failure) {
       failure_ = failure_ ? failure_ : failure;
       return nullptr;
     }
   }
 
-  [[nodiscard]] Record recordOf(std::size_t audience) {
-    return audience == known_ ? knownRecord_ : recordFor(audiences_[audience].locales);
-  }
-
-  void findAudiences() {
-    knownRecord_ = recordFor(request_.locales.value_or(std::vector<std::string>()));
+  /// Those for whom the page is, of whom `common` is what users of no special language get.
+  std::vector<Audience> findAudiences(const Record& common) {
     if (request_.locales) {
-      audiences_.push_back({*request_.locales, false});
-      return;
+      return {{*request_.locales, false}};
     }
     std::string defaultLocale;
-    if (knownRecord_ != nullptr) {
+    if (common != nullptr) {
       // What the parser took of the document stands in front of "*".
-      const std::vector<std::string>& locales = knownRecord_->getUserAgentLocales();
+      const std::vector<std::string>& locales = common->getUserAgentLocales();
       defaultLocale = locales.size() > 1 ? locales.front() : defaultLocale;
     }
-    audiences_ = audiencesOf(*tree_, defaultLocale);
-    audienceCount_ = audiences_.size();
+    std::vector<Audience> audiences = audiencesOf(*tree_, defaultLocale);
     // Each takes a walk through the document.
-    const std::size_t walks = MOST_WALKED / std::max<std::size_t>(report_->document().size(), 1);
-    audiences_.resize(std::min({audiences_.size(), MOST_AUDIENCES, walks + 1}));
+    const std::size_t walks = MOST_WALKED / std::max<std::size_t>(bytes_.size(), 1);
+    const std::size_t shown = std::min({audiences.size(), MOST_AUDIENCES, walks + 1});
+    audiencesLeft_ = audiences.size() - shown;
+    audiences.resize(shown);
     if (defaultLocale.empty()) {  // those without a language of their own come last
-      std::rotate(audiences_.begin(), audiences_.begin() + 1, audiences_.end());
-      known_ = audiences_.size() - 1;
+      std::rotate(audiences.begin(), audiences.begin() + 1, audiences.end());
     }
+    return audiences;
   }
 
-  /// Finds a record with a name by which the page may call the application.
-  void findTitle() {
+  /// The view that gives the application its name and facts; null when nobody gets one.
+  [[nodiscard]] const View* titleView() const {
     constexpr std::size_t MOST_TRIED = 3;
-    titleRecord_ = knownRecord_;
-    for (std::size_t i = 0; i < std::min(audiences_.size(), MOST_TRIED); ++i) {
-      Record record = hasName(titleRecord_) ? nullptr : recordOf(i);
-      titleRecord_ = record != nullptr ? std::move(record) : titleRecord_;
+    const View* found = views_.empty() || views_[common_].isRejected ? nullptr : &views_[common_];
+    for (std::size_t i = 0; i < std::min(views_.size(), MOST_TRIED); ++i) {
+      if (!(found != nullptr && found->hasName) && !views_[i].isRejected) {
+        found = &views_[i];
+      }
     }
+    return found;
+  }
+
+  [[nodiscard]] bool hasRecord() const {
+    return std::any_of(views_.begin(), views_.end(), [](const View& v) { return !v.isRejected; });
   }
 
   void printHead() {
@@ -174,19 +214,20 @@ class Page {
   void printHeader() {
     html_.markup("<body>\n<a class=\"skip\" href=\"#main\">Skip to the content</a>\n<header>\n");
     html_.markup("<p class=\"file\"><bdi>").text(escape(name_)).markup("</bdi></p>\n<h1>");
-    if (hasName(titleRecord_)) {
-      html_.localized(titleRecord_->getName().get(), 300);
+    const View* const view = titleView();
+    if (view != nullptr && view->hasName) {
+      html_.part(view->title);
     } else {
-      html_.text(hasRecord_ ? "Application without a name" : "Rejected document");
+      html_.text(hasRecord() ? "Application without a name" : "Rejected document");
     }
     html_.markup("</h1>\n");
-    if (titleRecord_ != nullptr) {
-      printFacts(html_, *titleRecord_);
+    if (view != nullptr) {
+      html_.part(view->facts);
     }
     html_.markup(
         "<nav aria-label=\"On this page\">\n<ul>\n"
         "<li><a href=\"#users\">As users see it</a></li>\n");
-    if (!audiences_.empty()) {
+    if (!views_.empty()) {
       html_.markup("<li><a href=\"#requests\">What it asks for</a></li>\n");
     }
     html_.markup("<li><a href=\"#findings\">Check</a>: ");
@@ -196,19 +237,15 @@ class Page {
 
   void printApplications() {
     html_.markup("<section aria-labelledby=\"users\">\n<h2 id=\"users\">As users see it</h2>\n");
-    if (audiences_.empty()) {
+    if (views_.empty()) {
       html_.markup("<p>The document is rejected: nobody gets this application.</p>\n");
     }
     html_.markup("<div class=\"views\">\n");
-    for (std::size_t i = 0; i < audiences_.size(); ++i) {
-      const Record record = recordOf(i);
+    for (const View& view : views_) {
       html_.markup("<article>\n<h3>Users of ");
-      printAudience(html_, audiences_[i], audiences_.size() == 1);
-      html_.markup("</h3>\n");
-      if (record != nullptr) {
-        printApplication(html_, *record, *icons_);
-        requests_.add(*record, i);
-      } else {
+      printAudience(html_, view.audience, views_.size() == 1);
+      html_.markup("</h3>\n").part(view.application);
+      if (view.isRejected) {
         html_.markup(
             "<p><strong class=\"error\">Rejected</strong> They do not get this application; "
             "the <a href=\"#findings\">check</a> says why.</p>\n");
@@ -216,9 +253,9 @@ class Page {
       html_.markup("</article>\n");
     }
     html_.markup("</div>\n");
-    if (audiences_.size() < audienceCount_) {
+    if (audiencesLeft_ != 0) {
       html_.markup("<p class=\"cut\">Not on this page: ")
-          .count(audienceCount_ - audiences_.size(), "more language")
+          .count(audiencesLeft_, "more language")
           .markup(".</p>\n");
     }
     html_.markup("</section>\n");
@@ -228,8 +265,12 @@ class Page {
     html_.markup(
         "<section aria-labelledby=\"requests\">\n"
         "<h2 id=\"requests\">What it asks for</h2>\n");
-    if (hasRecord_) {
-      requests_.print(html_, audiences_);
+    if (hasRecord()) {
+      std::vector<const Audience*> audiences;
+      for (const View& view : views_) {
+        audiences.push_back(&view.audience);
+      }
+      requests_.print(html_, audiences);
     } else {
       html_.markup("<p>Nobody gets this application, so it asks for nothing.</p>\n");
     }
@@ -248,18 +289,15 @@ class Page {
   }
 
   const PageRequest& request_;
-  HtmlWriter html_;
+  HtmlWriter html_{HtmlWriter::Target::OUTPUT};
   std::string name_;
   std::string bytes_;
   std::optional<std::vector<std::string>> package_;  // names of its entries
   std::unique_ptr<const check::Report> report_;
   std::shared_ptr<util::XmlDocument> tree_;  // null: not well-formed
-  std::vector<Audience> audiences_;
-  std::size_t audienceCount_ = 0;
-  std::size_t known_ = 0;  // the audience whose record is kept
-  Record knownRecord_;     // null: rejected
-  Record titleRecord_;
-  bool hasRecord_ = false;  // whether somebody gets one
+  std::vector<View> views_;
+  std::size_t common_ = 0;         // the view of users of no special language
+  std::size_t audiencesLeft_ = 0;  // that are not shown
   std::optional<DocumentFailure> failure_;
   std::optional<IconFinder> icons_;  // where there is a tree
   Requests requests_;

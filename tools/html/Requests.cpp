@@ -4,8 +4,6 @@
 #include <string_view>
 #include <tuple>
 
-#include "tools/html/Entries.h"
-
 namespace orvane::nimbrel::tools {
 namespace {
 
@@ -26,7 +24,7 @@ std::string meaningOf(const Config::AccessRequest& request) {
 }
 
 void printAudiences(HtmlWriter& html, const std::bitset<MOST_AUDIENCES>& asking,
-                    const std::vector<Audience>& audiences) {
+                    const std::vector<const Audience*>& audiences) {
   html.markup("<span class=\"whom\">only for users of ");
   if (asking.count() > MOST_LANGUAGES) {
     html.number(asking.count()).markup(" of the languages</span>");
@@ -36,11 +34,47 @@ void printAudiences(HtmlWriter& html, const std::bitset<MOST_AUDIENCES>& asking,
   for (std::size_t i = 0; i < audiences.size(); ++i) {
     if (asking[i]) {
       html.text(isFirst ? "" : ", ");
-      printAudience(html, audiences[i]);
+      printAudience(html, *audiences[i]);
       isFirst = false;
     }
   }
   html.markup("</span>");
+}
+
+/// Prints a list: `print(entry)` writes the content of an entry. The first ones are seen at once,
+/// the others when asked for; of a very long list no more than 1,000 are printed, and the number of
+/// the others.
+template <typename Entries, typename Print>
+void printEntries(HtmlWriter& html, const Entries& entries, const Print& print) {
+  constexpr std::size_t SEEN = 12;
+  constexpr std::size_t MOST = 1000;
+  // A button that brings a single entry takes as much room as the entry.
+  const bool isFolded = entries.size() > SEEN + 1;
+  std::size_t number = 0;
+  html.markup("<ul>\n");
+  for (const auto& entry : entries) {
+    if (number == MOST) {
+      break;
+    }
+    if (isFolded && number == SEEN) {
+      html.markup("</ul>\n<details><summary>Show ")
+          .number(entries.size() - SEEN)
+          .markup(" more</summary>\n<ul>\n");
+    }
+    html.markup("<li>");
+    print(entry);
+    html.markup("</li>\n");
+    ++number;
+  }
+  html.markup("</ul>\n");
+  if (number < entries.size()) {
+    html.markup("<p class=\"cut\">Not on this page: ")
+        .number(entries.size() - number)
+        .markup(" more.</p>\n");
+  }
+  if (isFolded) {
+    html.markup("</details>\n");
+  }
 }
 
 }  // namespace
@@ -59,7 +93,7 @@ void Requests::Group::add(Request request, std::size_t audience) {
 }
 
 void Requests::Group::print(HtmlWriter& html, const Asking& all,
-                            const std::vector<Audience>& audiences) const {
+                            const std::vector<const Audience*>& audiences) const {
   printEntries(html, inOrder_, [&](const auto& entry) {
     const Request& request = entry->first;
     html.markup("<span class=\"subject\"><bdi>").text(request.subject, LONGEST).markup("</bdi>");
@@ -129,7 +163,7 @@ void Requests::addAccess(const Config& record, std::size_t audience) {
   }
 }
 
-void Requests::print(HtmlWriter& html, const std::vector<Audience>& audiences) const {
+void Requests::print(HtmlWriter& html, const std::vector<const Audience*>& audiences) const {
   const struct {
     const char* title;
     const Group& group;

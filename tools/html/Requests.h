@@ -20,7 +20,7 @@ class Requests {
   void add(const config::Config& record, std::size_t audience);
 
   /// Prints all in plain words; who gets a thing if not all of these audiences.
-  void print(HtmlWriter& html, const std::vector<Audience>& audiences) const;
+  void print(HtmlWriter& html, const std::vector<const Audience*>& audiences) const;
 
  private:
   struct Request {
@@ -36,7 +36,8 @@ class Requests {
   class Group {
    public:
     void add(Request request, std::size_t audience);
-    void print(HtmlWriter& html, const Asking& all, const std::vector<Audience>& audiences) const;
+    void print(HtmlWriter& html, const Asking& all,
+               const std::vector<const Audience*>& audiences) const;
     [[nodiscard]] bool isEmpty() const noexcept { return inOrder_.empty(); }
 
    private:
