@@ -144,9 +144,9 @@ LocalizableString::LocalizableString(LocalizableString&& other) noexcept
     : unicodeUtil_(other.unicodeUtil_),  // NOLINT(performance-move-constructor-init)
       direction_(other.direction_),
       languageTag_(std::move(other.languageTag_)),
-      textNodes_(std::move(other.textNodes_)) {
+      textNodes_(std::move(other.textNodes_)),
+      flattened_(std::move(other.flattened_)) {
   other.languageTag_.clear();
-  flattened_.take(std::move(other.flattened_));
 }
 
 LocalizableString& LocalizableString::operator=(const LocalizableString& other) {
@@ -163,7 +163,7 @@ LocalizableString& LocalizableString::operator=(LocalizableString&& other) noexc
     languageTag_ = std::move(other.languageTag_);
     textNodes_ = std::move(other.textNodes_);
     other.textNodes_.clear();
-    flattened_.take(std::move(other.flattened_));
+    flattened_ = std::move(other.flattened_);
   }
   return *this;
 }
@@ -327,7 +327,7 @@ void LocalizableString::replaceRuns(std::vector<TextNode> runs) {
     flattened = flattenedTextOf(runs);
   }
   textNodes_ = std::move(runs);
-  flattened_.take(std::move(flattened));
+  flattened_ = std::move(flattened);
 }
 
 }  // namespace orvane::nimbrel::util

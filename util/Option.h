@@ -60,35 +60,48 @@ class StackAllocator {
 /// An optional value, held in place and never on the heap.
 ///
 /// It owns its value. It holds one exactly when `operator bool` says so; "None" is the state
-/// without one, and the default. Every operation that copies a value lets through what the copy
-/// throws and then leaves None (basic guarantee); `get` changes nothing. Assigning an option to
-/// itself, or the value to the option that holds it, changes nothing. Const members may run on
-/// several threads.
-///
-/// Options are copied, never moved: one that was moved from still holds its value, since hosts were
-/// written for an option without moves. `take` is for where a copy costs too much.
+/// without one, the default, and what a move leaves behind. Every operation that copies a value
+/// lets through what the copy throws and then leaves None (basic guarantee); `get` changes nothing.
+/// Assigning an option to itself, or the value to the option that holds it, changes nothing. Const
+/// members may run on several threads.
 template <typename T>
 class Option {
  public:
   /// None.
   Option() noexcept = default;
 
-  /// A copy of the other's value, or None. Does not throw when the value's copy does not, so that a
-  /// growing vector moves what holds the option.
-  Option(const Option& other) noexcept(std::is_nothrow_copy_constructible_v<T>) {
+  /// A copy of the other's value, or None.
+  Option(const Option& other) {
     if (other.value_ != nullptr) {
       construct(*other.value_);
     }
   }
 
+  /// The other's value, or None. The other becomes None.
+  Option(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
+    *this = std::move(other);
+  }
+
   ~Option() { reset(); }
 
   /// Drops the value and copies the other's. Basic guarantee: when the copy throws, None is left.
-  Option& operator=(const Option& other) noexcept(std::is_nothrow_copy_constructible_v<T>) {
+  Option& operator=(const Option& other) {
     if (this != &other) {
       reset();
       if (other.value_ != nullptr) {
         construct(*other.value_);
+      }
+    }
+    return *this;
+  }
+
+  /// Drops the value and moves the other's in. The other becomes None, unless it is this one.
+  Option& operator=(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
+    if (this != &other) {
+      reset();
+      if (other.value_ != nullptr) {
+        construct(std::move(*other.value_));
+        other.reset();
       }
     }
     return *this;
@@ -110,17 +123,6 @@ class Option {
       construct(std::move(value));
     }
     return *this;
-  }
-
-  /// Drops the value and takes the other's over; the other becomes None, unless it is this one.
-  void take(Option&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
-    if (this != &other) {
-      reset();
-      if (other.value_ != nullptr) {
-        construct(std::move(*other.value_));
-        other.reset();
-      }
-    }
   }
 
   /// Drops the value and makes one in place of the arguments, which must not be part of it. Basic

@@ -29,10 +29,10 @@ void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& no
   util::LocalizableString name = rules.getTextContent(node, true);
   util::Option<std::string> email = detail::readAttribute(node, "email");
   util::Option<std::string> href = readIri(node, "href");
-  Config::Author& author = target.author().emplace();  // whose options would be copied
+  Config::Author& author = target.author().emplace();
   author.name = std::move(name);
-  author.email.take(std::move(email));
-  author.href.take(std::move(href));
+  author.email = std::move(email);
+  author.href = std::move(href);
 }
 
 }  // namespace orvane::nimbrel::config

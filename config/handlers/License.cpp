@@ -26,9 +26,9 @@ void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& n
   }
   util::LocalizableString text = rules.getTextContent(node, false);
   util::Option<std::string> href = readIri(node, "href");
-  Config::License& license = target.license().emplace();  // whose options would be copied
+  Config::License& license = target.license().emplace();
   license.text = std::move(text);
-  license.href.take(std::move(href));
+  license.href = std::move(href);
 }
 
 }  // namespace orvane::nimbrel::config

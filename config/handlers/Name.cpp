@@ -25,7 +25,7 @@ void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node
   }
   // Both or none: a name without its short name would be taken for complete.
   util::LocalizableString name = rules.getTextContent(node, true);
-  target.shortName().take(rules.getSingleDisplayableAttributeValue(node, nullptr, "short"));
+  target.shortName() = rules.getSingleDisplayableAttributeValue(node, nullptr, "short");
   target.name() = std::move(name);
 }
 

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -15,22 +14,6 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     {"value", ValueKind::TEXT, false, "preferences[].value"},
     {"readonly", ValueKind::BOOLEAN, false, "preferences[].readonly"},
 };
-
-/// Room for one more. A list that grew by itself would copy the options of those that it has.
-void makeRoom(std::vector<Config::Preference>& preferences) {
-  if (preferences.size() < preferences.capacity()) {
-    return;
-  }
-  std::vector<Config::Preference> larger;
-  larger.reserve(std::max<std::size_t>(4, 2 * preferences.size()));
-  for (Config::Preference& preference : preferences) {
-    Config::Preference& moved = larger.emplace_back();
-    moved.name = std::move(preference.name);
-    moved.value.take(std::move(preference.value));
-    moved.readonly = preference.readonly;
-  }
-  preferences.swap(larger);
-}
 
 }  // namespace
 
@@ -52,12 +35,8 @@ void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>
     return report(FindingCode::REPEATED, "name", name);
   }
   const std::optional<bool> readonly = detail::readBooleanAttribute(*node, "readonly", report);
-  util::Option<std::string> value = detail::readAttribute(node, "value");
-  detail::makeRoom(preferences);
-  Config::Preference& preference = preferences.emplace_back();  // whose option would be copied
-  preference.name = std::move(name.get());
-  preference.value.take(std::move(value));
-  preference.readonly = readonly.value_or(false);
+  preferences.push_back(
+      {std::move(name.get()), detail::readAttribute(node, "value"), readonly.value_or(false)});
 }
 
 }  // namespace orvane::nimbrel::config

@@ -42,8 +42,8 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
   if (defaultLocale && defaultLocale.get().empty()) {
     report(FindingCode::EMPTY_VALUE, "defaultlocale", defaultLocale);
   }
-  target.id().take(readIri(root, "id"));
-  target.version().take(rules.getSingleDisplayableAttributeValue(root, nullptr, "version"));
+  target.id() = readIri(root, "id");
+  target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
     report(FindingCode::EMPTY_VALUE, "version", "");
@@ -51,7 +51,7 @@ void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::Xm
   Option<std::string> applicationId = attribute("applicationId", detail::EXTENSION);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
-      target.tavloApplicationId().take(std::move(applicationId));
+      target.tavloApplicationId() = std::move(applicationId);
     } else {
       report(FindingCode::INVALID_APPLICATION_ID, "tavlo:applicationId", applicationId);
     }
