@@ -33,7 +33,7 @@ class NIMBREL_CONFIG_API ConfigParser {
   virtual ~ConfigParser();
 
   /// Parses `size` bytes at `buffer`, which is not kept. `url` names the document, `encoding`
-  /// overrides its encoding; both may be null.
+  /// overrides its encoding; both may be null, and an empty `encoding` counts as null.
   ///
   /// Throws `std::invalid_argument` for a null buffer, `ConfigException` for a document that is
   /// rejected, and, from integer settings with an empty or too large value, `std::invalid_argument`

@@ -4,17 +4,17 @@
 
 namespace orvane::nimbrel::util {
 
-/// The Unicode knowledge that a `LocalizableString` needs; a host may supply its own.
+/// The Unicode knowledge that a `LocalizableString` needs; a host may derive its own.
 ///
 /// Implementations are immutable: every operation may run on several threads at once.
 class NIMBREL_UTIL_API UnicodeUtil {
  public:
   virtual ~UnicodeUtil();
 
-  /// Whether a code point has Unicode's White_Space property. False for what is no code point.
-  /// Never asked for ASCII, whose white space is fixed: U+0009 to U+000D and U+0020. May throw;
-  /// ours does not.
-  [[nodiscard]] virtual bool isWhiteSpace(char32_t codePoint) const = 0;
+  /// Whether a code point has Unicode's White_Space property, which ICU knows without loading data.
+  /// False for what is no code point. Never called for ASCII, whose white space is fixed: U+0009 to
+  /// U+000D and U+0020. This one never throws; an override may.
+  [[nodiscard]] virtual bool isWhiteSpace(char32_t codePoint) const;
 
  protected:
   UnicodeUtil() = default;

@@ -1,15 +1,8 @@
 #include "util/UnicodeUtilICU.h"
 
-#include <unicode/uchar.h>
-
 namespace orvane::nimbrel::util {
 
 UnicodeUtilICU::UnicodeUtilICU() = default;
 UnicodeUtilICU::~UnicodeUtilICU() = default;
-
-bool UnicodeUtilICU::isWhiteSpace(char32_t codePoint) const {
-  // ICU's type is signed: what is no code point must not reach it as a negative number.
-  return codePoint <= UCHAR_MAX_VALUE && u_isUWhiteSpace(static_cast<UChar32>(codePoint)) != 0;
-}
 
 }  // namespace orvane::nimbrel::util

@@ -5,13 +5,11 @@
 
 namespace orvane::nimbrel::util {
 
-/// The Unicode service over ICU. Stateless; ICU loads no data for it.
+/// The Unicode service over ICU, as `UnicodeUtil` defines it. Stateless.
 class NIMBREL_UTIL_API UnicodeUtilICU : public UnicodeUtil {
  public:
   UnicodeUtilICU();
   ~UnicodeUtilICU() override;
-
-  [[nodiscard]] bool isWhiteSpace(char32_t codePoint) const override;
 };
 
 }  // namespace orvane::nimbrel::util

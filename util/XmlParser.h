@@ -15,8 +15,8 @@ class NIMBREL_UTIL_API XmlParser {
   virtual ~XmlParser();
 
   /// Reads a local regular file. `encoding` is an IANA name that overrides what the document says;
-  /// null: detect. Throws `ParseException` when the file cannot be read or is no well-formed XML.
-  /// Never returns null.
+  /// null or empty: detect. Throws `ParseException` when the file cannot be read or is no
+  /// well-formed XML. Never returns null.
   std::shared_ptr<XmlDocument> parse(const char* path, const char* encoding) const;
 
   /// Reads `size` bytes at `buffer`, which is not kept. `url` names the document, null for none;

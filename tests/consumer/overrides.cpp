@@ -12,7 +12,7 @@
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
 #include "util/LocalizableString.h"
-#include "util/UnicodeUtilICU.h"
+#include "util/UnicodeUtil.h"
 #include "util/XmlParserLibXml.h"
 #include "widgetid/BasicWidgetId.h"
 #include "widgetid/FilenameWidgetIdParser.h"
@@ -51,7 +51,7 @@ class HostIdn : public IDNConverter {
   }
 };
 
-class HostUnicode : public UnicodeUtilICU, public std::tr1::enable_shared_from_this<HostUnicode> {};
+class HostUnicode : public UnicodeUtil, public std::tr1::enable_shared_from_this<HostUnicode> {};
 
 class HostElement : public Element {
  public:

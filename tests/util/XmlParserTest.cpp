@@ -123,7 +123,7 @@ TEST(XmlParser, RejectsWhatIsNoDocument) {
   // Not a byte of it may be read: there are only four.
   constexpr auto TOO_LARGE = static_cast<unsigned int>(std::numeric_limits<int>::max()) + 1U;
   EXPECT_EQ(rejectionOfBuffer("<a/>", TOO_LARGE), "0:0: The document is too large");
-  for (const char* name : {"no-such", "", "//", "UTF-8//IGNORE", "UTF-8/"}) {
+  for (const char* name : {"no-such", " ", "//", "UTF-8//IGNORE", "UTF-8/"}) {
     EXPECT_EQ(rejection("<a/>", name), std::string("0:0: Unknown encoding: ") + name);
   }
   // A zero byte ends nothing.
@@ -181,6 +181,7 @@ TEST(XmlParser, ReadsEncodingsByMarkDeclarationAndArgument) {
        nullptr, "a['\xC3\xA4']"},
       {"Latin 1 declared", latin1, nullptr, "a['\xC3\xA4']"},
       {"Latin 1 named", "<a>\xE4</a>", "ISO-8859-1", "a['\xC3\xA4']"},
+      {"Latin 1 declared, the empty name given", latin1, "", "a['\xC3\xA4']"},
       {"the argument overrides", "<?xml version='1.0' encoding='UTF-8'?><a>\xE4</a>", "latin1",
        "a['\xC3\xA4']"},
       {"windows-1252 declared", "<?xml version='1.0' encoding='Windows-1252'?><a>\x80</a>", nullptr,

@@ -31,7 +31,7 @@ constexpr std::string_view MARK = "\xEF\xBB\xBF";
 XmlInput::XmlInput(XmlBytes& bytes, const char* encoding) : bytes_(bytes) {
   char* const begin = first_.data() + MARK_SIZE;
   const XmlEncoding* named = nullptr;
-  if (encoding != nullptr) {
+  if (encoding != nullptr && *encoding != '\0') {
     named = findEncoding(encoding);
     if (named == nullptr) {
       throw ParseException(std::string("Unknown encoding: ") + encoding, 0, 0);

@@ -7,8 +7,8 @@
 
 #include "util/xml/XmlBytes.h"
 #include "util/xml/XmlDecoder.h"
+#include "util/xml/XmlOpenTagCounter.h"
 #include "util/xml/XmlReading.h"
-#include "util/xml/XmlTagRun.h"
 
 namespace orvane::nimbrel::util::internal {
 
@@ -16,9 +16,9 @@ namespace orvane::nimbrel::util::internal {
 /// limits count before libxml2 has used much memory.
 class XmlInput {
  public:
-  /// Reads the beginning of the document. `encoding` overrides what the document says; null:
-  /// detect. Throws `ParseException` when its encoding is not accepted, `std::bad_alloc`, and what
-  /// `XmlBytes` throws.
+  /// Reads the beginning of the document. `encoding` overrides what the document says; null
+  /// or empty: detect. Throws `ParseException` when its encoding is not accepted, `std::bad_alloc`,
+  /// and what `XmlBytes` throws.
   XmlInput(XmlBytes& bytes, const char* encoding);
   XmlInput(const XmlInput&) = delete;
   XmlInput& operator=(const XmlInput&) = delete;
@@ -44,7 +44,7 @@ class XmlInput {
   std::string_view left_;  // what has not been handed out of the first piece
   bool isAll_ = false;     // nothing follows it
   XmlReading* reading_ = nullptr;
-  XmlTagRun tag_;
+  XmlOpenTagCounter tag_;
   std::size_t choices_ = 0;  // "|" before the root
 };
 
