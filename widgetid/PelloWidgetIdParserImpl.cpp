@@ -24,12 +24,6 @@ PelloWidgetIdParserImpl::PelloWidgetIdParserImpl(
     std::shared_ptr<util::UriMunger> uriMunger,
     std::shared_ptr<util::FilenameMunger> filenameMunger)
     : uriMunger_(std::move(uriMunger)), filenameMunger_(std::move(filenameMunger)) {
-  if (uriMunger_ == nullptr) {
-    throw std::invalid_argument("uriMunger cannot be NULL.");
-  }
-  if (filenameMunger_ == nullptr) {
-    throw std::invalid_argument("filenameMunger cannot be NULL.");
-  }
   try {
     uris_ = &detail::uriFunctions();
     if (_SoupURI* const base = uris_->parse("http://")) {
@@ -37,6 +31,12 @@ PelloWidgetIdParserImpl::PelloWidgetIdParserImpl(
     }
   } catch (const std::runtime_error& error) {
     loadError_ = error.what();
+  }
+  if (uriMunger_ == nullptr) {
+    throw std::invalid_argument("uriMunger cannot be NULL.");
+  }
+  if (filenameMunger_ == nullptr) {
+    throw std::invalid_argument("filenameMunger cannot be NULL.");
   }
   if (defaultBaseUri_ == nullptr) {
     NIMBREL_LOG_WARNING("pellowidgetidparserimpl_nodefaultbaseuri",

@@ -21,10 +21,11 @@ struct UriFunctions;
 /// share the mungers and the default base. Immutable: for any thread as far as the mungers are.
 class NIMBREL_CONFIG_API PelloWidgetIdParserImpl {
  public:
-  /// Throws `std::invalid_argument` "uriMunger cannot be NULL." or "filenameMunger cannot be
-  /// NULL.", tested in this order. When libsoup does not accept the default base, this is logged as
-  /// a warning, and only relative identifiers are rejected. When libsoup cannot be loaded, this is
-  /// logged alike, and every use throws `std::runtime_error` that says why.
+  /// Makes the default base, then throws `std::invalid_argument` "uriMunger cannot be NULL." or
+  /// "filenameMunger cannot be NULL.", tested in this order. When libsoup does not accept the
+  /// default base, that is logged as a warning, and only relative identifiers are rejected. When
+  /// libsoup cannot be loaded, the same warning is logged, and every use throws
+  /// `std::runtime_error` that says why.
   PelloWidgetIdParserImpl(std::shared_ptr<util::UriMunger> uriMunger,
                           std::shared_ptr<util::FilenameMunger> filenameMunger);
 

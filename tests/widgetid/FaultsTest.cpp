@@ -6,7 +6,7 @@
 #include "tests/support/Checks.h"
 #include "tests/support/FakeSyslog.h"
 #include "tests/widgetid/Mungers.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 #include "widgetid/FilenameWidgetIdParser.h"
 #include "widgetid/PelloWidgetIdParser.h"
 #include "widgetid/WidgetIdError.h"
@@ -17,6 +17,7 @@
 namespace {
 
 bool failBase = false;
+int basesMade = 0;
 bool failEscape = false;
 const void* escapedText = nullptr;  // handed out and not freed
 
@@ -44,7 +45,9 @@ extern "C" {
 #define REPLACES __attribute__((visibility("default")))
 
 REPLACES void* soup_uri_new(const char* text) {
-  if (failBase && std::strcmp(text, "http://") == 0) {
+  const bool isBase = std::strcmp(text, "http://") == 0;
+  basesMade += isBase ? 1 : 0;
+  if (failBase && isBase) {
     return nullptr;
   }
   return keep(next<void*(const char*)>("soup_uri_new")(text));
@@ -122,6 +125,17 @@ TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
               "soup_uri_new failed to create our default base URI.");
   }
   EXPECT_EQ(logged().lines.size(), 1U);
+}
+
+// Whoever stands in for libsoup sees a base made and freed for a parser that cannot be.
+TEST_F(Faults, TheDefaultBaseIsMadeBeforeTheMungersAreTested) {
+  for (const auto& [uris, files] : {std::pair(false, true), {true, false}, {false, false}}) {
+    const int before = basesMade;
+    EXPECT_THROW(PelloWidgetIdParser(uris ? uriMunger : nullptr, files ? filenameMunger : nullptr),
+                 std::invalid_argument);
+    EXPECT_EQ(basesMade, before + 1);
+    EXPECT_TRUE(liveUris().empty());
+  }
 }
 
 #endif
