@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "check/Report.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 namespace orvane::nimbrel::check {
 

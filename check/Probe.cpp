@@ -5,9 +5,9 @@
 
 #include "check/Kind.h"
 #include "config/Namespaces.h"
+#include "util/HostSymbols.h"
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
-#include "util/Log.h"
 #include "util/ParseException.h"
 #include "util/StringUtil.h"
 #include "util/UnicodeUtilICU.h"

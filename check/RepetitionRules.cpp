@@ -2,7 +2,7 @@
 
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::check {

@@ -4,7 +4,7 @@
 # The interface; every other header is private.
 set(config_headers Api BasicConfig Config ConfigParser ConfigParserFactory ConfigRules Element
   ElementDescription Finding Namespaces NimbrelConfigParser ParseObserver)
-set(util_headers Api FilenameMunger HostUriMunger IDNConverter IRI IRIParser LocalizableString Log
+set(util_headers Api FilenameMunger HostSymbols HostUriMunger IDNConverter IRI IRIParser LocalizableString
   Option ParseException PortableFilenameMunger SharedPtr StringUtil UnicodeUtil UnicodeUtilICU
   UriMunger XmlDocument XmlNode XmlParser XmlParserLibXml)
 set(widgetid_headers BasicWidgetId FilenameWidgetIdParser LocalizedElementParser

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 namespace {
 

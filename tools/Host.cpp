@@ -4,6 +4,7 @@
 #include <libxml/threads.h>
 #include <libxml/xmlerror.h>
 #include <malloc.h>
+#include <syslog.h>
 
 #include <cstdarg>
 #include <cstdio>
@@ -13,7 +14,7 @@
 
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 // The tool is the library's host: it supplies the symbols that a device would. They are C functions
 // without a place for state of their own, so what they answer is kept here, written once before a

@@ -7,7 +7,7 @@
 #include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 extern "C" __attribute__((visibility("default"))) int corvel_get_int(const char* /*group*/,
                                                                      const char* /*name*/,

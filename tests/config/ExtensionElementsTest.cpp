@@ -4,7 +4,7 @@
 
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 namespace orvane::nimbrel::config {
 namespace {

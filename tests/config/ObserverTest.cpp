@@ -15,7 +15,7 @@
 #include "tests/support/FakeSyslog.h"
 #include "tests/support/Findings.h"
 #include "tests/support/RecordDump.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 extern "C" __attribute__((visibility("default"))) int corvel_get_int(const char* /*group*/,
                                                                      const char* /*name*/,

@@ -2,8 +2,8 @@
 #include <iostream>
 #include <string_view>
 
+#include "util/HostSymbols.h"
 #include "util/IRIParser.h"
-#include "util/Log.h"
 #include "util/ParseException.h"
 #include "util/XmlParserLibXml.h"
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "tests/support/ConfigReader.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 namespace {
 

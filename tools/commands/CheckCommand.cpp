@@ -21,7 +21,7 @@
 #include "tools/input/Input.h"
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

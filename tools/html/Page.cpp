@@ -18,7 +18,7 @@
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
 #include "tools/record/RejectedNumber.h"
-#include "util/Log.h"
+#include "util/HostSymbols.h"
 #include "util/XmlParserLibXml.h"
 
 namespace orvane::nimbrel::tools {
