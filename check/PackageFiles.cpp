@@ -9,6 +9,7 @@
 #include "check/Decoder.h"
 #include "check/Values.h"
 #include "util/Ascii.h"
+#include "util/PercentEscape.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::check {
@@ -45,12 +46,9 @@ std::string withoutAddressSyntax(std::string_view path) {
   path = path.substr(0, path.find_first_of("?#"));
   std::string plain;
   for (std::size_t i = 0; i < path.size(); ++i) {
-    const bool isEscape = path[i] == '%' && i + 2 < path.size() &&
-                          util::ascii::isHexDigit(path[i + 1]) &&
-                          util::ascii::isHexDigit(path[i + 2]);
-    if (isEscape) {
-      plain += static_cast<char>(util::ascii::hexValue(path[i + 1]) * 16 +
-                                 util::ascii::hexValue(path[i + 2]));
+    const int escaped = util::internal::escapedByte(path, i);
+    if (escaped >= 0) {
+      plain += static_cast<char>(escaped);
       i += 2;
     } else {
       plain += path[i] == '\\' ? '/' : path[i];

@@ -2,7 +2,7 @@
 
 #include "util/IDNConverter.h"
 #include "util/IRIParser.h"
-#include "util/Stateless.h"
+#include "util/SharedInstance.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/XmlParserLibXml.h"
 
@@ -14,10 +14,10 @@ std::shared_ptr<ConfigParser> createConfigParser(const std::vector<std::string>&
 
 std::shared_ptr<NimbrelConfigParser> createNimbrelConfigParser(
     const std::vector<std::string>& userAgentLocales) {
-  using util::internal::shared;
+  using util::internal::sharedInstance;
   return std::make_shared<NimbrelConfigParser>(
-      userAgentLocales, shared<util::XmlParserLibXml>(), shared<util::IRIParser>(),
-      shared<util::IDNConverter>(), shared<util::UnicodeUtilICU>());
+      userAgentLocales, sharedInstance<util::XmlParserLibXml>(), sharedInstance<util::IRIParser>(),
+      sharedInstance<util::IDNConverter>(), sharedInstance<util::UnicodeUtilICU>());
 }
 
 }  // namespace orvane::nimbrel::config

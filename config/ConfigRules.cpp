@@ -18,7 +18,7 @@ using util::Option;
 using util::XmlNode;
 
 using Node = std::shared_ptr<XmlNode>;
-using detail::required;
+using detail::requireNode;
 using zel::util::StringUtil;
 
 using Direction = LocalizableString::Direction;
@@ -88,7 +88,7 @@ ConfigRules::ConfigRules(std::shared_ptr<util::UnicodeUtil> unicodeUtil)
 
 Option<std::string> ConfigRules::getSingleAttributeValue(const Node& node, const char* namespaceUri,
                                                          const char* name) const {
-  const XmlNode& element = required(node);
+  const XmlNode& element = requireNode(node);
   return name == nullptr ? Option<std::string>()
                          : detail::readAttribute(element, name, viewOf(namespaceUri));
 }
@@ -107,7 +107,7 @@ Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const 
 }
 
 LocalizableString ConfigRules::getTextContent(const Node& node, bool normalize) const {
-  const XmlNode& element = required(node);
+  const XmlNode& element = requireNode(node);
   if (element.firstChild() == nullptr) {
     return {unicodeUtil_, Direction::LTR, std::string()};
   }
@@ -126,12 +126,12 @@ LocalizableString ConfigRules::getTextContent(const Node& node, bool normalize) 
 }
 
 Direction ConfigRules::determineDirectionality(const Node& node) const {
-  return directionOf(required(node));
+  return directionOf(requireNode(node));
 }
 
 bool ConfigRules::xmlNodeHasName(const Node& node, const char* namespaceUri,
                                  const char* name) const {
-  const XmlNode& element = required(node);
+  const XmlNode& element = requireNode(node);
   if (name == nullptr || element.getNodeType() != XmlNode::ELEMENT || element.nameView() != name) {
     return false;
   }
@@ -141,11 +141,11 @@ bool ConfigRules::xmlNodeHasName(const Node& node, const char* namespaceUri,
 }
 
 bool ConfigRules::xmlNodeHasExplicitLang(const Node& node) const {
-  return !required(node).attributeView("lang", XML_NAMESPACE).empty();
+  return !requireNode(node).attributeView("lang", XML_NAMESPACE).empty();
 }
 
 bool ConfigRules::xmlNodeHasExplicitLang(const Node& node, const char* lang) const {
-  const std::string_view own = required(node).attributeView("lang", XML_NAMESPACE);
+  const std::string_view own = requireNode(node).attributeView("lang", XML_NAMESPACE);
   return own.data() != nullptr && lang != nullptr && own == lang;
 }
 

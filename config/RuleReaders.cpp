@@ -36,7 +36,7 @@ bool isAmong(const std::string_view (&words)[2], std::string_view value) noexcep
 
 }  // namespace
 
-const util::XmlNode& required(const std::shared_ptr<util::XmlNode>& node) {
+const util::XmlNode& requireNode(const std::shared_ptr<util::XmlNode>& node) {
   if (node == nullptr) {
     throw std::invalid_argument("node cannot be NULL");
   }

@@ -15,7 +15,7 @@
 namespace orvane::nimbrel::config::detail {
 
 /// The node. Throws `std::invalid_argument` "node cannot be NULL" for none.
-[[nodiscard]] const util::XmlNode& required(const std::shared_ptr<util::XmlNode>& node);
+[[nodiscard]] const util::XmlNode& requireNode(const std::shared_ptr<util::XmlNode>& node);
 
 /// The value of an attribute with white space squeezed and trimmed; None when it is absent. A
 /// namespace with null data is none.
@@ -27,7 +27,7 @@ namespace orvane::nimbrel::config::detail {
 [[nodiscard]] inline util::Option<std::string> readAttribute(
     const std::shared_ptr<util::XmlNode>& node, std::string_view name,
     std::string_view namespaceUri = {}) {
-  return readAttribute(required(node), name, namespaceUri);
+  return readAttribute(requireNode(node), name, namespaceUri);
 }
 
 enum class IntegerFault {

@@ -21,6 +21,18 @@ constexpr bool isLetterOrDigit(char c) noexcept {
   return isLetter(c) || isDigit(c);
 }
 
+/// The six characters that the C locale's `isspace` knows.
+constexpr bool isSpace(char c) noexcept {
+  // Most bytes lie above all white space and need no second look.
+  const auto byte = static_cast<unsigned char>(c);
+  return byte <= ' ' && (byte == ' ' || (byte >= '\t' && byte <= '\r'));
+}
+
+/// The four of them that XML knows.
+constexpr bool isXmlSpace(char c) noexcept {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
 constexpr char lowerCase(char c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -1,7 +1,6 @@
 #include "util/HostUriMunger.h"
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -11,6 +10,7 @@
 
 #include "util/Ascii.h"
 #include "util/IDNConverter.h"
+#include "util/IpAddress.h"
 #include "util/NameEscape.h"
 
 namespace orvane::zel::util {
@@ -28,7 +28,7 @@ bool tryShortenAddress(std::string_view host, std::string& out) {
   }
   in6_addr address{};
   char text[INET6_ADDRSTRLEN];
-  if (host.size() >= sizeof text || inet_pton(AF_INET6, std::string(host).c_str(), &address) != 1 ||
+  if (!nimbrel::util::internal::tryReadIPv6(host, address) ||
       inet_ntop(AF_INET6, &address, text, sizeof text) == nullptr) {
     return false;
   }

@@ -12,7 +12,8 @@
 
 #include "util/Ascii.h"
 #include "util/IRICharacters.h"
-#include "util/IpLiteral.h"
+#include "util/IpAddress.h"
+#include "util/PercentEscape.h"
 
 namespace orvane::nimbrel::util {
 namespace {
@@ -34,13 +35,9 @@ std::string decodePercentEscapes(std::string_view host) {
   std::string decoded(host, 0, at);
   decoded.reserve(host.size());
   for (; at < host.size(); ++at) {
-    if (internal::isPercentEscape(host, at)) {
-      decoded.push_back(
-          static_cast<char>(ascii::hexValue(host[at + 1]) * 16 + ascii::hexValue(host[at + 2])));
-      at += 2;
-    } else {
-      decoded.push_back(host[at]);
-    }
+    const int byte = internal::escapedByte(host, at);
+    decoded.push_back(byte < 0 ? host[at] : static_cast<char>(byte));
+    at += byte < 0 ? 0 : 2;
   }
   return decoded;
 }

@@ -12,7 +12,6 @@ using IRICharacters = std::uint8_t;
 
 constexpr IRICharacters IRI_ALPHA = 0x01;
 constexpr IRICharacters IRI_DIGIT = 0x02;
-constexpr IRICharacters IRI_HEX_DIGIT = 0x04;
 constexpr IRICharacters IRI_UNRESERVED = 0x08;  ///< the ASCII part of it
 constexpr IRICharacters IRI_SUB_DELIMS = 0x10;
 constexpr IRICharacters IRI_SCHEME = 0x20;  ///< behind the first letter
@@ -25,8 +24,7 @@ constexpr std::array<IRICharacters, 256> makeIRICharacterTable() {
     std::string_view characters;
     IRICharacters classes;
   } rows[] = {
-      {"0123456789", IRI_DIGIT | IRI_HEX_DIGIT | IRI_UNRESERVED | IRI_SCHEME},
-      {"ABCDEFabcdef", IRI_HEX_DIGIT},
+      {"0123456789", IRI_DIGIT | IRI_UNRESERVED | IRI_SCHEME},
       {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", IRI_ALPHA | IRI_UNRESERVED | IRI_SCHEME},
       {"abcdefghijklmnopqrstuvwxyz", IRI_ALPHA | IRI_UNRESERVED | IRI_SCHEME},
       {"-._~", IRI_UNRESERVED},
@@ -49,12 +47,6 @@ inline constexpr std::array<IRICharacters, 256> IRI_CHARACTER_TABLE = makeIRICha
 /// Whether a byte belongs to one of the classes; never for bytes that are not ASCII.
 constexpr bool isIRICharacter(char byte, IRICharacters classes) noexcept {
   return (IRI_CHARACTER_TABLE[static_cast<unsigned char>(byte)] & classes) != 0;
-}
-
-/// Whether a percent escape (`pct-encoded`) stands at byte `at`.
-constexpr bool isPercentEscape(std::string_view text, std::size_t at) noexcept {
-  return text.size() - at >= 3 && text[at] == '%' && isIRICharacter(text[at + 1], IRI_HEX_DIGIT) &&
-         isIRICharacter(text[at + 2], IRI_HEX_DIGIT);
 }
 
 /// RFC 3987 `ucschar`.

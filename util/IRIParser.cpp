@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "util/IRICharacters.h"
-#include "util/IpLiteral.h"
+#include "util/IpAddress.h"
+#include "util/PercentEscape.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::util {
@@ -74,7 +75,7 @@ class Scanner {
           return;
         }
         at_ = next;
-      } else if (isPercentEscape(text_, at_)) {
+      } else if (escapedByte(text_, at_) >= 0) {
         at_ += 3;
       } else {
         return;

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "util/Stateless.h"
+#include "util/SharedInstance.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/Utf8.h"
 
@@ -127,7 +127,7 @@ Option<std::string> normalized(const UnicodeUtil& unicodeUtil, std::string_view 
 }  // namespace
 
 LocalizableString::LocalizableString()
-    : LocalizableString(internal::shared<UnicodeUtilICU>(), LTR, std::string()) {}
+    : LocalizableString(internal::sharedInstance<UnicodeUtilICU>(), LTR, std::string()) {}
 
 LocalizableString::LocalizableString(std::shared_ptr<UnicodeUtil> unicodeUtil,
                                      const Direction& direction, const std::string& languageTag)

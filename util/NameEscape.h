@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/Ascii.h"
+#include "util/PercentEscape.h"
 #include "util/glib/GlibFunctions.h"
 
 // What the two mungers share; not part of the interface.
@@ -13,13 +13,8 @@ namespace orvane::zel::util::internal {
 /// The longest name of a directory entry, in bytes, on the usual file systems.
 constexpr std::size_t MAX_NAME_BYTES = 255;
 
-/// Appends `introducer` and two upper-case hex digits.
-inline void appendEscape(std::string& name, char introducer, char byte) {
-  const unsigned int value = static_cast<unsigned char>(byte);
-  name += introducer;
-  name += nimbrel::util::ascii::hexDigit(value >> 4U);
-  name += nimbrel::util::ascii::hexDigit(value);
-}
+using nimbrel::util::internal::appendEscape;
+using nimbrel::util::internal::escapedByte;
 
 /// The name of a text whose escaped form is too long: as much of that form as fits without cutting
 /// an escape begun by one of `introducers`, `marker`, and the digest of the text.

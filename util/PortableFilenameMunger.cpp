@@ -11,8 +11,6 @@ namespace orvane::zel::util {
 
 namespace {
 
-namespace ascii = nimbrel::util::ascii;
-
 bool mayStay(std::string_view name, std::size_t index) noexcept {
   const std::size_t last = name.size() - 1;
   switch (name[index]) {
@@ -24,10 +22,9 @@ bool mayStay(std::string_view name, std::size_t index) noexcept {
     case '.':
       return index != 0 && index != last;
     case '%':
-      return last - index >= 2 && ascii::isHexDigit(name[index + 1]) &&
-             ascii::isHexDigit(name[index + 2]);
+      return internal::escapedByte(name, index) >= 0;
     default:
-      return ascii::isLetterOrDigit(name[index]);
+      return nimbrel::util::ascii::isLetterOrDigit(name[index]);
   }
 }
 

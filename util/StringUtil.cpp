@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "util/Ascii.h"
+
 namespace orvane::zel::util {
 namespace {
 
-constexpr bool isWhite(char byte) noexcept {
-  // Most bytes lie above all white space and need no second look.
-  const auto value = static_cast<unsigned char>(byte);
-  return value <= ' ' && (value == ' ' || (value >= '\t' && value <= '\r'));
-}
+namespace ascii = nimbrel::util::ascii;
 
 /// The length of the part in front that `squeeze` leaves as it is. The rest is empty or begins with
 /// a run of white space that has to change.
@@ -18,10 +16,10 @@ std::size_t squeezedPrefix(std::string_view text) noexcept {
   const char* const end = text.data() + text.size();
   // A lambda, since a call through a pointer for each byte would take more time than the rest.
   const auto nextWhite = [end](const char* from) {
-    return std::find_if(from, end, [](char byte) { return isWhite(byte); });
+    return std::find_if(from, end, [](char byte) { return ascii::isSpace(byte); });
   };
   const char* at = nextWhite(text.data());
-  while (at != end && *at == ' ' && (at + 1 == end || !isWhite(at[1]))) {
+  while (at != end && *at == ' ' && (at + 1 == end || !ascii::isSpace(at[1]))) {
     at = nextWhite(at + 1);
   }
   return static_cast<std::size_t>(at - text.data());
@@ -32,7 +30,7 @@ void squeezeFrom(std::string& text, std::size_t from) {
   std::size_t write = from;
   bool afterWhite = false;
   for (std::size_t read = from; read < text.size(); ++read) {
-    const bool white = isWhite(text[read]);
+    const bool white = ascii::isSpace(text[read]);
     if (!white) {
       text[write++] = text[read];
     } else if (!afterWhite) {
@@ -46,16 +44,16 @@ void squeezeFrom(std::string& text, std::size_t from) {
 }  // namespace
 
 bool StringUtil::isSpace(char byte) noexcept {
-  return isWhite(byte);
+  return ascii::isSpace(byte);
 }
 
 std::string_view StringUtil::trimmed(std::string_view text) noexcept {
   std::size_t begin = 0;
   std::size_t end = text.size();
-  while (begin < end && isWhite(text[begin])) {
+  while (begin < end && ascii::isSpace(text[begin])) {
     ++begin;
   }
-  while (begin < end && isWhite(text[end - 1])) {
+  while (begin < end && ascii::isSpace(text[end - 1])) {
     --end;
   }
   return text.substr(begin, end - begin);

@@ -6,8 +6,6 @@
 namespace orvane::nimbrel::util {
 namespace {
 
-constexpr std::string_view XML_NAMESPACE_URI = "http://www.w3.org/XML/1998/namespace";
-
 std::string_view viewOf(const char* text) noexcept {
   return text == nullptr ? std::string_view() : std::string_view(text);
 }
@@ -136,7 +134,7 @@ XmlNode::Attribute XmlNode::attributeAt(std::size_t index) const noexcept {
 
 std::string_view XmlNode::xmlLangView() const noexcept {
   for (const XmlNode* node = this; node != nullptr; node = node->parent_) {
-    const std::string_view lang = node->attributeView("lang", XML_NAMESPACE_URI);
+    const std::string_view lang = node->attributeView("lang", XML_NAMESPACE);
     if (lang.data() != nullptr) {
       return lang;
     }

@@ -12,6 +12,9 @@
 
 namespace orvane::nimbrel::util {
 
+/// The namespace of `xml:lang` (Namespaces in XML 1.0).
+inline constexpr char XML_NAMESPACE[] = "http://www.w3.org/XML/1998/namespace";
+
 class XmlDocument;
 namespace internal {
 class XmlTreeBuilder;

@@ -11,7 +11,7 @@ namespace orvane::zel::config {
 namespace {
 
 // Directory names are rejected with the same words as authorities; hosts match on them.
-void requireSomething(const std::string& normalizedId) {
+void requireNotEmpty(const std::string& normalizedId) {
   if (normalizedId.empty()) {
     throw WidgetIdError("We were unable to derive a valid authority from the widget's identifier.");
   }
@@ -28,7 +28,7 @@ PelloWidgetIdParser::~PelloWidgetIdParser() = default;
 
 std::string PelloWidgetIdParser::deriveWidgetIdAuthority(const char* widgetId) const {
   const std::string normalizedId = createNormalizedWidgetId(widgetId, false);
-  requireSomething(normalizedId);
+  requireNotEmpty(normalizedId);
   std::string authority;
   if (!util::internal::glibFunctions().tryEscapeUri(normalizedId.c_str(), "%", authority)) {
     throw WidgetIdError(
@@ -41,7 +41,7 @@ std::string PelloWidgetIdParser::deriveWidgetIdAuthority(const char* widgetId) c
 
 std::string PelloWidgetIdParser::deriveDirectoryName(const char* widgetId) const {
   std::string name = createNormalizedWidgetId(widgetId, true);
-  requireSomething(name);
+  requireNotEmpty(name);
   if (name.back() == '/') {
     name.pop_back();
   }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "util/Ascii.h"
+#include "util/PercentEscape.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -13,8 +14,7 @@ void appendEncoded(std::string& uri, std::string_view segment) {
     if (util::ascii::isLetterOrDigit(c) || c == '-' || c == '.' || c == '_' || c == '~') {
       uri += c;
     } else {
-      const unsigned int byte = static_cast<unsigned char>(c);
-      uri += {'%', util::ascii::hexDigit(byte >> 4U), util::ascii::hexDigit(byte)};
+      util::internal::appendEscape(uri, '%', c);
     }
   }
 }

@@ -120,10 +120,6 @@ bool isSameName(std::string_view found, std::string_view wanted) noexcept {
   }
 }
 
-bool isSpace(char c) noexcept {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
 /// Reads from the front of a text.
 class Reader {
  public:
@@ -138,7 +134,7 @@ class Reader {
   }
   bool skipSpace() noexcept {
     const std::size_t before = at_;
-    while (at_ < text_.size() && isSpace(text_[at_])) {
+    while (at_ < text_.size() && ascii::isXmlSpace(text_[at_])) {
       ++at_;
     }
     return at_ > before;

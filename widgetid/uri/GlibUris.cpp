@@ -13,10 +13,12 @@
 #include <string_view>
 #include <vector>
 
+#include "util/PercentEscape.h"
 #include "widgetid/uri/UriFunctions.h"
 
 namespace {
 
+using orvane::nimbrel::util::internal::escapedByte;
 using orvane::zel::config::detail::SoupURI;
 using orvane::zel::config::detail::UriFunctions;
 
@@ -67,15 +69,6 @@ std::string takeScheme(std::string_view& text) {
     scheme += g_ascii_tolower(c);
   }
   return {};
-}
-
-/// The byte of the escape at `at`, or -1 when there is none.
-int escapedByte(std::string_view text, std::size_t at) noexcept {
-  if (text[at] != '%' || text.size() - at < 3 || !g_ascii_isxdigit(text[at + 1]) ||
-      !g_ascii_isxdigit(text[at + 2])) {
-    return -1;
-  }
-  return g_ascii_xdigit_value(text[at + 1]) * 16 + g_ascii_xdigit_value(text[at + 2]);
 }
 
 /// With all escapes decoded. A decoded NUL ends the text.

@@ -11,7 +11,7 @@ namespace orvane::nimbrel::util::internal {
 /// Is shown the document piece by piece, and looks only at what stands behind the last "<" of each,
 /// since no "<" can stand within a tag. What only looks like a tag, in a comment or a CDATA
 /// section, counts as one, too.
-class XmlTagRun {
+class XmlOpenTagCounter {
  public:
   void scan(std::string_view piece) noexcept;
 

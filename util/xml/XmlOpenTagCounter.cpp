@@ -1,15 +1,13 @@
-#include "util/xml/XmlTagRun.h"
+#include "util/xml/XmlOpenTagCounter.h"
 
 #include <cstring>
+
+#include "util/Ascii.h"
 
 namespace orvane::nimbrel::util::internal {
 namespace {
 
 constexpr std::string_view NAMESPACE_DECLARATION = "xmlns";
-
-bool isSpace(char c) noexcept {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
 
 bool isQuote(char c) noexcept {
   return c == '"' || c == '\'';
@@ -22,13 +20,13 @@ bool isNoName(char c) noexcept {
 
 }  // namespace
 
-void XmlTagRun::begin() noexcept {
+void XmlOpenTagCounter::begin() noexcept {
   state_ = State::TAG_NAME;
   attributes_ = 0;
   namespaces_ = 0;
 }
 
-void XmlTagRun::scan(std::string_view piece) noexcept {
+void XmlOpenTagCounter::scan(std::string_view piece) noexcept {
   const std::size_t tag = piece.rfind('<');
   if (tag != std::string_view::npos) {
     begin();
@@ -48,13 +46,15 @@ void XmlTagRun::scan(std::string_view piece) noexcept {
   }
 }
 
-void XmlTagRun::step(char c) noexcept {
+void XmlOpenTagCounter::step(char c) noexcept {
   switch (state_) {
     case State::TAG_NAME:
-      state_ = isSpace(c) ? State::BETWEEN : isNoName(c) ? State::NO_TAG : State::TAG_NAME;
+      state_ = ascii::isXmlSpace(c) ? State::BETWEEN
+               : isNoName(c)        ? State::NO_TAG
+                                    : State::TAG_NAME;
       break;
     case State::BETWEEN:
-      if (!isSpace(c)) {
+      if (!ascii::isXmlSpace(c)) {
         nameSize_ = 0;
         isNamespace_ = true;
         stepInName(c);
@@ -64,14 +64,16 @@ void XmlTagRun::step(char c) noexcept {
       stepInName(c);
       break;
     case State::EQUALS:
-      state_ = c == '=' ? State::BEFORE_VALUE : isSpace(c) ? State::EQUALS : State::NO_TAG;
+      state_ = c == '='               ? State::BEFORE_VALUE
+               : ascii::isXmlSpace(c) ? State::EQUALS
+                                      : State::NO_TAG;
       break;
     case State::BEFORE_VALUE:
       if (isQuote(c)) {
         quote_ = c;
         ++(isNamespace_ ? namespaces_ : attributes_);
         state_ = State::VALUE;
-      } else if (!isSpace(c)) {
+      } else if (!ascii::isXmlSpace(c)) {
         state_ = State::NO_TAG;
       }
       break;
@@ -81,9 +83,9 @@ void XmlTagRun::step(char c) noexcept {
   }
 }
 
-void XmlTagRun::stepInName(char c) noexcept {
+void XmlOpenTagCounter::stepInName(char c) noexcept {
   const std::size_t size = nameSize_++;
-  if (size > 0 && (isSpace(c) || c == '=')) {
+  if (size > 0 && (ascii::isXmlSpace(c) || c == '=')) {
     isNamespace_ = isNamespace_ && size >= NAMESPACE_DECLARATION.size();
     state_ = c == '=' ? State::BEFORE_VALUE : State::EQUALS;
   } else if (isNoName(c)) {
