@@ -1,4 +1,5 @@
 #include <zip.h>
+#include <zlib.h>
 
 #include "tests/tools/Tool.h"
 
@@ -75,6 +76,68 @@ std::string zip64(std::string archive, std::uint64_t entries, std::uint64_t dire
       number(directorySize != 0 ? directorySize : end - directory, 8) + number(directory, 8);
   archive.insert(end, record + "PK\x06\x07" + number(0, 4) + number(end, 8) + number(1, 4));
   return patched(archive, "PK\x05\x06", 8, std::string(12, '\xFF'));
+}
+
+/// An entry of which everything can be wrong.
+struct Raw {
+  std::string name;
+  std::string content = {};
+  std::string before = {};    // bytes in front of its header
+  std::string behind = {};    // and behind its content
+  std::string extra = {};     // fields in the directory
+  std::string ownName = {};   // in its header, if it is another one
+  std::string ownExtra = {};  // fields there
+  std::uint32_t mode = 0;
+  std::uint16_t flags = 0;
+  bool isZip64 = false;  // deflated, without packing anything, with sizes in a field
+};
+
+std::uint32_t checksumOf(const std::string& text) {
+  return static_cast<std::uint32_t>(
+      crc32_z(0, reinterpret_cast<const Bytef*>(text.data()), text.size()));
+}
+
+/// The part that a header and an entry of the directory have in common.
+std::string commonOf(const Raw& entry, const std::string& name, const std::string& extra) {
+  const std::string size = entry.isZip64 ? std::string(4, '\xFF') : number(entry.content.size(), 4);
+  return number(20, 2) + number(entry.flags, 2) + number(entry.isZip64 ? 8 : 0, 2) + number(0, 4) +
+         number(checksumOf(entry.content), 4) + size + size + number(name.size(), 2) +
+         number(extra.size(), 2);
+}
+
+std::string widthsOf(const Raw& entry) {
+  const std::size_t size = entry.content.size();
+  return entry.isZip64 ? number(1, 2) + number(16, 2) + number(size, 8) + number(size + 5, 8) : "";
+}
+
+std::string headerAndContent(const Raw& entry) {
+  const std::string name = entry.ownName.empty() ? entry.name : entry.ownName;
+  const std::string extra = widthsOf(entry) + entry.ownExtra;
+  const std::size_t size = entry.content.size();
+  return "PK\x03\x04" + commonOf(entry, name, extra) + name + extra +
+         (entry.isZip64 ? '\x01' + number(size, 2) + number(~size, 2) : "") + entry.content;
+}
+
+std::string raw(const std::vector<Raw>& entries) {
+  std::string bytes;
+  std::string directory;
+  for (const Raw& entry : entries) {
+    bytes += entry.before;
+    const std::string extra = widthsOf(entry) + entry.extra;
+    directory += "PK\x01\x02" + number(3 << 8, 2) + commonOf(entry, entry.name, extra) +
+                 number(0, 6) + number(std::uint64_t{entry.mode} << 16, 4) +
+                 number(bytes.size(), 4) + entry.name + extra;
+    bytes += headerAndContent(entry) + entry.behind;
+  }
+  return bytes + directory + "PK\x05\x06" + number(0, 4) + number(entries.size(), 2) +
+         number(entries.size(), 2) + number(directory.size(), 4) + number(bytes.size(), 4) +
+         number(0, 2);
+}
+
+/// The field of an entry that gives its name in UTF-8.
+std::string unicodeName(const std::string& name, const std::string& other) {
+  const std::string field = '\x01' + number(checksumOf(name), 4) + other;
+  return number(0x7075, 2) + number(field.size(), 2) + field;
 }
 
 const std::string DOCUMENT = widget("<name>Chess</name>");
@@ -222,8 +285,12 @@ TEST(PackagedWidget, IsCheckedWithItsDocument) {
 
 TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
   const std::size_t limit = std::size_t{16} * 1024 * 1024;
-  std::string padded = widget("<name>Chess</name><license></license>");
-  padded.insert(padded.find("</license>"), std::string(limit - padded.size(), ' '));
+  const std::size_t harmless = std::size_t{1024} * 1024;
+  const auto paddedTo = [](std::size_t size) {
+    std::string document = widget("<name>Chess</name><license></license>");
+    return document.insert(document.find("</license>"), size - document.size(), ' ');
+  };
+  const std::string padded = paddedTo(limit);
   const std::string whole = package({{"config.xml", DOCUMENT, ZIP_CM_STORE}});
   const std::string bomb = package({{"config.xml", padded + ' '}});
   // Both places that say how large the entry is say that it is small.
@@ -231,8 +298,21 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
       replaceAll(bomb, std::string("\x01\x00\x00\x01", 4), std::string("\x10\x00\x00\x00", 4));
   ASSERT_NE(lie, bomb);
   const std::string streamed = patched(whole, "PK\x03\x04", 6, "\x08");  // sizes come later
-  const char* const otherHeader = "a header of its own that says something else";
+  const std::string withoutSizes = patched(streamed, "PK\x03\x04", 14, std::string(12, '\0'));
+  const char* const otherHeader = "'config.xml', with a header of its own that says something";
   const std::string gapped = std::string(whole).insert(whole.rfind("PK\x05\x06"), "x");
+  const Raw document = {"config.xml", DOCUMENT};
+  const std::string hidden = headerAndContent(document);
+  Raw link = document;
+  link.mode = 0120777;
+  // The document of the directory stands in the content of another file.
+  const std::string nested =
+      patched(raw({{"a", hidden}, document}), "PK\x01\x02", 42, number(31, 4));
+  Raw large = document;
+  large.isZip64 = true;
+  const std::string sizes = number(DOCUMENT.size(), 8) + number(DOCUMENT.size() + 5, 8);
+  const std::string swapped = number(DOCUMENT.size() + 5, 8) + number(DOCUMENT.size(), 8);
+  const std::string wide = raw({large});
   const struct {
     const char* title;
     std::string bytes;
@@ -250,7 +330,8 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
                   "config.xml"),
        "more than one config.xml"},
       {"encrypted", package({{"config.xml", DOCUMENT, ZIP_CM_STORE, true}}), "it is encrypted"},
-      {"another method", patched(whole, "PK\x01\x02", 10, "\x0C"), "compressed by method 12, and"},
+      {"another method", patched(patched(whole, "PK\x01\x02", 10, "\x0C"), "PK\x03\x04", 8, "\x0C"),
+       "compressed by method 12, and"},
       {"too many entries", zip64(whole, 100001), "it has more than 100000 entries"},
       {"a large directory", zip64(whole, 1, 16777217), "a central directory of more than 16 MiB"},
       {"fewer entries", zip64(whole, 2), "it has a damaged central directory"},
@@ -263,10 +344,13 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
        "it has two ends"},
       {"something behind", whole + 'x', "has something behind its end"},
       {"two names", patched(whole, "PK\x03\x04", 30, "C"), "no header of its own"},
-      {"content elsewhere", patched(whole, "PK\x01\x02", 42, "\xFF"), "no header of its own"},
-      {"longer than the archive", patched(streamed, "PK\x01\x02", 20, "\xFF\xFF"),
+      {"content elsewhere", patched(whole, "PK\x01\x02", 42, "\xFF"),
+       "not in its central directory"},
+      {"longer than the archive", patched(withoutSizes, "PK\x01\x02", 20, "\xFF\xFF"),
        "beyond the archive"},
-      {"another size", patched(streamed, "PK\x01\x02", 24, "\x01"), "it has another size than"},
+      {"another size", patched(withoutSizes, "PK\x01\x02", 24, "\x01"), "it has another size than"},
+      {"another size in a header that may have none", patched(streamed, "PK\x03\x04", 22, "\x01"),
+       otherHeader},
       {"a gap", gapped, "something between its central directory and its end"},
       {"two numbers of entries", patched(zip64(whole, 1), "PK\x05\x06", 8, number(2, 4)),
        "it has two ends"},
@@ -284,15 +368,42 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
       {"a NUL in a name",
        replaceAll(package({{"config.xml", DOCUMENT}, {"config.xml_a"}}), "xml_a",
                   std::string("xml\0a", 5)),
-       "an entry that is config.xml to some programs"},
+       "it has an entry with a NUL in its name"},
       {"two names of an entry",
        package({{"config.xml", DOCUMENT},
                 {"other", "", ZIP_CM_STORE, false,
                  "\x20\x35\x58\xD9"
                  "config.xml"}}),
-       "an entry that is config.xml to some programs"},
+       "an entry, 'other', that is 'config.xml' to some programs"},
+      {"two names of a document",
+       raw({{"config.xml", DOCUMENT, "", "", unicodeName("config.xml", "other")}}),
+       "an entry, 'config.xml', that is 'other' to some programs"},
+      {"another name in its header", raw({{"a.html", "", "", "", "", "b.html"}, document}),
+       "'a.html', with no header of its own where"},
+      {"another name in a field there",
+       raw({{"a.html", "", "", "", "", "", unicodeName("a.html", "b.html")}, document}),
+       "'a.html', with a header of its own that says something else"},
+      {"a field of another entry there",
+       raw({{"a.html", "", "", "", "", "", unicodeName("a.html", "config.xml")}, document}),
+       "'a.html', with a header of its own that says something else"},
+      {"a document in front", raw({{"config.xml", DOCUMENT, hidden}}),
+       "an entry that is not in its central directory"},
+      {"a document between entries", raw({{"a"}, {"config.xml", DOCUMENT, hidden}}),
+       "an entry that is not in its central directory"},
+      {"a document behind all entries", raw({{"config.xml", DOCUMENT, "", hidden}}),
+       "an entry that is not in its central directory"},
+      {"a document within an entry", nested, "'config.xml', that begins within another one"},
+      {"a document that is a link", raw({link}), "config.xml is a symbolic link, or no file"},
+      {"ZIP64 sizes in the wrong order", std::string(wide).replace(wide.find(sizes), 16, swapped),
+       otherHeader},
+      {"the same in the directory", std::string(wide).replace(wide.rfind(sizes), 16, swapped),
+       otherHeader},
+      {"no ZIP64 sizes", patched(raw({document}), "PK\x01\x02", 20, std::string(8, '\xFF')),
+       otherHeader},
       {"damaged", replaceAll(whole, "Chess", "Cheat"), "CRC error"},
       {"bomb", bomb, "config.xml is larger than 16 MiB"},
+      {"small bomb", package({{"config.xml", paddedTo(harmless + 1)}}),
+       "it is larger than 1 MiB and than a hundred times its packed size"},
       {"bomb that lies", lie, "config.xml "},
   };
   for (const auto& c : cases) {
@@ -307,11 +418,33 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
     }
   }
   for (const std::string& bytes :
-       {package({{"config.xml", padded}}), zip64(whole, 1),
-        patched(zip64(whole, 1), "PK\x05\x06", 8, number(1, 2) + number(1, 2)),
-        patched(streamed, "PK\x03\x04", 14, std::string(12, '\0')),
+       {package({{"config.xml", padded, ZIP_CM_STORE}}),
+        package({{"config.xml", paddedTo(harmless)}}), zip64(whole, 1),
+        patched(zip64(whole, 1), "PK\x05\x06", 8, number(1, 2) + number(1, 2)), withoutSizes, wide,
         package({{"config.xml", DOCUMENT, ZIP_CM_STORE, false, "\x01\x01\x01\x01no"}})}) {
     EXPECT_EQ(run({"show", "--field", "name", "-"}, bytes).out, "Chess\n");
+  }
+}
+
+TEST(PackagedWidget, HasNoFindingsForWhatArchiversWrite) {
+  Raw document = {"config.xml", widget("<content src='a.html'/>")};
+  Raw page = {"a.html", "<p>"};
+  Raw folder = {"icons/"};
+  folder.mode = 040755;
+  page.mode = 0100644;
+  const auto withDescriptor = [](Raw entry, const std::string& mark, int width) {
+    entry.flags = 8;
+    const std::string size = number(entry.content.size(), width);
+    entry.behind = mark + number(checksumOf(entry.content), 4) + size + size;
+    return entry;
+  };
+  const std::string mark = "PK\x07\x08";
+  for (const std::string& bytes :
+       {raw({document, folder, page}), raw({withDescriptor(page, "", 4), document}),
+        raw({withDescriptor(document, mark, 4), page}),
+        raw({page, withDescriptor(document, "", 8)}),
+        raw({page, withDescriptor(document, mark, 8)})}) {
+    EXPECT_EQ(run({"check", "-"}, bytes).out, "no findings\n");
   }
 }
 

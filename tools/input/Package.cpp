@@ -27,16 +27,6 @@ bool isSimilar(std::string_view name) {
          ::strncasecmp(name.data(), PACKAGED_DOCUMENT, name.size()) == 0;
 }
 
-/// Whether programs to which a name ends at a NUL, or is what its field for UTF-8 says, see another
-/// entry as the document.
-bool isDoubtful(const ZipEntry& entry, bool isDocument) {
-  const auto isForSome = [](std::string_view name) {
-    return name.substr(0, name.find('\0')) == PACKAGED_DOCUMENT;
-  };
-  return isForSome(entry.name) != isDocument ||
-         (!entry.unicodeName.empty() && isForSome(entry.unicodeName) != isDocument);
-}
-
 bool isUtf8(std::string_view text) noexcept {
   for (std::size_t at = 0; at < text.size();) {
     if (util::internal::decodeUtf8(text, at) == util::internal::NOT_UTF8) {
@@ -44,6 +34,13 @@ bool isUtf8(std::string_view text) noexcept {
     }
   }
   return true;
+}
+
+/// Whether programs that go by the field for a name in UTF-8, which is meant for other names, see
+/// another file.
+bool isDoubtful(const ZipEntry& entry, bool isDocument) {
+  return !entry.unicodeName.empty() && entry.unicodeName != entry.name &&
+         (isUtf8(entry.name) || isDocument != (entry.unicodeName == PACKAGED_DOCUMENT));
 }
 
 /// The name of an entry in UTF-8. One that is no UTF-8 is what its field for UTF-8 says; without
@@ -94,7 +91,8 @@ const ZipEntry& Package::findDocument() const {
       throw rejection(path_, "more than one config.xml at the root of the archive");
     }
     if (isDoubtful(entry, isDocument)) {
-      throw rejection(path_, "an entry that is config.xml to some programs and not to others");
+      throw rejection(path_, "an entry, '" + std::string(entry.name) + "', that is '" +
+                                 std::string(entry.unicodeName) + "' to some programs");
     }
     if (isDocument) {
       found = &entry;
@@ -110,6 +108,9 @@ const ZipEntry& Package::findDocument() const {
 }
 
 std::string Package::document() const {
+  if (document_.isLink) {
+    throw rejection(path_, "config.xml is a symbolic link, or no file");
+  }
   if (document_.size > MAXIMUM_SIZE) {
     throw rejection(path_, "config.xml is larger than 16 MiB");
   }

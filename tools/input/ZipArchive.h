@@ -30,21 +30,26 @@ struct ZipEntry {
   std::uint32_t checksum = 0;
   std::uint64_t packedSize = 0;
   std::uint64_t size = 0;
-  std::uint64_t header = 0;  ///< where its own header is
+  std::uint64_t header = 0;   ///< where its own header is
+  std::uint64_t content = 0;  ///< and the packed content
+  /// Whether it is neither a file nor a folder: a symbolic link, or a device.
+  bool isLink = false;
 };
 
 /// A ZIP archive that is read (PKWARE's APPNOTE.TXT, ZIP64 included), in time and memory linear in
-/// its central directory, of which no more than 16 MiB and 100,000 entries are read.
+/// its central directory, of which no more than 16 MiB and 100,000 entries are read, apart from
+/// sorting it.
 ///
-/// Each offset and size is checked against the bytes there are. What the archive says in two places
-/// has to be the same, or another program may read other content. Throws `ZipProblem`, and what
-/// `Read` throws.
+/// Each offset and size is checked against the bytes there are. Another program may go by the
+/// entries' own headers, or read from the front: what the archive says in two places has to be the
+/// same, no byte may belong to two entries, and no entry may be missing in the directory. Throws
+/// `ZipProblem`, and what `Read` throws.
 class ZipArchive {
  public:
   /// The bytes from `at` on; fewer than `count` only at the end.
   using Read = std::function<std::string(std::uint64_t at, std::size_t count)>;
 
-  /// Finds the central directory and reads it.
+  /// Finds the central directory and reads it, and all headers of entries.
   ZipArchive(Read read, std::uint64_t size);
   ZipArchive(const ZipArchive&) = delete;
   ZipArchive& operator=(const ZipArchive&) = delete;
@@ -53,8 +58,12 @@ class ZipArchive {
   /// All entries, in the order of the directory.
   [[nodiscard]] const std::vector<ZipEntry>& entries() const noexcept { return entries_; }
 
+  /// How many bytes belong neither to an entry nor to the directory.
+  [[nodiscard]] std::uint64_t unlistedBytes() const noexcept { return unlistedBytes_; }
+
   /// The content of an entry. No more than `limit` bytes and a piece are unpacked, whatever size
-  /// the archive says.
+  /// the archive says. Throws `ZipProblem` for an entry of more than 1 MiB and a hundred times its
+  /// packed size, too.
   [[nodiscard]] std::string unpack(const ZipEntry& entry, std::size_t limit) const;
 
  private:
@@ -63,17 +72,18 @@ class ZipArchive {
   [[nodiscard]] End findEnd() const;
   void readZip64(std::uint64_t endAt, End& end) const;
   void readDirectory(std::uint64_t count);
-  void requireAgreement(const ZipEntry& entry, std::string_view header,
-                        std::size_t extraSize) const;
-  [[nodiscard]] std::uint64_t findContent(const ZipEntry& entry) const;
-  [[nodiscard]] std::string inflate(const ZipEntry& entry, std::uint64_t at,
-                                    std::size_t limit) const;
+  void readHeaders();
+  void readHeader(ZipEntry& entry) const;
+  [[nodiscard]] std::uint64_t descriptorSize(const ZipEntry& entry) const;
+  void addUnlisted(std::uint64_t from, std::uint64_t to);
+  [[nodiscard]] std::string inflate(const ZipEntry& entry, std::size_t limit) const;
 
   Read read_;
   std::uint64_t size_;
   std::uint64_t directoryAt_ = 0;
   std::string directory_;
   std::vector<ZipEntry> entries_;
+  std::uint64_t unlistedBytes_ = 0;
 };
 
 }  // namespace orvane::nimbrel::tools
