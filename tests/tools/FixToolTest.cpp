@@ -1,5 +1,12 @@
 // `check --fix` and `--diff`: what becomes of the files.
 
+#include <grp.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <filesystem>
 
 #include "tests/tools/Tool.h"
@@ -11,6 +18,11 @@ namespace fs = std::filesystem;
 
 const std::string FAULTY = widget("\n<icon src='a' width='48px'/>\r\n\n\n\n<icon/>");
 const std::string FIXED = widget("\n<icon src='a' width='48'/>\r\n\n\n\n<icon/>");
+
+std::ptrdiff_t countOf(const TemporaryFolder& folder) {
+  const fs::directory_iterator all(folder.path());
+  return std::distance(begin(all), end(all));
+}
 
 TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
   const TemporaryFolder folder;
@@ -31,8 +43,7 @@ TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
   EXPECT_EQ(contentOf(file), FIXED);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
   EXPECT_EQ(contentOf(other), FAULTY);
-  const fs::directory_iterator all(folder.path());
-  EXPECT_EQ(std::distance(begin(all), end(all)), 3) << "a temporary file is left";
+  EXPECT_EQ(countOf(folder), 3) << "a temporary file is left";
 
   // Nothing is left to fix, so the file stays the same one.
   const fs::file_time_type time = fs::file_time_type::clock::now() - std::chrono::hours(1);
@@ -106,6 +117,131 @@ TEST(FixTool, SaysWhatItCannotFix) {
     EXPECT_EQ(outcome.error, c.error);
   }
   EXPECT_EQ(contentOf(file.path()), FAULTY);
+}
+
+#ifdef NIMBREL_BUSY_SYNC
+/// Fixes a file while something else happens; tests/tools/BusySync.cpp explains what.
+Outcome fixMeanwhile(const std::string& file, Environment happening) {
+  const fs::path library = NIMBREL_BUSY_SYNC;
+  happening.push_back("LD_PRELOAD=" + library.filename().string());
+  happening.push_back("LD_LIBRARY_PATH=" + library.parent_path().string());
+  return run({"check", "--fix", "-q", file}, "", Stdout::CAPTURED, std::move(happening));
+}
+
+TEST(FixTool, KeepsWhatSomebodyElseSavesMeanwhile) {
+  const TemporaryFolder folder;
+  const std::string file = folder.add("config.xml", FAULTY);
+  const Outcome once = fixMeanwhile(file, {"NIMBREL_SAVES=1", "NIMBREL_SAVE=" + file});
+  EXPECT_EQ(once.error, "");
+  EXPECT_EQ(contentOf(file), FIXED + '\n');
+  folder.add("config.xml", FAULTY);
+  const Outcome always = fixMeanwhile(file, {"NIMBREL_SAVE=" + file});
+  EXPECT_EQ(always.status, 2);
+  EXPECT_EQ(always.error, file + ": cannot be fixed: it keeps changing\n");
+  EXPECT_EQ(contentOf(file), FAULTY + "\n\n\n");
+  EXPECT_EQ(countOf(folder), 1);
+}
+
+TEST(FixTool, LeavesNothingBehindWhenASignalEndsIt) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    SCOPED_TRACE(signal);
+    const TemporaryFolder folder;
+    const std::string file = folder.add("config.xml", FAULTY);
+    EXPECT_EQ(fixMeanwhile(file, {"NIMBREL_SIGNAL=" + std::to_string(signal)}).status, -signal);
+    EXPECT_EQ(contentOf(file), FIXED);
+    EXPECT_EQ(countOf(folder), 1);
+  }
+}
+#endif
+
+/// As long as there is one, no file may become longer than a number of bytes.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t most) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit = {most, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+ private:
+  rlimit before_ = {};
+};
+
+// The first part of what is written fits, and the rest does not.
+TEST(FixTool, TakesALimitOfFileSizesForAnError) {
+  const TemporaryFolder folder;
+  const std::string faulty = FAULTY + std::string(2000, '\n');
+  const std::string file = folder.add("config.xml", faulty);
+  const FileSizeLimit limit(1024);
+  const Outcome fix = run({"check", "--fix", file});
+  EXPECT_EQ(fix.status, 2);
+  EXPECT_EQ(fix.error, file + ": cannot be written: File too large\n");
+  EXPECT_EQ(contentOf(file), faulty);
+  EXPECT_EQ(countOf(folder), 1);
+  const Outcome output = run({"check", "--codes"});
+  EXPECT_EQ(output.status, 2);
+  EXPECT_EQ(output.error, "nimbrel-config: standard output cannot be written: File too large\n");
+}
+
+TEST(FixTool, KeepsAttributesAndAccessControlListsAndAddsNone) {
+  const auto entry = [](const std::string& tagAndRight, const std::string& id) {
+    return std::string{tagAndRight[0], 0, tagAndRight[1], 0} + id;
+  };
+  const std::string all(4, '\xFF');
+  // Its user, user 77, its group, the most that both of the last get, and everybody else.
+  const std::string list = std::string("\2\0\0\0", 4) + entry("\1\6", all) +
+                           entry("\2\4", std::string("\x4D\0\0\0", 4)) + entry("\4\4", all) +
+                           entry("\x10\4", all) + entry(std::string("\x20\0", 2), all);
+  const auto set = [](const std::string& path, const char* name, const std::string& value) {
+    return setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+  };
+  const auto get = [](const std::string& path, const char* name) {
+    char value[100];
+    const ssize_t size = getxattr(path.c_str(), name, value, sizeof(value));
+    return size < 0 ? "none" : std::string(value, static_cast<std::size_t>(size));
+  };
+  const TemporaryFolder folder;
+  const std::string plain = folder.add("plain.xml", FAULTY);
+  const std::string listed = folder.add("listed.xml", FAULTY);
+  if (!set(listed, "user.note", "by hand") || !set(listed, "system.posix_acl_access", list) ||
+      !set(folder.path(), "system.posix_acl_default", list)) {
+    GTEST_SKIP() << "the file system has no extended attributes";
+  }
+  EXPECT_EQ(run({"check", "--fix", "-q", plain, listed}).error, "");
+  EXPECT_EQ(contentOf(listed), FIXED);
+  EXPECT_EQ(contentOf(plain), FIXED);
+  EXPECT_EQ(get(listed, "user.note"), "by hand");
+  EXPECT_EQ(get(listed, "system.posix_acl_access"), list);
+  EXPECT_EQ(get(plain, "system.posix_acl_access"), "none") << "what the folder gives new files";
+}
+
+TEST(FixTool, LeavesAFileWhoseGroupItCannotKeep) {
+  if (geteuid() != 0) {
+    GTEST_SKIP() << "only root can give a file to a group that its owner is not in";
+  }
+  constexpr uid_t NOBODY = 65534;
+  const TemporaryFolder folder;
+  const std::string file = folder.add("config.xml", FAULTY);
+  fs::permissions(file, fs::perms(0640));
+  ASSERT_EQ(chown(file.c_str(), NOBODY, 0) + chown(folder.path().c_str(), NOBODY, NOBODY), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    const bool isNobody = setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0;
+    const Outcome outcome = run({"check", "--fix", file});
+    const bool isAsExpected =
+        outcome.status == 2 && outcome.error == file +
+                                                    ": cannot be fixed, as its group cannot be "
+                                                    "kept: Operation not permitted\n";
+    _exit(isNobody && isAsExpected ? 0 : 1);
+  }
+  int state = 0;
+  waitpid(child, &state, 0);
+  EXPECT_EQ(state, 0);
+  EXPECT_EQ(contentOf(file), FAULTY);
+  EXPECT_EQ(countOf(folder), 1);
 }
 
 }  // namespace

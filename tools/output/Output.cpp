@@ -32,6 +32,7 @@ int writeAll(int descriptor, std::string_view text) noexcept {
 }  // namespace
 
 void secureStandardStreams() noexcept {
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error like a full disk
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (::fcntl(descriptor, F_GETFD) < 0) {
       // The lowest free number is this one. Opened the wrong way round, it fails all use.
