@@ -14,7 +14,6 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using config::FindingCode;
 using util::XmlNode;
 using Nodes = std::vector<std::shared_ptr<XmlNode>>;
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <string_view>
 
+#include "check/FindingCode.h"
 #include "check/SourceText.h"
-#include "config/Finding.h"
 #include "util/XmlNode.h"
 
 namespace orvane::nimbrel::check {
@@ -15,12 +15,12 @@ namespace orvane::nimbrel::check {
 struct Diagnostic {
   static constexpr std::uint32_t NO_INDEX = std::numeric_limits<std::uint32_t>::max();
 
-  config::FindingCode code = {};
+  FindingCode code = {};
   /// Its place among the attributes of the element; `NO_INDEX` when it is absent.
   std::uint32_t attributeIndex = NO_INDEX;
   /// The element; null when the whole document is meant, or its package.
   const util::XmlNode* element = nullptr;
-  /// The attribute as `config::Finding` spells it; empty when the element itself is meant.
+  /// The attribute as `displayName` spells it; empty when the element itself is meant.
   std::string_view attribute = {};
   /// The value as it was read; null data when there is none. Of a document that was rejected by the
   /// XML parser its message.

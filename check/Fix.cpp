@@ -20,7 +20,6 @@ namespace {
 using config::AttributeDescription;
 using config::ChildDescription;
 using config::ElementDescription;
-using config::FindingCode;
 using util::XmlNode;
 using Attributes = config::DescriptionList<AttributeDescription>;
 using Edits = std::vector<Edit>;

@@ -15,8 +15,6 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using config::FindingCode;
-
 /// Names bring attributes to light, these keys, these values: there are a handful.
 constexpr int MAX_ROUNDS = 10;
 /// How much of a document the tries of one round may read; few fixes ever do harm.

@@ -5,7 +5,7 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using Code = config::FindingCode;
+using Code = FindingCode;
 constexpr Level NOTE = Level::NOTE;
 constexpr Level WARNING = Level::WARNING;
 constexpr Level ERROR = Level::ERROR;
@@ -151,7 +151,7 @@ std::string_view levelName(Level level) noexcept {
   return NAMES[static_cast<std::size_t>(level)];
 }
 
-const Kind& kindOf(config::FindingCode code) noexcept {
+const Kind& kindOf(FindingCode code) noexcept {
   return KINDS[static_cast<std::size_t>(code)];
 }
 

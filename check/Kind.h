@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "check/FindingCode.h"
 #include "config/ElementDescription.h"
-#include "config/Finding.h"
 
 namespace orvane::nimbrel::check {
 
@@ -20,7 +20,7 @@ enum class Level {
 
 /// What a code means to an author.
 struct Kind {
-  config::FindingCode code;  ///< whose kind this is
+  FindingCode code;          ///< whose kind this is
   std::string_view name;     ///< stable, lower case with hyphens, such as "not-an-iri"
   Level level;               ///< how bad it is
   std::string_view summary;  ///< what is wrong and what to write, in one sentence
@@ -31,7 +31,7 @@ struct Kind {
 };
 
 /// The kind of a code. For any thread; never throws.
-[[nodiscard]] const Kind& kindOf(config::FindingCode code) noexcept;
+[[nodiscard]] const Kind& kindOf(FindingCode code) noexcept;
 
 /// All kinds, in the order of their codes. For any thread; never throws.
 [[nodiscard]] config::DescriptionList<Kind> kinds() noexcept;

@@ -17,7 +17,6 @@ namespace {
 using config::AttributeDescription;
 using config::ChildDescription;
 using config::ElementDescription;
-using config::FindingCode;
 using config::KeyDescription;
 using util::XmlNode;
 

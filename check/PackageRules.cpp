@@ -11,7 +11,6 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using config::FindingCode;
 using util::XmlNode;
 using zel::util::StringUtil;
 

@@ -33,8 +33,8 @@ class PackageRules {
   [[nodiscard]] bool has(std::string_view path) const;
   void checkPath(const util::XmlNode& element, std::size_t index);
   void checkType(const util::XmlNode& element, std::size_t index);
-  void addName(config::FindingCode code, std::string_view name, std::string_view other = {});
-  void addAttribute(config::FindingCode code, const util::XmlNode& element, std::size_t index,
+  void addName(FindingCode code, std::string_view name, std::string_view other = {});
+  void addAttribute(FindingCode code, const util::XmlNode& element, std::size_t index,
                     std::string_view meant);
 
   const std::vector<std::string>& names_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "check/Kind.h"
+#include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/HostSymbols.h"
 #include "util/IDNConverter.h"
@@ -15,7 +16,6 @@
 
 namespace orvane::nimbrel::check {
 
-using config::FindingCode;
 using util::XmlNode;
 
 namespace {
@@ -52,27 +52,34 @@ class Probe::Listener : public config::ParseObserver {
   explicit Listener(Report& report) : report_(report) {}
 
   void onFinding(const config::Finding& finding) override {
-    hasError_ |= kindOf(finding.code).level == Level::ERROR;
-    if (finding.element == nullptr || isLeftToTree(finding.code)) {
+    Diagnostic diagnostic;
+    diagnostic.code = codeOf(finding.code);
+    diagnostic.element = finding.element;
+    hasError_ |= kindOf(diagnostic.code).level == Level::ERROR;
+    if (finding.element == nullptr || isLeftToTree(diagnostic.code)) {
       return;
     }
-    const XmlNode& element = *finding.element;
-    if (finding.code == FindingCode::UNEXPECTED_CHILD ||
-        finding.code == FindingCode::MISSING_ATTRIBUTE) {
-      stopped_ = &element;
+    if (diagnostic.code == FindingCode::UNEXPECTED_CHILD ||
+        diagnostic.code == FindingCode::MISSING_ATTRIBUTE) {
+      stopped_ = finding.element;
     }
-    Diagnostic diagnostic;
-    diagnostic.code = finding.code;
-    diagnostic.element = &element;
     std::string_view written;
-    for (std::size_t i = 0; i < element.attributeCount() && !finding.attribute.empty(); ++i) {
-      const XmlNode::Attribute attribute = element.attributeAt(i);
-      if (isNamed(attribute, finding.attribute)) {
-        diagnostic.attributeIndex = static_cast<std::uint32_t>(i);
-        written = attribute.value;
+    if (finding.attribute != nullptr) {
+      const config::AttributeDescription& meant = *finding.attribute;
+      diagnostic.attribute =
+          meant.isExtension ? report_.keep(displayName(meant.name, meant.isExtension)) : meant.name;
+      for (std::size_t i = 0; i < finding.element->attributeCount(); ++i) {
+        const XmlNode::Attribute attribute = finding.element->attributeAt(i);
+        if (isNamed(attribute, meant)) {
+          diagnostic.attributeIndex = static_cast<std::uint32_t>(i);
+          written = attribute.value;
+        }
       }
+    } else if (diagnostic.code == FindingCode::WRONG_ROOT &&
+               finding.element->nameView() == config::widgetDescription().name) {
+      diagnostic.attribute = "xmlns";
+      written = finding.element->namespaceView();
     }
-    diagnostic.attribute = report_.keep(finding.attribute);
     diagnostic.value = lasting(finding, written, report_);
     report_.add(diagnostic);
   }
@@ -85,12 +92,11 @@ class Probe::Listener : public config::ParseObserver {
   [[nodiscard]] const XmlNode* stopped() const noexcept { return stopped_; }
 
  private:
-  static bool isNamed(const XmlNode::Attribute& attribute, std::string_view name) noexcept {
-    constexpr std::string_view PREFIX = "tavlo:";
-    const bool isExtension = name.substr(0, PREFIX.size()) == PREFIX;
-    return attribute.name == (isExtension ? name.substr(PREFIX.size()) : name) &&
-           (isExtension ? attribute.namespaceUri == config::EXTENSION_NAMESPACE
-                        : attribute.namespaceUri.data() == nullptr);
+  static bool isNamed(const XmlNode::Attribute& attribute,
+                      const config::AttributeDescription& meant) noexcept {
+    return attribute.name == meant.name &&
+           (meant.isExtension ? isExtension(attribute.namespaceUri)
+                              : attribute.namespaceUri.data() == nullptr);
   }
 
   Report& report_;
@@ -120,23 +126,12 @@ std::shared_ptr<util::XmlDocument> Probe::parseXml() {
 
 bool Probe::readRoot(const std::shared_ptr<util::XmlDocument>& document,
                      const std::vector<std::string>& locales) {
-  const std::shared_ptr<XmlNode> root = document->getDocumentElement();
-  if (root == nullptr || !rules.xmlNodeHasName(root, config::W3C_WIDGETS_NAMESPACE, "widget")) {
-    Diagnostic wrong;
-    wrong.code = FindingCode::WRONG_ROOT;
-    wrong.element = root.get();
-    if (root != nullptr && root->nameView() == "widget") {
-      wrong.attribute = "xmlns";
-      wrong.value = root->namespaceView();
-    }
-    report_.add(wrong);
-    return false;
+  try {
+    processWidgetAttributes(beginRecord(document, locales));
+    return true;
+  } catch (const ConfigException& /*wrongRoot*/) {
+    return false;  // its finding is in the report
   }
-  config = std::make_shared<config::BasicConfig>();
-  config->document() = document;
-  config->userAgentLocales() = locales;
-  processWidgetAttributes(root);
-  return true;
 }
 
 const std::vector<std::string>& Probe::locales() const {

@@ -9,7 +9,6 @@ namespace orvane::nimbrel::check {
 
 using config::ChildDescription;
 using config::ElementDescription;
-using config::FindingCode;
 using config::KeyDescription;
 using config::KeyRule;
 using config::Repetition;

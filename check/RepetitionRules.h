@@ -35,8 +35,7 @@ class RepetitionRules {
   void checkSetting(const util::XmlNode& setting, const config::ElementDescription& parent,
                     std::string_view keyAttribute, std::string_view language);
   void addRepeated(const util::XmlNode& element, std::string_view attribute,
-                   const util::XmlNode& other,
-                   config::FindingCode code = config::FindingCode::REPEATED);
+                   const util::XmlNode& other, FindingCode code = FindingCode::REPEATED);
 
   Report& report_;
   bool anyUser_ = false;

@@ -35,7 +35,7 @@ Span placeIn(const Tag& tag, const Diagnostic& finding) noexcept {
     return tag.name;  // absent, or from the document type
   }
   const TagAttribute& attribute = tag.attributes[finding.attributeIndex];
-  if (finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE) {
+  if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
     return attribute.name;
   }
   // Of an empty value the quotes.
@@ -59,7 +59,7 @@ std::string_view Report::keep(std::string_view text) {
 
 void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column) {
   Diagnostic finding;
-  finding.code = config::FindingCode::DOCUMENT_REJECTED;
+  finding.code = FindingCode::DOCUMENT_REJECTED;
   finding.value = keep(message);
   finding.line = line;
   finding.column = column;
@@ -143,13 +143,13 @@ void Report::removeExplained() {
       return finding.elementNumber != first->elementNumber;
     });
     const auto isMissing = [](const Diagnostic& finding) {
-      return finding.code == config::FindingCode::MISSING_ATTRIBUTE &&
+      return finding.code == FindingCode::MISSING_ATTRIBUTE &&
              finding.attributeIndex == Diagnostic::NO_INDEX;
     };
     const auto missing = std::find_if(first, last, isMissing);
     const auto explains = [&](const Diagnostic& finding) {
       return finding.isText ? missing->attribute == "value"
-                            : finding.code == config::FindingCode::UNKNOWN_ATTRIBUTE &&
+                            : finding.code == FindingCode::UNKNOWN_ATTRIBUTE &&
                                   meantBy(finding) == missing->attribute;
     };
     if (missing != last && std::any_of(first, last, explains)) {
@@ -159,7 +159,7 @@ void Report::removeExplained() {
   }
   findings_.erase(std::remove_if(findings_.begin(), findings_.end(),
                                  [](const Diagnostic& finding) {
-                                   return finding.code == config::FindingCode::MISSING_ATTRIBUTE &&
+                                   return finding.code == FindingCode::MISSING_ATTRIBUTE &&
                                           finding.element == nullptr;
                                  }),
                   findings_.end());

@@ -15,7 +15,6 @@ namespace orvane::nimbrel::check {
 using config::AttributeDescription;
 using config::ChildDescription;
 using config::ElementDescription;
-using config::FindingCode;
 using config::KeyDescription;
 using config::ValueKind;
 using util::XmlNode;

@@ -44,10 +44,9 @@ class TreeRules {
                      const util::XmlNode* stopped);
   void checkSetting(const util::XmlNode& setting, const config::ElementDescription& parent,
                     std::string_view keyAttribute);
-  void add(config::FindingCode code, const util::XmlNode& element,
-           const util::XmlNode* other = nullptr);
-  void addNamespace(config::FindingCode code, const util::XmlNode& element);
-  void addAttribute(config::FindingCode code, const util::XmlNode& element, std::size_t index);
+  void add(FindingCode code, const util::XmlNode& element, const util::XmlNode* other = nullptr);
+  void addNamespace(FindingCode code, const util::XmlNode& element);
+  void addAttribute(FindingCode code, const util::XmlNode& element, std::size_t index);
 
   Report& report_;
   std::size_t seen_ = 0;  // findings of the report of which we know

@@ -13,7 +13,6 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using config::FindingCode;
 using config::ValueKind;
 using zel::util::StringUtil;
 

@@ -16,7 +16,6 @@ namespace orvane::nimbrel::check {
 namespace {
 
 using config::ElementDescription;
-using config::FindingCode;
 using config::KeyDescription;
 using config::KeyRule;
 using config::Repetition;

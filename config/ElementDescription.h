@@ -75,8 +75,8 @@ struct AttributeDescription {
   std::string_view name;    ///< local name
   ValueKind kind;           ///< how its value is read
   bool isRequired = false;  ///< whether the element is ignored without it
-  /// The member of the record that it fills, as the tool's JSON names it; "[]" stands for an entry
-  /// of a list, "*" for any name. Empty when it fills none by itself.
+  /// The member of the record that it fills, "license.href" for that of `getLicense()`; "[]" stands
+  /// for an entry of a list, "*" for any name. Empty when it fills none by itself.
   std::string_view field = {};
   bool isExtension = false;  ///< in the extension namespace, else in none
 };
@@ -95,7 +95,8 @@ struct KeyDescription {
 struct ChildDescription {
   std::string_view name;                             ///< local name, in the namespace of its parent
   DescriptionList<AttributeDescription> attributes;  ///< those that are read
-  /// The attribute that names the setting, such as "key"; empty when the child is no setting.
+  /// The attribute that names the setting, such as "key"; empty when the child is no setting. It is
+  /// the first of the attributes of a setting, and its value is the second.
   std::string_view keyAttribute = {};
 };
 

@@ -50,18 +50,6 @@ std::shared_ptr<XmlDocument> parseXml(ParseObserver* observer, Parse parse) {
   }
 }
 
-void reportWrongRoot(const XmlNode* root, ParseObserver* observer) {
-  if (root == nullptr) {
-    if (observer != nullptr) {
-      observer->onFinding({FindingCode::WRONG_ROOT, nullptr, {}, {}, 0, 0, {}});
-    }
-  } else if (root->nameView() != "widget") {
-    detail::Reporter(observer, root)(FindingCode::WRONG_ROOT);
-  } else {
-    detail::Reporter(observer, root)(FindingCode::WRONG_ROOT, "xmlns", root->namespaceView());
-  }
-}
-
 /// Holds the indexes of a walk for its duration.
 class WalkScope {
  public:
@@ -118,22 +106,7 @@ std::shared_ptr<Config> NimbrelConfigParser::parse(const char* path, const char*
 
 std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDocument> document,
                                                           const std::vector<std::string>& locales) {
-  if (document == nullptr) {
-    throw std::invalid_argument("document cannot be NULL");
-  }
-  // They may belong to the previous record, which ends here.
-  std::vector<std::string> keptLocales = locales;
-  config = std::make_shared<BasicConfig>();
-  config->document() = std::move(document);
-  const Node root = config->document()->getDocumentElement();
-  if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
-    reportWrongRoot(root.get(), observer_.get());
-    throw ConfigException(
-        std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.",
-        root == nullptr ? 0U : root->getLineNumber(), 0U);
-  }
-  config->userAgentLocales() = std::move(keptLocales);
-  config->orvnAuthMode() = 0;
+  const Node root = beginRecord(std::move(document), locales);
   processWidgetAttributes(root);
   if (root->firstElementChild() != nullptr) {
     std::vector<Node> nodes;
@@ -141,6 +114,37 @@ std::shared_ptr<BasicConfig> NimbrelConfigParser::process(std::shared_ptr<XmlDoc
     processWidgetElements(std::move(nodes));
   }
   return config;
+}
+
+Node NimbrelConfigParser::beginRecord(std::shared_ptr<XmlDocument> document,
+                                      const std::vector<std::string>& locales) {
+  if (document == nullptr) {
+    throw std::invalid_argument("document cannot be NULL");
+  }
+  // Copied first: `locales` may be a member of the previous record, which the next line releases.
+  std::vector<std::string> keptLocales = locales;
+  config = std::make_shared<BasicConfig>();
+  config->document() = std::move(document);
+  Node root = config->document()->getDocumentElement();
+  if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
+    const std::uint32_t line = root == nullptr ? 0U : root->getLineNumber();
+    if (observer_ != nullptr) {
+      const bool hasItsName = root != nullptr && root->nameView() == "widget";
+      observer_->onFinding({FindingCode::WRONG_ROOT,
+                            root.get(),
+                            nullptr,
+                            hasItsName ? root->namespaceView() : std::string_view(),
+                            line,
+                            0,
+                            {}});
+    }
+    throw ConfigException(
+        std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.", line,
+        0U);
+  }
+  config->userAgentLocales() = std::move(keptLocales);
+  config->orvnAuthMode() = 0;
+  return root;
 }
 
 void NimbrelConfigParser::setObserver(std::shared_ptr<ParseObserver> observer) {
@@ -255,10 +259,11 @@ detail::Reporter NimbrelConfigParser::reporterOf(const Node& node) const noexcep
   return {observer_.get(), node.get()};
 }
 
-Option<std::string> NimbrelConfigParser::readIri(const Node& node, const char* name) {
-  Option<std::string> value = detail::readAttribute(node, name);
+Option<std::string> NimbrelConfigParser::readIri(const Node& node,
+                                                 const AttributeDescription& attribute) {
+  Option<std::string> value = detail::readAttribute(node, attribute);
   if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    reporterOf(node)(FindingCode::NOT_AN_IRI, name, value);
+    reporterOf(node)(FindingCode::NOT_AN_IRI, attribute, value);
     value.reset();
   }
   return value;

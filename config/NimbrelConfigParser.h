@@ -134,6 +134,10 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @}
 
  protected:
+  /// The first step of `process`: makes an empty record of a document and returns the root. Throws
+  /// as `process` does when the root is not `widget` of the W3C namespace.
+  std::shared_ptr<util::XmlNode> beginRecord(std::shared_ptr<util::XmlDocument> document,
+                                             const std::vector<std::string>& locales);
   /// The record being filled, or last filled; null before the first parse.
   [[nodiscard]] const std::shared_ptr<BasicConfig>& getConfig() const noexcept { return config; }
 
@@ -161,7 +165,7 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   [[nodiscard]] detail::Reporter reporterOf(
       const std::shared_ptr<util::XmlNode>& node) const noexcept;
   [[nodiscard]] util::Option<std::string> readIri(const std::shared_ptr<util::XmlNode>& node,
-                                                  const char* name);
+                                                  const AttributeDescription& attribute);
   bool processExtension(const std::shared_ptr<util::XmlNode>& node,
                         const detail::KnownElement& element);
 };

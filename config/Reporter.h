@@ -16,21 +16,27 @@ class Reporter {
   Reporter(ParseObserver* observer, const util::XmlNode* element) noexcept
       : observer_(element == nullptr ? nullptr : observer), element_(element) {}
 
-  /// `attribute` is empty when the element itself is meant; `value` has null data when the
-  /// attribute is absent.
-  void operator()(FindingCode code, std::string_view attribute = {},
+  /// The element itself is meant.
+  void operator()(FindingCode code) const { report(code, nullptr, {}); }
+  /// An attribute is meant; `value` has null data when it is absent.
+  void operator()(FindingCode code, const AttributeDescription& attribute,
                   std::string_view value = {}) const {
+    report(code, &attribute, value);
+  }
+  /// The same for a value that may be absent.
+  void operator()(FindingCode code, const AttributeDescription& attribute,
+                  const util::Option<std::string>& value) const {
+    report(code, &attribute, value ? std::string_view(value.get()) : std::string_view());
+  }
+
+ private:
+  void report(FindingCode code, const AttributeDescription* attribute,
+              std::string_view value) const {
     if (observer_ != nullptr) {
       observer_->onFinding({code, element_, attribute, value, element_->getLineNumber(), 0, {}});
     }
   }
-  /// The same for a value that may be absent.
-  void operator()(FindingCode code, std::string_view attribute,
-                  const util::Option<std::string>& value) const {
-    (*this)(code, attribute, value ? std::string_view(value.get()) : std::string_view());
-  }
 
- private:
   ParseObserver* observer_;
   const util::XmlNode* element_;
 };

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "config/Namespaces.h"
 #include "util/StringUtil.h"
 
 namespace orvane::nimbrel::config::detail {
@@ -26,8 +27,9 @@ constexpr struct {
 };
 
 /// An attribute trimmed, for readers to which white space within the value makes no difference.
-std::string_view trimmedAttribute(const util::XmlNode& node, std::string_view name) noexcept {
-  return StringUtil::trimmed(node.attributeView(name));
+std::string_view trimmedAttribute(const util::XmlNode& node,
+                                  const AttributeDescription& attribute) noexcept {
+  return StringUtil::trimmed(node.attributeView(attribute.name));
 }
 
 bool isAmong(const std::string_view (&words)[2], std::string_view value) noexcept {
@@ -51,6 +53,12 @@ util::Option<std::string> readAttribute(const util::XmlNode& node, std::string_v
     StringUtil::squeeze(value.emplace(StringUtil::trimmed(written)));
   }
   return value;
+}
+
+util::Option<std::string> readAttribute(const util::XmlNode& node,
+                                        const AttributeDescription& attribute) {
+  return readAttribute(node, attribute.name,
+                       attribute.isExtension ? EXTENSION_NAMESPACE : std::string_view());
 }
 
 IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
@@ -78,19 +86,20 @@ IntegerReading readNonNegativeInteger(std::string_view text) noexcept {
   return {value, IntegerFault::NONE};
 }
 
-unsigned int readCounter(const std::string& text, const Reporter& report) {
+unsigned int readCounter(const std::string& text, const AttributeDescription& attribute,
+                         const Reporter& report) {
   const IntegerReading reading = readNonNegativeInteger(text);
   if (reading.fault == IntegerFault::NONE) {
     return reading.value;
   }
-  report(FindingCode::NUMBER_REJECTED, "value", text);
+  report(FindingCode::NUMBER_REJECTED, attribute, text);
   if (reading.fault == IntegerFault::TOO_LARGE) {
     throw std::overflow_error("input");
   }
   throw std::invalid_argument("input");
 }
 
-util::Option<unsigned int> readNumber(std::string_view text, std::string_view attribute,
+util::Option<unsigned int> readNumber(std::string_view text, const AttributeDescription& attribute,
                                       const Reporter& report) {
   util::Option<unsigned int> number;
   const IntegerReading reading = readNonNegativeInteger(text);
@@ -111,14 +120,15 @@ util::Option<unsigned int> readSize(std::string_view text) noexcept {
   return size;
 }
 
-util::Option<unsigned int> readSizeAttribute(const util::XmlNode& node, std::string_view name,
+util::Option<unsigned int> readSizeAttribute(const util::XmlNode& node,
+                                             const AttributeDescription& attribute,
                                              const Reporter& report) {
   util::Option<unsigned int> size;
-  const std::string_view text = trimmedAttribute(node, name);
+  const std::string_view text = trimmedAttribute(node, attribute);
   if (text.data() != nullptr) {
     size = readSize(text);
     if (!size) {
-      report(FindingCode::NOT_A_NUMBER, name, text);
+      report(FindingCode::NOT_A_NUMBER, attribute, text);
     }
   }
   return size;
@@ -143,22 +153,24 @@ std::optional<bool> readBoolean(std::string_view text) noexcept {
   return std::nullopt;
 }
 
-std::optional<bool> readBooleanAttribute(const util::XmlNode& node, std::string_view name,
+std::optional<bool> readBooleanAttribute(const util::XmlNode& node,
+                                         const AttributeDescription& attribute,
                                          const Reporter& report) {
-  const std::string_view text = trimmedAttribute(node, name);
+  const std::string_view text = trimmedAttribute(node, attribute);
   const std::optional<bool> value = readBoolean(text);
   if (!value && text.data() != nullptr) {
-    report(FindingCode::NOT_A_BOOLEAN, name, text);
+    report(FindingCode::NOT_A_BOOLEAN, attribute, text);
   }
   return value;
 }
 
-bool isTriggered(const SwitchWords& words, std::string_view value, const Reporter& report) {
+bool isTriggered(const SwitchWords& words, std::string_view value,
+                 const AttributeDescription& attribute, const Reporter& report) {
   if (isAmong(words.trigger, value)) {
     return true;
   }
   if (words.opposite[0].data() == nullptr || !isAmong(words.opposite, value)) {
-    report(FindingCode::UNKNOWN_WORD, "value", value);
+    report(FindingCode::UNKNOWN_WORD, attribute, value);
   }
   return false;
 }

@@ -21,13 +21,16 @@ namespace orvane::nimbrel::config::detail {
 /// namespace with null data is none.
 [[nodiscard]] util::Option<std::string> readAttribute(const util::XmlNode& node,
                                                       std::string_view name,
-                                                      std::string_view namespaceUri = {});
+                                                      std::string_view namespaceUri);
+
+/// The same of an attribute that is described.
+[[nodiscard]] util::Option<std::string> readAttribute(const util::XmlNode& node,
+                                                      const AttributeDescription& attribute);
 
 /// The same of a node that a caller handed in.
 [[nodiscard]] inline util::Option<std::string> readAttribute(
-    const std::shared_ptr<util::XmlNode>& node, std::string_view name,
-    std::string_view namespaceUri = {}) {
-  return readAttribute(requireNode(node), name, namespaceUri);
+    const std::shared_ptr<util::XmlNode>& node, const AttributeDescription& attribute) {
+  return readAttribute(requireNode(node), attribute);
 }
 
 enum class IntegerFault {
@@ -45,11 +48,13 @@ struct IntegerReading {
 
 /// A number that a document must have right: what is no number ends the parse. Throws as
 /// `ConfigRules::parseNonNegativeInteger` does.
-[[nodiscard]] unsigned int readCounter(const std::string& text, const Reporter& report);
+[[nodiscard]] unsigned int readCounter(const std::string& text,
+                                       const AttributeDescription& attribute,
+                                       const Reporter& report);
 
 /// None, which is reported, for what is no number.
 [[nodiscard]] util::Option<unsigned int> readNumber(std::string_view text,
-                                                    std::string_view attribute,
+                                                    const AttributeDescription& attribute,
                                                     const Reporter& report);
 
 /// A width or height: None for what is no number and for 0.
@@ -57,7 +62,7 @@ struct IntegerReading {
 
 /// An attribute that is a size. None when it is absent or, which is reported, no size.
 [[nodiscard]] util::Option<unsigned int> readSizeAttribute(const util::XmlNode& node,
-                                                           std::string_view name,
+                                                           const AttributeDescription& attribute,
                                                            const Reporter& report);
 
 /// Nothing for what is no value of "dir".
@@ -69,12 +74,12 @@ struct IntegerReading {
 
 /// An attribute that is a boolean. Nothing when it is absent or, which is reported, no boolean.
 [[nodiscard]] std::optional<bool> readBooleanAttribute(const util::XmlNode& node,
-                                                       std::string_view name,
+                                                       const AttributeDescription& attribute,
                                                        const Reporter& report);
 
 /// Whether a value is one of the trigger words of a switch. What is not among its words is
 /// reported.
 [[nodiscard]] bool isTriggered(const SwitchWords& words, std::string_view value,
-                               const Reporter& report);
+                               const AttributeDescription& attribute, const Reporter& report);
 
 }  // namespace orvane::nimbrel::config::detail

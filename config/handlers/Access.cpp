@@ -9,6 +9,7 @@ namespace orvane::nimbrel::config {
 namespace detail {
 namespace {
 
+enum : std::uint8_t { ORIGIN, SUBDOMAINS };
 constexpr AttributeDescription ATTRIBUTES[] = {
     {"origin", ValueKind::ORIGIN, true, "accessRequestList[]"},
     {"subdomains", ValueKind::BOOLEAN, false, "accessRequestList[].subdomains"},
@@ -48,10 +49,11 @@ const KnownElement ACCESS = {{"access", false, Repetition::ADDS, {}, ATTRIBUTES}
 
 void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& node) {
   std::vector<Config::AccessRequest>& requests = record().accessRequestList();
-  const util::Option<std::string> origin = detail::readAttribute(node, "origin");
+  const util::Option<std::string> origin =
+      detail::readAttribute(node, detail::ATTRIBUTES[detail::ORIGIN]);
   const detail::Reporter report = reporterOf(node);
   if (!origin) {
-    return report(FindingCode::MISSING_ATTRIBUTE, "origin");
+    return report(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::ORIGIN]);
   }
   Config::AccessRequest request;
   if (origin == "*") {
@@ -59,10 +61,11 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
   } else {
     if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri ||
         !detail::isOrigin(idIri.get())) {
-      return report(FindingCode::NOT_AN_ORIGIN, "origin", origin);
+      return report(FindingCode::NOT_AN_ORIGIN, detail::ATTRIBUTES[detail::ORIGIN], origin);
     }
     if (node->attributeView("subdomains").data() != nullptr) {
-      const std::optional<bool> wanted = detail::readBooleanAttribute(*node, "subdomains", report);
+      const std::optional<bool> wanted =
+          detail::readBooleanAttribute(*node, detail::ATTRIBUTES[detail::SUBDOMAINS], report);
       if (!wanted) {
         return;
       }
@@ -71,7 +74,7 @@ void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& no
     const util::IRI& iri = idIri.get();
     const std::optional<std::uint16_t> port = detail::portOf(iri);
     if (!port || !idnConverter->tryConvertToASCII(iri.host.c_str(), request.host)) {
-      return report(FindingCode::NOT_AN_ORIGIN, "origin", origin);
+      return report(FindingCode::NOT_AN_ORIGIN, detail::ATTRIBUTES[detail::ORIGIN], origin);
     }
     request.scheme = iri.scheme;
     request.port = *port;

@@ -21,7 +21,7 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
   const bool complete = ExtensionFrame(context, TEXTS)
                             .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
                               logKeyValue(SITE, setting);
-                              if (isTriggered(TOKEN_WORD, setting.valueText(), setting.report)) {
+                              if (setting.isTriggered(TOKEN_WORD)) {
                                 context.record.orvnAuthMode() = TOKEN_AUTHENTICATION;
                               } else {
                                 // Without its first letter on purpose: hosts know the text as it

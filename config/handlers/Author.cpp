@@ -7,6 +7,7 @@ namespace orvane::nimbrel::config {
 namespace detail {
 namespace {
 
+enum : std::uint8_t { HREF, EMAIL };
 constexpr AttributeDescription ATTRIBUTES[] = {
     {"href", ValueKind::IRI, false, "author.href"},
     {"email", ValueKind::TEXT, false, "author.email"},
@@ -27,8 +28,8 @@ void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& no
     return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString name = rules.getTextContent(node, true);
-  util::Option<std::string> email = detail::readAttribute(node, "email");
-  util::Option<std::string> href = readIri(node, "href");
+  util::Option<std::string> email = detail::readAttribute(node, detail::ATTRIBUTES[detail::EMAIL]);
+  util::Option<std::string> href = readIri(node, detail::ATTRIBUTES[detail::HREF]);
   Config::Author& author = target.author().emplace();
   author.name = std::move(name);
   author.email = std::move(email);

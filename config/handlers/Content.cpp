@@ -7,6 +7,7 @@ namespace orvane::nimbrel::config {
 namespace detail {
 namespace {
 
+enum : std::uint8_t { SRC, ENCODING, TYPE };
 constexpr AttributeDescription ATTRIBUTES[] = {
     {"src", ValueKind::PATH, true, "startFile.src"},
     {"encoding", ValueKind::ENCODING, false, "startFile.encoding"},
@@ -27,12 +28,13 @@ void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& n
   if (target.startFile() || contentSeen) {
     return reporterOf(node)(FindingCode::REPEATED);
   }
-  util::Option<std::string> src = detail::readAttribute(node, "src");
-  util::Option<std::string> encoding = detail::readAttribute(node, "encoding");
-  util::Option<std::string> type = detail::readAttribute(node, "type");
+  util::Option<std::string> src = detail::readAttribute(node, detail::ATTRIBUTES[detail::SRC]);
+  util::Option<std::string> encoding =
+      detail::readAttribute(node, detail::ATTRIBUTES[detail::ENCODING]);
+  util::Option<std::string> type = detail::readAttribute(node, detail::ATTRIBUTES[detail::TYPE]);
   contentSeen = true;  // only now: what may throw lies behind
   if (!src || src.get().empty()) {
-    return reporterOf(node)(FindingCode::MISSING_ATTRIBUTE, "src", src);
+    return reporterOf(node)(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::SRC], src);
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
   if (encoding) {

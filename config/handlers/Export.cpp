@@ -13,22 +13,22 @@ constexpr std::size_t MAX_COLLISIONS = 100;
 constexpr AttributeDescription ATTRIBUTES[] = {{"resource", ValueKind::PATH, true, "exports[]"}};
 
 bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
-  const util::Option<std::string> resource = readAttribute(*node, "resource");
+  const util::Option<std::string> resource = readAttribute(*node, ATTRIBUTES[0]);
   const Reporter report = context.reporterOf(*node);
   if (!resource) {
     context.parser.setError("Missing or invalid resource element");
-    report(FindingCode::MISSING_ATTRIBUTE, "resource");
+    report(FindingCode::MISSING_ATTRIBUTE, ATTRIBUTES[0]);
     return false;
   }
   const std::string& path = resource.get();
   auto& exports = context.record.exports();
   if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
     context.parser.setError("Too many colliding resource paths");
-    report(FindingCode::OUT_OF_RANGE, "resource", resource);
+    report(FindingCode::OUT_OF_RANGE, ATTRIBUTES[0], resource);
     return false;
   }
   if (!exports.try_emplace(path, Config::Export{path}).second) {
-    report(FindingCode::REPEATED, "resource", resource);
+    report(FindingCode::REPEATED, ATTRIBUTES[0], resource);
   }
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;

@@ -22,13 +22,23 @@ struct ErrorTexts {
 struct Setting {
   const HandlerContext& context;
   const util::XmlNode& element;
-  std::string_view keyAttribute;
+  const ChildDescription& description;
   util::Option<std::string> key;    // always held
   util::Option<std::string> value;  // held if the child needs a value
   Reporter report;                  // of the child
 
+  [[nodiscard]] const AttributeDescription& keyAttribute() const {
+    return description.attributes[0];
+  }
+  [[nodiscard]] const AttributeDescription& valueAttribute() const {
+    return description.attributes[1];
+  }
   [[nodiscard]] const std::string& keyText() const { return key.get(); }
   [[nodiscard]] const std::string& valueText() const { return value.get(); }
+  /// Whether the value is a trigger word; one that is no word is reported.
+  [[nodiscard]] bool isTriggered(const SwitchWords& words) const {
+    return detail::isTriggered(words, valueText(), valueAttribute(), report);
+  }
 };
 
 /// The children of an extension element, for its handler.
@@ -72,28 +82,18 @@ class ExtensionFrame {
                                  Act act) const {
     const Setting setting{context_,
                           child,
-                          expected.keyAttribute,
-                          readAttribute(child, expected.keyAttribute),
-                          readAttribute(child, "value"),
+                          expected,
+                          readAttribute(child, expected.attributes[0]),
+                          readAttribute(child, expected.attributes[1]),
                           context_.reporterOf(child)};
     if (!setting.key) {
-      return stopAtAttribute(child, texts_.missingAttribute, expected.keyAttribute);
+      return stopAtAttribute(child, texts_.missingAttribute, setting.keyAttribute());
     }
-    if (!setting.value && isRequired("value", expected)) {
-      return stopAtAttribute(child, texts_.missingAttribute, "value");
+    if (!setting.value && setting.valueAttribute().isRequired) {
+      return stopAtAttribute(child, texts_.missingAttribute, setting.valueAttribute());
     }
     act(setting);
     return true;
-  }
-
-  [[nodiscard]] static bool isRequired(std::string_view name,
-                                       const ChildDescription& expected) noexcept {
-    for (const AttributeDescription& attribute : expected.attributes) {
-      if (attribute.name == name) {
-        return attribute.isRequired;
-      }
-    }
-    return false;
   }
 
   /// A child of another name: sets the error; false, for the caller to return.
@@ -105,7 +105,7 @@ class ExtensionFrame {
 
   /// A child without an attribute that it needs: sets the error; false, for the caller to return.
   [[nodiscard]] bool stopAtAttribute(const util::XmlNode& child, const char* error,
-                                     std::string_view attribute) const {
+                                     const AttributeDescription& attribute) const {
     context_.parser.setError(error);
     context_.reporterOf(child)(FindingCode::MISSING_ATTRIBUTE, attribute);
     return false;

@@ -23,15 +23,15 @@ constexpr KeyRow<Gestures> enables(std::string_view name, std::string_view field
   return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &YES_WORD},
           [](Gestures& gestures, const KeyDescription& key, const Setting& setting) {
             Gesture& gesture = gestures.*GESTURE;
-            if (isTriggered(*key.words, setting.valueText(), setting.report)) {
+            if (setting.isTriggered(*key.words)) {
               gesture.enabled = true;
               const util::Option<std::string> properties =
-                  readAttribute(setting.element, "properties");
+                  readAttribute(setting.element, ATTRIBUTES[2]);
               if (properties) {
                 gesture.properties = properties.get();
               }
             } else if (gesture.enabled) {
-              setting.report(FindingCode::REPEATED, "value", setting.value);
+              setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
             }
           }};
 }
@@ -59,7 +59,7 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
         KEYS.applyOrReport(gestures, setting);
         NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
                           setting.value.c_str(),
-                          readAttribute(setting.element, "properties").c_str());
+                          readAttribute(setting.element, ATTRIBUTES[2]).c_str());
       });
 }
 

@@ -48,7 +48,7 @@ class KeyTable {
   /// The same; reports a key that is not in the table.
   void applyOrReport(Record& record, const Setting& setting) const {
     if (!apply(setting.keyText(), record, setting)) {
-      setting.report(FindingCode::UNKNOWN_KEY, setting.keyAttribute, setting.keyText());
+      setting.report(FindingCode::UNKNOWN_KEY, setting.keyAttribute(), setting.keyText());
     }
   }
 
@@ -91,7 +91,8 @@ template <auto MEMBER>
 constexpr KeyRow<RecordOf<MEMBER>> storesNumber(std::string_view name, std::string_view field) {
   return {{name, ValueKind::NUMBER, KeyRule::LAST_COUNTS, field},
           [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
-            record.*MEMBER = readCounter(setting.valueText(), setting.report);
+            record.*MEMBER =
+                readCounter(setting.valueText(), setting.valueAttribute(), setting.report);
           }};
 }
 
@@ -101,7 +102,7 @@ constexpr KeyRow<RecordOf<MEMBER>> storesSwitch(std::string_view name, std::stri
                                                 const SwitchWords& words) {
   return {{name, ValueKind::SWITCH, KeyRule::LAST_COUNTS, field, &words},
           [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
-            record.*MEMBER = isTriggered(*key.words, setting.valueText(), setting.report);
+            record.*MEMBER = setting.isTriggered(*key.words);
           }};
 }
 
@@ -111,10 +112,10 @@ constexpr KeyRow<RecordOf<MEMBER>> raises(std::string_view name, std::string_vie
                                           const SwitchWords& words) {
   return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &words},
           [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
-            if (isTriggered(*key.words, setting.valueText(), setting.report)) {
+            if (setting.isTriggered(*key.words)) {
               record.*MEMBER = VALUE;
             } else if (record.*MEMBER == VALUE) {
-              setting.report(FindingCode::REPEATED, "value", setting.value);
+              setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
             }
           }};
 }

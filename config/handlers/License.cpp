@@ -6,6 +6,7 @@ namespace orvane::nimbrel::config {
 namespace detail {
 namespace {
 
+enum : std::uint8_t { HREF };
 constexpr AttributeDescription ATTRIBUTES[] = {
     {"href", ValueKind::IRI, false, "license.href"},
 };
@@ -25,7 +26,7 @@ void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& n
     return reporterOf(node)(FindingCode::REPEATED);
   }
   util::LocalizableString text = rules.getTextContent(node, false);
-  util::Option<std::string> href = readIri(node, "href");
+  util::Option<std::string> href = readIri(node, detail::ATTRIBUTES[detail::HREF]);
   Config::License& license = target.license().emplace();
   license.text = std::move(text);
   license.href = std::move(href);

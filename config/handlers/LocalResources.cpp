@@ -22,7 +22,7 @@ void storeLoadDelay(Local& local, const KeyDescription& /*key*/, const Setting& 
     local.applicationCacheLoadDelay = delay;
   } else {
     setting.context.parser.setError("Invalid ApplicationCacheLoadDelay: " + setting.valueText());
-    setting.report(FindingCode::OUT_OF_RANGE, "value", setting.value);
+    setting.report(FindingCode::OUT_OF_RANGE, setting.valueAttribute(), setting.value);
   }
 }
 

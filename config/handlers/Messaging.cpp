@@ -19,7 +19,7 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
   std::map<std::string, bool>& permissions = context.record.messagingPermissions();
   return ExtensionFrame(context, TEXTS)
       .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        permissions[setting.keyText()] = isTriggered(GRANTING, setting.valueText(), setting.report);
+        permissions[setting.keyText()] = setting.isTriggered(GRANTING);
         logNameValue(SITE, setting);
       });
 }

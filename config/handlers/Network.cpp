@@ -46,10 +46,11 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
     KEYS.applyOrReport(net, setting);
   };
   const auto storeErrorPage = [&](const util::XmlNode& child) {
-    const util::Option<std::string> src = readAttribute(child, "src");
+    const util::Option<std::string> src = readAttribute(child, ERROR_PAGE_ATTRIBUTES[0]);
     if (!src) {
       return frame.stopAtAttribute(
-          child, "tavlo:network, missing 'src' attribute for tavlo:errorPage element", "src");
+          child, "tavlo:network, missing 'src' attribute for tavlo:errorPage element",
+          ERROR_PAGE_ATTRIBUTES[0]);
     }
     net.errorPage = src.get();
     NIMBREL_LOG_DEBUG(SITE, "src = %s", net.errorPage.c_str());

@@ -22,8 +22,7 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
   std::map<std::string, bool>& permissions = context.record.appPermissions();
   return ExtensionFrame(context, TEXTS)
       .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        const bool allowed =
-            !setting.value || !isTriggered(REVOKING, setting.valueText(), setting.report);
+        const bool allowed = !setting.value || !setting.isTriggered(REVOKING);
         permissions[setting.keyText()] = allowed;
         NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
       });

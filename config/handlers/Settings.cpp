@@ -23,16 +23,16 @@ constexpr ChildDescription CHILDREN[] = {{"setting", NAME_AND_VALUE, "name"}};
 /// A value is ignored because it is out of range.
 void ignore(const Setting& setting, const std::string& error) {
   setting.context.parser.setError(error);
-  setting.report(FindingCode::OUT_OF_RANGE, "value", setting.value);
+  setting.report(FindingCode::OUT_OF_RANGE, setting.valueAttribute(), setting.value);
 }
 
 /// Switches on the debug lines of the whole process, the one of this setting included.
 void debug(App& settings, const KeyDescription& key, const Setting& setting) {
-  if (isTriggered(*key.words, setting.valueText(), setting.report)) {
+  if (setting.isTriggered(*key.words)) {
     settings.debug = true;
     util::setLogMask(DEBUG_LOG_MASK);
   } else if (settings.debug) {
-    setting.report(FindingCode::REPEATED, "value", setting.value);
+    setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
   }
 }
 
@@ -106,7 +106,7 @@ void apply(App& settings, std::string_view densityName, const Setting& setting) 
   if (name == densityName) {
     KEYS.apply(FONT_SIZE, settings, setting);
   } else if (name == FONT_SIZE && settings.defaultFontSize != 0) {
-    setting.report(FindingCode::UNUSED_SETTING, "name", name);
+    setting.report(FindingCode::UNUSED_SETTING, setting.keyAttribute(), name);
   } else if (!isForDensity(name)) {
     KEYS.applyOrReport(settings, setting);
   }

@@ -10,6 +10,16 @@ namespace orvane::nimbrel::config {
 namespace detail {
 namespace {
 
+enum : std::uint8_t {
+  ID,
+  VERSION,
+  WIDTH,
+  HEIGHT,
+  VIEW_MODES,
+  DEFAULT_LOCALE,
+  APPLICATION_ID,
+  APPLICATION_VERSION
+};
 constexpr AttributeDescription ATTRIBUTES[] = {
     {"id", ValueKind::IRI, false, "id"},
     {"version", ValueKind::TEXT, false, "version"},
@@ -34,38 +44,38 @@ using util::Option;
 void NimbrelConfigParser::processWidgetAttributes(const std::shared_ptr<util::XmlNode>& root) {
   BasicConfig& target = record();
   const detail::Reporter report = reporterOf(root);
-  const auto attribute = [&](std::string_view name, std::string_view namespaceUri = {}) {
-    return detail::readAttribute(root, name, namespaceUri);
+  const auto attribute = [&](std::size_t index) {
+    return detail::readAttribute(root, detail::ATTRIBUTES[index]);
   };
 
-  const Option<std::string> defaultLocale = attribute("defaultlocale");
+  const Option<std::string> defaultLocale = attribute(detail::DEFAULT_LOCALE);
   if (defaultLocale && defaultLocale.get().empty()) {
-    report(FindingCode::EMPTY_VALUE, "defaultlocale", defaultLocale);
+    report(FindingCode::EMPTY_VALUE, detail::ATTRIBUTES[detail::DEFAULT_LOCALE], defaultLocale);
   }
-  target.id() = readIri(root, "id");
+  target.id() = readIri(root, detail::ATTRIBUTES[detail::ID]);
   target.version() = rules.getSingleDisplayableAttributeValue(root, nullptr, "version");
   if (target.version() && target.version().get().empty()) {
     target.version().reset();
-    report(FindingCode::EMPTY_VALUE, "version", "");
+    report(FindingCode::EMPTY_VALUE, detail::ATTRIBUTES[detail::VERSION], "");
   }
-  Option<std::string> applicationId = attribute("applicationId", detail::EXTENSION);
+  Option<std::string> applicationId = attribute(detail::APPLICATION_ID);
   if (applicationId) {
     if (rules.isValidTavloApplicationId(applicationId.get().c_str())) {
       target.tavloApplicationId() = std::move(applicationId);
     } else {
-      report(FindingCode::INVALID_APPLICATION_ID, "tavlo:applicationId", applicationId);
+      report(FindingCode::INVALID_APPLICATION_ID, detail::ATTRIBUTES[detail::APPLICATION_ID],
+             applicationId);
     }
   }
-  const Option<std::string> applicationVersion = attribute("applicationVersion", detail::EXTENSION);
+  const Option<std::string> applicationVersion = attribute(detail::APPLICATION_VERSION);
   if (applicationVersion) {
     // Unlike a size, a text that is no number counts as 0 here, and 0 is a version.
-    target.tavloApplicationVersion() =
-        detail::readNumber(applicationVersion.get(), "tavlo:applicationVersion", report);
+    target.tavloApplicationVersion() = detail::readNumber(
+        applicationVersion.get(), detail::ATTRIBUTES[detail::APPLICATION_VERSION], report);
   }
-  for (auto [name, size] : {std::pair("height", &target.height()), {"width", &target.width()}}) {
-    *size = detail::readSizeAttribute(*root, name, report);
-  }
-  processViewMode(attribute("viewmodes"));
+  target.height() = detail::readSizeAttribute(*root, detail::ATTRIBUTES[detail::HEIGHT], report);
+  target.width() = detail::readSizeAttribute(*root, detail::ATTRIBUTES[detail::WIDTH], report);
+  processViewMode(attribute(detail::VIEW_MODES));
   processDefaultLocale(defaultLocale);  // last, as it appends: all else may be done again
 }
 
@@ -92,8 +102,8 @@ void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) 
     if (seen.insert(keyword).second) {
       distinct.push_back(keyword);
     } else if (observer_ != nullptr && target.document() != nullptr) {
-      reporterOf(target.document()->getDocumentElement())(FindingCode::REPEATED, "viewmodes",
-                                                          keyword);
+      reporterOf(target.document()->getDocumentElement())(
+          FindingCode::REPEATED, detail::ATTRIBUTES[detail::VIEW_MODES], keyword);
     }
   }
   distinct.shrink_to_fit();  // no room is kept for repeated ones

@@ -14,10 +14,11 @@ class Findings : public config::ParseObserver {
  public:
   void onFinding(const config::Finding& finding) override {
     std::string line = std::to_string(finding.line);
-    line.append(" ").append(check::kindOf(finding.code).name);
+    line.append(" ").append(check::kindOf(check::codeOf(finding.code)).name);
     line.append(" ").append(finding.element == nullptr ? "" : finding.element->nameView());
-    if (!finding.attribute.empty()) {
-      line.append("@").append(finding.attribute);
+    if (finding.attribute != nullptr) {
+      line.append("@").append(finding.attribute->isExtension ? "tavlo:" : "");
+      line.append(finding.attribute->name);
     }
     if (finding.value.data() != nullptr) {
       line.append("='").append(finding.value).append("'");
