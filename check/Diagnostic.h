@@ -22,8 +22,8 @@ struct Diagnostic {
   const util::XmlNode* element = nullptr;
   /// The attribute as `displayName` spells it; empty when the element itself is meant.
   std::string_view attribute = {};
-  /// The value as it was read; null data when there is none. Of a document that was rejected by the
-  /// XML parser its message.
+  /// The value as it was read; null data when there is none. Of a document that is rejected
+  /// why.
   std::string_view value = {};
   /// A name of the package that explains it: the file that was meant, the one that others get, or
   /// the one with which another may be confused; empty when there is none.

@@ -5,6 +5,7 @@
 
 #include "check/Kind.h"
 #include "check/Vocabulary.h"
+#include "check/XmlMessage.h"
 #include "config/Namespaces.h"
 #include "util/HostSymbols.h"
 #include "util/IDNConverter.h"
@@ -119,7 +120,12 @@ std::shared_ptr<util::XmlDocument> Probe::parseXml() {
     return xmlParser->parse(report_.document().data(),
                             static_cast<unsigned int>(report_.document().size()), nullptr, nullptr);
   } catch (const ParseException& rejection) {
-    report_.reject(rejection.what(), rejection.line, rejection.column);
+    const SourceText& source = report_.source();
+    const XmlMistake mistake =
+        explainXml(source, rejection.what(), rejection.line, rejection.column);
+    const bool hasPlace = rejection.line != 0 && source.text().data() != nullptr;
+    report_.reject(mistake.sentence, rejection.line, rejection.column,
+                   hasPlace ? std::optional(mistake.span) : std::nullopt);
     return nullptr;
   }
 }

@@ -57,16 +57,15 @@ std::string_view Report::keep(std::string_view text) {
   return found == texts_.end() ? *texts_.emplace(text).first : *found;
 }
 
-void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column) {
+void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column,
+                    std::optional<Span> place) {
   Diagnostic finding;
   finding.code = FindingCode::DOCUMENT_REJECTED;
   finding.value = keep(message);
   finding.line = line;
   finding.column = column;
-  if (line != 0 && column != 0 && source_.text().data() != nullptr) {
-    const std::size_t begin = source_.offsetOf(line, column);
-    // The end of a line is a place too: there something is missing.
-    finding.span = {begin, source_.offsetOf(line, column + 1)};
+  if (place) {
+    finding.span = *place;
     finding.hasSpan = true;
   }
   add(finding);
@@ -113,7 +112,7 @@ Place Report::placeOf(const Diagnostic& finding) const noexcept {
   if (finding.hasSpan) {
     place = {source_.positionOf(finding.span.begin), source_.positionOf(finding.span.end)};
   }
-  if (!finding.hasSpan || finding.column != 0) {  // the XML parser may mean a place behind the end
+  if (!finding.hasSpan) {
     place.begin.line = finding.line;
     place.begin.column = finding.column;
   }

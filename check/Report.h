@@ -55,9 +55,10 @@ class Report {
   void add(const Diagnostic& finding);
   /// A copy of a text that lives as long as the report; equal ones are kept once.
   [[nodiscard]] std::string_view keep(std::string_view text);
-  /// Adds that the document is rejected, with the parser's message; 0 for a line or column that is
-  /// not known.
-  void reject(std::string_view message, std::uint32_t line, std::uint32_t column);
+  /// Adds that the document is rejected and why; 0 for a line or column that is not known. A place
+  /// in the text goes before them.
+  void reject(std::string_view message, std::uint32_t line, std::uint32_t column,
+              std::optional<Span> place = std::nullopt);
   /// Puts the findings in order and finds their places, in the tree that they point into; null when
   /// there is none.
   void complete(std::shared_ptr<const util::XmlDocument> tree);

@@ -46,28 +46,6 @@ std::size_t behindMisc(std::string_view text, std::size_t at) noexcept {
   return at;
 }
 
-/// The offset behind a document type, which begins at `at`.
-std::size_t behindDoctype(std::string_view text, std::size_t at) noexcept {
-  bool inSubset = false;
-  while (at < text.size()) {
-    const char c = text[at];
-    if (inSubset && c == '<') {
-      const std::size_t next = behindMisc(text, at);
-      at = next == at ? behindTag(text, at) : next;
-      continue;
-    }
-    ++at;
-    if (c == '[' || c == ']') {
-      inSubset = c == '[';
-    } else if (!inSubset && c == '>') {
-      return at;
-    } else if (!inSubset && (c == '"' || c == '\'')) {
-      at = behind(text, at, {&c, 1});
-    }
-  }
-  return at;
-}
-
 std::size_t orEnd(std::size_t at, std::string_view text) noexcept {
   return std::min(at, text.size());
 }
@@ -99,6 +77,27 @@ bool isDeclaration(std::string_view name) noexcept {
 }
 
 }  // namespace
+
+std::size_t behindDoctype(std::string_view text, std::size_t at) noexcept {
+  bool inSubset = false;
+  while (at < text.size()) {
+    const char c = text[at];
+    if (inSubset && c == '<') {
+      const std::size_t next = behindMisc(text, at);
+      at = next == at ? behindTag(text, at) : next;
+      continue;
+    }
+    ++at;
+    if (c == '[' || c == ']') {
+      inSubset = c == '[';
+    } else if (!inSubset && c == '>') {
+      return at;
+    } else if (!inSubset && (c == '"' || c == '\'')) {
+      at = behind(text, at, {&c, 1});
+    }
+  }
+  return at;
+}
 
 std::vector<std::uint32_t> startTagsOf(std::string_view text) {
   std::vector<std::uint32_t> tags;

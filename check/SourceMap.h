@@ -36,6 +36,9 @@ struct Tag {
 /// Never throws.
 [[nodiscard]] Span textIn(std::string_view text, std::size_t offset) noexcept;
 
+/// The offset behind a document type, of which what follows "<!" begins at `at`. Never throws.
+[[nodiscard]] std::size_t behindDoctype(std::string_view text, std::size_t at) noexcept;
+
 /// Reads the start tag whose "<" stands at `offset`. Throws only `std::bad_alloc`.
 [[nodiscard]] Tag readTag(std::string_view text, std::size_t offset);
 

@@ -4,6 +4,7 @@
 
 #include "check/Decoder.h"
 #include "util/Utf8.h"
+#include "util/xml/XmlEncoding.h"
 
 namespace orvane::nimbrel::check {
 namespace {
@@ -20,6 +21,12 @@ SourceText::SourceText(std::string_view document) {
     text_ = document.substr(markSize_);
   } else if (encoding && decode(document, *encoding, decoded_, bytes_)) {
     text_ = decoded_;
+  } else if (!encoding) {
+    // The declaration alone can be read.
+    const std::size_t end = util::internal::declarationOf(document).end;
+    markSize_ =
+        document.substr(0, std::min(end, BYTE_ORDER_MARK.size())) == BYTE_ORDER_MARK ? 3 : 0;
+    text_ = end == 0 ? std::string_view() : document.substr(markSize_, end - markSize_);
   }
   if (text_.data() != nullptr) {
     index();

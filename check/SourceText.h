@@ -34,7 +34,7 @@ class SourceText {
  public:
   explicit SourceText(std::string_view document);
 
-  /// The text. A view with null data when the encoding is not known.
+  /// The text; of an unknown encoding the declaration up to its name, or a view with null data.
   [[nodiscard]] std::string_view text() const noexcept { return text_; }
   /// Where in the document a byte of the text is; `offset` may be the end of the text.
   [[nodiscard]] Position positionOf(std::size_t offset) const noexcept;

@@ -7,7 +7,6 @@
 #include "check/Origin.h"
 #include "check/ValueWording.h"
 #include "check/Vocabulary.h"
-#include "check/XmlMessage.h"
 #include "config/Namespaces.h"
 #include "util/StringUtil.h"
 #include "util/Utf8.h"
@@ -246,7 +245,7 @@ std::string sentenceOf(const Diagnostic& finding) {
   const bool isEmpty = finding.value.data() != nullptr;
   switch (finding.code) {
     case FindingCode::DOCUMENT_REJECTED:
-      return explainXml(finding.value);
+      return std::string(finding.value);
     case FindingCode::WRONG_ROOT:
       return rootSentence(finding);
     case FindingCode::REQUIRED_FEATURE_NAME:

@@ -1,100 +1,93 @@
 #include "check/XmlMessage.h"
 
-#include <cstddef>
-#include <vector>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "util/Utf8.h"
+#include "util/xml/XmlEncoding.h"
 
 namespace orvane::nimbrel::check {
 namespace {
 
-// "%" stands for any text, in the sentence for the texts in their order; at the end of a message
-// for none, too.
-constexpr struct {
-  std::string_view message;
-  std::string_view sentence;
-} MESSAGES[] = {
-    {"xmlParseEntityRef: no name%", "Write \"&amp;\" for \"&\"."},
-    {"EntityRef: expecting ';'%", "Write \"&amp;\" for \"&\", or end the reference with \";\"."},
-    {"Entity '%' not defined%",
-     "Unknown entity \"&%;\"; only amp, lt, gt, quot and apos are known without a document type."},
-    {"Input is not proper UTF-8%",
-     "The bytes are not UTF-8; save the document as UTF-8, or declare its encoding in the first "
-     "line."},
-    {"input conversion failed due to input error%",
-     "The bytes are not valid in the encoding that the document declares."},
-    {"Document labelled % but has % content",
-     "The document declares %, but is %; correct what it declares."},
-    {"String not started expecting ' or \"", "Put the text in quotes."},
-    {"Unsupported encoding %", "Unknown encoding \"%\"; save the document as UTF-8."},
-    {"AttValue: \" or ' expected", "Put the value of the attribute in quotes."},
-    {"AttValue: ' expected", "The value of the attribute has no end; write the closing quote."},
-    {"Specification mandates value for attribute %",
-     "The attribute \"%\" has no value; write =\"...\"."},
-    {"attributes construct error", "Separate attributes by blanks, and end the tag with \">\"."},
-    {"Attribute % redefined", "The attribute \"%\" stands twice."},
-    {"Unescaped '<' not allowed in attributes values", "Write \"&lt;\" for \"<\" in a value."},
-    {"Opening and ending tag mismatch: % line % and %", "<%> in line % is closed by </%>."},
-    {"Premature end of data in tag % line %", "<%> in line % is not closed."},
-    {"Couldn't find end of Start Tag % line %", "The tag <%> in line % has no end; write \">\"."},
-    {"Extra content at the end of the document", "Nothing may follow the root element."},
-    {"Start tag expected, '<' not found", "The document must begin with an element."},
-    {"StartTag: invalid element name",
-     "Not the name of an element; write \"&lt;\" where \"<\" begins no tag."},
-    {"XML declaration allowed only at the start of the document",
-     "The XML declaration must stand at the very beginning, without even a blank before it."},
-    {"Malformed declaration expecting version", "The XML declaration needs version=\"1.0\"."},
-    {"Comment not terminated%", "The comment has no end; write \"-->\"."},
-    {"Double hyphen within comment%", "A comment must not contain \"--\"."},
-    {"CData section not finished%", "The CDATA section has no end; write \"]]>\"."},
-    {"Sequence ']]>' not allowed in content", "Write \"]]&gt;\" for \"]]>\"."},
-    {"PCDATA invalid Char value %", "Remove the control character with the number %."},
-    {"xmlParseCharRef: invalid xmlChar value %", "XML has no character with the number %."},
-    {"expected '>'", "End the tag with \">\"."},
-};
+bool beginsWith(std::string_view text, std::string_view begin) noexcept {
+  return text.substr(0, begin.size()) == begin;
+}
 
-/// The texts that "%" stands for, or nothing when the message is another one.
-bool match(std::string_view pattern, std::string_view message,
-           std::vector<std::string_view>& texts) {
-  texts.clear();
-  while (true) {
-    const std::size_t literal = pattern.find('%');
-    if (message.substr(0, literal) != pattern.substr(0, literal)) {
-      return false;
+/// Whether this is a sentence of our own, about a limit. Those of libxml2 differ by version.
+bool isOfLimit(std::string_view message) noexcept {
+  constexpr std::string_view BEGINNINGS[] = {"Too many ",
+                                             "A text is too long",
+                                             "A language tag is too long",
+                                             "Elements are nested too",
+                                             "Entities ",
+                                             "The declaration is",
+                                             "Internal parameter entities are",
+                                             "The document is empty"};
+  return std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS),
+                     [&](std::string_view begin) { return beginsWith(message, begin); });
+}
+
+/// The first character that may not stand in a document.
+std::optional<XmlMistake> wrongCharacter(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t begin = at;
+    const char32_t c = util::internal::decodeUtf8(text, at);
+    if (c == util::internal::NOT_UTF8) {
+      return XmlMistake{{begin, begin + 1},
+                        "The bytes are not UTF-8; save the document as UTF-8, or declare its "
+                        "encoding in the first line."};
     }
-    if (literal == std::string_view::npos) {
-      return true;
+    if (!isXmlCharacter(c)) {
+      const std::string number = std::to_string(static_cast<std::uint32_t>(c));
+      return XmlMistake{{begin, at}, "Remove the character with the number " + number + '.'};
     }
-    message.remove_prefix(literal);
-    pattern.remove_prefix(literal + 1);
-    const std::string_view next = pattern.substr(0, pattern.find('%'));
-    const std::size_t end = next.empty() ? message.size() : message.find(next);
-    if (end == std::string_view::npos) {
-      return false;
-    }
-    texts.push_back(message.substr(0, end));
-    message.remove_prefix(end);
   }
+  return std::nullopt;
+}
+
+/// Where a document declares its encoding.
+Span declaredEncoding(std::string_view text) noexcept {
+  const std::string_view name = util::internal::declarationOf(text).encoding;
+  const std::size_t begin = name.empty() ? 0 : static_cast<std::size_t>(name.data() - text.data());
+  return {begin, begin + name.size()};
 }
 
 }  // namespace
 
-std::string explainXml(std::string_view message) {
-  std::vector<std::string_view> texts;
-  for (const auto& row : MESSAGES) {
-    if (!match(row.message, message, texts)) {
-      continue;
-    }
-    std::string sentence;
-    std::size_t used = 0;
-    for (const char c : row.sentence) {
-      if (c == '%' && used < texts.size()) {
-        sentence += texts[used++];
-      } else {
-        sentence += c;
-      }
-    }
-    return sentence;
+XmlMistake explainXml(const SourceText& source, std::string_view message, std::uint32_t line,
+                      std::uint32_t column) {
+  constexpr std::string_view UNKNOWN = "Unsupported encoding ";
+  const std::string_view text = source.text();
+  if (beginsWith(message, UNKNOWN)) {
+    return {declaredEncoding(text), "Unknown encoding \"" +
+                                        std::string(message.substr(UNKNOWN.size())) +
+                                        "\"; save the document as UTF-8."};
   }
-  return std::string(message);
+  if (beginsWith(message, "Document labelled ")) {
+    const Span name = declaredEncoding(text);
+    return {name, "The document declares " +
+                      std::string(text.substr(name.begin, name.end - name.begin)) +
+                      ", but is UTF-8; correct what it declares."};
+  }
+  const std::size_t stopped = line == 0 ? text.size() : source.offsetOf(line, column);
+  const Span there = {stopped, line == 0 ? stopped : source.offsetOf(line, column + 1)};
+  if (beginsWith(message, "input conversion failed")) {
+    return {there, "The bytes are not valid in the encoding that the document declares."};
+  }
+  if (isOfLimit(message)) {
+    return {there, std::string(message) + '.'};
+  }
+  const std::optional<XmlMistake> mistake = mistakeIn(text, stopped);
+  const std::optional<XmlMistake> character = wrongCharacter(text);
+  if (character && (!mistake || character->span.begin < mistake->span.begin)) {
+    return *character;
+  }
+  return mistake.value_or(XmlMistake{
+      there, text.find("<!DOCTYPE") == std::string_view::npos
+                 ? "The document is not well-formed XML."
+                 : "The document type, or an entity that it declares, is not well-formed."});
 }
 
 }  // namespace orvane::nimbrel::check

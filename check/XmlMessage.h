@@ -1,12 +1,17 @@
 #pragma once
 
-#include <string>
+#include <cstdint>
 #include <string_view>
+
+#include "check/SourceText.h"
+#include "check/XmlMistake.h"
 
 namespace orvane::nimbrel::check {
 
-/// What the XML parser says of a document that it rejects, in the words of an author: what is wrong
-/// and what to write. A message that is not known stays as it is.
-[[nodiscard]] std::string explainXml(std::string_view message);
+/// Why the XML parser rejects a document with this message, in the words of an author, and where
+/// the mistake begins; `line` and `column` are where it stopped, counted from 1, 0 when unknown.
+/// Throws only `std::bad_alloc`. For any thread.
+[[nodiscard]] XmlMistake explainXml(const SourceText& source, std::string_view message,
+                                    std::uint32_t line, std::uint32_t column);
 
 }  // namespace orvane::nimbrel::check

@@ -11,10 +11,13 @@
 
 namespace orvane::nimbrel::check {
 
-/// A whole document, or the children of a root in its second line; "\n" is a line break.
+/// A whole document, behind "=" or by how it begins, or the children of a root in its second line;
+/// "\n" is a line break.
 inline std::string documentOf(const std::string& row) {
   const bool isWhole = row.substr(0, 7) == "<widget" || row.substr(0, 2) == "<?";
-  std::string text = isWhole ? row : test::widget('\n' + row + '\n');
+  std::string text = row.substr(0, 1) == "=" ? row.substr(1)
+                     : isWhole               ? row
+                                             : test::widget('\n' + row + '\n');
   for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at)) {
     text.replace(at, 2, "\n");
   }

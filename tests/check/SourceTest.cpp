@@ -1,8 +1,9 @@
 // Lines and columns of a document in every encoding, and the places of its tags.
 
+#include "check/Decoder.h"
 #include "check/SourceMap.h"
 #include "check/SourceText.h"
-#include "check/XmlMessage.h"
+#include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
 
 namespace orvane::nimbrel::check {
@@ -111,23 +112,52 @@ TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
   expectRows(rows, tagsOf);
 }
 
-TEST(XmlMessage, IsPutInOtherWordsIfItIsKnown) {
-  const Row rows[] = {
-      {"xmlParseEntityRef: no name", "Write \"&amp;\" for \"&\"."},
-      {"Entity 'nbsp' not defined",
-       "Unknown entity \"&nbsp;\"; only amp, lt, gt, quot and apos are known without a document "
-       "type."},
-      {"Opening and ending tag mismatch: a line 1 and b", "<a> in line 1 is closed by </b>."},
-      {"Opening and ending tag mismatch: a line 1", "Opening and ending tag mismatch: a line 1"},
-      {"Unsupported encoding x", "Unknown encoding \"x\"; save the document as UTF-8."},
-      {"Document labelled UTF-16 but has UTF-8 content",
-       "The document declares UTF-16, but is UTF-8; correct what it declares."},
-      {"Attribute b redefined", "The attribute \"b\" stands twice."},
-      {"Attribute b", "Attribute b"},
-      {"The document is empty", "The document is empty"},
-      {"", ""},
+// What is not well-formed is placed where its token begins, however the document is encoded.
+TEST(XmlMistake, HasItsPlaceInEveryEncoding) {
+  const struct {
+    const char* document;
+    const char* place;  // and UTF-16 columns, the bytes of the token
+  } rows[] = {
+      {"<a>\xF0\x9F\x90\x9F & b</a>", "1:6/7-1:7/8 &"},
+      {"<a>\xC3\xA9\n\xF0\x9F\x90\x9F<!-- b</a>", "2:2/3-2:6/7 <!--"},
+      {"<a>\r\n</b>", "2:1/1-2:4/4 </b"},
+      {"<\xC3\xA9 b='' b=''/>", "1:9/9-1:10/10 b"},
+      {"<a b\n/>", "1:4/4-1:5/5 b"},
+      {"<a>&\xC3\xA9;</a>", "1:4/4-1:7/7 &\xC3\xA9;"},
   };
-  expectRows(rows, [](const std::string& message) { return explainXml(message); });
+  for (const auto& row : rows) {
+    for (const char* encoding : {"", "UTF-8", "UTF-16LE", "UTF-16BE", "UTF-32LE"}) {
+      SCOPED_TRACE(std::string(row.document) + " in " + encoding);
+      const std::string mark = *encoding == '\0' ? "" : "\xEF\xBB\xBF";
+      const std::string name = *encoding == '\0' ? "UTF-8" : encoding;
+      const auto report = checkDocument(encode(mark + row.document, name).value(), std::nullopt, 0);
+      ASSERT_EQ(report->findings().size(), 1U);
+      const Diagnostic& finding = report->findings().front();
+      const Place place = report->placeOf(finding);
+      std::ostringstream text;
+      const auto print = [&](const Position& position) -> std::ostringstream& {
+        text << position.line << ':' << position.column << '/' << position.utf16Column;
+        return text;
+      };
+      print(place.begin) << '-';
+      print(place.end) << ' '
+                       << report->source().text().substr(finding.span.begin,
+                                                         finding.span.end - finding.span.begin);
+      EXPECT_EQ(text.str(), row.place);
+      const std::string bytes =
+          report->document().substr(place.begin.byte, place.end.byte - place.begin.byte);
+      EXPECT_EQ(encode(std::string(text.str().substr(text.str().find(' ') + 1)), name), bytes);
+    }
+  }
+}
+
+TEST(XmlMistake, IsFoundInTheDeclarationOfAnUnknownEncoding) {
+  for (const char* mark : {"", "\xEF\xBB\xBF"}) {
+    EXPECT_THAT(linesOf(mark + "<?xml version='1.0'\n encoding='caf\xC3\xA9'?><a/>"s),
+                testing::ElementsAre(testing::StartsWith("2:2-17 document-rejected")));
+    EXPECT_THAT(linesOf(mark + "<?xml version='1.0' encoding='no-such'?><a/>"s),
+                testing::ElementsAre(testing::StartsWith("1:31-38 document-rejected")));
+  }
 }
 
 }  // namespace

@@ -61,8 +61,9 @@ TEST(CheckTerminal, CaretsMarkThePlace) {
 
 TEST(CheckTerminal, AKnownColumnIsMarkedUpToTheEndOfTheLine) {
   EXPECT_EQ(excerptsOf("<widget>\n\xC3\xA9 <a x=></a></widget>"),
-            "\xC3\xA9 <a x=></a></widget>\n       ^\n");
-  EXPECT_EQ(excerptsOf("<widget>\n <a></b>"), " <a></b>\n        ^\n");
+            "\xC3\xA9 <a x=></a></widget>\n     ^\n");
+  EXPECT_EQ(excerptsOf("<widget>\n <a></b>"), " <a></b>\n    ^~~\n");
+  EXPECT_EQ(excerptsOf("<?x?> "), "<?x?> \n      ^\n");
 }
 
 TEST(CheckTerminal, LongLinesAreCutAroundThePlace) {

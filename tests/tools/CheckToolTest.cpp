@@ -59,8 +59,8 @@ TEST(CheckTool, ReportsOnceWhyADocumentIsRejected) {
     std::string document;
     std::string line;
   } cases[] = {
-      {"", "-: error: The document is empty [document-rejected]"},
-      {"<widget>\n  <a></b>", "-:2:10: error: "},
+      {"", "-: error: The document is empty. [document-rejected]"},
+      {"<widget>\n  <a></b>", "-:2:6: error: "},
       {"\n<a/>", "-:2:2: error: a: "},
       {widget("\n<feature name='x'/>"), "-:2:16: error: feature: name=\"x\": "},
       {"PK\x03\x04", "-: error: no usable ZIP archive: "},

@@ -251,9 +251,9 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
   const Json place = result["locations"][0]["physicalLocation"];
   EXPECT_THAT(place.dump(), testing::EndsWith(file.path().substr(file.path().rfind('/')) + "\"}}"));
   EXPECT_EQ(result["locations"][0]["logicalLocations"],
-            Json::array({{{"fullyQualifiedName", "config.xml:2:9"}, {"kind", "resource"}}}));
+            Json::array({{{"fullyQualifiedName", "config.xml:2:1"}, {"kind", "resource"}}}));
   EXPECT_THAT(result["message"]["text"].get<std::string>(),
-              testing::StartsWith("config.xml:2:9: "));
+              testing::StartsWith("config.xml:2:1: "));
 }
 
 TEST(PackagedWidget, IsCheckedWithItsDocument) {
