@@ -64,9 +64,7 @@ endforeach()
 # Shared libraries bring what they need, so that their users do without its headers and .pc files;
 # static ones leave it to their user's linker.
 set(requirements_of_nimbrelconfig "nimbrelutil = ${PROJECT_VERSION}")
-if(BUILD_SHARED_LIBS)
-  set(first_library "-Wl,--push-state,--no-as-needed,-lstdc++,--pop-state ")
-else()
+if(NOT BUILD_SHARED_LIBS)
   set(requirements_of_nimbrelutil "libxml-2.0 icu-uc glib-2.0")
   string(APPEND requirements_of_nimbrelconfig " glib-2.0")
   if(NIMBREL_URI_LIBRARY STREQUAL "libsoup")
@@ -80,8 +78,8 @@ foreach(library nimbrelutil nimbrelconfig)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
 
-install(FILES CHANGELOG.md docs/guide.md docs/editors.md docs/elements.md docs/findings.md
-              docs/identifiers.md
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Runtime)
+install(FILES CHANGELOG.md docs/guide.md docs/elements.md docs/identifiers.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
 
 if(NIMBREL_BUILD_TOOL)
@@ -90,6 +88,8 @@ if(NIMBREL_BUILD_TOOL)
     set_target_properties(nimbrel-config PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_of_tool}")
   endif()
   install(TARGETS nimbrel-config RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tool)
+  install(FILES docs/editors.md docs/elements.md docs/findings.md docs/many-packages.md
+          DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/nimbrel-config COMPONENT Tool)
   install(FILES docs/nimbrel-config.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tool)
   install(FILES tools/completion/nimbrel-config.bash RENAME nimbrel-config
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Tool)

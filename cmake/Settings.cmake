@@ -48,11 +48,11 @@ function(nimbrel_library name)
     # leave memory behind.
     target_link_options(${name} PRIVATE LINKER:-z,nodelete)
     # The dynamic linker looks for every symbol of libstdc++ in the libraries that a program names
-    # before it: 4 % of the start of a process that names it first are saved. cmake/*.pc.in say the
-    # same.
+    # before it: a process of this tree that names it first saves 4 % of its start. What is installed
+    # does not ask for that, as not every tool that reads it understands such an option.
     if(NOT NIMBREL_SANITIZE)
       target_link_options(${name} INTERFACE
-        LINKER:--push-state,--no-as-needed,-lstdc++,--pop-state)
+        $<BUILD_INTERFACE:LINKER:--push-state,--no-as-needed,-lstdc++,--pop-state>)
     endif()
     # What a sanitizer or a fuzzer needs comes with the program.
     if(NOT NIMBREL_SANITIZE AND NOT NIMBREL_BUILD_FUZZ)
