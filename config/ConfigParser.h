@@ -10,7 +10,7 @@
 
 namespace orvane::nimbrel::config {
 
-/// Turns a configuration document into a record. `createConfigParser` makes one.
+/// Turns a document into a record. `createConfigParser` makes one, and says why one for each.
 ///
 /// One parser serves one thread at a time; its records may be read from any thread. After a parse
 /// that throws, the parser may be used again and earlier records are as they were (basic

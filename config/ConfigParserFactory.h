@@ -15,6 +15,9 @@ namespace orvane::nimbrel::config {
 ///     auto parser = createConfigParser({"en-us", "en"});
 ///     auto record = parser->parse("config.xml", nullptr);
 ///
+/// Make a new parser for each document: once a parser has seen a "content" element, its later
+/// records have no start file.
+///
 /// `userAgentLocales` are language tags, most preferred first, written exactly as documents write
 /// them in `xml:lang`. Throws only `std::bad_alloc`, and leaves nothing then. For any thread.
 [[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<ConfigParser> createConfigParser(
