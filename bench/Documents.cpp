@@ -4,6 +4,8 @@
 #include <limits>
 #include <string_view>
 
+#include "tests/support/CollidingNames.h"
+
 namespace orvane::nimbrel::bench {
 namespace {
 
@@ -134,6 +136,15 @@ std::string preferences(std::size_t count) {
   return children("  <preference name=\"option-#\" value=\"choice of #\"/>\n", count);
 }
 
+/// Preferences whose names an author chose so that the standard hash takes them for one.
+std::string colliding(std::size_t count) {
+  std::string document(ROOT);
+  for (const std::string& name : test::collidingNames(count)) {
+    document += "  <preference name=\"" + name + "\"/>\n";
+  }
+  return document.append("</widget>\n");
+}
+
 std::string languages(std::size_t count) {
   return children("  <name short=\"N#\" xml:lang=\"x-#\">The name in language #</name>\n", count);
 }
@@ -183,9 +194,10 @@ const std::vector<Shape>& shapes() {
   static const std::vector<Shape> all = {
       {"typical", typical, false, NO_LIMIT},    {"mixed", mixed, true, 10'000},
       {"icons", icons, true, 10'000},           {"preferences", preferences, true, 10'000},
-      {"languages", languages, true, NO_LIMIT}, {"viewmodes", viewModes, true, 10'000},
-      {"spans", spans, true, NO_LIMIT},         {"params", params, true, NO_LIMIT},
-      {"flat-text", flatText, false, NO_LIMIT}, {"deep-text", deepText, false, NO_LIMIT},
+      {"colliding", colliding, true, 10'000},   {"languages", languages, true, NO_LIMIT},
+      {"viewmodes", viewModes, true, 10'000},   {"spans", spans, true, NO_LIMIT},
+      {"params", params, true, NO_LIMIT},       {"flat-text", flatText, false, NO_LIMIT},
+      {"deep-text", deepText, false, NO_LIMIT},
   };
   return all;
 }

@@ -138,7 +138,7 @@ class NIMBREL_CONFIG_API Config {
   /// How the runtime presents the application.
   struct AppSettings {
     /// @{
-    /// Raised by the key of the same name.
+    /// Set by the key of the same name. A flag that has left its default stays so.
     bool internetRequired = false;
     bool reserved = false;              ///< no key sets it
     std::int32_t defaultFontSize = 0;   ///< pixels; 0: not set

@@ -23,7 +23,8 @@ namespace orvane::nimbrel::config {
 [[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<ConfigParser> createConfigParser(
     const std::vector<std::string>& userAgentLocales);
 
-/// The same, for who needs the parser's own members: its error text, an observer, single steps.
+/// The same parser as its class, for hosts that read its error text, set an observer or call single
+/// steps.
 [[nodiscard]] NIMBREL_CONFIG_API std::shared_ptr<NimbrelConfigParser> createNimbrelConfigParser(
     const std::vector<std::string>& userAgentLocales);
 

@@ -5,8 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "config/ElementReader.h"
 #include "config/Namespaces.h"
-#include "config/RuleReaders.h"
+#include "config/ValueRules.h"
 #include "util/Ascii.h"
 #include "util/StringUtil.h"
 

@@ -8,9 +8,9 @@ namespace orvane::nimbrel::config {
 using util::LocalizableString;
 using util::Option;
 
-Element::Element(std::shared_ptr<util::XmlNode> node, const ConfigRules& rules)
-    : node_(std::move(node)), rules_(rules) {
-  if (node_ == nullptr) {
+Element::Element(std::shared_ptr<util::XmlNode> kept, const ConfigRules& itsRules)
+    : node(std::move(kept)), rules(itsRules) {
+  if (node == nullptr) {
     throw std::invalid_argument("node cannot be NULL");
   }
 }
@@ -21,18 +21,18 @@ Element::~Element() = default;
 
 Option<std::string> Element::getName() const {
   Option<std::string> name;
-  if (node_->getNodeType() == util::XmlNode::ELEMENT) {
-    name = node_->getName();
+  if (node->getNodeType() == util::XmlNode::ELEMENT) {
+    name = node->getName();
   }
   return name;
 }
 
 Option<std::string> Element::getNamespace() const {
-  return node_->getNamespace();
+  return node->getNamespace();
 }
 
 LocalizableString Element::getTextContent(bool normalize) const {
-  return rules_.getTextContent(node_, normalize);
+  return rules.getTextContent(node, normalize);
 }
 
 LocalizableString Element::getTextContent() const {
@@ -41,7 +41,7 @@ LocalizableString Element::getTextContent() const {
 
 Option<std::string> Element::getSingleAttributeValue(const char* name,
                                                      const char* namespaceUri) const {
-  return rules_.getSingleAttributeValue(node_, namespaceUri, name);
+  return rules.getSingleAttributeValue(node, namespaceUri, name);
 }
 
 Option<std::string> Element::getSingleAttributeValue(const char* name) const {
@@ -50,7 +50,7 @@ Option<std::string> Element::getSingleAttributeValue(const char* name) const {
 
 Option<LocalizableString> Element::getSingleDisplayableAttributeValue(
     const char* name, const char* namespaceUri) const {
-  return rules_.getSingleDisplayableAttributeValue(node_, namespaceUri, name);
+  return rules.getSingleDisplayableAttributeValue(node, namespaceUri, name);
 }
 
 Option<LocalizableString> Element::getSingleDisplayableAttributeValue(const char* name) const {

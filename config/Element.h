@@ -47,11 +47,14 @@ class NIMBREL_CONFIG_API Element {
       const char* name) const;
 
   /// The node itself; never null.
-  [[nodiscard]] const std::shared_ptr<util::XmlNode>& getNode() const noexcept { return node_; }
+  [[nodiscard]] const std::shared_ptr<util::XmlNode>& getNode() const noexcept { return node; }
 
- private:
-  std::shared_ptr<util::XmlNode> node_;
-  ConfigRules rules_;
+ protected:
+  /// @name State, for a subclass to read by
+  /// @{
+  std::shared_ptr<util::XmlNode> node;  ///< never null; a subclass keeps to that
+  ConfigRules rules;                    ///< those of the parser
+  /// @}
 };
 
 }  // namespace orvane::nimbrel::config

@@ -5,9 +5,9 @@
 
 #include "config/Api.h"
 
-// What a configuration document may contain: the data by which the parser reads it, for those who
-// explain, complete or document it. All of it is constant and lives as long as the library; for any
-// thread.
+// The descriptions by which the parser reads a document. Programs that explain, complete or
+// document configuration documents use them as well. They are constant and live as long as the
+// library; any thread may read them.
 namespace orvane::nimbrel::config {
 
 /// A constant array, seen with its size.
@@ -60,7 +60,7 @@ enum class ValueKind {
 /// The words of a switch. Where there is one word only, it stands twice.
 struct SwitchWords {
   std::string_view trigger[2];   ///< either has the effect
-  std::string_view opposite[2];  ///< known to have none; of any other the author made a mistake
+  std::string_view opposite[2];  ///< known to have no effect; any other word is a mistake
 };
 
 /// What the value of a key does to what an earlier one left.
@@ -75,8 +75,8 @@ struct AttributeDescription {
   std::string_view name;    ///< local name
   ValueKind kind;           ///< how its value is read
   bool isRequired = false;  ///< whether the element is ignored without it
-  /// The member of the record that it fills, "license.href" for that of `getLicense()`; "[]" stands
-  /// for an entry of a list, "*" for any name. Empty when it fills none by itself.
+  /// What it fills of the `member` of its element, such as "href"; "[]" stands for an entry of a
+  /// list, "*" for any name. Empty when it fills nothing by itself.
   std::string_view field = {};
   bool isExtension = false;  ///< in the extension namespace, else in none
 };
@@ -112,11 +112,14 @@ enum class Repetition {
 struct ElementDescription {
   std::string_view name;     ///< local name
   bool isExtension = false;  ///< in the extension namespace, else in that of W3C Widgets
-  Repetition repetition = Repetition::ADDS;               ///< what becomes of several
-  std::string_view uniqueAttribute = {};                  ///< held by UNIQUE_BY
+  Repetition repetition = Repetition::ADDS;  ///< what becomes of several
+  std::string_view uniqueAttribute = {};     ///< held by UNIQUE_BY
+  /// The member of the record that holds what it fills, such as "license", or "icons[]" for an
+  /// entry of a list; empty when the fields are members of the record themselves.
+  std::string_view member = {};
   DescriptionList<AttributeDescription> attributes = {};  ///< those that are read
-  /// The member of the record that its text fills; null data when its text is not read. In an
-  /// element of text, "dir" and "xml:lang" are read on every element, whatever its name.
+  /// What its text fills; null data when its text is not read. In an element of text, "dir" and
+  /// "xml:lang" are read on every element, whatever its name.
   std::string_view textField = {};
   DescriptionList<ChildDescription> children = {};  ///< what may stand in it
   /// The known settings of its children, in the order in which they are tried.

@@ -2,79 +2,107 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
-#include "config/BasicConfig.h"
+#include "config/Config.h"
 
 namespace orvane::nimbrel::config::detail {
 
-/// Finds an entry of a growing list by its key without searching the list. Keeps positions only;
-/// the keys are compared where they lie. Valid as long as the list is only appended to.
+/// @name What tells the entries of a list apart
+/// @{
+[[nodiscard]] inline std::string_view keyOf(const Config::Icon& icon) noexcept {
+  return icon.src;
+}
+[[nodiscard]] inline std::string_view keyOf(const Config::Preference& preference) noexcept {
+  return preference.name;
+}
+[[nodiscard]] inline std::string_view keyOf(const std::string& word) noexcept {
+  return word;
+}
+/// @}
+
+/// Tells whether the key of a new entry is in a growing list, without searching the list. It keeps
+/// positions; the keys are compared where they lie. Valid while the list is only appended to.
 ///
-/// Ordered and not hashed: an author can choose keys that collide in a hash, whose cost would then
-/// be the square of the document's size.
+/// Keys are hashed. An author can choose keys whose hashes collide, at a cost that is the square of
+/// the document's size: once too many are in one bucket, the keys are ordered instead.
 template <typename Entry>
 class KeyIndex {
  public:
-  KeyIndex(const std::vector<Entry>& list, std::string Entry::*key) noexcept
-      : list_(list), key_(key), positions_(Less{&list, key}), hint_(positions_.end()) {}
+  explicit KeyIndex(const std::vector<Entry>& list)
+      : list_(list), hashed_(0, HashOf(), IsEqual{this}), ordered_(IsLess{this}) {}
+  KeyIndex(const KeyIndex&) = delete;
+  KeyIndex& operator=(const KeyIndex&) = delete;
+  ~KeyIndex() = default;
 
-  /// Whether some entry of the list has the key.
-  [[nodiscard]] bool contains(std::string_view key) {
-    for (; indexed_ < list_.size(); ++indexed_) {
-      hint_ = positions_.insert(hint_, indexed_);
+  /// Whether no entry has the key; the caller then appends the entry that has it.
+  [[nodiscard]] bool insert(std::string_view key) {
+    if (list_.size() < SMALL) {
+      return std::none_of(list_.begin(), list_.end(),
+                          [&](const Entry& entry) { return keyOf(entry) == key; });
     }
-    hint_ = positions_.lower_bound(key);  // where the key belongs if it comes next
-    return hint_ != positions_.end() && list_[*hint_].*key_ == key;
+    for (; indexed_ < list_.size(); ++indexed_) {
+      add(indexed_, keyOf(list_[indexed_]));
+    }
+    next_ = key;
+    const bool isNew = add(indexed_, key);
+    indexed_ += isNew ? 1 : 0;
+    return isNew;
   }
 
  private:
-  struct Less {
-    using is_transparent = void;
+  static constexpr std::size_t SMALL = 16;  // a list that is searched faster than indexed
+  // Never by chance: of a million keys in as many buckets hardly ten are in one.
+  static constexpr std::size_t LARGEST_BUCKET = 32;
 
-    template <typename Left, typename Right>
-    bool operator()(const Left& left, const Right& right) const noexcept {
-      return keyOf(left) < keyOf(right);
+  struct Key {
+    std::size_t hash;
+    std::size_t position;
+  };
+  struct HashOf {
+    std::size_t operator()(const Key& key) const noexcept { return key.hash; }
+  };
+  struct IsEqual {
+    const KeyIndex* index;
+    bool operator()(const Key& left, const Key& right) const noexcept {
+      return left.hash == right.hash && index->at(left.position) == index->at(right.position);
     }
-    [[nodiscard]] std::string_view keyOf(std::size_t position) const noexcept {
-      return (*list)[position].*key;
+  };
+  struct IsLess {
+    const KeyIndex* index;
+    bool operator()(std::size_t left, std::size_t right) const noexcept {
+      return index->at(left) < index->at(right);
     }
-    [[nodiscard]] std::string_view keyOf(std::string_view text) const noexcept { return text; }
-
-    const std::vector<Entry>* list;
-    std::string Entry::*key;
   };
 
-  const std::vector<Entry>& list_;
-  std::string Entry::*key_;
-  std::set<std::size_t, Less> positions_;
-  typename std::set<std::size_t, Less>::iterator hint_;
-  std::size_t indexed_ = 0;  // entries of the list that are in the index
-};
-
-/// The indexes of one walk over a document, during which only the handlers change the record.
-struct WalkIndexes {
-  explicit WalkIndexes(BasicConfig& record) noexcept
-      : icons(record.icons(), &Config::Icon::src),
-        preferences(record.preferences(), &Config::Preference::name) {}
-
-  KeyIndex<Config::Icon> icons;
-  KeyIndex<Config::Preference> preferences;
-};
-
-/// Whether some entry of `list` has the key; by the index if there is one and it is worth making.
-template <typename Entry>
-[[nodiscard]] bool hasKey(const std::vector<Entry>& list, std::string Entry::*key,
-                          std::string_view text, KeyIndex<Entry>* index) {
-  constexpr std::size_t SMALL = 16;
-  if (index != nullptr && list.size() > SMALL) {
-    return index->contains(text);
+  [[nodiscard]] std::string_view at(std::size_t position) const noexcept {
+    return position < list_.size() ? keyOf(list_[position]) : next_;
   }
-  return std::any_of(list.begin(), list.end(),
-                     [&](const Entry& entry) { return entry.*key == text; });
-}
+
+  bool add(std::size_t position, std::string_view key) {
+    if (!ordered_.empty()) {
+      return ordered_.insert(position).second;
+    }
+    const auto [place, isNew] = hashed_.insert({std::hash<std::string_view>()(key), position});
+    if (isNew && hashed_.bucket_size(hashed_.bucket(*place)) > LARGEST_BUCKET) {
+      for (const Key& known : hashed_) {
+        ordered_.insert(known.position);
+      }
+      hashed_.clear();
+    }
+    return isNew;
+  }
+
+  const std::vector<Entry>& list_;
+  std::unordered_set<Key, HashOf, IsEqual> hashed_;
+  std::set<std::size_t, IsLess> ordered_;
+  std::string_view next_;    // the key of the entry that `insert` is asked for
+  std::size_t indexed_ = 0;  // entries that are in the index
+};
 
 }  // namespace orvane::nimbrel::config::detail

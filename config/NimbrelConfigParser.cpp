@@ -1,15 +1,14 @@
 #include "config/NimbrelConfigParser.h"
 
-#include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
-#include "config/KeyIndex.h"
+#include "config/ElementReader.h"
 #include "config/Namespaces.h"
-#include "config/Reporter.h"
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/ValueRules.h"
+#include "config/handlers/Elements.h"
 #include "util/ParseException.h"
 
 namespace orvane::nimbrel::config {
@@ -38,32 +37,13 @@ std::shared_ptr<XmlDocument> parseXml(ParseObserver* observer, Parse parse) {
     return parse();
   } catch (const ParseException& error) {
     if (observer != nullptr) {
-      observer->onFinding({FindingCode::DOCUMENT_REJECTED,
-                           nullptr,
-                           {},
-                           {},
-                           error.line,
-                           error.column,
-                           error.what()});
+      const std::string_view none;
+      observer->onFinding({FindingCode::DOCUMENT_REJECTED, nullptr, nullptr, none, error.line,
+                           error.column, error.what()});
     }
     throw ConfigParser::ConfigException(error.what(), error.line, error.column);
   }
 }
-
-/// Holds the indexes of a walk for its duration.
-class WalkScope {
- public:
-  WalkScope(std::unique_ptr<detail::WalkIndexes>& indexes, BasicConfig& record)
-      : indexes_(indexes) {
-    indexes_ = std::make_unique<detail::WalkIndexes>(record);
-  }
-  WalkScope(const WalkScope&) = delete;
-  WalkScope& operator=(const WalkScope&) = delete;
-  ~WalkScope() { indexes_.reset(); }
-
- private:
-  std::unique_ptr<detail::WalkIndexes>& indexes_;
-};
 
 }  // namespace
 
@@ -129,14 +109,9 @@ Node NimbrelConfigParser::beginRecord(std::shared_ptr<XmlDocument> document,
   if (root == nullptr || !rules.xmlNodeHasName(root, W3C_WIDGETS_NAMESPACE, "widget")) {
     const std::uint32_t line = root == nullptr ? 0U : root->getLineNumber();
     if (observer_ != nullptr) {
-      const bool hasItsName = root != nullptr && root->nameView() == "widget";
-      observer_->onFinding({FindingCode::WRONG_ROOT,
-                            root.get(),
-                            nullptr,
-                            hasItsName ? root->namespaceView() : std::string_view(),
-                            line,
-                            0,
-                            {}});
+      const bool isNamed = root != nullptr && root->nameView() == "widget";
+      const std::string_view space = isNamed ? root->namespaceView() : std::string_view();
+      observer_->onFinding({FindingCode::WRONG_ROOT, root.get(), nullptr, space, line, 0, ""});
     }
     throw ConfigException(
         std::string("Document root is not a 'widget' from '") + W3C_WIDGETS_NAMESPACE + "'.", line,
@@ -164,65 +139,34 @@ const std::string& NimbrelConfigParser::getErrorText() const noexcept {
 }
 
 void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
-  const BasicConfig& target = record();
-  const std::vector<std::string>& locales = target.getUserAgentLocales();
-
-  // One pass over the children, whatever the number of locales: each child joins the queue of its
-  // locale. A queue is chained through the visits; 0 ends it.
-  struct Visit {
-    const XmlNode* child;
-    std::size_t next;
-  };
-  struct Queue {
-    std::string_view locale;
-    std::size_t first = 0;
-    std::size_t last = 0;
-  };
-  std::vector<Visit> visits;
-  visits.reserve(32);  // enough for most documents
-  visits.push_back({nullptr, 0});
-  std::vector<Queue> queues;
-  queues.reserve(locales.size());
+  const std::vector<std::string>& locales = record().getUserAgentLocales();
+  // One pass over the children, whatever the number of locales.
+  std::map<std::string_view, std::vector<const XmlNode*>> children;
   for (const std::string& locale : locales) {
-    queues.push_back({locale});
+    children[locale];
   }
-  const auto byLocale = [](const Queue& queue, std::string_view locale) {
-    return queue.locale < locale;
-  };
-  std::sort(queues.begin(), queues.end(),
-            [](const Queue& left, const Queue& right) { return left.locale < right.locale; });
-  const auto queueOf = [&](std::string_view locale) -> Queue* {
-    const auto found = std::lower_bound(queues.begin(), queues.end(), locale, byLocale);
-    return found != queues.end() && found->locale == locale ? &*found : nullptr;
-  };
-  const auto enqueue = [&](Queue* queue, const XmlNode* child) {
-    if (queue != nullptr) {
-      (queue->first == 0 ? queue->first : visits[queue->last].next) = visits.size();
-      queue->last = visits.size();
-      visits.push_back({child, 0});
+  const auto add = [&](std::string_view locale, const XmlNode* child) {
+    const auto found = children.find(locale);
+    if (found != children.end()) {
+      found->second.push_back(child);
     }
   };
-
-  Queue* const anyLocale = queueOf(ANY_LOCALE);
   const std::shared_ptr<XmlDocument>& document = config->document();
   const Node root = document == nullptr ? nullptr : document->getDocumentElement();
   for (const XmlNode* child = root == nullptr ? nullptr : root->firstElementChild();
        child != nullptr; child = child->nextElementSibling()) {
     const std::string_view lang = child->attributeView("lang", XML_NAMESPACE);
     if (lang.empty()) {
-      enqueue(anyLocale, child);
+      add(ANY_LOCALE, child);
     }
     // An empty language is no language, yet it equals an empty locale; "*" is never a language.
     if (lang.data() != nullptr && lang != ANY_LOCALE) {
-      enqueue(queueOf(lang), child);
+      add(lang, child);
     }
   }
-  nodes.reserve(nodes.size() + visits.size());
   for (const std::string& locale : locales) {
-    for (std::size_t at = queueOf(locale)->first; at != 0; at = visits[at].next) {
-      // What `share` does, but the document is at hand.
-      nodes.push_back(std::const_pointer_cast<XmlNode>(
-          std::shared_ptr<const XmlNode>(document, visits[at].child)));
+    for (const XmlNode* child : children[locale]) {
+      nodes.push_back(std::const_pointer_cast<XmlNode>(child->share()));
     }
   }
 }
@@ -231,8 +175,7 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
   std::vector<Element>& elements = record().elements();
-  const WalkScope scope(indexes_, record());
-  const detail::HandlerContext context{*this, rules, record(), observer_.get()};
+  detail::HandlerContext context = contextOf();
   elements.reserve(elements.size() + nodes.size());
   for (Node& listed : nodes) {
     // No handler adds to the elements, so the reference holds.
@@ -243,9 +186,46 @@ void NimbrelConfigParser::processWidgetElements(std::vector<Node> nodes) {
     } else if (!rules.xmlNodeHasName(node, W3C_WIDGETS_NAMESPACE, "param")) {
       // A param outside of a feature means nothing, and is no error either.
       setError("!Error: ConfigParser::processWidgetElements, Found unknown xml element");
-      context.reporterOf (*node)(FindingCode::UNKNOWN_ELEMENT);
+      context.readerOf(*node).report(FindingCode::UNKNOWN_ELEMENT);
     }
   }
+}
+
+// The handlers one by one, for hosts. A line each.
+// clang-format off
+void NimbrelConfigParser::processWidgetAttributes(const Node& node) { handle(detail::WIDGET, node); }
+void NimbrelConfigParser::processName(const Node& node) { handle(detail::NAME, node); }
+void NimbrelConfigParser::processDescription(const Node& node) { handle(detail::DESCRIPTION, node); }
+void NimbrelConfigParser::processLicense(const Node& node) { handle(detail::LICENSE, node); }
+void NimbrelConfigParser::processAuthor(const Node& node) { handle(detail::AUTHOR, node); }
+void NimbrelConfigParser::processContent(const Node& node) { handle(detail::CONTENT, node); }
+void NimbrelConfigParser::processIcon(const Node& node) { handle(detail::ICON, node); }
+void NimbrelConfigParser::processPreference(const Node& node) { handle(detail::PREFERENCE, node); }
+void NimbrelConfigParser::processFeature(const Node& node) { handle(detail::FEATURE, node); }
+void NimbrelConfigParser::processAccess(const Node& node) { handle(detail::ACCESS, node); }
+bool NimbrelConfigParser::processCookieJar(const Node& node) { return tryHandle(detail::COOKIE_JAR, node); }
+bool NimbrelConfigParser::processAuth(const Node& node) { return tryHandle(detail::AUTH, node); }
+bool NimbrelConfigParser::processNetwork(const Node& node) { return tryHandle(detail::NETWORK, node); }
+bool NimbrelConfigParser::processGestures(const Node& node) { return tryHandle(detail::GESTURES, node); }
+bool NimbrelConfigParser::processPermissions(const Node& node) { return tryHandle(detail::PERMISSIONS, node); }
+bool NimbrelConfigParser::processChrome(const Node& node) { return tryHandle(detail::CHROME, node); }
+bool NimbrelConfigParser::processSettings(const Node& node) { return tryHandle(detail::SETTINGS, node); }
+bool NimbrelConfigParser::processMessaging(const Node& node) { return tryHandle(detail::MESSAGING, node); }
+bool NimbrelConfigParser::processLocalResources(const Node& node) { return tryHandle(detail::RESOURCES, node); }
+bool NimbrelConfigParser::processExport(const Node& node) { return tryHandle(detail::EXPORT, node); }
+// clang-format on
+
+void NimbrelConfigParser::processDefaultLocale(const Option<std::string>& defaultLocale) {
+  detail::completeLocales(record(), defaultLocale);
+}
+
+void NimbrelConfigParser::processViewMode(const Option<std::string>& viewModes) {
+  detail::readViewModes(contextOf(), viewModes);
+}
+
+Option<unsigned int> parseWidthOrHeight(const ConfigRules& /*rules*/,
+                                        const Option<std::string>& value) {
+  return value ? detail::readSize(value.get()) : Option<unsigned int>();
 }
 
 BasicConfig& NimbrelConfigParser::record() const {
@@ -255,23 +235,19 @@ BasicConfig& NimbrelConfigParser::record() const {
   return *config;
 }
 
-detail::Reporter NimbrelConfigParser::reporterOf(const Node& node) const noexcept {
-  return {observer_.get(), node.get()};
+detail::HandlerContext NimbrelConfigParser::contextOf() {
+  return {*iriParser,      *idnConverter, rules,       record(),
+          observer_.get(), idIri,         contentSeen, errorText};
 }
 
-Option<std::string> NimbrelConfigParser::readIri(const Node& node,
-                                                 const AttributeDescription& attribute) {
-  Option<std::string> value = detail::readAttribute(node, attribute);
-  if (value && !iriParser->tryParse(value.get().c_str(), idIri)) {
-    reporterOf(node)(FindingCode::NOT_AN_IRI, attribute, value);
-    value.reset();
-  }
-  return value;
+bool NimbrelConfigParser::handle(const detail::KnownElement& element, const Node& node) {
+  detail::HandlerContext context = contextOf();
+  detail::requireNode(node);
+  return element.handle(context, node);
 }
 
-bool NimbrelConfigParser::processExtension(const Node& node, const detail::KnownElement& element) {
-  return node != nullptr && config != nullptr &&
-         element.handle({*this, rules, *config, observer_.get()}, node);
+bool NimbrelConfigParser::tryHandle(const detail::KnownElement& element, const Node& node) {
+  return node != nullptr && config != nullptr && handle(element, node);
 }
 
 }  // namespace orvane::nimbrel::config

@@ -22,9 +22,8 @@
 namespace orvane::nimbrel::config {
 
 namespace detail {
-class Reporter;
+struct HandlerContext;
 struct KnownElement;
-struct WalkIndexes;
 }  // namespace detail
 
 /// The parser of configuration documents: walks the root's children in the order of the locales,
@@ -32,8 +31,8 @@ struct WalkIndexes;
 /// Configuration", and the runtime's extension elements).
 ///
 /// May be used for any number of documents, one after the other. Each parse makes a new record.
-/// Three things carry over on purpose: the error text, the last valid id, and that some document
-/// had a "content" element, after which later documents get no start file.
+/// Three things carry over on purpose: the error text, the IRI that was parsed last, and that some
+/// document had a "content" element, after which later documents get no start file.
 ///
 /// It shares its services with the caller and its last record with those who received it. One
 /// parser serves one thread at a time. Basic guarantee: when a parse, a step or a handler throws,
@@ -97,8 +96,9 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   /// @{
   /// Writes its part of the record and ignores invalid values silently; single-valued fields keep
   /// the first element that reaches them. Throws `std::logic_error` when there is no record and
-  /// `std::invalid_argument` "node cannot be NULL" for a null node. Strong guarantee: one that
-  /// throws has changed nothing.
+  /// `std::invalid_argument` "node cannot be NULL" for a null node. When a service or the observer
+  /// throws, the record is as before, but for the name that `processName` stores before the short
+  /// name; and `processContent` has seen its element.
   void processName(const std::shared_ptr<util::XmlNode>& node);
   void processDescription(const std::shared_ptr<util::XmlNode>& node);
   void processLicense(const std::shared_ptr<util::XmlNode>& node);
@@ -151,23 +151,19 @@ class NIMBREL_CONFIG_API NimbrelConfigParser : public ConfigParser {
   std::shared_ptr<util::UnicodeUtil> unicodeUtil;    ///< what the rules were built from
   ConfigRules rules;                                 ///< copied into every kept element
   std::shared_ptr<BasicConfig> config;               ///< the record; null before the first parse
-  util::Option<util::IRI> idIri;  ///< the IRI that was parsed last; None before the first
+  util::Option<util::IRI> idIri;  ///< the IRI that was parsed last, of any element; None before
   bool contentSeen = false;       ///< whether any document had a "content" element
   std::string errorText;          ///< see `getErrorText`
 
   /// @}
 
  private:
-  std::unique_ptr<detail::WalkIndexes> indexes_;  // only while a walk is going on
-  std::shared_ptr<ParseObserver> observer_;       // may be null
+  std::shared_ptr<ParseObserver> observer_;  // may be null
 
   [[nodiscard]] BasicConfig& record() const;
-  [[nodiscard]] detail::Reporter reporterOf(
-      const std::shared_ptr<util::XmlNode>& node) const noexcept;
-  [[nodiscard]] util::Option<std::string> readIri(const std::shared_ptr<util::XmlNode>& node,
-                                                  const AttributeDescription& attribute);
-  bool processExtension(const std::shared_ptr<util::XmlNode>& node,
-                        const detail::KnownElement& element);
+  [[nodiscard]] detail::HandlerContext contextOf();
+  bool handle(const detail::KnownElement& element, const std::shared_ptr<util::XmlNode>& node);
+  bool tryHandle(const detail::KnownElement& element, const std::shared_ptr<util::XmlNode>& node);
 };
 
 /// A width or height: None for an absent value, for one that is no number and for 0. Throws only

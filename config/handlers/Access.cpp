@@ -2,17 +2,15 @@
 #include <string_view>
 #include <utility>
 
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 enum : std::uint8_t { ORIGIN, SUBDOMAINS };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"origin", ValueKind::ORIGIN, true, "accessRequestList[]"},
-    {"subdomains", ValueKind::BOOLEAN, false, "accessRequestList[].subdomains"},
+    neededAttribute("origin", ValueKind::ORIGIN, "host"),
+    optionalAttribute("subdomains", ValueKind::BOOLEAN, "subdomains"),
 };
 
 constexpr struct {
@@ -39,48 +37,45 @@ std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
   return std::nullopt;
 }
 
-}  // namespace
-
-extern const KnownElement ACCESS;
-const KnownElement ACCESS = {{"access", false, Repetition::ADDS, {}, ATTRIBUTES},
-                             callMember<&NimbrelConfigParser::processAccess>};
-
-}  // namespace detail
-
-void NimbrelConfigParser::processAccess(const std::shared_ptr<util::XmlNode>& node) {
-  std::vector<Config::AccessRequest>& requests = record().accessRequestList();
-  const util::Option<std::string> origin =
-      detail::readAttribute(node, detail::ATTRIBUTES[detail::ORIGIN]);
-  const detail::Reporter report = reporterOf(node);
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  const util::Option<std::string> origin = reader.presentText(ATTRIBUTES[ORIGIN]);
   if (!origin) {
-    return report(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::ORIGIN]);
+    return false;
   }
+  const auto reject = [&] {
+    return reader.report(FindingCode::NOT_AN_ORIGIN, ATTRIBUTES[ORIGIN], origin);
+  };
   Config::AccessRequest request;
   if (origin == "*") {
     request.allOrigins = 1;
   } else {
-    if (!iriParser->tryParse(origin.get().c_str(), idIri) || !idIri ||
-        !detail::isOrigin(idIri.get())) {
-      return report(FindingCode::NOT_AN_ORIGIN, detail::ATTRIBUTES[detail::ORIGIN], origin);
+    util::Option<util::IRI>& iri = context.idIri;
+    if (!context.iriParser.tryParse(origin.c_str(), iri) || !iri || !isOrigin(iri.get())) {
+      return reject();
     }
-    if (node->attributeView("subdomains").data() != nullptr) {
-      const std::optional<bool> wanted =
-          detail::readBooleanAttribute(*node, detail::ATTRIBUTES[detail::SUBDOMAINS], report);
+    if (node->attributeView(ATTRIBUTES[SUBDOMAINS].name).data() != nullptr) {
+      const std::optional<bool> wanted = reader.boolean(ATTRIBUTES[SUBDOMAINS]);
       if (!wanted) {
-        return;
+        return false;
       }
       request.subdomains = *wanted;
     }
-    const util::IRI& iri = idIri.get();
-    const std::optional<std::uint16_t> port = detail::portOf(iri);
-    if (!port || !idnConverter->tryConvertToASCII(iri.host.c_str(), request.host)) {
-      return report(FindingCode::NOT_AN_ORIGIN, detail::ATTRIBUTES[detail::ORIGIN], origin);
+    const std::optional<std::uint16_t> port = portOf(iri.get());
+    if (!port || !context.idnConverter.tryConvertToASCII(iri.get().host.c_str(), request.host)) {
+      return reject();
     }
-    request.scheme = iri.scheme;
+    request.scheme = iri.get().scheme;
     request.port = *port;
   }
-  request.element = std::make_shared<Element>(node, rules);
-  requests.push_back(std::move(request));
+  request.element = std::make_shared<Element>(node, context.rules);
+  context.record.accessRequestList().push_back(std::move(request));
+  return true;
 }
 
-}  // namespace orvane::nimbrel::config
+}  // namespace
+
+const KnownElement ACCESS =
+    w3cElement("access", Repetition::ADDS, handle, "accessRequestList[]", ATTRIBUTES);
+
+}  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,6 @@
 #include "config/handlers/ExtensionFrame.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr ErrorTexts TEXTS = {"tavlo:auth is missing tavlo:asset element ",
@@ -13,36 +12,27 @@ constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
 
 // Only the value counts, whatever the key.
 constexpr SwitchWords TOKEN_WORD = {{"token", "token"}, {}};
-constexpr KeyDescription ANY_KEY = {
-    {}, ValueKind::SWITCH, KeyRule::ONLY_RAISED, "orvnAuthMode", &TOKEN_WORD};
+constexpr KeyDescription ANY_KEY = {ANY_NAME, ValueKind::SWITCH, KeyRule::ONLY_RAISED,
+                                    "orvnAuthMode", &TOKEN_WORD};
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   bool allKnown = true;
-  const bool complete = ExtensionFrame(context, TEXTS)
-                            .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-                              logKeyValue(SITE, setting);
-                              if (setting.isTriggered(TOKEN_WORD)) {
-                                context.record.orvnAuthMode() = TOKEN_AUTHENTICATION;
-                              } else {
-                                // Without its first letter on purpose: hosts know the text as it
-                                // is.
-                                context.parser.setError("nvalid certification key: ");
-                                allKnown = false;
-                              }
-                            });
-  return complete && allKnown;
+  const auto apply = [&](const Setting& setting) {
+    logKeyValue(SITE, setting);
+    if (setting.isTriggered(TOKEN_WORD)) {
+      context.record.orvnAuthMode() = TOKEN_AUTHENTICATION;
+    } else {
+      // Without its first letter on purpose: hosts know the text as it is.
+      context.errorText = "nvalid certification key: ";
+      allKnown = false;
+    }
+  };
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, apply) && allKnown;
 }
 
 }  // namespace
 
-extern const KnownElement AUTH;
-const KnownElement AUTH = {{"auth", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_KEY},
-                           handle};
+const KnownElement AUTH =
+    extensionElement("auth", Repetition::ADDS, handle, NO_MEMBER, CHILDREN, NO_KEYS, &ANY_KEY);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processAuth(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::AUTH);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

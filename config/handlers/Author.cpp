@@ -1,39 +1,33 @@
 #include <utility>
 
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 enum : std::uint8_t { HREF, EMAIL };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"href", ValueKind::IRI, false, "author.href"},
-    {"email", ValueKind::TEXT, false, "author.email"},
+    optionalAttribute("href", ValueKind::IRI, "href"),
+    optionalAttribute("email", ValueKind::TEXT, "email"),
 };
+
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<Config::Author>& author = context.record.author();
+  if (author) {
+    return reader.report(FindingCode::REPEATED);
+  }
+  Config::Author read;
+  read.href = context.readIri(reader, ATTRIBUTES[HREF]);
+  read.email = reader.text(ATTRIBUTES[EMAIL]);
+  read.name = context.rules.getTextContent(node, true);
+  author = std::move(read);
+  return true;
+}
 
 }  // namespace
 
-extern const KnownElement AUTHOR;
-const KnownElement AUTHOR = {
-    {"author", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES, "author.name"},
-    callMember<&NimbrelConfigParser::processAuthor>};
+const KnownElement AUTHOR =
+    w3cElement("author", Repetition::FIRST_COUNTS, handle, "author", ATTRIBUTES, "name");
 
-}  // namespace detail
-
-void NimbrelConfigParser::processAuthor(const std::shared_ptr<util::XmlNode>& node) {
-  BasicConfig& target = record();
-  if (target.author()) {
-    return reporterOf(node)(FindingCode::REPEATED);
-  }
-  util::LocalizableString name = rules.getTextContent(node, true);
-  util::Option<std::string> email = detail::readAttribute(node, detail::ATTRIBUTES[detail::EMAIL]);
-  util::Option<std::string> href = readIri(node, detail::ATTRIBUTES[detail::HREF]);
-  Config::Author& author = target.author().emplace();
-  author.name = std::move(name);
-  author.email = std::move(email);
-  author.href = std::move(href);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,6 @@
 #include "config/handlers/KeyTable.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr ErrorTexts TEXTS = {"tavlo:chrome unknown sub element",
@@ -12,31 +11,21 @@ constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
 
 constexpr KeyTable KEYS({KeyRow<std::string>{
     {"configureSearchBar", ValueKind::TEXT, KeyRule::LAST_COUNTS, "chromeSettings"},
-    [](std::string& searchBar, const KeyDescription& /*key*/, const Setting& setting) {
-      searchBar = setting.valueText();
-    }}});
+    [](std::string& searchBar, const Setting& setting) { searchBar = setting.valueText(); }}});
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   // Each element starts again from the default.
   std::string& searchBar = context.record.chromeSettings();
   searchBar = "system";
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        KEYS.applyOrReport(searchBar, setting);
-        logKeyValue(SITE, setting);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    KEYS.applyOrReport(searchBar, setting);
+    logKeyValue(SITE, setting);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement CHROME;
-const KnownElement CHROME = {
-    {"chrome", true, Repetition::RESTARTS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+const KnownElement CHROME =
+    extensionElement("chrome", Repetition::RESTARTS, handle, NO_MEMBER, CHILDREN, KEYS);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processChrome(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::CHROME);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,49 +1,46 @@
 #include <utility>
 
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 enum : std::uint8_t { SRC, ENCODING, TYPE };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"src", ValueKind::PATH, true, "startFile.src"},
-    {"encoding", ValueKind::ENCODING, false, "startFile.encoding"},
-    {"type", ValueKind::MEDIA_TYPE, false, "startFile.type"},
+    neededAttribute("src", ValueKind::PATH, "src"),
+    optionalAttribute("encoding", ValueKind::ENCODING, "encoding"),
+    optionalAttribute("type", ValueKind::MEDIA_TYPE, "type"),
 };
 
-}  // namespace
-
-extern const KnownElement CONTENT;
-const KnownElement CONTENT = {{"content", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES},
-                              callMember<&NimbrelConfigParser::processContent>};
-
-}  // namespace detail
-
-void NimbrelConfigParser::processContent(const std::shared_ptr<util::XmlNode>& node) {
-  BasicConfig& target = record();
-  // The first element counts even when it is unusable: then there is no start file.
-  if (target.startFile() || contentSeen) {
-    return reporterOf(node)(FindingCode::REPEATED);
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<Config::StartFile>& startFile = context.record.startFile();
+  if (startFile || context.contentSeen) {
+    return reader.report(FindingCode::REPEATED);
   }
-  util::Option<std::string> src = detail::readAttribute(node, detail::ATTRIBUTES[detail::SRC]);
-  util::Option<std::string> encoding =
-      detail::readAttribute(node, detail::ATTRIBUTES[detail::ENCODING]);
-  util::Option<std::string> type = detail::readAttribute(node, detail::ATTRIBUTES[detail::TYPE]);
-  contentSeen = true;  // only now: what may throw lies behind
-  if (!src || src.get().empty()) {
-    return reporterOf(node)(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::SRC], src);
+  // Set before anything is read: the first element counts even when it is unusable, and then there
+  // is no start file.
+  context.contentSeen = true;
+  util::Option<std::string> src = reader.filledText(ATTRIBUTES[SRC]);
+  if (!src) {
+    return false;
   }
   Config::StartFile file{std::move(src.get()), {}, {}};
+  util::Option<std::string> encoding = reader.text(ATTRIBUTES[ENCODING]);
   if (encoding) {
     file.encoding = std::move(encoding.get());
   }
+  util::Option<std::string> type = reader.text(ATTRIBUTES[TYPE]);
   if (type) {
     file.type = std::move(type.get());
   }
-  target.startFile() = std::move(file);
+  startFile = std::move(file);
+  return true;
 }
 
-}  // namespace orvane::nimbrel::config
+}  // namespace
+
+const KnownElement CONTENT =
+    w3cElement("content", Repetition::FIRST_COUNTS, handle, "startFile", ATTRIBUTES);
+
+}  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,6 @@
 #include "config/handlers/KeyTable.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using Jar = Config::CookieJarSettings;
@@ -14,37 +13,25 @@ constexpr const char* SITE = "XmlConfigParser::processCookieJar";
 constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
 
 constexpr KeyTable KEYS({
-    raises<&Jar::persistent>("persistent", "cookieJarSettings.persistent", TRUE_WORD),
-    raises<&Jar::usePrivateCookies>("usePrivateCookies", "cookieJarSettings.usePrivateCookies",
-                                    TRUE_WORD),
-    raises<&Jar::useDeviceCookies>("useDeviceCookies", "cookieJarSettings.useDeviceCookies",
-                                   TRUE_WORD),
-    raises<&Jar::useAuthCookies>("useAuthCookies", "cookieJarSettings.useAuthCookies", TRUE_WORD),
-    raises<&Jar::useAccessToken>("useAccessToken", "cookieJarSettings.useAccessToken", TRUE_WORD),
-    raises<&Jar::useAuthCookiesForRegionalStack>("useAuthCookiesForRegionalStack",
-                                                 "cookieJarSettings.useAuthCookiesForRegionalStack",
-                                                 TRUE_WORD),
+    raises<&Jar::persistent, TRUE_WORD>("persistent"),
+    raises<&Jar::usePrivateCookies, TRUE_WORD>("usePrivateCookies"),
+    raises<&Jar::useDeviceCookies, TRUE_WORD>("useDeviceCookies"),
+    raises<&Jar::useAuthCookies, TRUE_WORD>("useAuthCookies"),
+    raises<&Jar::useAccessToken, TRUE_WORD>("useAccessToken"),
+    raises<&Jar::useAuthCookiesForRegionalStack, TRUE_WORD>("useAuthCookiesForRegionalStack"),
 });
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   Jar& jar = context.record.cookieJarSettings();
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        logKeyValue(SITE, setting);
-        KEYS.applyOrReport(jar, setting);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    logKeyValue(SITE, setting);
+    KEYS.applyOrReport(jar, setting);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement COOKIE_JAR;
-const KnownElement COOKIE_JAR = {
-    {"cookiejar", true, Repetition::ADDS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+const KnownElement COOKIE_JAR =
+    extensionElement("cookiejar", Repetition::ADDS, handle, "cookieJarSettings", CHILDREN, KEYS);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processCookieJar(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::COOKIE_JAR);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,20 +1,20 @@
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
-extern const KnownElement DESCRIPTION;
-const KnownElement DESCRIPTION = {
-    {"description", false, Repetition::FIRST_COUNTS, {}, {}, "description"},
-    callMember<&NimbrelConfigParser::processDescription>};
+namespace orvane::nimbrel::config::detail {
+namespace {
 
-}  // namespace detail
-
-void NimbrelConfigParser::processDescription(const std::shared_ptr<util::XmlNode>& node) {
-  BasicConfig& target = record();
-  if (target.description()) {
-    return reporterOf(node)(FindingCode::REPEATED);
+bool handle(HandlerContext& context, const Node& node) {
+  util::Option<util::LocalizableString>& description = context.record.description();
+  if (description) {
+    return context.readerOf(*node).report(FindingCode::REPEATED);
   }
-  target.description() = rules.getTextContent(node, false);
+  description = context.rules.getTextContent(node, false);
+  return true;
 }
 
-}  // namespace orvane::nimbrel::config
+}  // namespace
+
+const KnownElement DESCRIPTION = w3cElement("description", Repetition::FIRST_COUNTS, handle,
+                                            NO_MEMBER, NO_ATTRIBUTES, "description");
+
+}  // namespace orvane::nimbrel::config::detail

@@ -1,58 +1,20 @@
-// The list of the elements below the root: an element has a line here and one in the table.
+#include "config/handlers/Elements.h"
 
 #include <array>
 #include <iterator>
-#include <string_view>
 
-#include "config/handlers/KnownElement.h"
+#include "config/Namespaces.h"
 
 namespace orvane::nimbrel::config {
 namespace detail {
-
-extern const KnownElement NAME;
-extern const KnownElement DESCRIPTION;
-extern const KnownElement LICENSE;
-extern const KnownElement ICON;
-extern const KnownElement AUTHOR;
-extern const KnownElement PREFERENCE;
-extern const KnownElement CONTENT;
-extern const KnownElement FEATURE;
-extern const KnownElement ACCESS;
-extern const KnownElement COOKIE_JAR;
-extern const KnownElement AUTH;
-extern const KnownElement NETWORK;
-extern const KnownElement GESTURES;
-extern const KnownElement PERMISSIONS;
-extern const KnownElement CHROME;
-extern const KnownElement SETTINGS;
-extern const KnownElement MESSAGING;
-extern const KnownElement RESOURCES;
-extern const KnownElement EXPORT;
 
 namespace {
 
 // In the order in which they are tried.
 constexpr const KnownElement* ELEMENTS[] = {
-    &NAME,         //
-    &DESCRIPTION,  //
-    &LICENSE,      //
-    &ICON,         //
-    &AUTHOR,       //
-    &PREFERENCE,   //
-    &CONTENT,      //
-    &FEATURE,      //
-    &ACCESS,       //
-    &COOKIE_JAR,   //
-    &AUTH,         //
-    &NETWORK,      //
-    &GESTURES,     //
-    &PERMISSIONS,  //
-    &CHROME,       //
-    &SETTINGS,     //
-    &MESSAGING,    //
-    &RESOURCES,    //
-    &EXPORT,       //
-};
+    &NAME,    &DESCRIPTION, &LICENSE,    &ICON,      &AUTHOR,  &PREFERENCE, &CONTENT,
+    &FEATURE, &ACCESS,      &COOKIE_JAR, &AUTH,      &NETWORK, &GESTURES,   &PERMISSIONS,
+    &CHROME,  &SETTINGS,    &MESSAGING,  &RESOURCES, &EXPORT};
 
 constexpr auto descriptionsOf() noexcept {
   std::array<const ElementDescription*, std::size(ELEMENTS)> descriptions{};
@@ -65,9 +27,19 @@ constexpr auto DESCRIPTIONS = descriptionsOf();
 
 }  // namespace
 
+util::Option<std::string> HandlerContext::readIri(const ElementReader& reader,
+                                                  const AttributeDescription& attribute) const {
+  util::Option<std::string> value = reader.text(attribute);
+  if (value && !iriParser.tryParse(value.c_str(), idIri)) {
+    reader.report(FindingCode::NOT_AN_IRI, attribute, value);
+    value.reset();
+  }
+  return value;
+}
+
 const KnownElement* findKnownElement(const util::XmlNode& node) noexcept {
   const std::string_view space = node.namespaceView();
-  const bool isExtension = space == EXTENSION;
+  const bool isExtension = space == EXTENSION_NAMESPACE;
   if (!isExtension && space != W3C_WIDGETS_NAMESPACE) {
     return nullptr;
   }
@@ -81,6 +53,10 @@ const KnownElement* findKnownElement(const util::XmlNode& node) noexcept {
 }
 
 }  // namespace detail
+
+const ElementDescription& widgetDescription() noexcept {
+  return detail::WIDGET.description;
+}
 
 DescriptionList<const ElementDescription*> elementDescriptions() noexcept {
   return {detail::DESCRIPTIONS.data(), detail::DESCRIPTIONS.size()};

@@ -1,34 +1,31 @@
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 #include "util/Log.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
-// The map's hash is not keyed, so paths can be made that all fall into one bucket; by chance not
-// even a few do. This many tell an attack, whose cost would be the square of the document's size.
+// An author can choose paths whose hashes collide, at a cost that is the square of the document's
+// size. So many never fall into one bucket by chance; further ones are ignored.
 constexpr std::size_t MAX_COLLISIONS = 100;
 
-constexpr AttributeDescription ATTRIBUTES[] = {{"resource", ValueKind::PATH, true, "exports[]"}};
+constexpr AttributeDescription ATTRIBUTES[] = {
+    neededAttribute("resource", ValueKind::PATH, "exports[]")};
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
-  const util::Option<std::string> resource = readAttribute(*node, ATTRIBUTES[0]);
-  const Reporter report = context.reporterOf(*node);
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  const util::Option<std::string> resource = reader.text(ATTRIBUTES[0]);
   if (!resource) {
-    context.parser.setError("Missing or invalid resource element");
-    report(FindingCode::MISSING_ATTRIBUTE, ATTRIBUTES[0]);
-    return false;
+    context.errorText = "Missing or invalid resource element";
+    return reader.report(FindingCode::MISSING_ATTRIBUTE, ATTRIBUTES[0], resource);
   }
   const std::string& path = resource.get();
   auto& exports = context.record.exports();
   if (exports.bucket_size(exports.bucket(path)) > MAX_COLLISIONS) {
-    context.parser.setError("Too many colliding resource paths");
-    report(FindingCode::OUT_OF_RANGE, ATTRIBUTES[0], resource);
-    return false;
+    context.errorText = "Too many colliding resource paths";
+    return reader.report(FindingCode::OUT_OF_RANGE, ATTRIBUTES[0], resource);
   }
   if (!exports.try_emplace(path, Config::Export{path}).second) {
-    report(FindingCode::REPEATED, ATTRIBUTES[0], resource);
+    reader.report(FindingCode::REPEATED, ATTRIBUTES[0], resource);
   }
   NIMBREL_LOG_DEBUG("NimbrelConfigParser::processExport", "resourcePath = %s", path.c_str());
   return true;
@@ -36,14 +33,7 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
 
 }  // namespace
 
-extern const KnownElement EXPORT;
-const KnownElement EXPORT = {{"export", true, Repetition::UNIQUE_BY, "resource", ATTRIBUTES},
-                             handle};
+const KnownElement EXPORT = {
+    {"export", true, Repetition::UNIQUE_BY, "resource", NO_MEMBER, ATTRIBUTES}, handle};
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processExport(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::EXPORT);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/Namespaces.h"
+#include "config/handlers/Elements.h"
 #include "util/Log.h"
 
 // What the handlers of the extension elements share: a flat list of children, visited in document
@@ -20,101 +19,77 @@ struct ErrorTexts {
 
 /// A child that names a setting, and what it says.
 struct Setting {
-  const HandlerContext& context;
-  const util::XmlNode& element;
+  HandlerContext& context;
   const ChildDescription& description;
+  ElementReader reader;
   util::Option<std::string> key;    // always held
   util::Option<std::string> value;  // held if the child needs a value
-  Reporter report;                  // of the child
 
-  [[nodiscard]] const AttributeDescription& keyAttribute() const {
-    return description.attributes[0];
-  }
-  [[nodiscard]] const AttributeDescription& valueAttribute() const {
-    return description.attributes[1];
-  }
   [[nodiscard]] const std::string& keyText() const { return key.get(); }
   [[nodiscard]] const std::string& valueText() const { return value.get(); }
-  /// Whether the value is a trigger word; one that is no word is reported.
-  [[nodiscard]] bool isTriggered(const SwitchWords& words) const {
-    return detail::isTriggered(words, valueText(), valueAttribute(), report);
+  void reportKey(FindingCode code) const { reader.report(code, description.attributes[0], key); }
+  void reportValue(FindingCode code) const {
+    reader.report(code, description.attributes[1], value);
   }
+
+  /// Whether the value is a trigger word of a switch. A value that is none of its words is
+  /// reported.
+  [[nodiscard]] bool isTriggered(const SwitchWords& words) const;
+  /// The value as a number. One that is none ends the parse: throws as
+  /// `ConfigRules::parseNonNegativeInteger` does.
+  [[nodiscard]] unsigned int number() const;
 };
 
-/// The children of an extension element, for its handler.
-class ExtensionFrame {
- public:
-  ExtensionFrame(const HandlerContext& context, const ErrorTexts& texts) noexcept
-      : context_(context), texts_(texts) {}
+/// Whether a child is the one that is described.
+[[nodiscard]] inline bool isA(const ChildDescription& expected,
+                              const util::XmlNode& child) noexcept {
+  return child.nameView() == expected.name && child.namespaceView() == EXTENSION_NAMESPACE;
+}
 
-  /// Calls `visit(child)` for each element child until it returns false. True when none did.
-  template <typename Visit>
-  [[nodiscard]] static bool forEachChild(const util::XmlNode& element, Visit visit) {
-    for (const util::XmlNode* child = element.firstElementChild(); child != nullptr;
-         child = child->nextElementSibling()) {
-      if (!visit(*child)) {
-        return false;
-      }
-    }
-    return true;
+/// Sets the error for a child of another name; false, for the caller to return.
+bool stopAtElement(HandlerContext& context, const util::XmlNode& child, const char* error);
+/// Sets the error for a child without an attribute that it needs; false, for the caller to return.
+bool stopAtAttribute(HandlerContext& context, const ElementReader& child,
+                     const AttributeDescription& attribute, const char* error);
+
+/// Calls `visit(child)` for each element child until it returns false. True when none did.
+template <typename Visit>
+[[nodiscard]] bool forEachChild(const util::XmlNode& element, const Visit& visit) {
+  const util::XmlNode* child = element.firstElementChild();
+  while (child != nullptr && visit(*child)) {
+    child = child->nextElementSibling();
   }
+  return child == nullptr;
+}
 
-  /// Calls `act(setting)` for each child that is as described; at the first that is not, sets the
-  /// error and returns false. True otherwise.
-  template <typename Act>
-  [[nodiscard]] bool forEachSetting(const util::XmlNode& element, const ChildDescription& expected,
-                                    Act act) const {
-    return forEachChild(element, [&](const util::XmlNode& child) {
-      return is(child, expected) ? withSetting(child, expected, act) : stopAtElement(child);
-    });
+/// Calls `act(setting)` if the child has the attributes that it needs; else sets the error and
+/// returns false.
+template <typename Act>
+[[nodiscard]] bool withSetting(HandlerContext& context, const util::XmlNode& child,
+                               const ChildDescription& expected, const ErrorTexts& texts,
+                               const Act& act) {
+  const AttributeDescription& key = expected.attributes[0];
+  const AttributeDescription& value = expected.attributes[1];
+  const ElementReader reader = context.readerOf(child);
+  const Setting setting{context, expected, reader, reader.text(key), reader.text(value)};
+  if (!setting.key || (!setting.value && value.isRequired)) {
+    return stopAtAttribute(context, reader, setting.key ? value : key, texts.missingAttribute);
   }
+  act(setting);
+  return true;
+}
 
-  /// Whether a child is the one that is described.
-  [[nodiscard]] static bool is(const util::XmlNode& child,
-                               const ChildDescription& expected) noexcept {
-    return child.nameView() == expected.name && child.namespaceView() == EXTENSION;
-  }
-
-  /// Calls `act(setting)` if the child has the attributes that it needs; else sets the error and
-  /// returns false.
-  template <typename Act>
-  [[nodiscard]] bool withSetting(const util::XmlNode& child, const ChildDescription& expected,
-                                 Act act) const {
-    const Setting setting{context_,
-                          child,
-                          expected,
-                          readAttribute(child, expected.attributes[0]),
-                          readAttribute(child, expected.attributes[1]),
-                          context_.reporterOf(child)};
-    if (!setting.key) {
-      return stopAtAttribute(child, texts_.missingAttribute, setting.keyAttribute());
-    }
-    if (!setting.value && setting.valueAttribute().isRequired) {
-      return stopAtAttribute(child, texts_.missingAttribute, setting.valueAttribute());
-    }
-    act(setting);
-    return true;
-  }
-
-  /// A child of another name: sets the error; false, for the caller to return.
-  [[nodiscard]] bool stopAtElement(const util::XmlNode& child) const {
-    context_.parser.setError(texts_.wrongElement);
-    context_.reporterOf(child)(FindingCode::UNEXPECTED_CHILD);
-    return false;
-  }
-
-  /// A child without an attribute that it needs: sets the error; false, for the caller to return.
-  [[nodiscard]] bool stopAtAttribute(const util::XmlNode& child, const char* error,
-                                     const AttributeDescription& attribute) const {
-    context_.parser.setError(error);
-    context_.reporterOf(child)(FindingCode::MISSING_ATTRIBUTE, attribute);
-    return false;
-  }
-
- private:
-  const HandlerContext& context_;
-  const ErrorTexts& texts_;
-};
+/// Calls `act(setting)` for each child that is as described; at the first that is not, sets the
+/// error and returns false. True otherwise.
+template <typename Act>
+[[nodiscard]] bool forEachSetting(HandlerContext& context, const util::XmlNode& element,
+                                  const ChildDescription& expected, const ErrorTexts& texts,
+                                  const Act& act) {
+  return forEachChild(element, [&](const util::XmlNode& child) {
+    return isA(expected, child) ? withSetting(context, child, expected, texts, act)
+                                : stopAtElement(context, child, texts.wrongElement);
+  });
+}
 
 /// The debug line of elements whose settings have a "key".
 inline void logKeyValue(const char* site, const Setting& setting) {
@@ -127,10 +102,12 @@ inline void logNameValue(const char* site, const Setting& setting) {
 }
 
 // The attributes that most children have.
-inline constexpr AttributeDescription KEY_AND_VALUE[] = {{"key", ValueKind::TEXT, true},
-                                                         {"value", ValueKind::TEXT, true}};
-inline constexpr AttributeDescription NAME_AND_VALUE[] = {{"name", ValueKind::TEXT, true},
-                                                          {"value", ValueKind::TEXT, true}};
+inline constexpr AttributeDescription KEY_AND_VALUE[] = {neededAttribute("key", ValueKind::TEXT),
+                                                         neededAttribute("value", ValueKind::TEXT)};
+inline constexpr AttributeDescription NAME_AND_VALUE[] = {
+    neededAttribute("name", ValueKind::TEXT), neededAttribute("value", ValueKind::TEXT)};
+
+inline constexpr std::string_view ANY_NAME = {};  ///< of a row that stands for any key
 
 inline constexpr SwitchWords TRUE_WORD = {{"true", "true"}, {"false", "false"}};
 inline constexpr SwitchWords YES_WORD = {{"yes", "yes"}, {"no", "no"}};

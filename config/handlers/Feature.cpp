@@ -1,72 +1,68 @@
 #include <utility>
 
+#include "config/ConfigParser.h"
 #include "config/Namespaces.h"
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
-enum : std::uint8_t { NAME, REQUIRED };
+enum : std::uint8_t { NAME_OF_FEATURE, REQUIRED };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"name", ValueKind::IRI, true, "features[].name"},
-    {"required", ValueKind::BOOLEAN, false, "features[].required"},
+    neededAttribute("name", ValueKind::IRI, "name"),
+    optionalAttribute("required", ValueKind::BOOLEAN, "required"),
 };
 
+enum : std::uint8_t { KEY, VALUE };
 constexpr AttributeDescription PARAM_ATTRIBUTES[] = {
-    {"name", ValueKind::TEXT, true, "features[].params[].name"},
-    {"value", ValueKind::TEXT, true, "features[].params[].value"},
+    neededAttribute("name", ValueKind::TEXT, "params[].name"),
+    neededAttribute("value", ValueKind::TEXT, "params[].value"),
 };
 constexpr ChildDescription CHILDREN[] = {{"param", PARAM_ATTRIBUTES}};
 
-}  // namespace
+/// Appends what a child of a feature says, if it is a parameter with all that it needs.
+void readParam(const util::XmlNode& child, const ElementReader& reader, Config::Feature& feature) {
+  if (child.nameView() != CHILDREN[0].name || child.namespaceView() != W3C_WIDGETS_NAMESPACE) {
+    reader.report(FindingCode::UNKNOWN_ELEMENT);
+    return;
+  }
+  util::Option<std::string> key = reader.filledText(PARAM_ATTRIBUTES[KEY]);
+  if (key) {
+    util::Option<std::string> value = reader.presentText(PARAM_ATTRIBUTES[VALUE]);
+    if (value) {
+      feature.params.emplace_back(std::move(key.get()), std::move(value.get()));
+    }
+  }
+}
 
-extern const KnownElement FEATURE;
-const KnownElement FEATURE = {{"feature", false, Repetition::ADDS, {}, ATTRIBUTES, {}, CHILDREN},
-                              callMember<&NimbrelConfigParser::processFeature>};
-
-}  // namespace detail
-
-void NimbrelConfigParser::processFeature(const std::shared_ptr<util::XmlNode>& node) {
-  std::vector<Config::Feature>& features = record().features();
-  util::Option<std::string> name = detail::readAttribute(node, detail::ATTRIBUTES[detail::NAME]);
-  const detail::Reporter report = reporterOf(node);
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<std::string> name = reader.presentText(ATTRIBUTES[NAME_OF_FEATURE]);
   if (!name) {
-    return report(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::NAME]);
+    return false;
   }
   Config::Feature feature;
-  feature.required =
-      detail::readBooleanAttribute(*node, detail::ATTRIBUTES[detail::REQUIRED], report)
-          .value_or(true);
-  if (!iriParser->tryParse(name.get().c_str(), idIri)) {
+  feature.required = reader.boolean(ATTRIBUTES[REQUIRED]).value_or(true);
+  if (!context.iriParser.tryParse(name.c_str(), context.idIri)) {
     if (feature.required) {
-      report(FindingCode::REQUIRED_FEATURE_NAME, detail::ATTRIBUTES[detail::NAME], name);
-      throw ConfigException("Feature name is not a valid IRI.", node->getLineNumber(), 0U);
+      reader.report(FindingCode::REQUIRED_FEATURE_NAME, ATTRIBUTES[NAME_OF_FEATURE], name);
+      throw ConfigParser::ConfigException("Feature name is not a valid IRI.", node->getLineNumber(),
+                                          0U);
     }
-    return report(FindingCode::NOT_AN_IRI, detail::ATTRIBUTES[detail::NAME], name);
+    return reader.report(FindingCode::NOT_AN_IRI, ATTRIBUTES[NAME_OF_FEATURE], name);
   }
   feature.name = std::move(name.get());
   for (const util::XmlNode* child = node->firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
-    const detail::Reporter reportParam(observer_.get(), child);
-    if (child->nameView() != "param" || child->namespaceView() != W3C_WIDGETS_NAMESPACE) {
-      reportParam(FindingCode::UNKNOWN_ELEMENT);
-      continue;
-    }
-    util::Option<std::string> key = detail::readAttribute(*child, detail::PARAM_ATTRIBUTES[0]);
-    if (!key || key.get().empty()) {
-      reportParam(FindingCode::MISSING_ATTRIBUTE, detail::PARAM_ATTRIBUTES[0], key);
-      continue;
-    }
-    util::Option<std::string> value = detail::readAttribute(*child, detail::PARAM_ATTRIBUTES[1]);
-    if (!value) {
-      reportParam(FindingCode::MISSING_ATTRIBUTE, detail::PARAM_ATTRIBUTES[1]);
-      continue;
-    }
-    feature.params.emplace_back(std::move(key.get()), std::move(value.get()));
+    readParam(*child, context.readerOf(*child), feature);
   }
-  features.push_back(std::move(feature));
+  context.record.features().push_back(std::move(feature));
+  return true;
 }
 
-}  // namespace orvane::nimbrel::config
+}  // namespace
+
+const KnownElement FEATURE =
+    w3cElement("feature", Repetition::ADDS, handle, "features[]", ATTRIBUTES, NO_TEXT, CHILDREN);
+
+}  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,6 @@
 #include "config/handlers/KeyTable.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using Gesture = Config::Gesture;
@@ -13,40 +12,41 @@ constexpr ErrorTexts TEXTS = {"Invalid gesture's param format",
 constexpr const char* SITE = "NimbrelConfigParser::processGestures";
 
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"name", ValueKind::TEXT, true},
-    {"value", ValueKind::TEXT, true},
-    {"properties", ValueKind::TEXT, false, "gestureSettings.*.properties"}};
+    neededAttribute("name", ValueKind::TEXT),
+    neededAttribute("value", ValueKind::TEXT),
+    optionalAttribute("properties", ValueKind::TEXT, "*.properties"),
+};
+constexpr const AttributeDescription& PROPERTIES = ATTRIBUTES[2];
 constexpr ChildDescription CHILDREN[] = {{"param", ATTRIBUTES, "name"}};
 
 template <Gesture Gestures::*GESTURE>
-constexpr KeyRow<Gestures> enables(std::string_view name, std::string_view field) {
-  return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &YES_WORD},
-          [](Gestures& gestures, const KeyDescription& key, const Setting& setting) {
+constexpr KeyRow<Gestures> enables(std::string_view key, std::string_view field) {
+  return {{key, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &YES_WORD},
+          [](Gestures& gestures, const Setting& setting) {
             Gesture& gesture = gestures.*GESTURE;
-            if (setting.isTriggered(*key.words)) {
+            if (setting.isTriggered(YES_WORD)) {
               gesture.enabled = true;
-              const util::Option<std::string> properties =
-                  readAttribute(setting.element, ATTRIBUTES[2]);
+              const util::Option<std::string> properties = setting.reader.text(PROPERTIES);
               if (properties) {
                 gesture.properties = properties.get();
               }
             } else if (gesture.enabled) {
-              setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
+              setting.reportValue(FindingCode::REPEATED);
             }
           }};
 }
 
 constexpr KeyTable KEYS({
-    enables<&Gestures::pinchzoom>("pinchzoom", "gestureSettings.pinchzoom.enabled"),
-    enables<&Gestures::flick>("flick", "gestureSettings.flick.enabled"),
-    enables<&Gestures::drag>("drag", "gestureSettings.drag.enabled"),
-    enables<&Gestures::swipe>("swipe", "gestureSettings.swipe.enabled"),
-    enables<&Gestures::tap>("tap", "gestureSettings.tap.enabled"),
-    enables<&Gestures::multi_tap>("multi_tap", "gestureSettings.multi_tap.enabled"),
-    enables<&Gestures::hold>("hold", "gestureSettings.hold.enabled"),
+    enables<&Gestures::pinchzoom>("pinchzoom", "pinchzoom.enabled"),
+    enables<&Gestures::flick>("flick", "flick.enabled"),
+    enables<&Gestures::drag>("drag", "drag.enabled"),
+    enables<&Gestures::swipe>("swipe", "swipe.enabled"),
+    enables<&Gestures::tap>("tap", "tap.enabled"),
+    enables<&Gestures::multi_tap>("multi_tap", "multi_tap.enabled"),
+    enables<&Gestures::hold>("hold", "hold.enabled"),
 });
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   // Each element starts with all gestures off, their properties kept.
   Gestures& gestures = context.record.gestureSettings();
   for (Gesture* const gesture :
@@ -54,25 +54,16 @@ bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>&
         &gestures.multi_tap, &gestures.hold}) {
     gesture->enabled = false;
   }
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        KEYS.applyOrReport(gestures, setting);
-        NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
-                          setting.value.c_str(),
-                          readAttribute(setting.element, ATTRIBUTES[2]).c_str());
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    KEYS.applyOrReport(gestures, setting);
+    NIMBREL_LOG_DEBUG(SITE, "name = %s, value = %s, properties = %s", setting.key.c_str(),
+                      setting.value.c_str(), setting.reader.text(PROPERTIES).c_str());
+  });
 }
 
 }  // namespace
 
-extern const KnownElement GESTURES;
-const KnownElement GESTURES = {
-    {"gestures", true, Repetition::RESTARTS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+const KnownElement GESTURES =
+    extensionElement("gestures", Repetition::RESTARTS, handle, "gestureSettings", CHILDREN, KEYS);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processGestures(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::GESTURES);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

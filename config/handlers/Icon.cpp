@@ -1,44 +1,34 @@
 #include <utility>
 
-#include "config/KeyIndex.h"
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 enum : std::uint8_t { SRC, WIDTH, HEIGHT };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"src", ValueKind::PATH, true, "icons[].src"},
-    {"width", ValueKind::SIZE, false, "icons[].width"},
-    {"height", ValueKind::SIZE, false, "icons[].height"},
+    neededAttribute("src", ValueKind::PATH, "src"),
+    optionalAttribute("width", ValueKind::SIZE, "width"),
+    optionalAttribute("height", ValueKind::SIZE, "height"),
 };
+
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<std::string> src = reader.filledText(ATTRIBUTES[SRC]);
+  if (!src) {
+    return false;
+  }
+  if (!context.icons.insert(src.get())) {
+    return reader.report(FindingCode::REPEATED, ATTRIBUTES[SRC], src);
+  }
+  const util::Option<unsigned int> height = reader.size(ATTRIBUTES[HEIGHT]);
+  const util::Option<unsigned int> width = reader.size(ATTRIBUTES[WIDTH]);
+  context.record.icons().push_back({std::move(src.get()), height, width});
+  return true;
+}
 
 }  // namespace
 
-extern const KnownElement ICON;
-const KnownElement ICON = {{"icon", false, Repetition::UNIQUE_BY, {"src"}, ATTRIBUTES},
-                           callMember<&NimbrelConfigParser::processIcon>};
+const KnownElement ICON = w3cElement("icon", Repetition::UNIQUE_BY, handle, "icons[]", ATTRIBUTES);
 
-}  // namespace detail
-
-void NimbrelConfigParser::processIcon(const std::shared_ptr<util::XmlNode>& node) {
-  std::vector<Config::Icon>& icons = record().icons();
-  util::Option<std::string> src = detail::readAttribute(node, detail::ATTRIBUTES[detail::SRC]);
-  const detail::Reporter report = reporterOf(node);
-  if (!src || src.get().empty()) {
-    return report(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::SRC], src);
-  }
-  auto* const index = indexes_ == nullptr ? nullptr : &indexes_->icons;
-  if (detail::hasKey(icons, &Config::Icon::src, src.get(), index)) {
-    return report(FindingCode::REPEATED, detail::ATTRIBUTES[detail::SRC], src);
-  }
-  const util::Option<unsigned int> height =
-      detail::readSizeAttribute(*node, detail::ATTRIBUTES[detail::HEIGHT], report);
-  icons.push_back(
-      Config::Icon{std::move(src.get()), height,
-                   detail::readSizeAttribute(*node, detail::ATTRIBUTES[detail::WIDTH], report)});
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -10,7 +10,7 @@ namespace orvane::nimbrel::config::detail {
 
 /// What a value does to a record of settings.
 template <typename Record>
-using Effect = void (*)(Record& record, const KeyDescription& key, const Setting& setting);
+using Effect = void (*)(Record& record, const Setting& setting);
 
 template <typename Record>
 struct KeyRow {
@@ -30,15 +30,14 @@ class KeyTable {
     }
   }
 
-  [[nodiscard]] constexpr DescriptionList<KeyDescription> descriptions() const noexcept {
-    return descriptions_;
-  }
+  // NOLINTNEXTLINE(google-explicit-constructor): so that an element names its table only
+  constexpr operator DescriptionList<KeyDescription>() const noexcept { return descriptions_; }
 
   /// Does what a setting asks for. False when its key is not in the table.
   bool apply(std::string_view key, Record& record, const Setting& setting) const {
     for (std::size_t i = 0; i < SIZE; ++i) {
       if (descriptions_[i].name == key) {
-        effects_[i](record, descriptions_[i], setting);
+        effects_[i](record, setting);
         return true;
       }
     }
@@ -48,7 +47,7 @@ class KeyTable {
   /// The same; reports a key that is not in the table.
   void applyOrReport(Record& record, const Setting& setting) const {
     if (!apply(setting.keyText(), record, setting)) {
-      setting.report(FindingCode::UNKNOWN_KEY, setting.keyAttribute(), setting.keyText());
+      setting.reportKey(FindingCode::UNKNOWN_KEY);
     }
   }
 
@@ -68,54 +67,51 @@ template <auto MEMBER>
 using RecordOf = typename MemberPointer<decltype(MEMBER)>::Record;
 
 /// @name Rows of a key table, by what the value does to MEMBER
+/// The field is named only where it is called otherwise than the key.
 /// @{
 template <auto MEMBER>
-constexpr KeyRow<RecordOf<MEMBER>> storesText(std::string_view name, std::string_view field,
+constexpr KeyRow<RecordOf<MEMBER>> storesText(std::string_view key, std::string_view field = {},
                                               ValueKind kind = ValueKind::TEXT) {
-  return {{name, kind, KeyRule::LAST_COUNTS, field},
-          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
+  return {{key, kind, KeyRule::LAST_COUNTS, field.empty() ? key : field},
+          [](RecordOf<MEMBER>& record, const Setting& setting) {
             record.*MEMBER = setting.valueText();
           }};
 }
 
 template <auto MEMBER>
-constexpr KeyRow<RecordOf<MEMBER>> appendsText(std::string_view name, std::string_view field) {
-  return {{name, ValueKind::TEXT, KeyRule::ACCUMULATES, field},
-          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
+constexpr KeyRow<RecordOf<MEMBER>> appendsText(std::string_view key, std::string_view field) {
+  return {{key, ValueKind::TEXT, KeyRule::ACCUMULATES, field},
+          [](RecordOf<MEMBER>& record, const Setting& setting) {
             (record.*MEMBER).push_back(setting.valueText());
           }};
 }
 
 /// A bad number ends the parse.
 template <auto MEMBER>
-constexpr KeyRow<RecordOf<MEMBER>> storesNumber(std::string_view name, std::string_view field) {
-  return {{name, ValueKind::NUMBER, KeyRule::LAST_COUNTS, field},
-          [](RecordOf<MEMBER>& record, const KeyDescription& /*key*/, const Setting& setting) {
-            record.*MEMBER =
-                readCounter(setting.valueText(), setting.valueAttribute(), setting.report);
-          }};
+constexpr KeyRow<RecordOf<MEMBER>> storesNumber(std::string_view key, std::string_view field = {}) {
+  return {
+      {key, ValueKind::NUMBER, KeyRule::LAST_COUNTS, field.empty() ? key : field},
+      [](RecordOf<MEMBER>& record, const Setting& setting) { record.*MEMBER = setting.number(); }};
 }
 
 /// Assigned both ways: any value but a trigger word clears the flag.
-template <auto MEMBER>
-constexpr KeyRow<RecordOf<MEMBER>> storesSwitch(std::string_view name, std::string_view field,
-                                                const SwitchWords& words) {
-  return {{name, ValueKind::SWITCH, KeyRule::LAST_COUNTS, field, &words},
-          [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
-            record.*MEMBER = setting.isTriggered(*key.words);
+template <auto MEMBER, const SwitchWords& WORDS>
+constexpr KeyRow<RecordOf<MEMBER>> storesSwitch(std::string_view key, std::string_view field = {}) {
+  return {{key, ValueKind::SWITCH, KeyRule::LAST_COUNTS, field.empty() ? key : field, &WORDS},
+          [](RecordOf<MEMBER>& record, const Setting& setting) {
+            record.*MEMBER = setting.isTriggered(WORDS);
           }};
 }
 
 /// Makes the flag VALUE, which is not its default, and never undoes it.
-template <auto MEMBER, bool VALUE = true>
-constexpr KeyRow<RecordOf<MEMBER>> raises(std::string_view name, std::string_view field,
-                                          const SwitchWords& words) {
-  return {{name, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field, &words},
-          [](RecordOf<MEMBER>& record, const KeyDescription& key, const Setting& setting) {
-            if (setting.isTriggered(*key.words)) {
+template <auto MEMBER, const SwitchWords& WORDS, bool VALUE = true>
+constexpr KeyRow<RecordOf<MEMBER>> raises(std::string_view key, std::string_view field = {}) {
+  return {{key, ValueKind::SWITCH, KeyRule::ONLY_RAISED, field.empty() ? key : field, &WORDS},
+          [](RecordOf<MEMBER>& record, const Setting& setting) {
+            if (setting.isTriggered(WORDS)) {
               record.*MEMBER = VALUE;
             } else if (record.*MEMBER == VALUE) {
-              setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
+              setting.reportValue(FindingCode::REPEATED);
             }
           }};
 }

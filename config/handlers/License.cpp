@@ -1,35 +1,30 @@
 #include <utility>
 
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
-enum : std::uint8_t { HREF };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"href", ValueKind::IRI, false, "license.href"},
+    optionalAttribute("href", ValueKind::IRI, "href"),
 };
+
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<Config::License>& license = context.record.license();
+  if (license) {
+    return reader.report(FindingCode::REPEATED);
+  }
+  Config::License read;
+  read.text = context.rules.getTextContent(node, false);
+  read.href = context.readIri(reader, ATTRIBUTES[0]);
+  license = std::move(read);
+  return true;
+}
 
 }  // namespace
 
-extern const KnownElement LICENSE;
-const KnownElement LICENSE = {
-    {"license", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES, "license.text"},
-    callMember<&NimbrelConfigParser::processLicense>};
+const KnownElement LICENSE =
+    w3cElement("license", Repetition::FIRST_COUNTS, handle, "license", ATTRIBUTES, "text");
 
-}  // namespace detail
-
-void NimbrelConfigParser::processLicense(const std::shared_ptr<util::XmlNode>& node) {
-  BasicConfig& target = record();
-  if (target.license()) {
-    return reporterOf(node)(FindingCode::REPEATED);
-  }
-  util::LocalizableString text = rules.getTextContent(node, false);
-  util::Option<std::string> href = readIri(node, detail::ATTRIBUTES[detail::HREF]);
-  Config::License& license = target.license().emplace();
-  license.text = std::move(text);
-  license.href = std::move(href);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,8 +1,7 @@
-#include "config/StreamNumbers.h"
+#include "config/ExtractNumber.h"
 #include "config/handlers/KeyTable.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using Local = Config::LocalResources;
@@ -16,66 +15,50 @@ constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
 // "yes" counts for this flag only, on purpose.
 constexpr SwitchWords TRUE_OR_YES = {{"true", "yes"}, {"false", "no"}};
 
-void storeLoadDelay(Local& local, const KeyDescription& /*key*/, const Setting& setting) {
-  const double delay = readStreamed(setting.valueText(), 0.0);
+void storeLoadDelay(Local& local, const Setting& setting) {
+  const double delay = extractNumber(setting.valueText(), 0.0);
   if (delay >= 0.0) {
     local.applicationCacheLoadDelay = delay;
   } else {
-    setting.context.parser.setError("Invalid ApplicationCacheLoadDelay: " + setting.valueText());
-    setting.report(FindingCode::OUT_OF_RANGE, setting.valueAttribute(), setting.value);
+    setting.context.errorText = "Invalid ApplicationCacheLoadDelay: " + setting.valueText();
+    setting.reportValue(FindingCode::OUT_OF_RANGE);
   }
 }
 
 constexpr KeyTable KEYS({
-    storesNumber<&Local::localStorageQuota>("LocalStorageQuota",
-                                            "localResources.localStorageQuota"),
-    storesText<&Local::localStoragePath>("LocalStoragePath", "localResources.localStoragePath",
-                                         ValueKind::PATH),
-    storesSwitch<&Local::databaseStorage>("DatabaseStorage", "localResources.databaseStorage",
-                                          TRUE_OR_YES),
-    storesNumber<&Local::databaseStorageQuota>("DatabaseStorageQuota",
-                                               "localResources.databaseStorageQuota"),
-    storesText<&Local::databaseStoragePath>("DatabaseStoragePath",
-                                            "localResources.databaseStoragePath", ValueKind::PATH),
-    storesText<&Local::applicationCachePath>("ApplicationCachePath",
-                                             "localResources.applicationCachePath",
+    storesNumber<&Local::localStorageQuota>("LocalStorageQuota", "localStorageQuota"),
+    storesText<&Local::localStoragePath>("LocalStoragePath", "localStoragePath", ValueKind::PATH),
+    storesSwitch<&Local::databaseStorage, TRUE_OR_YES>("DatabaseStorage", "databaseStorage"),
+    storesNumber<&Local::databaseStorageQuota>("DatabaseStorageQuota", "databaseStorageQuota"),
+    storesText<&Local::databaseStoragePath>("DatabaseStoragePath", "databaseStoragePath",
+                                            ValueKind::PATH),
+    storesText<&Local::applicationCachePath>("ApplicationCachePath", "applicationCachePath",
                                              ValueKind::PATH),
-    storesSwitch<&Local::allowHTTPSApplicationManifestCrossDomain>(
-        "AllowHTTPSApplicationManifestCrossDomain",
-        "localResources.allowHTTPSApplicationManifestCrossDomain", TRUE_WORD),
-    storesNumber<&Local::applicationCacheQuota>("ApplicationCacheQuota",
-                                                "localResources.applicationCacheQuota"),
+    storesSwitch<&Local::allowHTTPSApplicationManifestCrossDomain, TRUE_WORD>(
+        "AllowHTTPSApplicationManifestCrossDomain", "allowHTTPSApplicationManifestCrossDomain"),
+    storesNumber<&Local::applicationCacheQuota>("ApplicationCacheQuota", "applicationCacheQuota"),
     {{"ApplicationCacheLoadDelay", ValueKind::DECIMAL, KeyRule::LAST_COUNTS,
-      "localResources.applicationCacheLoadDelay"},
+      "applicationCacheLoadDelay"},
      storeLoadDelay},
 });
 
 // Other keys are the application's own.
-constexpr KeyDescription ANY_KEY = {
-    {}, ValueKind::TEXT, KeyRule::LAST_COUNTS, "localResources.otherSettings.*"};
+constexpr KeyDescription ANY_KEY = {ANY_NAME, ValueKind::TEXT, KeyRule::LAST_COUNTS,
+                                    "otherSettings.*"};
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   Local& local = context.record.localResources();
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        if (!KEYS.apply(setting.keyText(), local, setting)) {
-          local.otherSettings[setting.keyText()] = setting.valueText();
-        }
-        logKeyValue(SITE, setting);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    if (!KEYS.apply(setting.keyText(), local, setting)) {
+      local.otherSettings[setting.keyText()] = setting.valueText();
+    }
+    logKeyValue(SITE, setting);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement RESOURCES;
-const KnownElement RESOURCES = {
-    {"resources", true, Repetition::ADDS, {}, {}, {}, CHILDREN, KEYS.descriptions(), &ANY_KEY},
-    handle};
+const KnownElement RESOURCES = extensionElement("resources", Repetition::ADDS, handle,
+                                                "localResources", CHILDREN, KEYS, &ANY_KEY);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processLocalResources(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::RESOURCES);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,6 @@
 #include "config/handlers/ExtensionFrame.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr ErrorTexts TEXTS = {"tavlo:messaging unknown sub element",
@@ -12,28 +11,20 @@ constexpr ChildDescription CHILDREN[] = {{"app", NAME_AND_VALUE, "name"}};
 
 // Denied but for these words; permissions are the other way round on purpose.
 constexpr SwitchWords GRANTING = {{"yes", "true"}, {"no", "false"}};
-constexpr KeyDescription ANY_NAME = {
-    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "messagingPermissions.*", &GRANTING};
+constexpr KeyDescription ANY_APP = {ANY_NAME, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "*",
+                                    &GRANTING};
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   std::map<std::string, bool>& permissions = context.record.messagingPermissions();
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        permissions[setting.keyText()] = setting.isTriggered(GRANTING);
-        logNameValue(SITE, setting);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    permissions[setting.keyText()] = setting.isTriggered(GRANTING);
+    logNameValue(SITE, setting);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement MESSAGING;
-const KnownElement MESSAGING = {
-    {"messaging", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_NAME}, handle};
+const KnownElement MESSAGING = extensionElement(
+    "messaging", Repetition::ADDS, handle, "messagingPermissions", CHILDREN, NO_KEYS, &ANY_APP);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processMessaging(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::MESSAGING);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -1,32 +1,28 @@
 #include <utility>
 
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"short", ValueKind::TEXT, false, "shortName"},
+    optionalAttribute("short", ValueKind::TEXT, "shortName"),
 };
+
+bool handle(HandlerContext& context, const Node& node) {
+  BasicConfig& record = context.record;
+  if (record.name()) {
+    return context.readerOf(*node).report(FindingCode::REPEATED);
+  }
+  record.name() = context.rules.getTextContent(node, true);
+  record.shortName() =
+      context.rules.getSingleDisplayableAttributeValue(node, nullptr, ATTRIBUTES[0].name.data());
+  return true;
+}
 
 }  // namespace
 
-extern const KnownElement NAME;
-const KnownElement NAME = {{"name", false, Repetition::FIRST_COUNTS, {}, ATTRIBUTES, "name"},
-                           callMember<&NimbrelConfigParser::processName>};
+const KnownElement NAME =
+    w3cElement("name", Repetition::FIRST_COUNTS, handle, NO_MEMBER, ATTRIBUTES, "name");
 
-}  // namespace detail
-
-void NimbrelConfigParser::processName(const std::shared_ptr<util::XmlNode>& node) {
-  BasicConfig& target = record();
-  if (target.name()) {
-    return reporterOf(node)(FindingCode::REPEATED);
-  }
-  // Both or none: a name without its short name would be taken for complete.
-  util::LocalizableString name = rules.getTextContent(node, true);
-  target.shortName() = rules.getSingleDisplayableAttributeValue(node, nullptr, "short");
-  target.name() = std::move(name);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

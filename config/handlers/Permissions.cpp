@@ -1,7 +1,6 @@
 #include "config/handlers/ExtensionFrame.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 constexpr ErrorTexts TEXTS = {
@@ -9,35 +8,27 @@ constexpr ErrorTexts TEXTS = {
     "tavlo:permission, missing attribute name for tavlo:permission element"};
 constexpr const char* SITE = "NimbrelConfigParser::processPermissions";
 
-constexpr AttributeDescription ATTRIBUTES[] = {{"name", ValueKind::TEXT, true},
-                                               {"value", ValueKind::TEXT}};
+constexpr AttributeDescription ATTRIBUTES[] = {neededAttribute("name", ValueKind::TEXT),
+                                               optionalAttribute("value", ValueKind::TEXT)};
 constexpr ChildDescription CHILDREN[] = {{"permission", ATTRIBUTES, "name"}};
 
 // Granted but for these words; messaging is the other way round on purpose.
 constexpr SwitchWords REVOKING = {{"no", "false"}, {"yes", "true"}};
-constexpr KeyDescription ANY_NAME = {
-    {}, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "appPermissions.*", &REVOKING};
+constexpr KeyDescription ANY_PERMISSION = {ANY_NAME, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "*",
+                                           &REVOKING};
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   std::map<std::string, bool>& permissions = context.record.appPermissions();
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        const bool allowed = !setting.value || !setting.isTriggered(REVOKING);
-        permissions[setting.keyText()] = allowed;
-        NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    const bool allowed = !setting.value || !setting.isTriggered(REVOKING);
+    permissions[setting.keyText()] = allowed;
+    NIMBREL_LOG_DEBUG(SITE, "name = %s, allowed = %d", setting.key.c_str(), allowed ? 1 : 0);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement PERMISSIONS;
-const KnownElement PERMISSIONS = {
-    {"permissions", true, Repetition::ADDS, {}, {}, {}, CHILDREN, {}, &ANY_NAME}, handle};
+const KnownElement PERMISSIONS = extensionElement(
+    "permissions", Repetition::ADDS, handle, "appPermissions", CHILDREN, NO_KEYS, &ANY_PERMISSION);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processPermissions(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::PERMISSIONS);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

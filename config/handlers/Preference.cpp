@@ -1,45 +1,36 @@
 #include <optional>
 #include <utility>
 
-#include "config/KeyIndex.h"
-#include "config/RuleReaders.h"
-#include "config/handlers/KnownElement.h"
+#include "config/handlers/Elements.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
-enum : std::uint8_t { NAME, VALUE, READONLY };
+enum : std::uint8_t { NAME_OF_PREFERENCE, VALUE, READONLY };
 constexpr AttributeDescription ATTRIBUTES[] = {
-    {"name", ValueKind::TEXT, true, "preferences[].name"},
-    {"value", ValueKind::TEXT, false, "preferences[].value"},
-    {"readonly", ValueKind::BOOLEAN, false, "preferences[].readonly"},
+    neededAttribute("name", ValueKind::TEXT, "name"),
+    optionalAttribute("value", ValueKind::TEXT, "value"),
+    optionalAttribute("readonly", ValueKind::BOOLEAN, "readonly"),
 };
+
+bool handle(HandlerContext& context, const Node& node) {
+  const ElementReader reader = context.readerOf(*node);
+  util::Option<std::string> name = reader.filledText(ATTRIBUTES[NAME_OF_PREFERENCE]);
+  if (!name) {
+    return false;
+  }
+  if (!context.preferences.insert(name.get())) {
+    return reader.report(FindingCode::REPEATED, ATTRIBUTES[NAME_OF_PREFERENCE], name);
+  }
+  util::Option<std::string> value = reader.text(ATTRIBUTES[VALUE]);
+  const bool readonly = reader.boolean(ATTRIBUTES[READONLY]).value_or(false);
+  context.record.preferences().push_back({std::move(name.get()), std::move(value), readonly});
+  return true;
+}
 
 }  // namespace
 
-extern const KnownElement PREFERENCE;
-const KnownElement PREFERENCE = {{"preference", false, Repetition::UNIQUE_BY, {"name"}, ATTRIBUTES},
-                                 callMember<&NimbrelConfigParser::processPreference>};
+const KnownElement PREFERENCE =
+    w3cElement("preference", Repetition::UNIQUE_BY, handle, "preferences[]", ATTRIBUTES);
 
-}  // namespace detail
-
-void NimbrelConfigParser::processPreference(const std::shared_ptr<util::XmlNode>& node) {
-  std::vector<Config::Preference>& preferences = record().preferences();
-  util::Option<std::string> name = detail::readAttribute(node, detail::ATTRIBUTES[detail::NAME]);
-  const detail::Reporter report = reporterOf(node);
-  if (!name || name.get().empty()) {
-    return report(FindingCode::MISSING_ATTRIBUTE, detail::ATTRIBUTES[detail::NAME], name);
-  }
-  auto* const index = indexes_ == nullptr ? nullptr : &indexes_->preferences;
-  if (detail::hasKey(preferences, &Config::Preference::name, name.get(), index)) {
-    return report(FindingCode::REPEATED, detail::ATTRIBUTES[detail::NAME], name);
-  }
-  const std::optional<bool> readonly =
-      detail::readBooleanAttribute(*node, detail::ATTRIBUTES[detail::READONLY], report);
-  preferences.push_back({std::move(name.get()),
-                         detail::readAttribute(node, detail::ATTRIBUTES[detail::VALUE]),
-                         readonly.value_or(false)});
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

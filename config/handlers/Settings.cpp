@@ -1,11 +1,10 @@
 #include <algorithm>
 
-#include "config/StreamNumbers.h"
+#include "config/ExtractNumber.h"
 #include "config/handlers/KeyTable.h"
 #include "util/Ascii.h"
 
-namespace orvane::nimbrel::config {
-namespace detail {
+namespace orvane::nimbrel::config::detail {
 namespace {
 
 using App = Config::AppSettings;
@@ -22,66 +21,66 @@ constexpr ChildDescription CHILDREN[] = {{"setting", NAME_AND_VALUE, "name"}};
 
 /// A value is ignored because it is out of range.
 void ignore(const Setting& setting, const std::string& error) {
-  setting.context.parser.setError(error);
-  setting.report(FindingCode::OUT_OF_RANGE, setting.valueAttribute(), setting.value);
+  setting.context.errorText = error;
+  setting.reportValue(FindingCode::OUT_OF_RANGE);
 }
 
 /// Switches on the debug lines of the whole process, the one of this setting included.
-void debug(App& settings, const KeyDescription& key, const Setting& setting) {
-  if (setting.isTriggered(*key.words)) {
+void debug(App& settings, const Setting& setting) {
+  if (setting.isTriggered(YES_WORD)) {
     settings.debug = true;
     util::setLogMask(DEBUG_LOG_MASK);
   } else if (settings.debug) {
-    setting.report(FindingCode::REPEATED, setting.valueAttribute(), setting.value);
+    setting.reportValue(FindingCode::REPEATED);
   }
 }
 
-void storeFontSize(App& settings, const KeyDescription& /*key*/, const Setting& setting) {
-  const int size = readStreamed(setting.valueText(), 0);
+void storeFontSize(App& settings, const Setting& setting) {
+  const int size = extractNumber(setting.valueText(), 0);
   if (size < 1) {
     return ignore(setting, "Invalid defaultFontSize value : " + setting.valueText());
   }
   settings.defaultFontSize = size;
 }
 
-void storeMinimumFontSize(App& settings, const KeyDescription& /*key*/, const Setting& setting) {
-  const int size = readStreamed(setting.valueText(), -1);
+void storeMinimumFontSize(App& settings, const Setting& setting) {
+  const int size = extractNumber(setting.valueText(), -1);
   if (size < 0) {
     return ignore(setting, "Invalid minimum font size : " + setting.valueText());
   }
   settings.minimumFontSize = size;
 }
 
-void storeZoomFactor(App& settings, const KeyDescription& /*key*/, const Setting& setting) {
-  const float factor = readStreamed(setting.valueText(), 0.0F);
+void storeZoomFactor(App& settings, const Setting& setting) {
+  const float factor = extractNumber(setting.valueText(), 0.0F);
   if (!(factor > 0.0F)) {
     return ignore(setting, "Invalid zoom factor");
   }
   settings.zoomFactor = factor;
 }
 
+/// The size for the density of a screen, or that for any screen while none is stored.
+constexpr KeyDescription fontSizes() noexcept {
+  KeyDescription sizes = {FONT_SIZE, ValueKind::INTEGER, KeyRule::LAST_COUNTS, FONT_SIZE};
+  sizes.hasDensityVariants = true;
+  return sizes;
+}
+
 constexpr KeyTable KEYS({
-    raises<&App::internetRequired>("internetRequired", "appSettings.internetRequired", YES_WORD),
-    raises<&App::screenReaderSupported>("screenReaderSupported",
-                                        "appSettings.screenReaderSupported", YES_WORD),
-    raises<&App::pelloWebViewParserSupported>("pelloWebViewParserSupported",
-                                              "appSettings.pelloWebViewParserSupported", YES_WORD),
-    raises<&App::saveContext, false>("saveContext", "appSettings.saveContext", NO_WORD),
-    {{"debug", ValueKind::SWITCH, KeyRule::ONLY_RAISED, "appSettings.debug", &YES_WORD}, debug},
-    raises<&App::enforce96DPI>("enforce96DPI", "appSettings.enforce96DPI", YES_WORD),
-    raises<&App::flattenFrames>("flattenFrames", "appSettings.flattenFrames", YES_WORD),
-    // While none is stored, or by the key of the density.
-    {{FONT_SIZE, ValueKind::INTEGER, KeyRule::LAST_COUNTS, "appSettings.defaultFontSize", nullptr,
-      true},
-     storeFontSize},
-    {{"minimumFontSize", ValueKind::INTEGER, KeyRule::LAST_COUNTS, "appSettings.minimumFontSize"},
+    raises<&App::internetRequired, YES_WORD>("internetRequired"),
+    raises<&App::screenReaderSupported, YES_WORD>("screenReaderSupported"),
+    raises<&App::pelloWebViewParserSupported, YES_WORD>("pelloWebViewParserSupported"),
+    raises<&App::saveContext, NO_WORD, false>("saveContext"),
+    {{"debug", ValueKind::SWITCH, KeyRule::ONLY_RAISED, "debug", &YES_WORD}, debug},
+    raises<&App::enforce96DPI, YES_WORD>("enforce96DPI"),
+    raises<&App::flattenFrames, YES_WORD>("flattenFrames"),
+    {fontSizes(), storeFontSize},
+    {{"minimumFontSize", ValueKind::INTEGER, KeyRule::LAST_COUNTS, "minimumFontSize"},
      storeMinimumFontSize},
-    {{"zoomFactor", ValueKind::DECIMAL, KeyRule::LAST_COUNTS, "appSettings.zoomFactor"},
-     storeZoomFactor},
-    raises<&App::disableZelFeatures>("disable-zel-features", "appSettings.disableZelFeatures",
-                                     YES_WORD),
-    raises<&App::enableW3CStd>("enableW3CStd", "appSettings.enableW3CStd", YES_WORD),
-    raises<&App::inspector>("inspector", "appSettings.inspector", YES_WORD),
+    {{"zoomFactor", ValueKind::DECIMAL, KeyRule::LAST_COUNTS, "zoomFactor"}, storeZoomFactor},
+    raises<&App::disableZelFeatures, YES_WORD>("disable-zel-features", "disableZelFeatures"),
+    raises<&App::enableW3CStd, YES_WORD>("enableW3CStd"),
+    raises<&App::inspector, YES_WORD>("inspector"),
 });
 
 /// The key of the font size for this device's screen, such as "defaultFontSize300"; the plain key
@@ -106,32 +105,24 @@ void apply(App& settings, std::string_view densityName, const Setting& setting) 
   if (name == densityName) {
     KEYS.apply(FONT_SIZE, settings, setting);
   } else if (name == FONT_SIZE && settings.defaultFontSize != 0) {
-    setting.report(FindingCode::UNUSED_SETTING, setting.keyAttribute(), name);
+    setting.reportKey(FindingCode::UNUSED_SETTING);
   } else if (!isForDensity(name)) {
     KEYS.applyOrReport(settings, setting);
   }
 }
 
-bool handle(const HandlerContext& context, const std::shared_ptr<util::XmlNode>& node) {
+bool handle(HandlerContext& context, const Node& node) {
   App& settings = context.record.appSettings();
   const std::string densityName = densityKey();
-  return ExtensionFrame(context, TEXTS)
-      .forEachSetting(*node, CHILDREN[0], [&](const Setting& setting) {
-        apply(settings, densityName, setting);
-        logNameValue(SITE, setting);
-      });
+  return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
+    apply(settings, densityName, setting);
+    logNameValue(SITE, setting);
+  });
 }
 
 }  // namespace
 
-extern const KnownElement SETTINGS;
-const KnownElement SETTINGS = {
-    {"settings", true, Repetition::ADDS, {}, {}, {}, CHILDREN, KEYS.descriptions()}, handle};
+const KnownElement SETTINGS =
+    extensionElement("settings", Repetition::ADDS, handle, "appSettings", CHILDREN, KEYS);
 
-}  // namespace detail
-
-bool NimbrelConfigParser::processSettings(const std::shared_ptr<util::XmlNode>& node) {
-  return processExtension(node, detail::SETTINGS);
-}
-
-}  // namespace orvane::nimbrel::config
+}  // namespace orvane::nimbrel::config::detail

@@ -289,11 +289,12 @@ std::map<std::string, std::string> membersOfRecord(const std::string& document) 
 /// The members that an element below the root fills, or for null the root.
 std::set<std::string> filledBy(const XmlNode* element) {
   std::set<std::string> members = {"elements", "line", "content", "origin"};
-  const auto add = [&](std::string_view field) {
-    members.emplace(field.substr(0, field.find_first_of(".[")));
-  };
   const config::ElementDescription* const known =
       element == nullptr ? &config::widgetDescription() : describe(*element);
+  const auto add = [&](std::string_view field) {
+    const std::string_view path = known->member.empty() ? field : known->member;
+    members.emplace(path.substr(0, path.find_first_of(".[")));
+  };
   if (known != nullptr) {
     add(known->textField);
     for (const auto& attribute : known->attributes) {

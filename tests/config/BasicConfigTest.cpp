@@ -66,6 +66,21 @@ TEST(Element, ReadsByTheRulesOfTheParser) {
   EXPECT_EQ(show(element.getTextContent(true)), "en/rtl[en/rtl:b ][en/rtl:c]");
 }
 
+TEST(Element, SubclassesReadItsNodeByItsRules) {
+  class Numbered : public Element {
+   public:
+    using Element::Element;
+    [[nodiscard]] unsigned int number() const {
+      return rules.parseNonNegativeInteger(rules.getTextContent(node, true).c_str());
+    }
+  };
+  const Element element(rootOf("<e> 12 </e>"),
+                        ConfigRules(std::make_shared<util::UnicodeUtilICU>()));
+  EXPECT_EQ(
+      Numbered(element.getNode(), ConfigRules(std::make_shared<util::UnicodeUtilICU>())).number(),
+      12U);
+}
+
 TEST(Element, OneArgumentFormsCallTheOthers) {
   class Fixed : public Element {
    public:
@@ -81,11 +96,11 @@ TEST(Element, OneArgumentFormsCallTheOthers) {
       return {};
     }
   };
-  const ConfigRules rules(std::make_shared<util::UnicodeUtilICU>());
-  const Fixed element(rootOf("<e a='1'/>"), rules);
+  const ConfigRules icuRules(std::make_shared<util::UnicodeUtilICU>());
+  const Fixed element(rootOf("<e a='1'/>"), icuRules);
   EXPECT_EQ(show(element.Element::getSingleAttributeValue("a")), "a!");
   EXPECT_EQ(show(element.Element::getSingleDisplayableAttributeValue("a")), "-");
-  EXPECT_EQ(thrownBy<std::invalid_argument>([&] { Element(nullptr, rules); }),
+  EXPECT_EQ(thrownBy<std::invalid_argument>([&] { Element(nullptr, icuRules); }),
             "node cannot be NULL");
 }
 

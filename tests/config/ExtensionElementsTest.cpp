@@ -247,6 +247,11 @@ TEST(Settings, NumbersAreReadAsAStreamReadsThem) {
   for (const char* value : {"0", "-1", "-0", "1e", "inf", "nan", "0x1", ""}) {
     expect("zoomFactor", value, 0, "Invalid zoom factor");
   }
+  // A host that tells no density: each size counts.
+  EXPECT_EQ(readIn("settings", setting("defaultFontSize", "20") + setting("defaultFontSize", "22"))
+                ->getAppSettings()
+                .defaultFontSize,
+            22);
   // A bad value keeps what an earlier entry stored.
   const Config::AppSettings app =
       readIn("settings", setting("minimumFontSize", "8") + setting("zoomFactor", "2") +

@@ -148,12 +148,22 @@ TEST(Observer, MayEndTheParseAndMayBeTakenAway) {
       throw std::runtime_error("enough");
     }
   };
+  Reader bare;
+  bare.read("");
   Reader reader;
-  reader.setObserver(std::make_shared<Thrower>());
-  EXPECT_EQ(thrownBy<std::runtime_error>([&] { reader.read("<icon/>"); }), "enough");
-  EXPECT_TRUE(reader.read("<icon src='a'/>"));
-  reader.setObserver(nullptr);
-  EXPECT_TRUE(reader.read("<icon/>"));
+  for (const std::string element :
+       {"icon src='a' width='x'", "preference name='a' readonly='x'", "license href='x'",
+        "author href='x'", "feature name='x' required='false'", "access origin='x'", "content"}) {
+    SCOPED_TRACE(element);
+    reader.setObserver(std::make_shared<Thrower>());
+    EXPECT_EQ(thrownBy<std::runtime_error>([&] { reader.read("<" + element + "/>"); }), "enough");
+    reader.record().elements().clear();
+    EXPECT_EQ(difference(dumpOf(reader.record()), dumpOf(bare.record())), "");
+    reader.setObserver(nullptr);
+    EXPECT_TRUE(reader.read("<" + element + "/><name>a</name>")->getName());
+  }
+  // The element that was without a path counts.
+  EXPECT_FALSE(reader.read("<content src='a'/>")->getStartFile());
 }
 
 // With sanitizers this finds a parser that looks at nodes of a document that its host has let go.

@@ -6,6 +6,7 @@
 
 #include "config/ConfigParserFactory.h"
 #include "tests/support/Checks.h"
+#include "tests/support/CollidingNames.h"
 #include "tests/support/ConfigReader.h"
 #include "util/ParseException.h"
 #include "util/StringUtil.h"
@@ -242,10 +243,73 @@ TEST(Parser, HandlersCalledWithoutADocumentSaySo) {
     Reader reader;
     EXPECT_EQ(thrownBy<std::logic_error>([&] { (reader.*handler)(node); }),
               "There is no record: no document has been processed.");
-    reader.read("");
-    EXPECT_EQ(thrownBy<std::invalid_argument>([&] { (reader.*handler)(nullptr); }),
-              "node cannot be NULL");
+    // Also where an earlier element counts and nothing would be read.
+    for (const char* children :
+         {"", "<name/><description/><license/><author/><content src='a'/>"}) {
+      reader.read(children);
+      EXPECT_EQ(thrownBy<std::invalid_argument>([&] { (reader.*handler)(nullptr); }),
+                "node cannot be NULL");
+    }
   }
+}
+
+/// A host's IRI parser: it looks at the record before it answers, and may throw.
+class LookingIRIParser : public util::IRIParser {
+ public:
+  LookingIRIParser(const Reader& reader, std::vector<std::string>& seen)
+      : reader_(reader), seen_(seen) {}
+
+  bool tryParse(const char* text, util::Option<util::IRI>& out) const override {
+    const BasicConfig& record = std::as_const(reader_.record());
+    seen_.push_back(std::string(text) + ": " + show(record.getId()) + " " +
+                    std::to_string(record.getUserAgentLocales().size()));
+    if (std::string_view(text) == "urn:throw") {
+      throw std::runtime_error("no");
+    }
+    return IRIParser::tryParse(text, out);
+  }
+
+ private:
+  const Reader& reader_;
+  std::vector<std::string>& seen_;
+};
+
+/// A host's Unicode service: it says when it is asked.
+class LoudUnicodeUtil : public util::UnicodeUtilICU {
+ public:
+  explicit LoudUnicodeUtil(std::vector<std::string>& seen) : seen_(seen) {}
+  [[nodiscard]] bool isWhiteSpace(char32_t codePoint) const override {
+    seen_.emplace_back("white space?");
+    return UnicodeUtilICU::isWhiteSpace(codePoint);
+  }
+
+ private:
+  std::vector<std::string>& seen_;
+};
+
+TEST(Parser, ServicesOfAHostSeeWhatWasReadBefore) {
+  class Host : public Reader {
+   public:
+    explicit Host(std::vector<std::string>& seen) {
+      iriParser = std::make_shared<LookingIRIParser>(*this, seen);
+      rules = ConfigRules(std::make_shared<LoudUnicodeUtil>(seen));
+    }
+  };
+  std::vector<std::string> seen;
+  Host host(seen);
+  host.read("<author href='urn:b'>\xC2\xA0</author><license href='urn:c'>\xC2\xA0</license>",
+            "id='urn:a' defaultlocale='de'");
+  EXPECT_THAT(seen,
+              ElementsAre("urn:a: urn:a 3", "urn:b: urn:a 3", "white space?", "urn:c: urn:a 3"));
+  // What was stored before a service throws stays; what comes behind it is not read.
+  EXPECT_EQ(thrownBy<std::runtime_error>([&] {
+              host.read("<name>n</name>", "id='urn:throw' version='1' defaultlocale='de'");
+            }),
+            "no");
+  EXPECT_THAT(host.record().userAgentLocales(), ElementsAre("en", "de", "*"));
+  EXPECT_EQ(show(host.record().version()) + show(host.record().name()), "--");
+  EXPECT_EQ(thrownBy<std::runtime_error>([&] { host.read("<author href='urn:throw'/>"); }), "no");
+  EXPECT_FALSE(host.record().author());
 }
 
 /// Processor time that reading a document takes, in ticks; the least of three.
@@ -284,6 +348,15 @@ TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
   for (const char* element : {"<icon src='", "<preference name='"}) {
     SCOPED_TRACE(element);
     EXPECT_LT(costOf(inChildren(element), 32000), 30 * costOf(inChildren(element), 4000));
+    // Nor where an author chose names that the standard hash takes for one.
+    const auto colliding = [&](std::size_t count) {
+      std::string list;
+      for (const std::string& name : collidingNames(count)) {
+        list += element + name + "'/>";
+      }
+      return widget(list);
+    };
+    EXPECT_LT(costOf(colliding, 8000), 30 * costOf(colliding, 1000));
   }
 }
 

@@ -1,4 +1,5 @@
 #include "tests/support/Checks.h"
+#include "tests/support/CollidingNames.h"
 #include "tests/support/ConfigReader.h"
 
 namespace orvane::nimbrel::config {
@@ -172,21 +173,33 @@ TEST(Preference, TheFirstOfANameWins) {
               ElementsAre("A=en", "a=-", "b c=d e", "t=- readonly", "f=-", "x=-", "y=-", "z=-"));
 }
 
-// Long lists are searched another way, of a second document as of the first.
+// Long lists are searched another way, of a second document as of the first, and a third way when
+// the hashes of their keys collide.
 TEST(Preference, LongListsAreAsDistinctAsShortOnes) {
-  std::string children;
+  std::vector<std::string> keys = collidingNames(300);
+#ifdef __GLIBCXX__
+  ASSERT_EQ(std::hash<std::string>()(keys[0]), std::hash<std::string>()(keys[299]));
+#endif
   for (int number = 0; number < 300; ++number) {
-    const std::string key = "'k" + std::to_string(number) + "'/>";
-    for (const std::string& twice : {key, key}) {
-      children += "<icon src=" + twice + "<preference name=" + twice;
+    keys.insert(keys.begin() + 2 * number, "k" + std::to_string(number));
+  }
+  std::string children;
+  std::string modes;
+  for (const std::string& key : keys) {
+    for (const std::string& twice : {key, keys[7]}) {
+      children += "<icon src='" + twice + "'/><preference name='" + twice + "'/>";
+      modes += twice + " ";
     }
   }
   Reader reader;
-  const auto first = reader.read(children);
-  for (const auto& record : {first, reader.read(children + children)}) {
-    ASSERT_EQ(record->getIcons().size(), 300U);
-    ASSERT_EQ(record->getPreferences().size(), 300U);
-    EXPECT_EQ(record->getIcons()[299].src, "k299");
+  const auto first = reader.read(children, "viewmodes='" + modes + "'");
+  for (const auto& record :
+       {first, reader.read(children + children, "viewmodes='" + modes + "'")}) {
+    EXPECT_EQ(record->getPreferences().size(), 600U);
+    ASSERT_EQ(record->getIcons().size(), 600U);
+    EXPECT_EQ(record->getIcons()[599].src, keys[599]);
+    ASSERT_EQ(record->getWindowModes().size(), 600U);
+    EXPECT_EQ(record->getWindowModes()[598], keys[598]);
   }
 }
 

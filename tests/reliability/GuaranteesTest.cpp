@@ -261,7 +261,7 @@ std::string all(Reader& reader) {
 
 TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
   using P = NimbrelConfigParser;
-  const auto root = rootOf(widget(NAME_AND_CONTENT + W3C + EXTENSIONS));
+  const auto root = rootOf(widget(W3C + EXTENSIONS));
   std::vector<Operation<Reader>> strong;
   auto node = root->getFirstElementChild();
   const auto next = [&](auto handler, std::vector<Operation<Reader>>& operations) {
@@ -269,9 +269,9 @@ TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
         {node->nameView().data(), 1, [handler, node](Reader& reader) { (reader.*handler)(node); }});
     node = node->getNextElementSibling();
   };
-  for (const auto handler : {&P::processName, &P::processContent, &P::processDescription,
-                             &P::processLicense, &P::processAuthor, &P::processIcon,
-                             &P::processPreference, &P::processFeature, &P::processAccess}) {
+  for (const auto handler :
+       {&P::processDescription, &P::processLicense, &P::processAuthor, &P::processIcon,
+        &P::processPreference, &P::processFeature, &P::processAccess}) {
     next(handler, strong);
   }
   std::vector<Operation<Reader>> basic;
@@ -285,6 +285,28 @@ TEST(Guarantees, HandlersOfTheW3CElementsAreStrongAndTheOthersBasic) {
   const auto empty = [] { return parserWith("", ""); };
   hold<Reader>(STRONG, empty, all, strong);
   hold<Reader>(BASIC, empty, all, basic);
+}
+
+TEST(Guarantees, NamesAndStartFilesAreNotReadAgain) {
+  const auto node = rootOf(widget(NAME_AND_CONTENT))->getFirstElementChild();
+  const auto content = node->getNextElementSibling();
+  std::unique_ptr<Reader> reader;
+  long blocks = 0;
+  const auto prepare = [&] {
+    blocks = liveBlocks();
+    reader = parserWith("", "");
+  };
+  const auto verify = [&](bool threw) {
+    const config::BasicConfig& record = reader->record();
+    EXPECT_NE(threw, record.getShortName() && record.getStartFile());
+    EXPECT_TRUE(record.getName() || !record.getShortName());
+    reader.reset();
+    EXPECT_EQ(liveBlocks(), blocks) << "blocks leaked";
+  };
+  EXPECT_GE(
+      failEachAllocation(
+          prepare, [&] { reader->processName(node), reader->processContent(content); }, verify),
+      5);
 }
 
 TEST(Guarantees, TheOtherStepsOfAParser) {
@@ -310,8 +332,11 @@ TEST(Guarantees, TheOtherStepsOfAParser) {
     reader->record().userAgentLocales() = locales;
     return reader;
   };
-  hold<Reader>(BASIC, bare, all,
-               {{"attributes", 5, [&](auto& reader) { reader.processWidgetAttributes(root); }}});
+  hold<Reader>(BASIC, bare, all, {{"attributes", 5, [&](auto& reader) {
+                                     reader.record().userAgentLocales() =
+                                         locales;  // which it completes
+                                     reader.processWidgetAttributes(root);
+                                   }}});
   hold<Reader>(BASIC, full, all,
                {{"process", 9, [&](auto& reader) { reader.process(document, locales); }}});
 }
