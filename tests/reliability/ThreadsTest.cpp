@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -191,24 +192,21 @@ TEST(Threads, ManyShareIdentityParsersAndMungers) {
   EXPECT_EQ(wrong + usesMalloc, 0);
 }
 
-/// A result of so many bytes, counted by a pointer that all share.
+/// A result that is counted by a pointer that all share.
 struct CountedResult {
   std::size_t index;
-  std::size_t bytes;
   std::shared_ptr<const int> counter;
-
-  [[nodiscard]] std::size_t size() const noexcept { return bytes; }
 };
 
 // The command line's threads, without its files.
 TEST(ThreadsOfTheTool, DeliverInOrderUpToWhatThrows) {
+  constexpr std::size_t SLICE = 32;
   const struct {
-    std::size_t count, workFailsAt, deliveryFailsAt, delivered, bytes = 1;
+    std::size_t count, workFailsAt, deliveryFailsAt, delivered;
   } cases[] = {{0, 9, 9, 0},
                {1, 9, 9, 1},
                {2000, 9999, 9999, 2000},
-               {2000, 9999, 9999, 2000, 1024 * 1024},
-               {2000, 1501, 9999, 1501},
+               {2000, 1501, 9999, 1501 / SLICE * SLICE},
                {2000, 9999, 1003, 1003},
                {2000, 0, 0, 0}};
   for (const auto& c : cases) {
@@ -216,30 +214,31 @@ TEST(ThreadsOfTheTool, DeliverInOrderUpToWhatThrows) {
       SCOPED_TRACE(testing::Message() << c.delivered << " of " << c.count << ", jobs " << jobs);
       std::size_t delivered = 0;  // guarded by nothing but the promise
       const auto counter = std::make_shared<const int>();
-      // Of large results one for each thread, beside the pointer of the test.
-      const long maximum = c.bytes == 1 ? 1 + 32 * static_cast<long>(jobs) : 1 + jobs;
-      tools::InOrder<CountedResult> results(
-          c.count, jobs,
-          [&](std::size_t index) {
-            return index == c.workFailsAt ? throw std::out_of_range("work")
-                                          : CountedResult{index, c.bytes, counter};
-          },
-          [&](std::size_t index, const CountedResult& result) {
-            EXPECT_EQ(result.index, index);
-            EXPECT_EQ(index, delivered);
-            EXPECT_LE(counter.use_count(), maximum);
-            if (index == c.deliveryFailsAt) {
-              throw std::out_of_range("delivery");
-            }
-            std::this_thread::yield();  // so that another one would come in between
-            ++delivered;
-          });
+      const long maximum = 1 + static_cast<long>(SLICE) * (jobs + 1);
+      const auto run = [&] {
+        tools::doInOrder(
+            c.count, jobs, [&](std::size_t begin) { return std::min(begin + SLICE, c.count); },
+            [&](std::size_t index) {
+              return index == c.workFailsAt ? throw std::out_of_range("work")
+                                            : CountedResult{index, counter};
+            },
+            [&](std::size_t index, const CountedResult& result) {
+              EXPECT_EQ(result.index, index);
+              EXPECT_EQ(index, delivered);
+              EXPECT_LE(counter.use_count(), maximum);
+              if (index == c.deliveryFailsAt) {
+                throw std::out_of_range("delivery");
+              }
+              ++delivered;
+            });
+      };
       if (c.workFailsAt < c.count || c.deliveryFailsAt < c.count) {
-        EXPECT_THROW(results.run(), std::out_of_range);
+        EXPECT_THROW(run(), std::out_of_range);
       } else {
-        results.run();
+        run();
       }
       EXPECT_EQ(delivered, c.delivered);
+      EXPECT_EQ(counter.use_count(), 1) << "no thread is left";
     }
   }
 }

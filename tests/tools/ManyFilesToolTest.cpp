@@ -1,5 +1,10 @@
 // What a store needs that reads all its packages: lists, directories, jobs, a line a file.
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
 #include "tests/tools/Tool.h"
 
 namespace nimbrel_test {
@@ -77,6 +82,26 @@ TEST(ManyFiles, GiveTheSameWithAnyNumberOfJobs) {
                 (std::map<std::string, int>{{"done", 288}, {"rejected", 12}, {"unreadable", 3}}));
     }
   }
+}
+
+// The last file is there only when the tool has had time to read all of them.
+TEST(ManyFiles, WaitForASlowReader) {
+  const TemporaryFolder folder;
+  const std::string first = folder.add("first.xml", widget("")) + '\n';
+  std::string files;
+  for (int i = 0; i < 999; ++i) {
+    files += first;
+  }
+  const TemporaryFile list(files + folder.path() + "/last.xml\n");
+  const std::string command = NIMBREL_TOOL " show --jobs 2 --format jsonl --files-from ";
+  FILE* const output = popen((command + list.path()).c_str(), "r");
+  ASSERT_NE(output, nullptr);
+  usleep(500000);
+  folder.add("last.xml", widget(""));
+  std::string text(1 << 23, '\0');
+  text.resize(fread(text.data(), 1, text.size(), output));
+  EXPECT_EQ(pclose(output), 0);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1000);
 }
 
 TEST(ManyFiles, HaveTheSameFormHoweverManyThereAre) {

@@ -120,11 +120,6 @@ struct CheckedFile {
   std::optional<DocumentFailure> failure;
   std::optional<std::size_t> fixed = std::nullopt;  ///< how many findings were fixed, if any could
   std::string diff = {};                            ///< what would be changed
-
-  /// The bytes of the document and the changes, with which all of this grows.
-  [[nodiscard]] std::size_t size() const noexcept {
-    return (report == nullptr ? 0 : report->document().size()) + diff.size();
-  }
 };
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a

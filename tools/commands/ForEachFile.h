@@ -1,9 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <filesystem>
 #include <string>
-#include <type_traits>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 #include "tools/Host.h"
 #include "tools/commands/FileOptions.h"
@@ -20,19 +24,32 @@ namespace orvane::nimbrel::tools {
 template <typename Work, typename Deliver>
 void forEachFile(const FileSettings& settings, const char* counted, const Work& work,
                  const Deliver& deliver) {
-  using Result = std::invoke_result_t<Work, const std::string&>;
-  if (settings.files.size() > 1) {
+  const std::vector<std::string>& files = settings.files;
+  const unsigned int jobs = files.size() == 1 ? 1 : settings.jobs;
+  if (files.size() > 1) {
     keepFreedMemory();
   }
-  Progress progress(settings.files.size(), settings.progress, counted);
-  InOrder<Result>(
-      settings.files.size(), settings.jobs,
-      [&](std::size_t index) { return work(settings.files[index]); },
-      [&](std::size_t index, Result result) {
-        const std::string& name = settings.nameOf(settings.files[index]);
+  // A slice for each thread would leave some without work at the end.
+  const std::size_t most = jobs == 1 ? 1 : std::clamp<std::size_t>(files.size() / jobs / 4, 1, 32);
+  const auto endOfSlice = [&](std::size_t begin) {
+    constexpr std::uintmax_t LARGE = 1024 * 1024;  // what is made of it waits in memory
+    const std::size_t last = std::min(files.size(), begin + most);
+    std::uintmax_t bytes = 0;
+    std::size_t end = begin;
+    for (; end < last && bytes < LARGE; ++end) {
+      std::error_code error;
+      const std::uintmax_t size = most == 1 ? 0 : std::filesystem::file_size(files[end], error);
+      bytes += error ? 0 : size;
+    }
+    return end;
+  };
+  Progress progress(files.size(), settings.progress, counted);
+  doInOrder(
+      files.size(), jobs, endOfSlice, [&](std::size_t index) { return work(files[index]); },
+      [&](std::size_t index, auto result) {
+        const std::string& name = settings.nameOf(files[index]);
         progress.update(index + 1, deliver(name, std::move(result), progress));
-      })
-      .run();
+      });
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -89,10 +89,6 @@ struct ShownFile {
   std::shared_ptr<config::BasicConfig> record;
   std::string errorText;
   std::optional<DocumentFailure> failure;
-  std::size_t documentSize = 0;
-
-  /// The bytes of the document, with which the record grows.
-  [[nodiscard]] std::size_t size() const noexcept { return documentSize; }
 };
 
 ShownFile showFile(const Settings& settings, const std::string& file,
@@ -105,8 +101,7 @@ ShownFile showFile(const Settings& settings, const std::string& file,
                                            : findDocument(file, settings.stdinName);
     auto record = std::dynamic_pointer_cast<config::BasicConfig>(
         parseDocument(settings, file, document, *parser));
-    return {std::move(record), parser->getErrorText(), std::nullopt,
-            document.bytes ? document.bytes->size() : static_cast<std::size_t>(document.fileSize)};
+    return {std::move(record), parser->getErrorText(), std::nullopt};
   } catch (const DocumentFailure& failure) {
     return {nullptr, {}, failure};
   }

@@ -168,7 +168,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
     return findInPackage(read, file->size(), path);
   }
   if (!wantsBytes) {
-    return {path, std::nullopt, nullptr, file->size()};
+    return {path, std::nullopt};
   }
   return {path, file->readAll()};
 }

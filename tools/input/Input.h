@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,7 +17,6 @@ struct Document {
   std::string name;  ///< what messages call it: the path, for a package with the entry
   std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
   std::shared_ptr<Package> package = nullptr;  ///< in which it stands; null for a document alone
-  std::uint64_t fileSize = 0;                  ///< of that regular file, when there are no bytes
 
   /// The names of all entries of that package.
   [[nodiscard]] std::optional<std::vector<std::string>> names() const {
