@@ -202,7 +202,15 @@ TEST(PackagedWidget, APageShowsTheIconThatABrowserCanDrawWithoutHarm) {
     EXPECT_THAT(page({{"config.xml", document}, {"i", "text"}, {"locales/de/i", gif + tail}}),
                 HasSubstr("src=\"data:image/gif;base64," + base64 + "\"/>"));
   }
-  EXPECT_THAT(page({{"config.xml", widget("")}, {"icon.gif", gif}}), HasSubstr("image/gif"));
+  EXPECT_THAT(page({{"config.xml", widget("")}, {"icon.gif", gif}}),
+              AllOf(HasSubstr("image/gif"), HasSubstr("a file that is the icon by default")));
+  const std::string why =
+      page({{"config.xml", widget("<icon src='a'/><icon src='b'/><icon src='c'/>")},
+            {"b", "text"},
+            {"locales/de/c", gif}});
+  EXPECT_THAT(why, HasSubstr("a</bdi>\n<span class=\"why\">not shown: not in the package"));
+  EXPECT_THAT(why, HasSubstr("b</bdi>\n<span class=\"why\">not shown: no PNG, GIF or JPEG"));
+  EXPECT_THAT(why, HasSubstr("shown: <bdi>locales/<wbr/>de/<wbr/>c</bdi>, the first that can be"));
 }
 
 TEST(PackagedWidget, APageUnpacksEachIconOnceAndOnlySoMany) {

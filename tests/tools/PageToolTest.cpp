@@ -58,25 +58,44 @@ std::string outlineOf(const Page& page) {
   return outline;
 }
 
+/// Each link leads to an element, of which there is one.
+void expectLinksToLead(const Page& page) {
+  std::multiset<std::string> targets;
+  std::set<std::string> links;
+  forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
+    if (const std::string_view id = element.attributeView("id"); !id.empty()) {
+      targets.emplace(id);
+    }
+    if (element.getName() == "a") {
+      links.emplace(element.attributeView("href").substr(1));
+    }
+  });
+  for (const std::string& link : links) {
+    EXPECT_EQ(targets.count(link), 1U) << link;
+  }
+}
+
 constexpr char REQUESTS_OUTLINE[] =
-    "2 What it asks for\n3 Network access\n3 Features\n3 Permissions\n3 Messages\n3 Exports\n";
+    "2 What it asks for\n3 Security\n3 Network access\n3 Features\n3 Permissions\n3 Messages\n3 "
+    "Exports\n";
 
 TEST(PageTool, ShowsWhatEachLanguageGets) {
   const std::string names =
       "<name>plain</name><name xml:lang='de'>deutsch</name><name xml:lang='he' dir='rtl'>a"
       "<span dir='lro' xml:lang='en'>b</span></name><access origin='http://x.example'/>"
       "<access origin='*' xml:lang='de'/>";
-  EXPECT_EQ(outlineOf(pageOf(widget(names))),
-            std::string("1 plain\n2 As users see it\n3 Users of de\n3 Users of he\n"
-                        "3 Users of every other language\n") +
-                REQUESTS_OUTLINE + "2 Check\n");
+  EXPECT_EQ(
+      outlineOf(pageOf(widget(names))),
+      std::string("1 plain\n2 As users see it\n3 Users of German (de)\n3 Users of Hebrew (he)\n"
+                  "3 Users of every other language\n") +
+          REQUESTS_OUTLINE + "2 Check\n");
   EXPECT_THAT(outlineOf(pageOf(widget("<name xml:lang='de'>x</name>"))),
               testing::StartsWith("1 x\n"));
   const Page german = pageOf(widget(names, "defaultlocale='de'"));
   EXPECT_EQ(outlineOf(german),
-            std::string("1 deutsch\n2 As users see it\n3 Users of de and every other language\n"
-                        "3 Users of he\n") +
-                REQUESTS_OUTLINE + "2 Check\n");
+            std::string("1 deutsch\n2 As users see it\n3 Users of German (de) and every other "
+                        "language\n3 Users of Hebrew (he)\n") +
+                REQUESTS_OUTLINE + "2 Check\n3 What the codes mean\n");
   EXPECT_THAT(german.html, HasSubstr("<bdi lang=\"he\" dir=\"rtl\">a<bdo lang=\"en\" dir=\"ltr\">b"
                                      "</bdo></bdi>"));
   EXPECT_THAT(german.html, HasSubstr("this host only, not encrypted</span></li>"));
@@ -84,7 +103,7 @@ TEST(PageTool, ShowsWhatEachLanguageGets) {
               Not(HasSubstr("every address on the network")));
   EXPECT_THAT(pageOf(widget(names)).html,
               HasSubstr("every address on the network</span> <span class=\"whom\">only for users "
-                        "of <bdi class=\"tag\">de</bdi></span>"));
+                        "of German (<bdi class=\"tag\">de</bdi>)</span>"));
 }
 
 TEST(PageTool, SaysWhyThereIsNothingToSee) {
@@ -92,7 +111,8 @@ TEST(PageTool, SaysWhyThereIsNothingToSee) {
   EXPECT_THAT(pageOf("<a/>", 1).html, HasSubstr("Rejected document"));
   EXPECT_THAT(pageOf("PK\x03\x04", 1).html, HasSubstr("no usable ZIP archive"));
   const Page german = pageOf(widget("<feature name='x' xml:lang='de'/>"), 1);
-  EXPECT_THAT(german.html, HasSubstr("They do not get this application"));
+  EXPECT_THAT(german.html, HasSubstr("They do not get this application (<a href=\"#error-0\">"
+                                     "line 1: required-feature-name</a>)"));
   EXPECT_THAT(german.html, HasSubstr("It asks for no feature"));
   const std::string number =
       widget("<t:network>\n<t:asset key='maxConnections' value=''/></t:network>");
@@ -105,10 +125,11 @@ TEST(PageTool, SaysWhyThereIsNothingToSee) {
 TEST(PageTool, AHostileDocumentIsInert) {
   const std::string document = contentOf(NIMBREL_TEST_DATA "/hostile.xml");
   const std::set<std::string> elements = {
-      "html", "head",    "meta",    "link", "title", "style", "body",   "a",       "header",
-      "p",    "bdi",     "h1",      "dl",   "div",   "dt",    "dd",     "nav",     "ul",
-      "li",   "main",    "h2",      "h3",   "bdo",   "span",  "img",    "section", "article",
-      "code", "details", "summary", "mark", "ol",    "br",    "strong", "footer"};
+      "html",   "head",    "meta",    "link", "title",   "style",   "body", "a",
+      "header", "p",       "bdi",     "h1",   "dl",      "div",     "dt",   "dd",
+      "nav",    "ul",      "li",      "main", "h2",      "h3",      "bdo",  "span",
+      "img",    "section", "article", "code", "details", "summary", "mark", "ol",
+      "br",     "strong",  "footer",  "wbr",  "pre"};
   const std::set<std::string> attributes = {"lang",    "dir",    "charset",    "http-equiv",
                                             "content", "name",   "rel",        "href",
                                             "class",   "id",     "src",        "alt",
@@ -132,6 +153,7 @@ TEST(PageTool, AHostileDocumentIsInert) {
       EXPECT_THAT(page.html, Not(HasSubstr(raw)));
     }
     EXPECT_EQ(page.html.find("</style>"), page.html.rfind("</style>"));
+    expectLinksToLead(page);
   }
   // What the reader sees is what was written.
   EXPECT_THAT(
@@ -139,6 +161,92 @@ TEST(PageTool, AHostileDocumentIsInert) {
       HasSubstr("</style><script>alert(1)</script><img src=x onerror=alert(1)>\" onclick="
                 "\"alert(1) ' ]]> --> &amp; javascript:alert(1)//U+202EU+2066U+200FU+009BU+007F"
                 "U+FEFFU+FDD0U+000D"));
+}
+
+// Each row is the text of an element and what the page has of it.
+TEST(PageTool, NamesCharactersThatNobodySees) {
+  const Row rows[] = {
+      {"pay\u00ADpal", "payU+00ADpal"},
+      {"a\u200Bb\u2060c\u2062d\u3164e\u034Ff", "aU+200BbU+2060cU+2062dU+3164eU+034Ff"},
+      {"\U0001F3F4\U000E0067\uFE0F", "\U0001F3F4U+E0067U+FE0F"},
+      {"pay\u200Dpal \u200C1", "payU+200Dpal U+200C1"},
+      {"\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645", ""},  // joiners that shape letters
+      {"\u0915\u094D\u200D\u0937 \U0001F469\u200D\U0001F4BB", ""},
+      {"\u05E9\u05DC\u05D5\u05DD \u00FC \u65E5\u672C", ""},
+  };
+  for (const auto& [text, shown] : rows) {
+    const std::string outline = outlineOf(pageOf(widget("<name>" + text + "</name>")));
+    EXPECT_THAT(outline, testing::StartsWith("1 " + (shown.empty() ? text : shown) + '\n'));
+  }
+}
+
+TEST(PageTool, SaysFirstWhetherAllIsWell) {
+  const Row rows[] = {
+      {"<name>x</name>", "No errors or warnings"},
+      {"<shop xmlns='urn:s'/>", "No errors or warnings 1 note"},
+      {"<icon/><icon/>", "Accepted with warnings 2 warnings"},
+      {"<feature name='x' xml:lang='de'/><icon/>", "Rejected for some users 1 error, 1 warning"},
+      {"<feature name='x'/>", "Rejected 1 error"},
+  };
+  expectRows(rows, [](const std::string& children) {
+    const bool isRejected = children.find("feature") != std::string::npos;
+    const Page page = pageOf(widget(children), isRejected ? 1 : 0);
+    std::string verdict;
+    forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
+      if (element.attributeView("class") == "verdict") {
+        verdict = textOf(element);
+      }
+    });
+    return verdict;
+  });
+}
+
+TEST(PageTool, GroupsFindingsByLineThoseWithErrorsFirst) {
+  const Page page = pageOf(widget("\n<icon/>\n<icon src=''/><feature name='x' required='1'/>"
+                                  "<icon width='0' src='i'/>\n<feature name='y'/>\n<icons/>"),
+                           1);
+  std::string lines;
+  forEachElement(*page.tree->getDocumentElement(), [&](const XmlNode& element) {
+    const std::string name = element.getName();
+    if (element.attributeView("class") == "line") {
+      lines += '\n' + textOf(element) + ':';
+    } else if (name == "mark" || element.attributeView("class") == "code") {
+      lines += ' ' + textOf(element);
+    }
+  });
+  EXPECT_EQ(lines,
+            "\nline 3: '' x 1 0 required-feature-name missing-attribute not-a-boolean not-a-number"
+            "\nline 4: y required-feature-name"
+            "\nline 2: icon missing-attribute"
+            "\nline 5: icons unknown-element");
+  expectLinksToLead(page);
+}
+
+TEST(PageTool, HasAllOfTheRecordWhatIsSecuritysFirst) {
+  const std::string html = pageOf(contentOf(NIMBREL_EXAMPLES "/config.xml")).html;
+  const std::size_t rest = html.find("Other settings and preferences");
+  for (const char* setting :
+       {"overrideProxy = proxy.linea.example:3128", "allowTlsFallback = yes", "inspector = yes",
+        "persistent = yes", "authentication = token", "httpHeaders = X-Linea-Client: tavlo",
+        "allowHTTPSApplicationManifestCrossDomain = yes"}) {
+    EXPECT_LT(html.find(setting), html.find("Network access")) << setting;
+  }
+  for (const char* setting :
+       {"home-stop = marlen:hauptbahnhof", "maxConnections = 32", "zoomFactor = 1.1",
+        "saveContext = no", "drag = enabled", "search bar = stops-and-places",
+        "localStorageQuota = 5242880", "TimetableRefresh = daily",
+        "<bdi>properties</bdi> = <bdi>min=0.5;max=8</bdi>"}) {
+    EXPECT_GT(html.find(setting), rest) << setting;
+    EXPECT_NE(html.find(setting), std::string::npos) << setting;
+  }
+  // What all languages share is said once, an address broken where it may be.
+  const std::string author = "https://<wbr/>www.linea.example/<wbr/>about";
+  EXPECT_NE(html.find(author), std::string::npos);
+  EXPECT_EQ(html.find(author), html.rfind(author));
+  // A key of the document's own is taken for no setting of that name.
+  EXPECT_THAT(
+      pageOf(widget("<t:resources><t:asset key='inspector' value='yes'/></t:resources>")).html,
+      HasSubstr("It sets no proxy, no TLS fallback, no inspector"));
 }
 
 TEST(PageTool, ABigDocumentHasAPageOfLimitedSize) {

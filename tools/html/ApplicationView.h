@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include <string_view>
+#include <vector>
 
 #include "config/Config.h"
 #include "tools/html/HtmlWriter.h"
@@ -8,11 +9,28 @@
 
 namespace orvane::nimbrel::tools {
 
-/// Prints what users see of an application before they start it: icon, name, who made it, what it
-/// is for, under which terms.
-void printApplication(HtmlWriter& html, const config::Config& record, IconFinder& icons);
+/// One thing that a page says of an application.
+struct Fact {
+  std::string_view term;  ///< a constant, once in a list
+  HtmlWriter value{HtmlWriter::Target::PART};
 
-/// Prints what is the same for all users: identifiers, version, size.
-void printFacts(HtmlWriter& html, const config::Config& record);
+  [[nodiscard]] bool operator==(const Fact& other) const {
+    return term == other.term && value == other.value;
+  }
+};
+using Facts = std::vector<Fact>;
+
+/// Prints icon and name, as users see them before they start an application.
+void printFace(HtmlWriter& html, const config::Config& record, const IconChoice& icon,
+               bool hasPackage);
+
+/// All else that users can know before the start: what it is, who made it, under which terms, and
+/// why they see this icon.
+[[nodiscard]] Facts factsOf(const config::Config& record, const IconChoice& icon);
+
+/// Takes the facts that are the same in all lists out of them.
+[[nodiscard]] Facts takeShared(const std::vector<Facts*>& lists);
+
+void printFacts(HtmlWriter& html, const Facts& facts);
 
 }  // namespace orvane::nimbrel::tools

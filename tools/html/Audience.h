@@ -25,8 +25,8 @@ inline constexpr std::size_t MOST_AUDIENCES = 64;
 [[nodiscard]] std::vector<Audience> audiencesOf(const util::XmlDocument& document,
                                                 const std::string& defaultLocale);
 
-/// Prints the languages of an audience: "en and every other language". The only one of a document
-/// may have all of them.
+/// Prints the languages of an audience: "English (en) and every other language". The only one of a
+/// document may have all of them.
 void printAudience(HtmlWriter& html, const Audience& audience, bool isOnly = false);
 
 }  // namespace orvane::nimbrel::tools

@@ -2,12 +2,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
+#include <set>
+#include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "check/Kind.h"
 #include "check/Wording.h"
 #include "tools/findings/Excerpt.h"
+#include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 
 namespace orvane::nimbrel::tools {
@@ -31,35 +37,91 @@ const char* titleOf(Level level) noexcept {
   return level == Level::ERROR ? "Error" : level == Level::WARNING ? "Warning" : "Note";
 }
 
-void printSource(HtmlWriter& html, const check::Report& report, const check::Diagnostic& finding) {
-  const std::size_t line = report.placeOf(finding).begin.line;
-  if (line == 0) {
+std::size_t numberOf(const check::Report& report, const check::Diagnostic& finding) noexcept {
+  return static_cast<std::size_t>(&finding - report.findings().data());
+}
+
+/// A finding on the page.
+struct Row {
+  const check::Diagnostic* finding;
+  std::size_t number;  // in the report
+  std::size_t line;
+  Level level;
+  Level worst;  // of the line
+  ExcerptParts source = {};
+};
+
+/// The findings that are printed, in that order. No flood of notes hides a warning.
+std::vector<Row> rowsOf(const check::Report& report) {
+  std::vector<Row> rows;
+  std::map<std::size_t, Level> worst;  // by line
+  for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
+    for (std::size_t i = 0; i < report.findings().size() && rows.size() < MOST; ++i) {
+      const check::Diagnostic& finding = report.findings()[i];
+      if (check::kindOf(finding.code).level == level) {
+        const std::size_t line = report.placeOf(finding).begin.line;
+        rows.push_back({&finding, i, line, level, worst.try_emplace(line, level).first->second});
+      }
+    }
+  }
+  std::sort(rows.begin(), rows.end(), [](const Row& one, const Row& other) {
+    return std::tuple(-static_cast<int>(one.worst), one.line, -static_cast<int>(one.level),
+                      one.number) < std::tuple(-static_cast<int>(other.worst), other.line,
+                                               -static_cast<int>(other.level), other.number);
+  });
+  for (Row& row : rows) {
+    row.source = excerptParts(report, *row.finding);
+  }
+  return rows;
+}
+
+std::string wholeOf(const ExcerptParts& parts) {
+  return parts.before + parts.place + parts.behind;
+}
+
+using Rows = std::vector<Row>::const_iterator;
+
+/// The line of some findings, with their places.
+void printSource(HtmlWriter& html, Rows first, Rows last) {
+  if (first->line == 0) {
+    const check::Diagnostic& finding = *first->finding;
     html.markup("<p class=\"source none\">");
     html.text(finding.isOfPackage ? "the package" : "the whole document");
     if (finding.isOfPackage && !finding.value.empty()) {
-      html.markup(" <code><bdi>").text(finding.value, LONGEST).markup("</bdi></code>");
+      html.markup(" <code><bdi>").address(finding.value, LONGEST).markup("</bdi></code>");
     }
     html.markup("</p>\n");
     return;
   }
-  const ExcerptParts parts = excerptParts(report, finding);
-  html.markup("<p class=\"source\"><span class=\"line\">line ").number(line).markup("</span> ");
-  // Without the indentation, which only takes room here.
-  const std::size_t indent = parts.before.find_first_not_of(' ');
-  html.markup("<code dir=\"ltr\">")
-      .text(parts.before.substr(std::min(indent, parts.before.size())));
-  if (!parts.place.empty()) {
-    html.markup("<mark>").text(parts.place).markup("</mark>");
+  const std::string whole = wholeOf(first->source);
+  std::vector<std::pair<std::size_t, std::size_t>> places;
+  for (Rows row = first; row != last; ++row) {
+    const std::size_t begin = row->source.before.size();
+    places.emplace_back(begin, begin + row->source.place.size());
   }
-  html.text(parts.behind).markup("</code></p>\n");
+  std::sort(places.begin(), places.end());
+  html.markup("<p class=\"source\"><span class=\"line\">line ").number(first->line);
+  html.markup("</span> <code dir=\"ltr\">");
+  // Without the indentation, which only takes room here.
+  std::size_t at = std::min(whole.find_first_not_of(' '), whole.size());
+  for (const auto& [begin, end] : places) {
+    if (begin >= at && begin < end) {
+      html.text(std::string_view(whole).substr(at, begin - at)).markup("<mark>");
+      html.text(std::string_view(whole).substr(begin, end - begin)).markup("</mark>");
+      at = end;
+    }
+  }
+  html.text(std::string_view(whole).substr(at)).markup("</code></p>\n");
 }
 
-void printFinding(HtmlWriter& html, const check::Report& report, const check::Diagnostic& finding) {
-  const check::Kind& kind = check::kindOf(finding.code);
-  const check::Wording wording = check::wordingOf(finding);
-  html.markup("<li>\n");
-  printSource(html, report, finding);
-  html.markup("<div>\n<p><strong class=\"").text(check::levelName(kind.level)).markup("\">");
+void printFinding(HtmlWriter& html, const Row& row) {
+  const check::Kind& kind = check::kindOf(row.finding->code);
+  const check::Wording wording = check::wordingOf(*row.finding);
+  html.markup("<div class=\"finding\"");
+  if (row.level == Level::ERROR) {
+    html.markup(" id=\"error-").number(row.number).markup("\"");
+  }
+  html.markup(">\n<p><strong class=\"").text(check::levelName(kind.level)).markup("\">");
   html.text(titleOf(kind.level)).markup("</strong> ");
   if (!wording.element.empty()) {
     html.markup("<code><bdi>").text(wording.element, LONGEST).markup("</bdi></code> ");
@@ -67,13 +129,13 @@ void printFinding(HtmlWriter& html, const check::Report& report, const check::Di
   if (!wording.attribute.empty()) {
     html.markup("<code><bdi>").text(wording.attribute, LONGEST).markup("</bdi></code> ");
   }
-  html.markup("<span class=\"code\">").text(kind.name).markup("</span></p>\n<p>");
-  html.text(wording.sentence);
+  html.markup("<a class=\"code\" href=\"#code-").text(kind.name).markup("\">");
+  html.text(kind.name).markup("</a></p>\n<p>").text(wording.sentence);
   if (!wording.suggestion.empty()) {
     html.markup(" Did you mean <code><bdi>").text(wording.suggestion, LONGEST);
     html.markup("</bdi></code>?");
   }
-  html.markup("</p>\n</div>\n</li>\n");
+  html.markup("</p>\n</div>\n");
 }
 
 /// A text of ours with code between backticks.
@@ -92,35 +154,43 @@ void printProse(HtmlWriter& html, std::string_view text) {
   }
 }
 
-/// What the codes that were found mean.
-void printMeanings(HtmlWriter& html, const check::Report& report) {
-  std::vector<bool> isFound(check::kinds().size());
-  for (const check::Diagnostic& finding : report.findings()) {
-    isFound[static_cast<std::size_t>(finding.code)] = true;  // the order of the kinds
+/// What the codes on the page mean.
+void printMeanings(HtmlWriter& html, const std::vector<Row>& rows) {
+  std::set<check::FindingCode> codes;
+  for (const Row& row : rows) {
+    codes.insert(row.finding->code);
   }
-  html.markup("<details>\n<summary>What the codes mean</summary>\n<dl class=\"meanings\">\n");
-  for (const check::Kind& kind : check::kinds()) {
-    if (isFound[static_cast<std::size_t>(kind.code)]) {
-      html.markup("<div><dt>").text(kind.name).markup("</dt><dd>");
-      printProse(html, kind.summary);
-      html.markup("</dd></div>\n");
-    }
+  html.markup("<h3>What the codes mean</h3>\n<dl class=\"meanings\">\n");
+  for (const check::FindingCode code : codes) {
+    const check::Kind& kind = check::kindOf(code);
+    html.markup("<div id=\"code-").text(kind.name).markup("\"><dt>").text(kind.name);
+    html.markup("</dt><dd>");
+    printProse(html, kind.summary);
+    html.markup("\n<details><summary>Example</summary>\n<pre><code dir=\"ltr\">");
+    html.text(examplesOf(kind)).markup("</code></pre>\n</details></dd></div>\n");
   }
-  html.markup("</dl>\n</details>\n");
+  html.markup("</dl>\n");
 }
 
 }  // namespace
 
-void printFindingCounts(HtmlWriter& html, const check::Report& report) {
+void printVerdict(HtmlWriter& html, const check::Report& report, bool isRejected,
+                  bool hasRejected) {
   const FindingCounts counts = countsOf(report);
-  if (report.findings().empty()) {
-    html.markup("no findings");
+  if (isRejected || hasRejected || counts.errors != 0) {
+    html.markup("<strong class=\"error\">");
+    html.text(isRejected ? "Rejected" : "Rejected for some users");
+  } else if (counts.warnings != 0) {
+    html.markup("<strong class=\"warning\">Accepted with warnings");
+  } else {
+    html.markup("<strong class=\"fine\">No errors or warnings");
   }
-  bool isFirst = true;
+  html.markup("</strong>");
+  const char* separator = " ";
   const auto print = [&](std::size_t number, const char* noun) {
     if (number != 0) {
-      html.text(isFirst ? "" : ", ").count(number, noun);
-      isFirst = false;
+      html.text(separator).markup("<a href=\"#findings\">").count(number, noun).markup("</a>");
+      separator = ", ";
     }
   };
   print(counts.errors, "error");
@@ -128,36 +198,54 @@ void printFindingCounts(HtmlWriter& html, const check::Report& report) {
   print(counts.notes, "note");
 }
 
+void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t line) {
+  const check::Diagnostic* found = nullptr;
+  std::size_t errors = 0;
+  for (const check::Diagnostic& finding : report.findings()) {
+    const bool isOfLine = report.placeOf(finding).begin.line == line;
+    if (check::kindOf(finding.code).level == Level::ERROR && errors++ < MOST &&  // is printed
+        (found == nullptr || (isOfLine && report.placeOf(*found).begin.line != line))) {
+      found = &finding;
+    }
+  }
+  if (found == nullptr) {
+    html.markup("<a href=\"#findings\">the check says why</a>");
+    return;
+  }
+  html.markup("<a href=\"#error-").number(numberOf(report, *found)).markup("\">");
+  if (const std::size_t place = report.placeOf(*found).begin.line; place != 0) {
+    html.markup("line ").number(place).markup(": ");
+  }
+  html.text(check::kindOf(found->code).name).markup("</a>");
+}
+
 void printFindings(HtmlWriter& html, const check::Report& report) {
   if (report.findings().empty()) {
     html.markup("<p>The check found no mistake.</p>\n");
     return;
   }
-  const FindingCounts counts = countsOf(report);
-  // How many of each level are printed yet: no flood of notes hides a warning.
-  FindingCounts left;
-  left.errors = std::min(counts.errors, MOST);
-  left.warnings = std::min(counts.warnings, MOST - left.errors);
-  left.notes = std::min(counts.notes, MOST - left.errors - left.warnings);
-  const std::size_t shown = left.errors + left.warnings + left.notes;
-  if (shown < report.findings().size()) {
+  const std::vector<Row> rows = rowsOf(report);
+  if (rows.size() < report.findings().size()) {
     html.markup("<p class=\"cut\">Not on this page: ")
-        .count(report.findings().size() - shown, "more finding")
+        .count(report.findings().size() - rows.size(), "more finding")
         .markup(". The most severe are shown; <code>nimbrel-config check</code> prints all.</p>\n");
   }
   html.markup("<ol class=\"findings\">\n");
-  for (const check::Diagnostic& finding : report.findings()) {
-    const Level level = check::kindOf(finding.code).level;
-    std::size_t& more = level == Level::ERROR     ? left.errors
-                        : level == Level::WARNING ? left.warnings
-                                                  : left.notes;
-    if (more != 0) {
-      --more;
-      printFinding(html, report, finding);
-    }
+  for (Rows row = rows.begin(); row != rows.end();) {
+    const Rows first = row;
+    const std::string whole = wholeOf(first->source);
+    do {
+      ++row;
+    } while (row != rows.end() && row->line != 0 && row->line == first->line &&
+             wholeOf(row->source) == whole);
+    html.markup("<li>\n");
+    printSource(html, first, row);
+    html.markup("<div>\n");
+    std::for_each(first, row, [&](const Row& finding) { printFinding(html, finding); });
+    html.markup("</div>\n</li>\n");
   }
   html.markup("</ol>\n");
-  printMeanings(html, report);
+  printMeanings(html, rows);
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -1,5 +1,7 @@
 #include "tools/html/HtmlWriter.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -34,7 +36,25 @@ const char* referenceFor(char32_t character) noexcept {
   }
 }
 
-bool isNamed(char32_t character) noexcept {
+/// Whether a joiner behind this character changes how it is drawn: it is a letter that joins, a
+/// sign that removes a vowel, or a picture.
+bool takesJoiner(char32_t character) noexcept {
+  const auto code = static_cast<UChar32>(character);
+  const int joining = u_getIntPropertyValue(code, UCHAR_JOINING_TYPE);
+  constexpr int VIRAMA = 9;
+  return joining == U_JT_DUAL_JOINING || joining == U_JT_RIGHT_JOINING ||
+         u_getCombiningClass(code) == VIRAMA ||
+         u_hasBinaryProperty(code, UCHAR_EXTENDED_PICTOGRAPHIC) != 0;
+}
+
+/// Whether a character is named behind another.
+bool isNamed(char32_t character, char32_t previous) noexcept {
+  const bool isJoiner = character == 0x200C || character == 0x200D;
+  if (isJoiner ? !takesJoiner(previous)
+               : u_hasBinaryProperty(static_cast<UChar32>(character),
+                                     UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0) {
+    return true;
+  }
   const bool isControl = character < 0x20 && character != '\n' && character != '\t';
   // XML allows them, HTML does not.
   const bool isNoncharacter =
@@ -88,6 +108,7 @@ void HtmlWriter::name(const char* kind, char32_t character, int digits) {
 
 HtmlWriter& HtmlWriter::text(std::string_view text) {
   std::size_t at = 0;
+  char32_t previous = 0;
   while (at < text.size()) {
     const std::size_t from = at;
     const char32_t character = util::internal::decodeUtf8(text, at);
@@ -97,11 +118,12 @@ HtmlWriter& HtmlWriter::text(std::string_view text) {
       for (std::size_t i = from; i < at; ++i) {
         name("byte ", static_cast<unsigned char>(text[i]), 2);
       }
-    } else if (isNamed(character)) {
+    } else if ((character >= 0x7F || character < 0x20) && isNamed(character, previous)) {
       name("U+", character, 4);
     } else {
       append(text.substr(from, at - from));
     }
+    previous = character;
   }
   return *this;
 }
@@ -109,6 +131,17 @@ HtmlWriter& HtmlWriter::text(std::string_view text) {
 HtmlWriter& HtmlWriter::text(std::string_view text, std::size_t limit) {
   const std::string_view start = firstCharacters(text, limit);
   return this->text(start).more(text.substr(start.size()));
+}
+
+HtmlWriter& HtmlWriter::address(std::string_view text, std::size_t limit) {
+  std::string_view shown = firstCharacters(text, limit);
+  text.remove_prefix(shown.size());
+  for (std::size_t at = 0; (at = shown.find('/')) != std::string_view::npos;) {
+    at = std::min(shown.find_first_not_of('/', at), shown.size());
+    this->text(shown.substr(0, at)).markup("<wbr/>");
+    shown.remove_prefix(at);
+  }
+  return this->text(shown).more(text);
 }
 
 /// Says how much is not shown.

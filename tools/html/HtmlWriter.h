@@ -18,11 +18,12 @@ class HtmlWriter {
   enum class Target { OUTPUT, PART };
 
   explicit HtmlWriter(Target target) : target_(target) {}
-  HtmlWriter(HtmlWriter&&) = default;
-  HtmlWriter& operator=(HtmlWriter&&) = default;
-
   /// What a part holds.
   HtmlWriter& part(const HtmlWriter& part) { return append(part.pending_); }
+  [[nodiscard]] bool isEmpty() const noexcept { return pending_.empty(); }
+  [[nodiscard]] bool operator==(const HtmlWriter& other) const {
+    return pending_ == other.pending_;
+  }
 
   /// Markup as it is.
   template <std::size_t N>
@@ -32,12 +33,15 @@ class HtmlWriter {
 
   /// A text that anybody may have written, for content and attributes in double quotes.
   ///
-  /// Markup characters and quotes become references. Control characters, marks of direction and
-  /// noncharacters are named instead ("U+202E"), bytes that are no UTF-8 too. Line breaks and tabs
-  /// stay.
+  /// Markup characters and quotes become references. Control characters, marks of direction,
+  /// noncharacters and characters that nobody sees are named instead ("U+202E"), bytes that are no
+  /// UTF-8 too. Line breaks, tabs, and joiners where they change what is seen, stay.
   HtmlWriter& text(std::string_view text);
   /// The same of no more than `limit` characters, and of how many are left out.
   HtmlWriter& text(std::string_view text, std::size_t limit);
+
+  /// The same of an address or a path, which is broken at "/" where it is longer than a line.
+  HtmlWriter& address(std::string_view text, std::size_t limit);
 
   HtmlWriter& number(std::size_t number);
   /// "1 error", "2 errors".

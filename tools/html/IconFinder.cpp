@@ -1,6 +1,7 @@
 #include "tools/html/IconFinder.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr std::size_t LARGEST = std::size_t{128} * 1024;  // bytes of an icon
 constexpr std::size_t MOST_TRIED = 20;                    // icons of a record
+constexpr const char* UNREADABLE = "not in the package, damaged or over 128 KiB";
 constexpr const char* DEFAULTS[] = {"icon.svg", "icon.png", "icon.gif", "icon.jpg"};
 
 }  // namespace
@@ -23,36 +25,61 @@ const IconImage& IconFinder::load(const std::string& path) {
     return image;
   }
   std::optional<std::string> bytes = package_->read(path, std::min(LARGEST, leftToRead_));
-  if (bytes) {
-    leftToRead_ -= bytes->size();
-    image.type = imageTypeOf(*bytes);
-    image.bytes = image.type != nullptr ? std::move(*bytes) : "";
+  if (!bytes) {
+    image.problem = leftToRead_ < LARGEST ? "too much was unpacked for this page" : UNREADABLE;
+    return image;
+  }
+  leftToRead_ -= bytes->size();
+  image.type = imageTypeOf(*bytes);
+  if (image.type != nullptr) {
+    image.bytes = std::move(*bytes);
+  } else {
+    image.problem = "no PNG, GIF or JPEG of up to 1024 pixels, and no simple SVG";
   }
   return image;
 }
 
-const IconImage* IconFinder::find(const config::Config& record) {
-  if (package_ == nullptr) {
-    return nullptr;
-  }
-  std::vector<std::string> paths;
-  const std::vector<config::Config::Icon>& icons = record.getIcons();
-  for (std::size_t i = 0; i < std::min(icons.size(), MOST_TRIED); ++i) {
-    paths.push_back(check::resolvePath(icons[i].src));
-  }
-  paths.insert(paths.end(), std::begin(DEFAULTS), std::end(DEFAULTS));
-  for (const std::string& path : paths) {
-    for (const std::string& locale : record.getUserAgentLocales()) {
-      // At the root are the files for all languages.
-      std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
-      const IconImage& icon = load(folder += path);
-      if (icon.type != nullptr && icon.bytes.size() <= left_) {
-        left_ -= icon.bytes.size();
-        return &icon;
-      }
+/// Chooses an icon if it can be shown; else tells why it cannot.
+const char* IconFinder::tryPath(IconChoice& choice, const config::Config& record,
+                                const std::string& path) {
+  const char* problem = UNREADABLE;
+  for (const std::string& locale : record.getUserAgentLocales()) {
+    // At the root are the files for all languages.
+    std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
+    const IconImage& icon = load(folder += path);
+    if (icon.type != nullptr && icon.bytes.size() <= left_) {
+      left_ -= icon.bytes.size();
+      choice.image = &icon;
+      choice.path = folder;
+      return nullptr;
+    }
+    if (icon.problem != UNREADABLE) {
+      problem = icon.problem != nullptr ? icon.problem : "the icons of this page are too large";
     }
   }
-  return nullptr;
+  return problem;
+}
+
+IconChoice IconFinder::find(const config::Config& record) {
+  IconChoice choice;
+  if (package_ == nullptr) {
+    return choice;
+  }
+  const std::vector<config::Config::Icon>& icons = record.getIcons();
+  for (std::size_t i = 0; i < std::min(icons.size(), MOST_TRIED); ++i) {
+    const char* const problem = tryPath(choice, record, check::resolvePath(icons[i].src));
+    if (problem == nullptr) {
+      return choice;
+    }
+    choice.problems.push_back(problem);
+  }
+  choice.isDefault = true;
+  for (const char* const path : DEFAULTS) {
+    if (tryPath(choice, record, path) == nullptr) {
+      break;
+    }
+  }
+  return choice;
 }
 
 }  // namespace orvane::nimbrel::tools

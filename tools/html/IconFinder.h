@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "config/Config.h"
 #include "tools/input/Package.h"
@@ -16,6 +16,15 @@ namespace orvane::nimbrel::tools {
 struct IconImage {
   const char* type = nullptr;  ///< media type; null for what a page does not show
   std::string bytes;
+  const char* problem = nullptr;  ///< why not
+};
+
+/// Which icon of an application is shown, and why no other.
+struct IconChoice {
+  const IconImage* image = nullptr;   ///< null when there is none; lives as long as the finder
+  std::string path;                   ///< in the package
+  bool isDefault = false;             ///< whether the document does not name it
+  std::vector<const char*> problems;  ///< of the record's first icons, which are not shown
 };
 
 /// Finds the icons of an application in its package, and keeps what they add to a page, and what is
@@ -28,12 +37,13 @@ class IconFinder {
   [[nodiscard]] bool hasPackage() const noexcept { return package_ != nullptr; }
 
   /// The first icon of a record that is in the package and can be shown, for users of the record's
-  /// languages; else an icon that W3C Widgets use by default. Null when there is neither. Lives as
-  /// long as the finder.
-  [[nodiscard]] const IconImage* find(const config::Config& record);
+  /// languages; else an icon that W3C Widgets use by default.
+  [[nodiscard]] IconChoice find(const config::Config& record);
 
  private:
   [[nodiscard]] const IconImage& load(const std::string& path);
+  [[nodiscard]] const char* tryPath(IconChoice& choice, const config::Config& record,
+                                    const std::string& path);
 
   static constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all on a page
 

@@ -27,33 +27,16 @@ namespace {
 using config::BasicConfig;
 
 constexpr std::size_t MOST_WALKED = std::size_t{64} * 1024 * 1024;  // bytes of documents
+constexpr std::size_t TITLE_LENGTH = 300;
 
 using Record = std::shared_ptr<const BasicConfig>;
 
 /// What the page has of a document for one audience.
 struct View {
-  Audience audience;
-  bool isRejected = true;
-  bool hasName = false;
-  HtmlWriter title{HtmlWriter::Target::PART};
-  HtmlWriter facts{HtmlWriter::Target::PART};
-  HtmlWriter application{HtmlWriter::Target::PART};
+  std::optional<DocumentFailure::Problem> problem;  // that rejects the document
+  HtmlWriter face{HtmlWriter::Target::PART};
+  Facts facts;
 };
-
-View viewOf(Audience audience, const Record& record, IconFinder& icons) {
-  View view;
-  view.audience = std::move(audience);
-  if (record != nullptr) {
-    view.isRejected = false;
-    view.hasName = record->getName() && !record->getName().get().empty();
-    if (view.hasName) {
-      view.title.localized(record->getName().get(), 300);
-    }
-    printFacts(view.facts, *record);
-    printApplication(view.application, *record, icons);
-  }
-  return view;
-}
 
 class Page {
  public:
@@ -68,11 +51,11 @@ class Page {
     printHeader();
     html_.markup("<main id=\"main\">\n");
     printApplications();
-    if (!views_.empty()) {
-      printRequests();
-    }
-    printFindingSection();
-    printFooter();
+    printRequests();
+    html_.markup("<section aria-labelledby=\"findings\">\n<h2 id=\"findings\">Check</h2>\n");
+    printFindings(html_, *report_);
+    html_.markup("</section>\n</main>\n<footer>\n<p>Made by nimbrel-config " NIMBREL_VERSION
+                 ". This page has no script and loads nothing.</p>\n</footer>\n</body>\n</html>\n");
     html_.flush();
     if (!failure_) {
       return EXIT_DONE;
@@ -114,20 +97,54 @@ class Page {
     if (tree_ == nullptr) {
       return;
     }
-    Record common = recordFor(request_.locales.value_or(std::vector<std::string>()));
-    std::vector<Audience> audiences = findAudiences(common);
-    for (std::size_t i = 0; i < audiences.size(); ++i) {
-      const bool isCommon = audiences[i].hasOthers || audiences.size() == 1;
-      const Record record = isCommon ? std::move(common) : recordFor(audiences[i].locales);
+    // The record of users of no special language says who else there is.
+    View view;
+    Record record = recordFor(request_.locales.value_or(std::vector<std::string>()), view);
+    findAudiences(record.get());
+    views_.resize(audiences_.size());
+    for (std::size_t i = 0; i < views_.size(); ++i) {
+      const std::size_t number = (common_ + i) % views_.size();
+      if (i != 0) {
+        record.reset();
+        record = recordFor(audiences_[number].locales, view = View());
+      }
       if (record != nullptr) {
-        requests_.add(*record, i);
+        collect(*record, number, view);
       }
-      if (isCommon) {
-        common_ = i;
-      }
-      views_.push_back(viewOf(std::move(audiences[i]), record, *icons_));
+      views_[number] = std::move(view);
     }
+    std::vector<Facts*> facts;
+    for (View& accepted : views_) {
+      if (!accepted.problem) {
+        facts.push_back(&accepted.facts);
+      }
+    }
+    shared_ = takeShared(facts);
     tree_.reset();
+  }
+
+  /// What users of these locales get; null when that rejects the document.
+  Record recordFor(const std::vector<std::string>& locales, View& view) {
+    // One for each, as a parser remembers a start file.
+    const auto parser = config::createNimbrelConfigParser(locales);
+    try {
+      return parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
+    } catch (const DocumentFailure& failure) {
+      failure_ = failure_ ? failure_ : failure;
+      view.problem = failure.problem();
+      return nullptr;
+    }
+  }
+
+  void collect(const BasicConfig& record, std::size_t audience, View& view) {
+    hasRecord_ = true;
+    if (title_.isEmpty() && record.getName() && !record.getName().get().empty()) {
+      title_.localized(record.getName().get(), TITLE_LENGTH);
+    }
+    const IconChoice icon = icons_->find(record);
+    printFace(view.face, record, icon, icons_->hasPackage());
+    view.facts = factsOf(record, icon);
+    requests_.add(record, audience);
   }
 
   void checkDocument(std::uint32_t logMask) {
@@ -141,22 +158,11 @@ class Page {
     report_ = std::move(report);
   }
 
-  /// What users of these locales get; null when that rejects the document.
-  Record recordFor(const std::vector<std::string>& locales) {
-    // One for each, as a parser remembers a start file.
-    const auto parser = config::createNimbrelConfigParser(locales);
-    try {
-      return parsingDocument(name_, *parser, [&] { return parser->process(tree_, locales); });
-    } catch (const DocumentFailure& failure) {
-      failure_ = failure_ ? failure_ : failure;
-      return nullptr;
-    }
-  }
-
-  /// Those for whom the page is, of whom `common` is what users of no special language get.
-  std::vector<Audience> findAudiences(const Record& common) {
+  /// Finds those for whom the page is; `common` is what users of no special language get, or null.
+  void findAudiences(const BasicConfig* common) {
     if (request_.locales) {
-      return {{*request_.locales, false}};
+      audiences_ = {{*request_.locales}};
+      return;
     }
     std::string defaultLocale;
     if (common != nullptr) {
@@ -164,32 +170,16 @@ class Page {
       const std::vector<std::string>& locales = common->getUserAgentLocales();
       defaultLocale = locales.size() > 1 ? locales.front() : defaultLocale;
     }
-    std::vector<Audience> audiences = audiencesOf(*tree_, defaultLocale);
+    audiences_ = audiencesOf(*tree_, defaultLocale);
     // Each takes a walk through the document.
     const std::size_t walks = MOST_WALKED / std::max<std::size_t>(bytes_.size(), 1);
-    const std::size_t shown = std::min({audiences.size(), MOST_AUDIENCES, walks + 1});
-    audiencesLeft_ = audiences.size() - shown;
-    audiences.resize(shown);
+    const std::size_t shown = std::min({audiences_.size(), MOST_AUDIENCES, walks + 1});
+    audiencesLeft_ = audiences_.size() - shown;
+    audiences_.resize(shown);
     if (defaultLocale.empty()) {  // those without a language of their own come last
-      std::rotate(audiences.begin(), audiences.begin() + 1, audiences.end());
+      std::rotate(audiences_.begin(), audiences_.begin() + 1, audiences_.end());
+      common_ = shown - 1;
     }
-    return audiences;
-  }
-
-  /// The view that gives the application its name and facts; null when nobody gets one.
-  [[nodiscard]] const View* titleView() const {
-    constexpr std::size_t MOST_TRIED = 3;
-    const View* found = views_.empty() || views_[common_].isRejected ? nullptr : &views_[common_];
-    for (std::size_t i = 0; i < std::min(views_.size(), MOST_TRIED); ++i) {
-      if (!(found != nullptr && found->hasName) && !views_[i].isRejected) {
-        found = &views_[i];
-      }
-    }
-    return found;
-  }
-
-  [[nodiscard]] bool hasRecord() const {
-    return std::any_of(views_.begin(), views_.end(), [](const View& v) { return !v.isRejected; });
   }
 
   void printHead() {
@@ -213,42 +203,44 @@ class Page {
 
   void printHeader() {
     html_.markup("<body>\n<a class=\"skip\" href=\"#main\">Skip to the content</a>\n<header>\n");
-    html_.markup("<p class=\"file\"><bdi>").text(escape(name_)).markup("</bdi></p>\n<h1>");
-    const View* const view = titleView();
-    if (view != nullptr && view->hasName) {
-      html_.part(view->title);
-    } else {
-      html_.text(hasRecord() ? "Application without a name" : "Rejected document");
+    html_.markup("<p class=\"file\"><bdi>").text(escape(name_));
+    html_.markup("</bdi></p>\n<div class=\"title\">\n<h1>");
+    if (title_.isEmpty()) {
+      html_.text(hasRecord_ ? "Application without a name" : "Rejected document");
     }
-    html_.markup("</h1>\n");
-    if (view != nullptr) {
-      html_.part(view->facts);
-    }
+    html_.part(title_).markup("</h1>\n<p class=\"verdict\">");
+    printVerdict(html_, *report_, !hasRecord_, failure_.has_value());
+    html_.markup("</p>\n</div>\n");
+    printFacts(html_, shared_);
     html_.markup(
         "<nav aria-label=\"On this page\">\n<ul>\n"
         "<li><a href=\"#users\">As users see it</a></li>\n");
-    if (!views_.empty()) {
+    if (hasRecord_) {
       html_.markup("<li><a href=\"#requests\">What it asks for</a></li>\n");
     }
-    html_.markup("<li><a href=\"#findings\">Check</a>: ");
-    printFindingCounts(html_, *report_);
-    html_.markup("</li>\n</ul>\n</nav>\n</header>\n");
+    html_.markup("<li><a href=\"#findings\">Check</a></li>\n</ul>\n</nav>\n</header>\n");
   }
 
   void printApplications() {
     html_.markup("<section aria-labelledby=\"users\">\n<h2 id=\"users\">As users see it</h2>\n");
-    if (views_.empty()) {
-      html_.markup("<p>The document is rejected: nobody gets this application.</p>\n");
+    if (!hasRecord_) {
+      html_.markup("<p>The document is rejected: nobody gets this application (");
+      printErrorLink(html_, *report_, failure_->problem().line);
+      html_.markup(").</p>\n</section>\n");
+      return;
     }
     html_.markup("<div class=\"views\">\n");
-    for (const View& view : views_) {
+    for (std::size_t i = 0; i < views_.size(); ++i) {
+      const View& view = views_[i];
       html_.markup("<article>\n<h3>Users of ");
-      printAudience(html_, view.audience, views_.size() == 1);
-      html_.markup("</h3>\n").part(view.application);
-      if (view.isRejected) {
+      printAudience(html_, audiences_[i], views_.size() == 1);
+      html_.markup("</h3>\n").part(view.face);
+      printFacts(html_, view.facts);
+      if (view.problem) {
         html_.markup(
-            "<p><strong class=\"error\">Rejected</strong> They do not get this application; "
-            "the <a href=\"#findings\">check</a> says why.</p>\n");
+            "<p><strong class=\"error\">Rejected</strong> They do not get this application (");
+        printErrorLink(html_, *report_, view.problem->line);
+        html_.markup(").</p>\n");
       }
       html_.markup("</article>\n");
     }
@@ -262,30 +254,13 @@ class Page {
   }
 
   void printRequests() {
-    html_.markup(
-        "<section aria-labelledby=\"requests\">\n"
-        "<h2 id=\"requests\">What it asks for</h2>\n");
-    if (hasRecord()) {
-      std::vector<const Audience*> audiences;
-      for (const View& view : views_) {
-        audiences.push_back(&view.audience);
-      }
-      requests_.print(html_, audiences);
-    } else {
-      html_.markup("<p>Nobody gets this application, so it asks for nothing.</p>\n");
+    if (hasRecord_) {
+      html_.markup(
+          "<section aria-labelledby=\"requests\">\n"
+          "<h2 id=\"requests\">What it asks for</h2>\n");
+      requests_.print(html_, audiences_);
+      html_.markup("</section>\n");
     }
-    html_.markup("</section>\n");
-  }
-
-  void printFindingSection() {
-    html_.markup("<section aria-labelledby=\"findings\">\n<h2 id=\"findings\">Check</h2>\n");
-    printFindings(html_, *report_);
-    html_.markup("</section>\n");
-  }
-
-  void printFooter() {
-    html_.markup("</main>\n<footer>\n<p>Made by nimbrel-config " NIMBREL_VERSION
-                 ". This page has no script and loads nothing.</p>\n</footer>\n</body>\n</html>\n");
   }
 
   const PageRequest& request_;
@@ -295,8 +270,12 @@ class Page {
   std::optional<std::vector<std::string>> package_;  // names of its entries
   std::unique_ptr<const check::Report> report_;
   std::shared_ptr<util::XmlDocument> tree_;  // null: not well-formed
-  std::vector<View> views_;
-  std::size_t common_ = 0;         // the view of users of no special language
+  std::vector<Audience> audiences_;
+  std::vector<View> views_;  // of each
+  std::size_t common_ = 0;   // the place of users of no special language
+  bool hasRecord_ = false;   // whether somebody gets one
+  HtmlWriter title_{HtmlWriter::Target::PART};
+  Facts shared_;                   // by all views
   std::size_t audiencesLeft_ = 0;  // that are not shown
   std::optional<DocumentFailure> failure_;
   std::optional<IconFinder> icons_;  // where there is a tree

@@ -20,10 +20,10 @@ struct PageRequest {
 /// Prints a page for a person on standard output: the application as its users see it, what it
 /// asks for, and what is found in its document.
 ///
-/// The page is HTML in one piece, without scripts, links and addresses, and well-formed as XML. Of
-/// a document that is rejected it says why, which goes to standard error, too. Time and memory grow
-/// with the size of the document, the page has a largest size. Throws `Failure` for what cannot be
-/// read or written.
+/// The page is HTML in one piece, without scripts and links to elsewhere, and well-formed as XML.
+/// Of a document that is rejected it says why, which goes to standard error, too. Time and memory
+/// grow with the size of the document, the page has a largest size. Throws `Failure` for what
+/// cannot be read or written.
 ExitStatus printPage(const PageRequest& request);
 
 }  // namespace orvane::nimbrel::tools

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <tuple>
 
+#include "tools/record/RecordFields.h"
+#include "tools/record/SettingRows.h"
+
 namespace orvane::nimbrel::tools {
 namespace {
 
@@ -16,6 +19,28 @@ constexpr std::size_t MOST_LANGUAGES = 4;    // that are named
 // Schemes whose connections anybody on the way can read.
 constexpr std::string_view READABLE_SCHEMES[] = {"http", "ws", "ftp"};
 
+// The settings that a reviewer looks for first, and what they ask the runtime for.
+constexpr struct {
+  std::string_view name;
+  const char* meaning;
+} SECURITY[] = {
+    {"overrideProxy", "connections go through this proxy"},
+    {"enableWrsProxy", "connections go through the WRS proxy"},
+    {"allowTlsFallback", "connections may fall back to an older TLS"},
+    {"httpHeaders", "sent with each request"},
+    {"inspector", "the application can be inspected while it runs"},
+    {"debug", "the process writes debug lines"},
+    {"persistent", "cookies are kept"},
+    {"usePrivateCookies", "cookies of its own"},
+    {"useDeviceCookies", "cookies of the device"},
+    {"useAuthCookies", "cookies for authentication"},
+    {"useAccessToken", "an access token beside the cookies"},
+    {"useAuthCookiesForRegionalStack", "cookies for authentication at regional servers"},
+    {"authentication", "requests are authenticated by a token"},
+    {"allowHTTPSApplicationManifestCrossDomain",
+     "a manifest that came by HTTPS may name resources of other hosts"},
+};
+
 std::string meaningOf(const Config::AccessRequest& request) {
   std::string meaning = request.subdomains ? "this host and all its subdomains" : "this host only";
   const bool isReadable = std::find(std::begin(READABLE_SCHEMES), std::end(READABLE_SCHEMES),
@@ -24,7 +49,7 @@ std::string meaningOf(const Config::AccessRequest& request) {
 }
 
 void printAudiences(HtmlWriter& html, const std::bitset<MOST_AUDIENCES>& asking,
-                    const std::vector<const Audience*>& audiences) {
+                    const std::vector<Audience>& audiences) {
   html.markup("<span class=\"whom\">only for users of ");
   if (asking.count() > MOST_LANGUAGES) {
     html.number(asking.count()).markup(" of the languages</span>");
@@ -34,46 +59,23 @@ void printAudiences(HtmlWriter& html, const std::bitset<MOST_AUDIENCES>& asking,
   for (std::size_t i = 0; i < audiences.size(); ++i) {
     if (asking[i]) {
       html.text(isFirst ? "" : ", ");
-      printAudience(html, *audiences[i]);
+      printAudience(html, audiences[i]);
       isFirst = false;
     }
   }
   html.markup("</span>");
 }
 
-/// Prints a list: `print(entry)` writes the content of an entry. The first ones are seen at once,
-/// the others when asked for; of a very long list no more than 1,000 are printed, and the number of
-/// the others.
-template <typename Entries, typename Print>
-void printEntries(HtmlWriter& html, const Entries& entries, const Print& print) {
-  constexpr std::size_t SEEN = 12;
-  constexpr std::size_t MOST = 1000;
-  // A button that brings a single entry takes as much room as the entry.
-  const bool isFolded = entries.size() > SEEN + 1;
-  std::size_t number = 0;
-  html.markup("<ul>\n");
-  for (const auto& entry : entries) {
-    if (number == MOST) {
-      break;
-    }
-    if (isFolded && number == SEEN) {
-      html.markup("</ul>\n<details><summary>Show ")
-          .number(entries.size() - SEEN)
-          .markup(" more</summary>\n<ul>\n");
-    }
-    html.markup("<li>");
-    print(entry);
-    html.markup("</li>\n");
-    ++number;
+void printParameters(HtmlWriter& html,
+                     const std::vector<std::pair<std::string, std::string>>& parameters) {
+  for (std::size_t i = 0; i < std::min(parameters.size(), MOST_PARAMETERS); ++i) {
+    html.markup("<br/><span class=\"parameter\"><bdi>").text(parameters[i].first, LONGEST);
+    html.markup("</bdi> = <bdi>").text(parameters[i].second, LONGEST).markup("</bdi></span>");
   }
-  html.markup("</ul>\n");
-  if (number < entries.size()) {
-    html.markup("<p class=\"cut\">Not on this page: ")
-        .number(entries.size() - number)
-        .markup(" more.</p>\n");
-  }
-  if (isFolded) {
-    html.markup("</details>\n");
+  if (parameters.size() > MOST_PARAMETERS) {
+    html.markup("<br/><span class=\"cut\">and ")
+        .count(parameters.size() - MOST_PARAMETERS, "more parameter")
+        .markup("</span>");
   }
 }
 
@@ -92,28 +94,42 @@ void Requests::Group::add(Request request, std::size_t audience) {
   }
 }
 
+/// The first ones are seen at once, the others when asked for; of a very long list no more than
+/// 1,000 are printed, and the number of the others.
 void Requests::Group::print(HtmlWriter& html, const Asking& all,
-                            const std::vector<const Audience*>& audiences) const {
-  printEntries(html, inOrder_, [&](const auto& entry) {
-    const Request& request = entry->first;
-    html.markup("<span class=\"subject\"><bdi>").text(request.subject, LONGEST).markup("</bdi>");
-    html.markup("</span> <span class=\"meaning\">").text(request.meaning).markup("</span>");
-    if (entry->second != all) {
+                            const std::vector<Audience>& audiences) const {
+  constexpr std::size_t SEEN = 12;
+  constexpr std::size_t MOST = 1000;
+  // A button that brings a single entry takes as much room as the entry.
+  const bool isFolded = inOrder_.size() > SEEN + 1;
+  html.markup("<ul>\n");
+  for (std::size_t i = 0; i < std::min(inOrder_.size(), MOST); ++i) {
+    if (isFolded && i == SEEN) {
+      html.markup("</ul>\n<details><summary>Show ").number(inOrder_.size() - SEEN);
+      html.markup(" more</summary>\n<ul>\n");
+    }
+    const auto& [request, asking] = *inOrder_[i];
+    html.markup("<li>");
+    html.markup("<span class=\"subject\"><bdi>").address(request.subject, LONGEST);
+    html.markup("</bdi></span>");
+    if (!request.meaning.empty()) {
+      html.markup(" <span class=\"meaning\">").text(request.meaning).markup("</span>");
+    }
+    if (asking != all) {
       html.markup(" ");
-      printAudiences(html, entry->second, audiences);
+      printAudiences(html, asking, audiences);
     }
-    std::size_t left = MOST_PARAMETERS;
-    for (const auto& [name, value] : request.parameters) {
-      if (left-- == 0) {
-        html.markup("<br/><span class=\"cut\">and ")
-            .count(request.parameters.size() - MOST_PARAMETERS, "more parameter")
-            .markup("</span>");
-        break;
-      }
-      html.markup("<br/><span class=\"parameter\"><bdi>").text(name, LONGEST);
-      html.markup("</bdi> = <bdi>").text(value, LONGEST).markup("</bdi></span>");
-    }
-  });
+    printParameters(html, request.parameters);
+    html.markup("</li>\n");
+  }
+  html.markup("</ul>\n");
+  if (inOrder_.size() > MOST) {
+    html.markup("<p class=\"cut\">Not on this page: ").number(inOrder_.size() - MOST);
+    html.markup(" more.</p>\n");
+  }
+  if (isFolded) {
+    html.markup("</details>\n");
+  }
 }
 
 void Requests::add(const Config& record, std::size_t audience) {
@@ -136,14 +152,17 @@ void Requests::add(const Config& record, std::size_t audience) {
   };
   addPermissions(permissions_, record.getAppPermissions());
   addPermissions(messaging_, record.getMessagingPermissions());
-  std::vector<std::string_view> paths;  // in a map without an order
-  for (const auto& entry : record.getExports()) {
-    paths.emplace_back(entry.second.resourcePath);
+  for (const std::string& path : exportedPaths(record)) {
+    exports_.add({path, "", {}}, audience);
   }
-  std::sort(paths.begin(), paths.end());
-  for (const std::string_view path : paths) {
-    exports_.add({std::string(path), "", {}}, audience);
+  for (const Config::Preference& preference : record.getPreferences()) {
+    preferences_.add(
+        {preference.value ? preference.name + " = " + preference.value.get() : preference.name,
+         preference.readonly ? "the application may not change it" : "",
+         {}},
+        audience);
   }
+  addSettings(record, audience);
 }
 
 /// What opens everything comes first.
@@ -163,13 +182,57 @@ void Requests::addAccess(const Config& record, std::size_t audience) {
   }
 }
 
-void Requests::print(HtmlWriter& html, const std::vector<const Audience*>& audiences) const {
+void Requests::addSettings(const Config& record, std::size_t audience) {
+  struct Rows {
+    Group& security;
+    Group& others;
+    std::size_t audience;
+
+    void row(const char* name, const std::string& value, const std::string& note = {}) {
+      const auto* const found = std::find_if(std::begin(SECURITY), std::end(SECURITY),
+                                             [&](const auto& row) { return row.name == name; });
+      const bool isFound = found != std::end(SECURITY);
+      Request request = {std::string(name) + " = " + value, isFound ? found->meaning : "", {}};
+      if (!note.empty()) {
+        request.parameters.emplace_back("properties", note);
+      }
+      (isFound ? security : others).add(std::move(request), audience);
+    }
+    /// A key of the document's own, whatever it is called.
+    void row(const std::string& name, const std::string& value) {
+      others.add({name + " = " + value, "", {}}, audience);
+    }
+  } rows = {security_, settings_, audience};
+  tools::addSettings(rows, record.getNetSettings());
+  tools::addSettings(rows, record.getAppSettings());
+  tools::addSettings(rows, record.getCookieJarSettings());
+  if (record.getOrvnAuthMode() != 0) {
+    rows.row("authentication", "token");
+  }
+  if (record.getChromeSettings() != "system") {
+    rows.row("search bar", record.getChromeSettings());
+  }
+  tools::addSettings(rows, record.getGestureSettings());
+  tools::addSettings(rows, record.getLocalResources());
+}
+
+void Requests::print(HtmlWriter& html, const std::vector<Audience>& audiences) const {
+  const auto print = [&](const char* title, const Group& group, const char* meaning) {
+    html.markup("<section class=\"request\">\n<h3>").text(title).markup("</h3>\n<p>");
+    html.text(meaning).markup("</p>\n");
+    if (!group.isEmpty()) {
+      group.print(html, all_, audiences);
+    }
+    html.markup("</section>\n");
+  };
   const struct {
     const char* title;
     const Group& group;
     const char* meaning;
     const char* nothing;
   } groups[] = {
+      {"Security", security_, "Settings for connections, cookies, authentication and inspection.",
+       "It sets no proxy, no TLS fallback, no inspector, no cookies and no authentication."},
       {"Network access", access_, "The addresses that it wants to connect to.",
        "It asks for no address on the network."},
       {"Features", features_, "What it wants of the device.", "It asks for no feature."},
@@ -182,14 +245,17 @@ void Requests::print(HtmlWriter& html, const std::vector<const Audience*>& audie
   };
   html.markup("<div class=\"requests\">\n");
   for (const auto& row : groups) {
-    html.markup("<section class=\"request\">\n<h3>").text(row.title).markup("</h3>\n<p>");
-    html.text(row.group.isEmpty() ? row.nothing : row.meaning).markup("</p>\n");
-    if (!row.group.isEmpty()) {
-      row.group.print(html, all_, audiences);
-    }
-    html.markup("</section>\n");
+    print(row.title, row.group, row.group.isEmpty() ? row.nothing : row.meaning);
   }
   html.markup("</div>\n");
+  if (settings_.isEmpty() && preferences_.isEmpty()) {
+    return;
+  }
+  html.markup(
+      "<details>\n<summary>Other settings and preferences</summary>\n<div class=\"requests\">\n");
+  print("Settings", settings_, "All that differs from the defaults.");
+  print("Preferences", preferences_, "Values that the application starts with.");
+  html.markup("</div>\n</details>\n");
 }
 
 }  // namespace orvane::nimbrel::tools

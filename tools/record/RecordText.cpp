@@ -11,6 +11,7 @@
 #include "tools/output/TextReport.h"
 #include "tools/record/Number.h"
 #include "tools/record/RecordFields.h"
+#include "tools/record/SettingRows.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -135,50 +136,9 @@ void addLists(TextReport& report, const Config& config) {
   }
 }
 
-template <typename Value>
-void addSetting(TextReport& report, const char* label, const Value& value, const Value& unset) {
-  if (value == unset) {
-    return;
-  }
-  if constexpr (std::is_same_v<Value, bool>) {
-    report.row(label, value ? "yes" : "no");
-  } else if constexpr (std::is_floating_point_v<Value>) {
-    report.row(label, shortest(value));
-  } else if constexpr (std::is_integral_v<Value>) {
-    report.row(label, std::to_string(value));
-  } else {
-    report.row(label, value);
-  }
-}
-
-void addSetting(TextReport& report, const char* label, const std::vector<std::string>& values,
-                const std::vector<std::string>& /*unset*/) {
-  for (const std::string& value : values) {
-    report.row(label, value);
-  }
-}
-
-void addSetting(TextReport& report, const char* /*label*/,
-                const std::map<std::string, std::string>& values,
-                const std::map<std::string, std::string>& /*unset*/) {
-  for (const auto& [key, value] : values) {
-    report.row(key, value);
-  }
-}
-
-void addSetting(TextReport& report, const char* label, const Config::Gesture& gesture,
-                const Config::Gesture& unset) {
-  if (gesture.enabled || gesture.properties != unset.properties) {
-    report.row(label, gesture.enabled ? "enabled" : "disabled", gesture.properties);
-  }
-}
-
 template <typename Record>
 std::enable_if_t<HAS_FIELDS<Record>> addGroup(TextReport& report, const Record& record) {
-  const Record unset;
-  forEachField(record, [&](const auto& field, const auto& value) {
-    addSetting(report, field.name, value, std::invoke(field.member, unset));
-  });
+  addSettings(report, record);
 }
 
 void addGroup(TextReport& report, const std::map<std::string, bool>& permissions) {
@@ -203,15 +163,15 @@ void addSection(TextReport& /*report*/, const Field<Member>& /*field*/, const Va
 
 void addExtensions(TextReport& report, const Config& config) {
   report.section("Network");
-  addGroup(report, config.getNetSettings());
+  addSettings(report, config.getNetSettings());
   report.section("Cookie jar");
-  addGroup(report, config.getCookieJarSettings());
+  addSettings(report, config.getCookieJarSettings());
   report.section("Authentication");
   if (config.getOrvnAuthMode() != 0) {
     report.row("mode", config.getOrvnAuthMode() == 1 ? "token" : "unknown");
   }
   report.section("Settings");
-  addGroup(report, config.getAppSettings());
+  addSettings(report, config.getAppSettings());
   report.section("Browser chrome");
   if (config.getChromeSettings() != "system") {
     report.row("search bar", config.getChromeSettings());
