@@ -83,8 +83,8 @@ void callOption() {
   EXPECT(std::string(copy.c_str()) == "none");
   copy = text;
   EXPECT(copy == std::string("text") && copy == "text" && copy.get() == "text");
-  const Option<std::string> moved(std::move(copy));
-  EXPECT(copy == moved.get());
+  const Option<std::string> second(copy);
+  EXPECT(copy == second.get());
   copy.get() = "other";
   copy.reset();
   copy.reset();
