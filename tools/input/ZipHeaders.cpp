@@ -123,7 +123,7 @@ std::uint64_t ZipArchive::descriptorSize(const ZipEntry& entry) const {
     return 0;
   }
   const std::string found = read_(entry.content + entry.packedSize, 24);
-  for (const std::size_t width : {4, 8}) {
+  for (const std::size_t width : {std::size_t{4}, std::size_t{8}}) {
     const std::string plain =
         bytesOf(entry.checksum, 4) + bytesOf(entry.packedSize, width) + bytesOf(entry.size, width);
     for (const std::string& expected : {DESCRIPTOR_MARK + plain, plain}) {
