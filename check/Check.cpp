@@ -1,6 +1,7 @@
 #include "check/Check.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -8,7 +9,9 @@
 #include "check/PackageRules.h"
 #include "check/Probe.h"
 #include "check/RepetitionRules.h"
+#include "check/Suggestions.h"
 #include "check/TreeRules.h"
+#include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 
 namespace orvane::nimbrel::check {
@@ -34,33 +37,35 @@ Nodes childrenOf(const XmlNode& root) {
 }
 
 void addLanguage(FindingCode code, const XmlNode& element, Report& report) {
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
+  Diagnostic& finding = report.add(code, element, indexOf(element, "lang", config::XML_NAMESPACE));
   finding.attribute = "xml:lang";
-  finding.value = languageOf(element);
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = element.attributeAt(i);
-    if (attribute.name == "lang" && attribute.namespaceUri == config::XML_NAMESPACE) {
-      finding.attributeIndex = static_cast<std::uint32_t>(i);
-    }
-  }
-  report.add(finding);
 }
 
-/// Checks children of the root in this order.
-void checkChildren(const Nodes& children, Probe& probe, RepetitionRules& repetitions,
-                   PackageRules* package, Report& report) {
-  TreeRules rules(report);
-  for (const std::shared_ptr<XmlNode>& child : children) {
-    const XmlNode* const stopped = probe.readChild(child);
-    rules.checkChild(*child, stopped);
-    repetitions.check(*child, stopped);
-    if (package != nullptr) {
-      package->checkChild(*child);
+/// What checks a document.
+struct Checker {
+  Report& report;
+  Probe probe;
+  TreeRules rules;
+  std::optional<PackageRules> package;
+
+  Checker(Report& reportOfDocument, const CheckSettings& settings)
+      : report(reportOfDocument), probe(report, settings.logMask), rules(probe, report) {
+    if (settings.package) {
+      package.emplace(*settings.package, report).checkNames();
     }
   }
-}
+
+  /// Checks children of the root in this order.
+  void checkChildren(const Nodes& children, RepetitionRules& repetitions) {
+    for (const std::shared_ptr<XmlNode>& child : children) {
+      const XmlNode* const stopped = probe.readChild(child);
+      rules.checkChild(*child, stopped);
+      if (repetitions.check(*child, stopped) && package) {
+        package->checkChild(*child);
+      }
+    }
+  }
+};
 
 /// Orders the children of the root as `Occurrences` asks for; those that no user gets go.
 Nodes forAnyUser(Nodes children, std::string_view defaultLanguage, Report& report) {
@@ -85,54 +90,75 @@ Nodes forAnyUser(Nodes children, std::string_view defaultLanguage, Report& repor
   return ordered;
 }
 
-void checkForAnyUser(const XmlNode& root, Probe& probe, PackageRules* package, Report& report) {
+void checkForAnyUser(const XmlNode& root, Checker& checker) {
   // What the parser took of the document stands in front of "*".
-  const std::vector<std::string>& locales = probe.locales();
+  const std::vector<std::string>& locales = checker.probe.locales();
   const std::string_view defaultLanguage =
-      locales.size() > 1 ? report.keep(locales.front()) : std::string_view();
-  const Nodes children = forAnyUser(childrenOf(root), defaultLanguage, report);
-  RepetitionRules repetitions(report, defaultLanguage);
-  checkChildren(children, probe, repetitions, package, report);
+      locales.size() > 1 ? checker.report.keep(locales.front()) : std::string_view();
+  RepetitionRules repetitions(checker.probe, checker.report, defaultLanguage);
+  checker.checkChildren(forAnyUser(childrenOf(root), defaultLanguage, checker.report), repetitions);
 }
 
-void checkForUser(const XmlNode& root, Probe& probe, PackageRules* package, Report& report) {
-  Nodes visited = probe.visited();
+void checkForUser(const XmlNode& root, Checker& checker) {
+  Nodes visited = checker.probe.visited();
   std::set<const XmlNode*> known;
   // An element is visited again when its locale is listed twice.
   visited.erase(std::remove_if(visited.begin(), visited.end(),
                                [&](const auto& node) { return !known.insert(node.get()).second; }),
                 visited.end());
-  RepetitionRules repetitions(report);
-  checkChildren(visited, probe, repetitions, package, report);
+  RepetitionRules repetitions(checker.probe, checker.report);
+  checker.checkChildren(visited, repetitions);
   for (const std::shared_ptr<XmlNode>& child : childrenOf(root)) {
     if (known.count(child.get()) == 0) {
       addLanguage(
           repetitions.knows(*child) ? FindingCode::OTHER_LANGUAGE : FindingCode::UNUSED_LANGUAGE,
-          *child, report);
+          *child, checker.report);
     }
   }
 }
 
+/// An attribute that is missing because its name is misspelt, or its value a text, is one mistake.
+void removeExplained(Report& report) {
+  const auto isMissing = [](const Diagnostic& finding) {
+    return finding.code == FindingCode::MISSING_ATTRIBUTE &&
+           finding.attributeIndex == Diagnostic::NO_INDEX;
+  };
+  std::map<const XmlNode*, std::string_view> missing;
+  for (const Diagnostic& finding : report.findings()) {
+    if (isMissing(finding)) {
+      missing.emplace(finding.element, finding.attribute);
+    }
+  }
+  std::set<const XmlNode*> explained;
+  for (const Diagnostic& finding : report.findings()) {
+    const auto found = missing.find(finding.element);
+    if (found != missing.end() &&
+        (finding.isText ? found->second == "value"
+                        : finding.code == FindingCode::UNKNOWN_ATTRIBUTE &&
+                              suggestionFor(finding) == found->second)) {
+      explained.insert(finding.element);
+    }
+  }
+  report.remove([&](const Diagnostic& finding) {
+    return isMissing(finding) && explained.count(finding.element) != 0;
+  });
+}
+
 }  // namespace
 
-std::unique_ptr<const Report> checkDocument(
-    std::string document, const std::optional<std::vector<std::string>>& locales,
-    std::uint32_t logMask, const std::optional<std::vector<std::string>>& package) {
+std::unique_ptr<const Report> checkDocument(std::string document, const CheckSettings& settings) {
   auto report = std::make_unique<Report>(std::move(document));
-  std::optional<PackageRules> packageRules;
-  if (package) {
-    packageRules.emplace(*package, *report).checkNames();
-  }
-  Probe probe(*report, logMask);
-  const std::shared_ptr<util::XmlDocument> tree = probe.parseXml();
-  if (tree != nullptr && probe.readRoot(tree, locales.value_or(std::vector<std::string>()))) {
+  Checker checker(*report, settings);
+  const std::shared_ptr<util::XmlDocument> tree = checker.probe.parseXml();
+  if (tree != nullptr &&
+      checker.probe.readRoot(tree, settings.locales.value_or(std::vector<std::string>()))) {
     const std::shared_ptr<XmlNode> root = tree->getDocumentElement();
-    TreeRules(*report).checkRoot(*root);
-    PackageRules* const rules = packageRules ? &*packageRules : nullptr;
-    if (rules != nullptr) {
-      rules->checkRoot(*root, locales ? &probe.locales() : nullptr);
+    checker.rules.checkRoot(*root);
+    if (checker.package) {
+      checker.package->checkRoot(*root, settings.locales ? &checker.probe.locales() : nullptr);
     }
-    (locales ? checkForUser : checkForAnyUser)(*root, probe, rules, *report);
+    (settings.locales ? checkForUser : checkForAnyUser)(*root, checker);
+    removeExplained(*report);
   }
   report->complete(tree);
   return report;

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "check/Decoder.h"
-#include "check/Meant.h"
 #include "check/Scope.h"
 #include "check/SourceMap.h"
+#include "check/Suggestions.h"
 #include "check/ValueFix.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
@@ -180,7 +180,7 @@ class Fixer {
     finding.code =
         element.parent() == nullptr ? FindingCode::WRONG_ROOT : FindingCode::UNEXPECTED_CHILD;
     finding.attribute = {};
-    const std::string meant = meantBy(finding);
+    const std::string meant = suggestionFor(finding);
     const std::optional<std::string> name = element.parent() == nullptr && !meant.empty()
                                                 ? scope_.prefix() + meant
                                                 : written(meant, false);
@@ -231,7 +231,7 @@ class Fixer {
     if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
       return has(known, attribute.name) ? std::string(attribute.name) : std::string();
     }
-    const std::string meant = meantAttribute(element, index, known);
+    const std::string meant = suggestedAttribute(element, index, known);
     // It would hide the element from users of other languages.
     return meant == "xml:lang" ? "" : meant;
   }

@@ -8,9 +8,8 @@
 #include <tuple>
 #include <utility>
 
-#include "check/Check.h"
 #include "check/Decoder.h"
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 
 namespace orvane::nimbrel::check {
 namespace {
@@ -47,7 +46,7 @@ Fault faultOf(const Diagnostic& finding) noexcept {
 }
 
 bool isError(const Diagnostic& finding) noexcept {
-  return kindOf(finding.code).level == Level::ERROR;
+  return descriptionOf(finding.code).level == Level::ERROR;
 }
 
 /// Whether fixes did harm: one leaves its own finding or gives another about the same, the parser
@@ -167,13 +166,8 @@ std::optional<std::string> withFixes(const Report& report, const std::vector<Fix
   return SourceText(bytes).text() == text ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
-FixedDocument fixDocument(std::string document,
-                          const std::optional<std::vector<std::string>>& locales,
-                          std::uint32_t logMask,
-                          const std::optional<std::vector<std::string>>& package) {
-  const auto check = [&](std::string text) {
-    return checkDocument(std::move(text), locales, logMask, package);
-  };
+FixedDocument fixDocument(std::string document, const CheckSettings& settings) {
+  const auto check = [&](std::string text) { return checkDocument(std::move(text), settings); };
   FixedDocument fixed = {check(std::move(document))};
   for (int round = 0; round < MAX_ROUNDS; ++round) {
     std::vector<Fix> fixes = fixesOf(*fixed.report);

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "check/Check.h"
 #include "check/Fix.h"
-#include "check/Report.h"
 
 namespace orvane::nimbrel::check {
 
@@ -28,9 +27,7 @@ struct FixedDocument {
 /// gives an element that is there twice or takes one from its users. Of two that are in each
 /// other's way the first is made; of very many in a large document none. Throws only
 /// `std::bad_alloc`. For any thread.
-[[nodiscard]] FixedDocument fixDocument(
-    std::string document, const std::optional<std::vector<std::string>>& locales,
-    std::uint32_t logMask, const std::optional<std::vector<std::string>>& package = std::nullopt);
+[[nodiscard]] FixedDocument fixDocument(std::string document, const CheckSettings& settings = {});
 
 /// A document with these fixes made; none when they cannot be written in its encoding.
 [[nodiscard]] std::optional<std::string> withFixes(const Report& report,

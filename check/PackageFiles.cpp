@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "check/Decoder.h"
-#include "check/Values.h"
+#include "check/ValueAdvice.h"
 #include "util/Ascii.h"
 #include "util/PercentEscape.h"
 #include "util/Utf8.h"

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "check/Suggestion.h"
+#include "check/NearestName.h"
+#include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
 #include "util/StringUtil.h"
@@ -75,7 +76,7 @@ bool isKnownType(std::string_view type) {
 
 /// The type that another one was meant to be; empty when that is not certain.
 std::string_view meantType(const std::string& type) {
-  Suggestion suggestion(type);
+  NearestName suggestion(type);
   for (const std::string_view known : TYPES) {
     const std::string_view subtype = known.substr(known.find('/') + 1);
     if (type == subtype) {
@@ -120,71 +121,47 @@ void PackageRules::checkRoot(const XmlNode& root, const std::vector<std::string>
 }
 
 void PackageRules::checkChild(const XmlNode& element) {
-  bool isUsed = true;
-  for (; seen_ < report_.findings().size(); ++seen_) {
-    const Diagnostic& finding = report_.findings()[seen_];
-    isUsed &= finding.element != &element || finding.code != FindingCode::REPEATED;
-  }
-  for (std::size_t i = 0; isUsed && i < element.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = element.attributeAt(i);
-    if (attribute.namespaceUri.data() != nullptr) {
-      continue;
-    }
-    for (const auto& path : PATHS) {
-      if (attribute.name == path.attribute && isElement(element, path.element)) {
-        checkPath(element, i);
-      }
-    }
-    if (attribute.name == "type" && isElement(element, "content")) {
-      checkType(element, i);
+  for (const auto& path : PATHS) {
+    const std::uint32_t index = indexOf(element, path.attribute);
+    if (index != Diagnostic::NO_INDEX && isElement(element, path.element)) {
+      checkPath(element, index);
     }
   }
-  seen_ = report_.findings().size();
+  const std::uint32_t type = indexOf(element, "type");
+  if (type != Diagnostic::NO_INDEX && isElement(element, "content")) {
+    checkType(element, type);
+  }
 }
 
 bool PackageRules::has(std::string_view path) const {
   return files_.has(path, languages_ ? &*languages_ : nullptr);
 }
 
-void PackageRules::checkPath(const XmlNode& element, std::size_t index) {
+void PackageRules::checkPath(const XmlNode& element, std::uint32_t index) {
   const std::string path = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
   if (path.empty() || isAddress(path)) {
     return;
   }
   const bool isOutside = leadsOut(path);
   if (isOutside || !has(path)) {
-    addAttribute(isOutside ? FindingCode::OUTSIDE_PACKAGE : FindingCode::MISSING_FILE, element,
-                 index, files_.has(path, nullptr) ? resolvePath(path) : files_.meantBy(path));
+    const FindingCode code = isOutside ? FindingCode::OUTSIDE_PACKAGE : FindingCode::MISSING_FILE;
+    report_.add(code, element, index).name =
+        report_.keep(files_.has(path, nullptr) ? resolvePath(path) : files_.meantBy(path));
   }
 }
 
-void PackageRules::checkType(const XmlNode& element, std::size_t index) {
+void PackageRules::checkType(const XmlNode& element, std::uint32_t index) {
   const std::string type = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
   if (!type.empty() && !isKnownType(type)) {
-    addAttribute(FindingCode::UNKNOWN_TYPE, element, index, meantType(type));
+    report_.add(FindingCode::UNKNOWN_TYPE, element, index).name = report_.keep(meantType(type));
   }
 }
 
 void PackageRules::addName(FindingCode code, std::string_view name, std::string_view other) {
-  Diagnostic finding;
-  finding.code = code;
+  Diagnostic& finding = report_.add(code, nullptr);
   finding.isOfPackage = true;
   finding.value = name.data() == nullptr ? name : report_.keep(name);
   finding.name = report_.keep(other);
-  report_.add(finding);
-}
-
-void PackageRules::addAttribute(FindingCode code, const XmlNode& element, std::size_t index,
-                                std::string_view meant) {
-  const XmlNode::Attribute attribute = element.attributeAt(index);
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
-  finding.attribute = attribute.name;
-  finding.attributeIndex = static_cast<std::uint32_t>(index);
-  finding.value = attribute.value;
-  finding.name = report_.keep(meant);
-  report_.add(finding);
 }
 
 }  // namespace orvane::nimbrel::check

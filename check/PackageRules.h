@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,22 +26,19 @@ class PackageRules {
   /// Whether there is a file to start for a user who prefers `locales`; for null, for anybody. The
   /// children are checked for the same user.
   void checkRoot(const util::XmlNode& root, const std::vector<std::string>* locales);
-  /// A child of the root. All other findings on it have to be in the report already.
+  /// A child of the root that is used.
   void checkChild(const util::XmlNode& element);
 
  private:
   [[nodiscard]] bool has(std::string_view path) const;
-  void checkPath(const util::XmlNode& element, std::size_t index);
-  void checkType(const util::XmlNode& element, std::size_t index);
+  void checkPath(const util::XmlNode& element, std::uint32_t index);
+  void checkType(const util::XmlNode& element, std::uint32_t index);
   void addName(FindingCode code, std::string_view name, std::string_view other = {});
-  void addAttribute(FindingCode code, const util::XmlNode& element, std::size_t index,
-                    std::string_view meant);
 
   const std::vector<std::string>& names_;
   PackageFiles files_;
   std::optional<std::vector<std::string>> languages_;  // of the user, lower case
   Report& report_;
-  std::size_t seen_ = 0;  // findings of the report that were looked at
 };
 
 }  // namespace orvane::nimbrel::check

@@ -1,9 +1,10 @@
 #include "check/Probe.h"
 
+#include <set>
 #include <stdexcept>
 #include <utility>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Vocabulary.h"
 #include "check/XmlMessage.h"
 #include "config/Namespaces.h"
@@ -20,14 +21,6 @@ namespace orvane::nimbrel::check {
 using util::XmlNode;
 
 namespace {
-
-/// A view of the attribute's value in the tree, or a copy where the parser read another text.
-std::string_view lasting(const config::Finding& finding, std::string_view written, Report& report) {
-  if (finding.value.data() == nullptr) {
-    return {};
-  }
-  return finding.value == written ? written : report.keep(finding.value);
-}
 
 /// What is found in the tree, with the languages of the elements in view.
 bool isLeftToTree(FindingCode code) noexcept {
@@ -53,56 +46,47 @@ class Probe::Listener : public config::ParseObserver {
   explicit Listener(Report& report) : report_(report) {}
 
   void onFinding(const config::Finding& finding) override {
-    Diagnostic diagnostic;
-    diagnostic.code = codeOf(finding.code);
-    diagnostic.element = finding.element;
-    hasError_ |= kindOf(diagnostic.code).level == Level::ERROR;
-    if (finding.element == nullptr || isLeftToTree(diagnostic.code)) {
+    const FindingCode code = codeOf(finding.code);
+    hasError_ |= descriptionOf(code).level == Level::ERROR;
+    if (finding.element == nullptr || isLeftToTree(code)) {
       return;
     }
-    if (diagnostic.code == FindingCode::UNEXPECTED_CHILD ||
-        diagnostic.code == FindingCode::MISSING_ATTRIBUTE) {
-      stopped_ = finding.element;
+    const XmlNode& element = *finding.element;
+    if (code == FindingCode::UNEXPECTED_CHILD || code == FindingCode::MISSING_ATTRIBUTE) {
+      stopped_ = &element;
     }
-    std::string_view written;
-    if (finding.attribute != nullptr) {
-      const config::AttributeDescription& meant = *finding.attribute;
-      diagnostic.attribute =
-          meant.isExtension ? report_.keep(displayName(meant.name, meant.isExtension)) : meant.name;
-      for (std::size_t i = 0; i < finding.element->attributeCount(); ++i) {
-        const XmlNode::Attribute attribute = finding.element->attributeAt(i);
-        if (isNamed(attribute, meant)) {
-          diagnostic.attributeIndex = static_cast<std::uint32_t>(i);
-          written = attribute.value;
-        }
-      }
-    } else if (diagnostic.code == FindingCode::WRONG_ROOT &&
-               finding.element->nameView() == config::widgetDescription().name) {
-      diagnostic.attribute = "xmlns";
-      written = finding.element->namespaceView();
+    Diagnostic& row = report_.add(code, &element);
+    if (const config::AttributeDescription* const meant = finding.attribute) {
+      row.attributeIndex = indexOf(element, meant->name, namespaceOf(*meant));
+      row.attribute = report_.keep(displayName(meant->name, meant->isExtension));
+      row.value = element.attributeView(meant->name, namespaceOf(*meant));
+    } else if (code == FindingCode::WRONG_ROOT &&
+               element.nameView() == config::widgetDescription().name) {
+      row.attribute = "xmlns";
+      row.value = element.namespaceView();
     }
-    diagnostic.value = lasting(finding, written, report_);
-    report_.add(diagnostic);
+    if (finding.value.data() == nullptr || finding.value != row.value) {
+      row.value = finding.value.data() == nullptr ? finding.value : report_.keep(finding.value);
+    }
+    reported_.emplace(&element, row.attribute);
   }
 
   void begin() noexcept {
     hasError_ = false;
     stopped_ = nullptr;
+    reported_.clear();
   }
   [[nodiscard]] bool hasError() const noexcept { return hasError_; }
   [[nodiscard]] const XmlNode* stopped() const noexcept { return stopped_; }
-
- private:
-  static bool isNamed(const XmlNode::Attribute& attribute,
-                      const config::AttributeDescription& meant) noexcept {
-    return attribute.name == meant.name &&
-           (meant.isExtension ? isExtension(attribute.namespaceUri)
-                              : attribute.namespaceUri.data() == nullptr);
+  [[nodiscard]] bool hasReported(const XmlNode& element, std::string_view attribute) const {
+    return reported_.count({&element, attribute}) != 0;
   }
 
+ private:
   Report& report_;
   bool hasError_ = false;
   const XmlNode* stopped_ = nullptr;
+  std::set<std::pair<const XmlNode*, std::string_view>> reported_;
 };
 
 Probe::Probe(Report& report, std::uint32_t logMask)
@@ -148,6 +132,10 @@ std::vector<std::shared_ptr<XmlNode>> Probe::visited() {
   std::vector<std::shared_ptr<XmlNode>> nodes;
   processUserAgentLocales(nodes);
   return nodes;
+}
+
+bool Probe::hasReported(const XmlNode& element, std::string_view attribute) const {
+  return listener_->hasReported(element, attribute);
 }
 
 const XmlNode* Probe::readChild(const std::shared_ptr<XmlNode>& child) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/Report.h"
@@ -30,6 +31,9 @@ class Probe : private config::NimbrelConfigParser {
   [[nodiscard]] std::vector<std::shared_ptr<util::XmlNode>> visited();
   /// Reads a child of the root. The child of it at which reading stopped; null when none did.
   const util::XmlNode* readChild(const std::shared_ptr<util::XmlNode>& child);
+  /// Whether the parser reported something about an attribute of an element that was read last: of
+  /// the root, or of a child of it and all below.
+  [[nodiscard]] bool hasReported(const util::XmlNode& element, std::string_view attribute) const;
 
  private:
   class Listener;

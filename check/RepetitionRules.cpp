@@ -49,22 +49,15 @@ bool firstCounts(const KeyDescription& description, std::string_view key) {
          (static_cast<void>(corvel_get_int("screen", "dpi", &status, 0)), status == 0);
 }
 
-std::uint32_t indexOf(const XmlNode& element, std::string_view attribute) {
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
-    const XmlNode::Attribute candidate = element.attributeAt(i);
-    if (candidate.namespaceUri.data() == nullptr && candidate.name == attribute) {
-      return static_cast<std::uint32_t>(i);
-    }
-  }
-  return Diagnostic::NO_INDEX;
-}
-
 }  // namespace
 
-RepetitionRules::RepetitionRules(Report& report) : report_(report) {}
+RepetitionRules::RepetitionRules(const Probe& probe, Report& report)
+    : probe_(probe), report_(report) {}
 
-RepetitionRules::RepetitionRules(Report& report, std::string_view defaultLanguage)
-    : report_(report),
+RepetitionRules::RepetitionRules(const Probe& probe, Report& report,
+                                 std::string_view defaultLanguage)
+    : probe_(probe),
+      report_(report),
       anyUser_(true),
       defaultLanguage_(defaultLanguage),
       elements_(defaultLanguage),
@@ -73,39 +66,27 @@ RepetitionRules::RepetitionRules(Report& report, std::string_view defaultLanguag
 
 void RepetitionRules::addRepeated(const XmlNode& element, std::string_view attribute,
                                   const XmlNode& other, FindingCode code) {
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
+  Diagnostic& finding = attribute.empty() ? report_.add(code, &element)
+                                          : report_.add(code, element, indexOf(element, attribute));
   finding.other = &other;
-  if (!attribute.empty()) {
-    finding.attribute = attribute;
-    finding.attributeIndex = indexOf(element, attribute);
-    finding.value = element.attributeView(attribute);
-  }
-  report_.add(finding);
 }
 
 bool RepetitionRules::knows(const XmlNode& element) const {
   return elements_.before(displayName(element), {}) != nullptr;
 }
 
-void RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
-  for (; seen_ < report_.findings().size(); ++seen_) {
-    const Diagnostic& finding = report_.findings()[seen_];
-    if (finding.code == FindingCode::UNUSED_SETTING) {
-      unused_.insert(finding.element);
-    }
-  }
+bool RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
   const std::string_view language = element.attributeView("lang", config::XML_NAMESPACE);
   const std::string name = displayName(element);
   const ElementDescription* const description = describe(element);
+  bool isUsed = true;
   if (description != nullptr) {
     switch (description->repetition) {
       case Repetition::FIRST_COUNTS:
-        checkFirstCounts(element, language);
+        isUsed = checkFirstCounts(element, language);
         break;
       case Repetition::UNIQUE_BY:
-        checkUnique(element, description->uniqueAttribute, language);
+        isUsed = checkUnique(element, description->uniqueAttribute, language);
         break;
       case Repetition::RESTARTS:
         if (const XmlNode* const earlier = settings_.before(name, language)) {
@@ -121,12 +102,14 @@ void RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
     checkSettings(element, *description, stopped, language);
   }
   elements_.add(name, language, element);
+  return isUsed;
 }
 
-void RepetitionRules::checkFirstCounts(const XmlNode& element, std::string_view language) {
+bool RepetitionRules::checkFirstCounts(const XmlNode& element, std::string_view language) {
   const std::string name = displayName(element);
   if (const XmlNode* const same = elements_.inLanguage(name, language)) {
-    return addRepeated(element, {}, *same);
+    addRepeated(element, {}, *same);
+    return false;
   }
   const XmlNode* const better = !anyUser_ ? elements_.before(name, language)
                                 : language.empty() && !defaultLanguage_.empty()
@@ -135,19 +118,22 @@ void RepetitionRules::checkFirstCounts(const XmlNode& element, std::string_view 
   if (better != nullptr) {
     addRepeated(element, {}, *better, FindingCode::OTHER_LANGUAGE);
   }
+  return true;
 }
 
-void RepetitionRules::checkUnique(const XmlNode& element, std::string_view attribute,
+bool RepetitionRules::checkUnique(const XmlNode& element, std::string_view attribute,
                                   std::string_view language) {
   const std::string value = StringUtil::squeezeAndTrim(element.attributeView(attribute));
   if (value.empty()) {
-    return;
+    return true;
   }
   const std::string name = displayName(element) + '=' + value;
-  if (const XmlNode* const earlier = values_.before(name, language)) {
+  const XmlNode* const earlier = values_.before(name, language);
+  if (earlier != nullptr) {
     addRepeated(element, attribute, *earlier);
   }
   values_.add(name, language, element);
+  return earlier == nullptr;
 }
 
 void RepetitionRules::checkSettings(const XmlNode& element, const ElementDescription& description,
@@ -200,7 +186,7 @@ void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescript
   } else if (const XmlNode* const earlier = settings_.before(name, language)) {
     if (!firstCounts(*description, key)) {
       addRepeated(setting, keyAttribute, *earlier);
-    } else if (unused_.count(&setting) == 0) {
+    } else if (!probe_.hasReported(setting, keyAttribute)) {
       addRepeated(setting, keyAttribute, *earlier, FindingCode::UNUSED_SETTING);
     }
   }

@@ -1,12 +1,11 @@
 #include "check/Report.h"
 
 #include <algorithm>
-#include <functional>
 #include <tuple>
 #include <utility>
 
-#include "check/Meant.h"
 #include "check/SourceMap.h"
+#include "check/Vocabulary.h"
 
 namespace orvane::nimbrel::check {
 namespace {
@@ -47,9 +46,29 @@ Span placeIn(const Tag& tag, const Diagnostic& finding) noexcept {
 
 Report::Report(std::string document) : document_(std::move(document)), source_(document_) {}
 
-void Report::add(const Diagnostic& finding) {
-  findings_.push_back(finding);
-  findings_.back().number = static_cast<std::uint32_t>(findings_.size());
+Diagnostic& Report::add(FindingCode code, const XmlNode* element) {
+  Diagnostic& finding = findings_.emplace_back();
+  finding.code = code;
+  finding.element = element;
+  finding.number = static_cast<std::uint32_t>(findings_.size());
+  return finding;
+}
+
+Diagnostic& Report::add(FindingCode code, const XmlNode& element, std::uint32_t attributeIndex) {
+  Diagnostic& finding = add(code, &element);
+  if (attributeIndex < element.attributeCount()) {
+    const XmlNode::Attribute attribute = element.attributeAt(attributeIndex);
+    finding.attributeIndex = attributeIndex;
+    finding.attribute = attribute.namespaceUri.data() == nullptr
+                            ? attribute.name
+                            : keep(displayName(attribute.name, attribute.namespaceUri));
+    finding.value = attribute.value;
+  }
+  return finding;
+}
+
+void Report::remove(const std::function<bool(const Diagnostic&)>& isUnwanted) {
+  findings_.erase(std::remove_if(findings_.begin(), findings_.end(), isUnwanted), findings_.end());
 }
 
 std::string_view Report::keep(std::string_view text) {
@@ -59,8 +78,7 @@ std::string_view Report::keep(std::string_view text) {
 
 void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column,
                     std::optional<Span> place) {
-  Diagnostic finding;
-  finding.code = FindingCode::DOCUMENT_REJECTED;
+  Diagnostic& finding = add(FindingCode::DOCUMENT_REJECTED, nullptr);
   finding.value = keep(message);
   finding.line = line;
   finding.column = column;
@@ -68,7 +86,6 @@ void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t 
     finding.span = *place;
     finding.hasSpan = true;
   }
-  add(finding);
 }
 
 void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
@@ -78,7 +95,6 @@ void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
   }
   numberElements();
   locate();
-  removeExplained();
   // By place; where places are not known, by element.
   std::sort(findings_.begin(), findings_.end(), [](const auto& left, const auto& right) {
     return std::tie(left.span.begin, left.elementNumber, left.number) <
@@ -133,35 +149,6 @@ Position Report::otherOf(const Diagnostic& finding) const noexcept {
 std::optional<std::size_t> Report::tagOf(const XmlNode& element) const noexcept {
   const std::uint32_t number = numberOf(&element);
   return number < tags_.size() ? std::optional<std::size_t>(tags_[number]) : std::nullopt;
-}
-
-void Report::removeExplained() {
-  // An attribute that is missing because its name is misspelt, or its value a text, is one mistake.
-  for (auto first = findings_.begin(); first != findings_.end();) {
-    const auto last = std::find_if(first, findings_.end(), [&](const Diagnostic& finding) {
-      return finding.elementNumber != first->elementNumber;
-    });
-    const auto isMissing = [](const Diagnostic& finding) {
-      return finding.code == FindingCode::MISSING_ATTRIBUTE &&
-             finding.attributeIndex == Diagnostic::NO_INDEX;
-    };
-    const auto missing = std::find_if(first, last, isMissing);
-    const auto explains = [&](const Diagnostic& finding) {
-      return finding.isText ? missing->attribute == "value"
-                            : finding.code == FindingCode::UNKNOWN_ATTRIBUTE &&
-                                  meantBy(finding) == missing->attribute;
-    };
-    if (missing != last && std::any_of(first, last, explains)) {
-      missing->element = nullptr;  // to be removed below
-    }
-    first = last;
-  }
-  findings_.erase(std::remove_if(findings_.begin(), findings_.end(),
-                                 [](const Diagnostic& finding) {
-                                   return finding.code == FindingCode::MISSING_ATTRIBUTE &&
-                                          finding.element == nullptr;
-                                 }),
-                  findings_.end());
 }
 
 void Report::locate() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -51,8 +52,13 @@ class Report {
   /// @{
   /// The bytes of the document.
   [[nodiscard]] const std::string& document() const noexcept { return document_; }
-  /// Adds a finding.
-  void add(const Diagnostic& finding);
+  /// Adds a finding about an element, for null about the whole document. The row may be filled
+  /// further until the next one is added.
+  Diagnostic& add(FindingCode code, const util::XmlNode* element);
+  /// Adds one about an attribute, the place of which may be `NO_INDEX`.
+  Diagnostic& add(FindingCode code, const util::XmlNode& element, std::uint32_t attributeIndex);
+  /// Removes findings. Only before all are complete.
+  void remove(const std::function<bool(const Diagnostic&)>& isUnwanted);
   /// A copy of a text that lives as long as the report; equal ones are kept once.
   [[nodiscard]] std::string_view keep(std::string_view text);
   /// Adds that the document is rejected and why; 0 for a line or column that is not known. A place
@@ -72,7 +78,6 @@ class Report {
 
   void numberElements();
   void locate();
-  void removeExplained();
 
   std::string document_;
   SourceText source_;

@@ -48,7 +48,7 @@ bool Scope::enter(const util::XmlNode& element) {
   return read(levels_[depth_], element);
 }
 
-const Scope::Level& Scope::around() {
+const Scope::Level& Scope::parentLevel() {
   return depth_ != 0 && read(levels_[depth_ - 1], *own().element->parent()) ? levels_[depth_ - 1]
                                                                             : root();
 }
@@ -77,7 +77,7 @@ std::string Scope::prefixOf(const Level& level) const {
 
 const TagAttribute* Scope::declarationOf(std::string_view name) {
   const std::string prefix(name.substr(0, name.find(':') + 1));
-  for (const Level* const level : {&own(), &around(), &root()}) {
+  for (const Level* const level : {&own(), &parentLevel(), &root()}) {
     const auto found = level->declarations.find(prefix);
     if (found != level->declarations.end()) {
       return found->second;
@@ -87,7 +87,7 @@ const TagAttribute* Scope::declarationOf(std::string_view name) {
 }
 
 std::optional<std::string> Scope::prefixFor(std::string_view namespaceUri, bool isAttribute) {
-  const Level& parent = around();
+  const Level& parent = parentLevel();
   const auto redeclares = [&](const Level& level, const std::string& prefix) {
     return level.element != root().element && level.declarations.count(prefix) != 0;
   };

@@ -54,7 +54,7 @@ class Scope {
   [[nodiscard]] const Level& root() const noexcept { return levels_.front(); }
   [[nodiscard]] const Level& own() const noexcept { return levels_[depth_]; }
   /// The level of the parent; of the root itself its own.
-  const Level& around();
+  const Level& parentLevel();
   void findRootPrefixes();
 
   const Report& report_;

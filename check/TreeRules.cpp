@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "check/Numbers.h"
-#include "check/Suggestion.h"
-#include "check/Values.h"
+#include "check/NearestName.h"
+#include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/StringUtil.h"
@@ -20,58 +19,19 @@ using config::ValueKind;
 using util::XmlNode;
 using zel::util::StringUtil;
 
-void TreeRules::add(FindingCode code, const XmlNode& element, const XmlNode* other) {
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
-  finding.other = other;
-  report_.add(finding);
-}
-
 void TreeRules::addNamespace(FindingCode code, const XmlNode& element) {
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
+  Diagnostic& finding = report_.add(code, &element);
   finding.attribute = "xmlns";
   finding.value = element.namespaceView();
-  report_.add(finding);
-}
-
-void TreeRules::addAttribute(FindingCode code, const XmlNode& element, std::size_t index) {
-  const XmlNode::Attribute attribute = element.attributeAt(index);
-  Diagnostic finding;
-  finding.code = code;
-  finding.element = &element;
-  finding.attribute = attribute.namespaceUri.data() == nullptr
-                          ? attribute.name
-                          : report_.keep(displayName(attribute.name, attribute.namespaceUri));
-  finding.attributeIndex = static_cast<std::uint32_t>(index);
-  finding.value = attribute.value;
-  report_.add(finding);
-}
-
-void TreeRules::noteReported() {
-  reported_.clear();
-  for (; seen_ < report_.findings().size(); ++seen_) {
-    const Diagnostic& finding = report_.findings()[seen_];
-    reported_.emplace(finding.element, finding.attribute);
-  }
-}
-
-bool TreeRules::isReported(const XmlNode& element, std::string_view attribute) const {
-  return reported_.count({&element, attribute}) != 0;
 }
 
 void TreeRules::checkRoot(const XmlNode& root) {
-  noteReported();
   checkAttributes(root, config::widgetDescription().attributes);
   checkLanguage(root);
   checkStrayText(root);
-  seen_ = report_.findings().size();
 }
 
 void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
-  noteReported();
   if (const ElementDescription* const description = describe(element)) {
     checkAttributes(element, description->attributes);
     checkLanguage(element);
@@ -89,23 +49,22 @@ void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
   } else {
     checkUnknown(element);
   }
-  seen_ = report_.findings().size();
 }
 
 void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     const bool isPlain = attribute.namespaceUri.data() == nullptr;
     const bool isExtensionAttribute = attribute.namespaceUri == config::EXTENSION_NAMESPACE;
     if (!isPlain && !isExtensionAttribute) {
       if (!suggestedNamespace(attribute.namespaceUri).empty()) {
-        addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+        report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
       }
       continue;  // of another vocabulary
     }
     if (isPlain && attribute.name == "dir") {
       if (!isDirection(attribute.value)) {
-        addAttribute(FindingCode::UNKNOWN_WORD, element, i);
+        report_.add(FindingCode::UNKNOWN_WORD, element, i);
       }
       continue;
     }
@@ -115,7 +74,7 @@ void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
                  description.isExtension == isExtensionAttribute;
         });
     if (found == known.end()) {
-      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+      report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
     } else if (isNumeric(found->kind)) {
       checkNumber(element, i, found->kind);
     } else if (found->kind != ValueKind::PATH || !isExtension(element)) {
@@ -124,38 +83,38 @@ void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
   }
 }
 
-void TreeRules::checkNumber(const XmlNode& element, std::size_t index, ValueKind kind,
+void TreeRules::checkNumber(const XmlNode& element, std::uint32_t index, ValueKind kind,
                             bool onlyIfUsable) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string value = StringUtil::squeezeAndTrim(attribute.value);
   const std::string name = displayName(attribute.name, attribute.namespaceUri);
-  if (!isWholeNumber(kind, value) && !isReported(element, name) &&
+  if (!isWholeNumber(kind, value) && !probe_.hasReported(element, name) &&
       !(onlyIfUsable && usedNumber(kind, value) == "0")) {
-    addAttribute(FindingCode::PARTIAL_NUMBER, element, index);
+    report_.add(FindingCode::PARTIAL_NUMBER, element, index);
   }
 }
 
-void TreeRules::checkValue(const XmlNode& element, std::size_t index, ValueKind kind) {
+void TreeRules::checkValue(const XmlNode& element, std::uint32_t index, ValueKind kind) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
-  if (!isReported(element, attribute.name) &&
+  if (!probe_.hasReported(element, attribute.name) &&
       adviceOnValue(kind, StringUtil::squeezeAndTrim(attribute.value))) {
-    addAttribute(FindingCode::SUSPICIOUS_VALUE, element, index);
+    report_.add(FindingCode::SUSPICIOUS_VALUE, element, index);
   }
 }
 
 void TreeRules::checkLanguage(const XmlNode& element) {
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     if (attribute.namespaceUri != config::XML_NAMESPACE) {
       continue;
     }
-    Suggestion language(attribute.name);
+    NearestName language(attribute.name);
     language.consider("lang");
     if (attribute.name != "lang" && !language.get().empty()) {
-      addAttribute(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+      report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
     } else if (attribute.name == "lang" &&
                adviceOnValue(ValueKind::LANGUAGE, std::string(attribute.value))) {
-      addAttribute(FindingCode::SUSPICIOUS_VALUE, element, i);
+      report_.add(FindingCode::SUSPICIOUS_VALUE, element, i);
     }
   }
 }
@@ -165,12 +124,10 @@ void TreeRules::checkStrayText(const XmlNode& element) {
        child = child->nextSibling()) {
     const std::string_view text = StringUtil::trimmed(child->contentView());
     if (!text.empty()) {
-      Diagnostic finding;
-      finding.code = FindingCode::MISPLACED;
-      finding.element = &element;
+      Diagnostic& finding = report_.add(FindingCode::MISPLACED, &element);
       finding.isText = true;
       finding.value = text;
-      return report_.add(finding);  // once an element
+      return;  // once an element
     }
   }
 }
@@ -182,40 +139,38 @@ void TreeRules::checkOrigin(const XmlNode& access, Attributes known) {
   if (origin == known.end() || StringUtil::trimmed(access.attributeView(origin->name)) != "*") {
     return;
   }
-  for (std::size_t i = 0; i < access.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = access.attributeAt(i);
-    if (attribute.namespaceUri.data() == nullptr && attribute.name == "subdomains") {
-      addAttribute(FindingCode::UNUSED_ATTRIBUTE, access, i);
-    }
+  const std::uint32_t subdomains = indexOf(access, "subdomains");
+  if (subdomains != Diagnostic::NO_INDEX) {
+    report_.add(FindingCode::UNUSED_ATTRIBUTE, access, subdomains);
   }
 }
 
 void TreeRules::checkUnknown(const XmlNode& element) {
   const std::string_view space = element.namespaceView();
   if (space == config::W3C_WIDGETS_NAMESPACE || space == config::EXTENSION_NAMESPACE) {
-    return add(isKnownSomewhere(element) ? FindingCode::MISPLACED : FindingCode::UNKNOWN_ELEMENT,
-               element);
+    report_.add(isKnownSomewhere(element) ? FindingCode::MISPLACED : FindingCode::UNKNOWN_ELEMENT,
+                &element);
+  } else if (space.data() == nullptr) {
+    report_.add(FindingCode::UNKNOWN_ELEMENT, &element);
+  } else {
+    addNamespace(suggestedNamespace(space).empty() ? FindingCode::FOREIGN_ELEMENT
+                                                   : FindingCode::UNKNOWN_ELEMENT,
+                 element);
   }
-  if (space.data() == nullptr) {
-    return add(FindingCode::UNKNOWN_ELEMENT, element);
-  }
-  addNamespace(suggestedNamespace(space).empty() ? FindingCode::FOREIGN_ELEMENT
-                                                 : FindingCode::UNKNOWN_ELEMENT,
-               element);
 }
 
 // Others than these are for programs that know the elements.
 void TreeRules::checkTextAttributes(const XmlNode& element) {
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     if (attribute.namespaceUri.data() != nullptr) {
       continue;
     }
-    Suggestion direction(attribute.name);
+    NearestName direction(attribute.name);
     direction.consider("dir");
     if (attribute.name == "dir" ? !isDirection(attribute.value)
                                 : isDirection(attribute.value) && !direction.get().empty()) {
-      addAttribute(
+      report_.add(
           attribute.name == "dir" ? FindingCode::UNKNOWN_WORD : FindingCode::UNKNOWN_ATTRIBUTE,
           element, i);
     }
@@ -227,7 +182,7 @@ void TreeRules::checkText(const XmlNode& element) {
   for (const XmlNode* child = element.firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
     if (describe(*child) != nullptr) {
-      add(FindingCode::MISPLACED, *child);  // its text counts, nothing else
+      report_.add(FindingCode::MISPLACED, child);  // its text counts, nothing else
     }
     checkTextAttributes(*child);
     checkLanguage(*child);
@@ -262,7 +217,7 @@ void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& 
   for (const XmlNode* child = element.firstElementChild(); child != nullptr;
        child = child->nextElementSibling()) {
     if (!isRead) {
-      add(FindingCode::NOT_READ, *child, stopped);
+      report_.add(FindingCode::NOT_READ, child).other = stopped;
       continue;
     }
     isRead = child != stopped;
@@ -282,20 +237,17 @@ void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& p
                              std::string_view keyAttribute) {
   const std::string key = StringUtil::squeezeAndTrim(setting.attributeView(keyAttribute));
   const KeyDescription* const description = describeKey(parent, key);
-  for (std::size_t i = 0; description != nullptr && i < setting.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = setting.attributeAt(i);
-    if (attribute.namespaceUri.data() != nullptr) {
-      continue;
-    }
-    if (attribute.name == keyAttribute && description == parent.anyKey &&
-        !suggestedKey(parent, key).empty()) {
-      addAttribute(FindingCode::SIMILAR_KEY, setting, i);
-    }
-    // What is not used, of whichever screen, can be no mistake.
-    if (attribute.name == "value" && isNumeric(description->kind) &&
-        !isReported(setting, keyAttribute)) {
-      checkNumber(setting, i, description->kind, isDensityVariant(*description, key));
-    }
+  if (description == nullptr) {
+    return;
+  }
+  if (description == parent.anyKey && !suggestedKey(parent, key).empty()) {
+    report_.add(FindingCode::SIMILAR_KEY, setting, indexOf(setting, keyAttribute));
+  }
+  // What is not used, of whichever screen, can be no mistake.
+  const std::uint32_t value = indexOf(setting, "value");
+  if (value != Diagnostic::NO_INDEX && isNumeric(description->kind) &&
+      !probe_.hasReported(setting, keyAttribute)) {
+    checkNumber(setting, value, description->kind, isDensityVariant(*description, key));
   }
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <set>
+#include <cstdint>
 #include <string_view>
-#include <utility>
 
+#include "check/Probe.h"
 #include "check/Report.h"
 #include "config/ElementDescription.h"
 
@@ -13,25 +12,24 @@ namespace orvane::nimbrel::check {
 /// What can be said of one element by its description alone, without a decision of the parser.
 class TreeRules {
  public:
-  /// Findings go into the report, which has to live as long.
-  explicit TreeRules(Report& report) : report_(report) {}
+  /// The probe, and the report into which findings go, have to live as long.
+  TreeRules(const Probe& probe, Report& report) : probe_(probe), report_(report) {}
 
-  /// The attributes of the root.
+  /// The attributes of the root, which the probe must have read. What the parser reported of an
+  /// attribute is not said again.
   void checkRoot(const util::XmlNode& root);
   /// A child of the root and all below it, as far as it is read: up to `stopped`, or to its end for
-  /// null. What the parser reported of it must be in the report already, and is not said again.
+  /// null. The probe must have read it last.
   void checkChild(const util::XmlNode& element, const util::XmlNode* stopped);
 
  private:
   using Attributes = config::DescriptionList<config::AttributeDescription>;
 
-  void noteReported();
-  [[nodiscard]] bool isReported(const util::XmlNode& element, std::string_view attribute) const;
   void checkAttributes(const util::XmlNode& element, Attributes known);
-  void checkNumber(const util::XmlNode& element, std::size_t index, config::ValueKind kind,
+  void checkNumber(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind,
                    bool onlyIfUsable = false);
   void checkLanguage(const util::XmlNode& element);
-  void checkValue(const util::XmlNode& element, std::size_t index, config::ValueKind kind);
+  void checkValue(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind);
   void checkStrayText(const util::XmlNode& element);
   void checkOrigin(const util::XmlNode& access, Attributes known);
   void checkUnknown(const util::XmlNode& element);
@@ -44,14 +42,11 @@ class TreeRules {
                      const util::XmlNode* stopped);
   void checkSetting(const util::XmlNode& setting, const config::ElementDescription& parent,
                     std::string_view keyAttribute);
-  void add(FindingCode code, const util::XmlNode& element, const util::XmlNode* other = nullptr);
   void addNamespace(FindingCode code, const util::XmlNode& element);
-  void addAttribute(FindingCode code, const util::XmlNode& element, std::size_t index);
+  void addAttribute(FindingCode code, const util::XmlNode& element, std::uint32_t index);
 
+  const Probe& probe_;
   Report& report_;
-  std::size_t seen_ = 0;  // findings of the report of which we know
-  /// What the parser reported of the element at hand.
-  std::set<std::pair<const util::XmlNode*, std::string_view>> reported_;
 };
 
 }  // namespace orvane::nimbrel::check

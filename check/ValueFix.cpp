@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-#include "check/Meant.h"
-#include "check/Numbers.h"
-#include "check/Origin.h"
-#include "check/Suggestion.h"
-#include "check/Values.h"
+#include "check/NearestName.h"
+#include "check/Suggestions.h"
+#include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "util/StringUtil.h"
 
@@ -122,12 +120,12 @@ std::vector<Edit> origin(const Diagnostic& finding, const Written& written) {
 std::vector<Edit> iri(const Diagnostic& finding, const Written& written) {
   const std::string value = StringUtil::squeezeAndTrim(finding.value);
   return finding.attribute != "name" && value == written.at(written.core)
-             ? replaced(written, written.core, meantBy(finding))
+             ? replaced(written, written.core, suggestionFor(finding))
              : std::vector<Edit>();
 }
 
 std::vector<Edit> word(const Diagnostic& finding, const Written& written) {
-  const std::string meant = meantBy(finding);
+  const std::string meant = suggestionFor(finding);
   if (finding.attribute != "dir") {
     return replaced(written, written.core, meant);
   }
@@ -170,7 +168,7 @@ std::vector<Edit> fixesOfValue(const Diagnostic& finding, std::string_view text,
       return word(finding, written);
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::NOT_A_BOOLEAN:
-      return replaced(written, written.core, meantBy(finding));
+      return replaced(written, written.core, suggestionFor(finding));
     default:
       return {};
   }

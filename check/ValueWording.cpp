@@ -4,8 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 
-#include "check/Numbers.h"
-#include "check/Values.h"
+#include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "util/StringUtil.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "check/Suggestion.h"
+#include "check/NearestName.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
 #include "util/StringUtil.h"
@@ -88,6 +88,21 @@ const KeyDescription* describeSetting(const XmlNode& setting) {
                                          setting.attributeView(child->keyAttribute)));
 }
 
+std::string_view namespaceOf(const config::AttributeDescription& attribute) noexcept {
+  return attribute.isExtension ? std::string_view(config::EXTENSION_NAMESPACE) : std::string_view();
+}
+
+std::uint32_t indexOf(const XmlNode& element, std::string_view name,
+                      std::string_view namespaceUri) noexcept {
+  std::uint32_t index = 0;
+  while (index < element.attributeCount() &&
+         (element.attributeAt(index).name != name ||
+          element.attributeAt(index).namespaceUri != namespaceUri)) {
+    ++index;
+  }
+  return index < element.attributeCount() ? index : Diagnostic::NO_INDEX;
+}
+
 config::DescriptionList<config::AttributeDescription> attributesOf(
     const XmlNode& element) noexcept {
   const XmlNode* const parent = element.parent();
@@ -129,7 +144,7 @@ bool isDensityVariant(const KeyDescription& description, std::string_view key) n
 }
 
 std::string_view suggestedKey(const ElementDescription& element, std::string_view key) noexcept {
-  Suggestion suggestion(key);
+  NearestName suggestion(key);
   for (const KeyDescription& known : element.keys) {
     suggestion.consider(known.name);
   }
@@ -137,7 +152,7 @@ std::string_view suggestedKey(const ElementDescription& element, std::string_vie
 }
 
 std::string_view suggestedNamespace(std::string_view written) noexcept {
-  Suggestion suggestion(written);
+  NearestName suggestion(written);
   suggestion.consider(config::W3C_WIDGETS_NAMESPACE);
   suggestion.consider(config::EXTENSION_NAMESPACE);
   return suggestion.get();

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "check/Diagnostic.h"
 #include "config/ElementDescription.h"
 #include "util/XmlNode.h"
 
@@ -35,6 +37,13 @@ namespace orvane::nimbrel::check {
 
 /// How a setting, a child of an extension element, is read; null for one that means nothing.
 [[nodiscard]] const config::KeyDescription* describeSetting(const util::XmlNode& setting);
+
+/// The namespace of an attribute; null data for none.
+[[nodiscard]] std::string_view namespaceOf(const config::AttributeDescription& attribute) noexcept;
+
+/// The place of an attribute among those of an element; `Diagnostic::NO_INDEX` for an absent one.
+[[nodiscard]] std::uint32_t indexOf(const util::XmlNode& element, std::string_view name,
+                                    std::string_view namespaceUri = {}) noexcept;
 
 /// The attributes that an element may have; none for one that is not known.
 [[nodiscard]] config::DescriptionList<config::AttributeDescription> attributesOf(

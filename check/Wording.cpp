@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "check/Meant.h"
-#include "check/Origin.h"
+#include "check/Suggestions.h"
+#include "check/ValueAdvice.h"
 #include "check/ValueWording.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
@@ -228,7 +228,7 @@ std::string missingSentence(const Diagnostic& finding) {
   if (finding.isOfPackage) {
     return "Nothing to start; write <content src=\"...\"/>, or add index.html.";
   }
-  const bool isForOthers = !finding.name.empty() && meantBy(finding).empty();
+  const bool isForOthers = !finding.name.empty() && suggestionFor(finding).empty();
   return isForOthers ? "In the package for other languages only." : "No such file in the package.";
 }
 
@@ -332,7 +332,7 @@ Wording wordingOf(const Diagnostic& finding) {
   wording.sentence = sentenceOf(finding);
   wording.suggestion = finding.code == FindingCode::NOT_AN_ORIGIN
                            ? adviceOnOrigin(StringUtil::squeezeAndTrim(finding.value)).suggestion
-                           : meantBy(finding);
+                           : suggestionFor(finding);
   return wording;
 }
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "check/FindingCode.h"
 #include "check/FixDocument.h"
-#include "check/Kind.h"
 #include "check/Wording.h"
 #include "fuzz/Host.h"
 #include "fuzz/Property.h"
@@ -39,7 +39,7 @@ bool examine(const check::Report& report) {
   bool hasError = false;
   std::size_t before = 0;
   for (const check::Diagnostic& finding : report.findings()) {
-    hasError |= check::kindOf(finding.code).level == check::Level::ERROR;
+    hasError |= check::descriptionOf(finding.code).level == check::Level::ERROR;
     const check::Wording wording = check::wordingOf(finding);
     require(!wording.sentence.empty(), "a finding has a sentence");
     require(wording.suggestion.empty() || wording.suggestion != wording.value,
@@ -62,9 +62,9 @@ bool examine(const check::Report& report) {
 }
 
 void fix(std::string_view document) {
-  const check::FixedDocument fixed = check::fixDocument(std::string(document), std::nullopt, 0);
+  const check::FixedDocument fixed = check::fixDocument(std::string(document));
   require((fixed.count == 0) == (fixed.report->document() == document), "a fix changes something");
-  const std::size_t again = check::fixDocument(fixed.report->document(), std::nullopt, 0).count;
+  const std::size_t again = check::fixDocument(fixed.report->document()).count;
   require(again == 0, "nothing is left to fix");
   require(isRejected(document, {}) || !isRejected(fixed.report->document(), {}),
           "a fix does not reject the document");
@@ -82,10 +82,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   while (!languages.empty() && locales.size() < 16) {
     locales.emplace_back(fuzz::takeUpTo(',', languages));
   }
-  const bool hasError = fuzz::examine(*check::checkDocument(std::string(document), locales));
+  const bool hasError = fuzz::examine(*check::checkDocument(std::string(document), {locales}));
   fuzz::require(hasError == fuzz::isRejected(document, locales),
                 "exactly a rejected document has an error");
-  fuzz::examine(*check::checkDocument(std::string(document), std::nullopt));
+  fuzz::examine(*check::checkDocument(std::string(document)));
   fuzz::fix(document);
   return 0;
 }

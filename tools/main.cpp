@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "check/Suggestion.h"
+#include "check/NearestName.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
@@ -47,7 +47,7 @@ ExitStatus run(int argc, char** argv) {
   } else if (word.empty()) {
     failUsage("a command is required");
   } else {
-    check::Suggestion meant(word);
+    check::NearestName meant(word);
     for (const Command* command : COMMANDS) {
       meant.consider(command->text.name);
     }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "check/Check.h"
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Wording.h"
 #include "tests/support/ConfigReader.h"
 
@@ -36,7 +36,7 @@ inline std::string lineOf(const Report& report, const Diagnostic& finding) {
   } else if (place.end.line != 0 && place.end.line != place.begin.line) {
     line += '-' + std::to_string(place.end.line) + ':' + std::to_string(place.end.column);
   }
-  line.append(" ").append(kindOf(finding.code).name).append(" ").append(wording.element);
+  line.append(" ").append(descriptionOf(finding.code).name).append(" ").append(wording.element);
   if (!wording.attribute.empty()) {
     line.append("@").append(wording.attribute);
   }
@@ -52,7 +52,7 @@ inline std::vector<std::string> linesOf(
     const std::string& document,
     const std::optional<std::vector<std::string>>& locales = std::nullopt,
     const std::optional<std::vector<std::string>>& package = std::nullopt) {
-  const auto report = checkDocument(document, locales, 0, package);
+  const auto report = checkDocument(document, {locales, 0, package});
   std::vector<std::string> lines;
   for (const Diagnostic& finding : report->findings()) {
     lines.push_back(lineOf(*report, finding));

@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "tests/support/Checks.h"
 
 // docs/findings.md is what the table of the kinds gives; with NIMBREL_UPDATE_DOCS set in the
@@ -25,7 +25,7 @@ The parser decides on the kinds up to `unused-setting`: a program receives them 
 
 std::string pageOf() {
   std::string page = INTRODUCTION;
-  for (const Kind& kind : kinds()) {
+  for (const CodeDescription& kind : codeDescriptions()) {
     const auto add = [&](std::string_view text) { page.append(text); };
     add("\n## ");
     add(kind.name);
@@ -48,7 +48,7 @@ std::string pageOf() {
 }
 
 TEST(FindingsPage, IsWhatTheTableGives) {
-  EXPECT_GT(kinds().size(), 20U);
+  EXPECT_GT(codeDescriptions().size(), 20U);
   const std::string page = pageOf();
   if (std::getenv("NIMBREL_UPDATE_DOCS") != nullptr) {
     std::ofstream out(NIMBREL_FINDINGS_PAGE);

@@ -92,25 +92,25 @@ TEST(Check, IsSilentOnTheExample) {
 TEST(Check, LeavesTheLogAsItWas) {
   const std::string debug =
       test::widget(test::extension("settings", test::named("setting", "debug", "yes")));
-  static_cast<void>(checkDocument(debug, std::nullopt));
+  static_cast<void>(checkDocument(debug));
   EXPECT_EQ(util::logMask(), 0U);
   // What a document on another thread has switched on for a moment does not stay.
   util::setLogMask(util::LOG_MASK_DEBUG);
-  static_cast<void>(checkDocument(debug, std::nullopt, 0));
+  static_cast<void>(checkDocument(debug, {std::nullopt, 0}));
   EXPECT_EQ(util::logMask(), 0U);
   util::setLogMask(0);
 }
 
 TEST(Kinds, HaveExamplesThatGiveThemAndFixedOnesThatDoNot) {
-  for (const Kind& kind : kinds()) {
+  for (const CodeDescription& kind : codeDescriptions()) {
     SCOPED_TRACE(kind.name);
     std::vector<std::string> codes;
     std::string bad(kind.bad);
     std::string fixed(kind.fixed);
     const auto package = takeList(bad, "<!-- package: ", ' ', "-->");
-    const auto report = checkDocument(documentOf(bad), std::nullopt, 0, package);
+    const auto report = checkDocument(documentOf(bad), {std::nullopt, 0, package});
     for (const Diagnostic& finding : report->findings()) {
-      codes.emplace_back(kindOf(finding.code).name);
+      codes.emplace_back(descriptionOf(finding.code).name);
     }
     EXPECT_THAT(codes, testing::Contains(kind.name));
     const auto fixedPackage = takeList(fixed, "<!-- package: ", ' ', "-->");

@@ -20,7 +20,7 @@ using test::Row;
 using util::XmlNode;
 
 std::string fixed(const std::string& document) {
-  return fixDocument(document, std::nullopt, 0).report->document();
+  return fixDocument(document).report->document();
 }
 
 TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
@@ -200,7 +200,7 @@ TEST(Fix, TakesNoElementFromItsUsers) {
       "<name xml:lang='en_US'>a</name><description xml:lang='en_US'>b</description>"
       "<description xml:lang='en'>c</description>");
   const std::vector<std::string> locales = {"en_US", "en"};
-  EXPECT_EQ(fixDocument(document, locales, 0).report->document(), document);
+  EXPECT_EQ(fixDocument(document, {locales}).report->document(), document);
 }
 
 TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
@@ -209,8 +209,7 @@ TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
   for (int i = 0; i < COUNT; ++i) {
     all += "<tavlo:permision Name='" + std::to_string(i) + "'/>";
   }
-  const FixedDocument result =
-      fixDocument(test::widget(test::extension("permissions", all)), std::nullopt, 0);
+  const FixedDocument result = fixDocument(test::widget(test::extension("permissions", all)));
   EXPECT_EQ(result.count, std::size_t{COUNT});
   EXPECT_TRUE(result.report->findings().empty());
 }
@@ -252,7 +251,7 @@ std::vector<std::string> manyDocuments() {
       documents.push_back(documentOf(line.substr(std::min(line.find('<'), line.size()))));
     }
   }
-  for (const Kind& kind : kinds()) {
+  for (const CodeDescription& kind : codeDescriptions()) {
     documents.push_back(documentOf(std::string(kind.bad)));
   }
   for (const auto& entry : std::filesystem::recursive_directory_iterator(NIMBREL_EXAMPLES)) {
@@ -356,11 +355,11 @@ TEST(Fix, HoldsItsPromisesForEveryDocument) {
   std::size_t changed = 0;
   for (const std::string& document : manyDocuments()) {
     SCOPED_TRACE(document);
-    const auto before = checkDocument(document, std::nullopt);
-    const FixedDocument result = fixDocument(document, std::nullopt, 0);
+    const auto before = checkDocument(document);
+    const FixedDocument result = fixDocument(document);
     const std::string& after = result.report->document();
     EXPECT_EQ(result.count == 0, after == document);
-    const FixedDocument again = fixDocument(after, std::nullopt, 0);
+    const FixedDocument again = fixDocument(after);
     EXPECT_EQ(again.count, 0U);
     EXPECT_EQ(again.report->document(), after);
     EXPECT_EQ(std::count(after.begin(), after.end(), '\n'),

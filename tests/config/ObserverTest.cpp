@@ -9,7 +9,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/FakeSyslog.h"
@@ -211,7 +211,7 @@ std::string traceOf(const std::string& document, const std::shared_ptr<ParseObse
 
 TEST(Observer, ChangesNothing) {
   std::vector<std::string> documents;
-  for (const check::Kind& kind : check::kinds()) {
+  for (const check::CodeDescription& kind : check::codeDescriptions()) {
     documents.push_back(kind.bad.substr(0, 7) == "<widget" ? std::string(kind.bad)
                                                            : widget(std::string(kind.bad)));
   }

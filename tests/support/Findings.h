@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "config/ParseObserver.h"
 
 namespace orvane::nimbrel::test {
@@ -14,7 +14,7 @@ class Findings : public config::ParseObserver {
  public:
   void onFinding(const config::Finding& finding) override {
     std::string line = std::to_string(finding.line);
-    line.append(" ").append(check::kindOf(check::codeOf(finding.code)).name);
+    line.append(" ").append(check::descriptionOf(check::codeOf(finding.code)).name);
     line.append(" ").append(finding.element == nullptr ? "" : finding.element->nameView());
     if (finding.attribute != nullptr) {
       line.append("@").append(finding.attribute->isExtension ? "tavlo:" : "");

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "check/Check.h"
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "config/ElementDescription.h"
 #include "tests/tools/Tool.h"
 
@@ -296,9 +296,9 @@ TEST(Elements, AreNoMistakesToTheChecker) {
     if (place.name.empty() && place.field.empty()) {
       continue;  // its text is not read
     }
-    const auto report = check::checkDocument(place.with, std::nullopt);
+    const auto report = check::checkDocument(place.with);
     for (const check::Diagnostic& finding : report->findings()) {
-      EXPECT_EQ(check::kindOf(finding.code).name, "suspicious-value") << place.with;
+      EXPECT_EQ(check::descriptionOf(finding.code).name, "suspicious-value") << place.with;
     }
   }
 }

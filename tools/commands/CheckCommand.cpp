@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "check/Check.h"
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
@@ -84,7 +84,7 @@ constexpr Option<Options> OPTIONS[] = {
 };
 
 void explainCode(const std::string& name) {
-  for (const check::Kind& kind : check::kinds()) {
+  for (const check::CodeDescription& kind : check::codeDescriptions()) {
     if (kind.name == name) {
       writeOutput(explain(kind));
       return;
@@ -94,59 +94,52 @@ void explainCode(const std::string& name) {
                 "nimbrel-config: there is no code \"" + escape(name) + "\"; --codes lists them");
 }
 
-std::unique_ptr<FindingPrinter> printerFor(const Options& options) {
-  if (options.diff) {
-    return silentPrinter();
-  }
-  if (options.summary) {
-    return options.format == "text" ? summaryPrinter()
-                                    : summaryJsonPrinter(options.format == "jsonl");
-  }
-  if (options.format == "json") {
-    return jsonPrinter();
-  }
-  if (options.format == "jsonl") {
-    return jsonLinesPrinter();
-  }
-  return options.format == "sarif" ? sarifPrinter()
-                                   : textPrinter({isTerminal(), isColourWanted(options.colour),
-                                                  options.quiet, terminalWidth(STDOUT_FILENO)});
+FindingStyle styleOf(const Options& options) {
+  using Format = FindingStyle::Format;
+  return {options.diff                ? Format::NOTHING
+          : options.format == "json"  ? Format::JSON
+          : options.format == "jsonl" ? Format::JSON_LINES
+          : options.format == "sarif" ? Format::SARIF
+                                      : Format::TEXT,
+          options.summary,
+          isTerminal(),
+          isColourWanted(options.colour),
+          options.quiet,
+          terminalWidth(STDOUT_FILENO)};
 }
 
 /// What came of a file: a report, or why it cannot be read.
 struct CheckedFile {
-  std::string document;  ///< what a person reads as its name
-  std::unique_ptr<const check::Report> report;
-  std::optional<DocumentFailure> failure;
-  std::optional<std::size_t> fixed = std::nullopt;  ///< how many findings were fixed, if any could
-  std::string diff = {};                            ///< what would be changed
+  CheckedDocument document;
+  std::optional<DocumentFailure> failure = std::nullopt;
+  std::string diff = {};  ///< what would be changed
 };
 
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
 CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
+  check::CheckSettings settings = {options.locales, logMask};
   try {
     if (options.fix) {
-      check::FixedDocument fixed = fixFile(path, options.locales, logMask);
-      return {path, std::move(fixed.report), std::nullopt, fixed.count};
+      check::FixedDocument fixed = fixFile(path, settings);
+      return {{path, path, std::move(fixed.report), fixed.count}};
     }
     Document document = readDocument(path, options.stdinName);
+    settings.package = document.names();
     if (options.diff) {
-      FixedWithDiff result = fixWithDiff(document, options.locales, logMask, isTerminal());
-      return {std::move(document.name), std::move(result.fixed.report), std::nullopt,
-              result.fixed.count, std::move(result.diff)};
+      FixedWithDiff result = fixWithDiff(document, settings, isTerminal());
+      return {{options.nameOf(path), std::move(document.name), std::move(result.fixed.report),
+               result.fixed.count},
+              std::nullopt,
+              std::move(result.diff)};
     }
-    return {std::move(document.name),
-            check::checkDocument(std::move(*document.bytes), options.locales, logMask,
-                                 document.names()),
-            std::nullopt};
+    return {{options.nameOf(path), std::move(document.name),
+             check::checkDocument(std::move(*document.bytes), settings)}};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED || options.diff) {
-      return {{}, nullptr, failure};
+      return {{}, failure};
     }
-    auto report = std::make_unique<check::Report>("");
-    report->reject(failure.problem().reason, failure.problem().line, failure.problem().column);
-    return {options.nameOf(path), std::move(report), std::nullopt};
+    return {{options.nameOf(path), options.nameOf(path), reportOf(failure)}};
   }
 }
 
@@ -159,14 +152,14 @@ void checkFiles(const Options& options, FindingPrinter& printer) {
       [&](const std::string& path) { return checkFile(path, options, logMask); },
       [&](const std::string& name, const CheckedFile& file, Progress& progress) {
         if (file.failure ||
-            (showsFindings && (!file.report->findings().empty() || !file.diff.empty()))) {
+            (showsFindings && (!file.document.report->findings().empty() || !file.diff.empty()))) {
           progress.clear();
         }
         writeOutput(file.diff);
         if (file.failure) {
           printer.printUnreadable(name, *file.failure);
         } else {
-          printer.print({name, file.document}, *file.report, file.fixed);
+          printer.print(file.document);
         }
         return printer.counts().all();
       });
@@ -207,7 +200,7 @@ ExitStatus runCheck(int argc, char** argv) {
   if (options.fix) {
     options.jobs = 1;  // the first of two names of one file fixes it
   }
-  const std::unique_ptr<FindingPrinter> printer = printerFor(options);
+  const std::unique_ptr<FindingPrinter> printer = makePrinter(styleOf(options));
   checkFiles(options, *printer);
   if (printer->files().unreadable != 0) {
     return EXIT_UNUSABLE;

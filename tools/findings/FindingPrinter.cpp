@@ -11,7 +11,7 @@ namespace {
 
 class SilentPrinter : public FindingPrinter {
  protected:
-  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
+  void printDocument(const CheckedDocument& /*document*/) override {}
   void end() override {}
 };
 
@@ -32,7 +32,7 @@ void FindingCounts::add(check::Level level) noexcept {
 }
 
 FindingPrinter::FindingPrinter() {
-  for (const check::Kind& kind : check::kinds()) {
+  for (const check::CodeDescription& kind : check::codeDescriptions()) {
     codes_.push_back({&kind});
   }
 }
@@ -43,13 +43,12 @@ void FindingPrinter::beginOnce() {
   }
 }
 
-void FindingPrinter::print(const DocumentName& name, const check::Report& report,
-                           std::optional<std::size_t> fixed) {
+void FindingPrinter::print(const CheckedDocument& document) {
   beginOnce();
   const std::size_t errors = counts_.errors;
   std::vector<bool> found(codes_.size());
-  for (const check::Diagnostic& finding : report.findings()) {
-    counts_.add(check::kindOf(finding.code).level);
+  for (const check::Diagnostic& finding : document.report->findings()) {
+    counts_.add(check::descriptionOf(finding.code).level);
     const auto code = static_cast<std::size_t>(finding.code);  // the order of the kinds
     ++codes_[code].findings;
     codes_[code].files += found[code] ? 0 : 1;
@@ -57,11 +56,10 @@ void FindingPrinter::print(const DocumentName& name, const check::Report& report
   }
   ++files_.read;
   files_.rejected += counts_.errors == errors ? 0 : 1;
-  fixedNow_ = fixed;
-  if (fixed) {
-    counts_.fixed = counts_.fixed.value_or(0) + *fixed;
+  if (document.fixed) {
+    counts_.fixed = counts_.fixed.value_or(0) + *document.fixed;
   }
-  printDocument(name, report);
+  printDocument(document);
 }
 
 void FindingPrinter::printUnreadable(const std::string& file, const DocumentFailure& failure) {
@@ -83,7 +81,25 @@ std::vector<CodeCount> FindingPrinter::codes() const {
   return codes;
 }
 
-std::unique_ptr<FindingPrinter> silentPrinter() {
+std::unique_ptr<const check::Report> reportOf(const DocumentFailure& failure) {
+  const DocumentFailure::Problem& problem = failure.problem();
+  auto report = std::make_unique<check::Report>("");
+  report->reject(problem.reason, problem.line, problem.column);
+  return report;
+}
+
+std::unique_ptr<FindingPrinter> makePrinter(const FindingStyle& style) {
+  switch (style.format) {
+    case FindingStyle::Format::TEXT:
+      return makeTextPrinter(style);
+    case FindingStyle::Format::JSON:
+    case FindingStyle::Format::JSON_LINES:
+      return makeJsonPrinter(style);
+    case FindingStyle::Format::SARIF:
+      return makeSarifPrinter();
+    case FindingStyle::Format::NOTHING:
+      break;
+  }
   return std::make_unique<SilentPrinter>();
 }
 

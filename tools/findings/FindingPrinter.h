@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Report.h"
 #include "tools/Failure.h"
 
@@ -23,11 +23,16 @@ struct FindingCounts {
   [[nodiscard]] std::size_t all() const noexcept { return errors + warnings + notes; }
 };
 
-/// What output calls a document.
-struct DocumentName {
-  std::string file;      ///< as it was given: for programs, which can join input and output by it
-  std::string document;  ///< for a person: of a package with the entry
+/// A document that was checked.
+struct CheckedDocument {
+  std::string file;  ///< as it was given: for programs, which can join input and output by it
+  std::string name;  ///< for a person: of a package with the entry
+  std::shared_ptr<const check::Report> report;      ///< what was found
+  std::optional<std::size_t> fixed = std::nullopt;  ///< how many findings were fixed, if any could
 };
+
+/// The report on a document that cannot be had, such as that of a faulty package.
+[[nodiscard]] std::unique_ptr<const check::Report> reportOf(const DocumentFailure& failure);
 
 /// What became of the files.
 struct FileCounts {
@@ -38,7 +43,7 @@ struct FileCounts {
 
 /// How often a code was found.
 struct CodeCount {
-  const check::Kind* kind;
+  const check::CodeDescription* kind;
   std::size_t findings = 0;
   std::size_t files = 0;
 };
@@ -53,8 +58,7 @@ class FindingPrinter {
   virtual ~FindingPrinter() = default;
 
   /// Prints and counts the findings of a document, and counts those that were fixed in it.
-  void print(const DocumentName& name, const check::Report& report,
-             std::optional<std::size_t> fixed = std::nullopt);
+  void print(const CheckedDocument& document);
   /// Says on standard error, and in what is printed for programs, that a file cannot be read, and
   /// counts it.
   void printUnreadable(const std::string& file, const DocumentFailure& failure);
@@ -69,9 +73,7 @@ class FindingPrinter {
  protected:
   /// Before all else.
   virtual void begin() {}
-  virtual void printDocument(const DocumentName& name, const check::Report& report) = 0;
-  /// How many findings were fixed in the document that is being printed.
-  [[nodiscard]] std::optional<std::size_t> fixedNow() const noexcept { return fixedNow_; }
+  virtual void printDocument(const CheckedDocument& document) = 0;
   virtual void printFailure(const std::string& /*file*/, const DocumentFailure& /*failure*/) {}
   virtual void end() = 0;
 
@@ -81,39 +83,37 @@ class FindingPrinter {
   FindingCounts counts_;
   FileCounts files_;
   std::vector<CodeCount> codes_;  // all kinds
-  std::optional<std::size_t> fixedNow_;
   bool begun_ = false;
 };
 
-/// How a person sees findings.
+/// What is printed, and how.
 struct FindingStyle {
-  bool source = false;  ///< with the lines of the document, and how to go on
+  enum class Format {
+    /// As compilers print theirs: "FILE:LINE:COLUMN: level: sentence [code]", a line each, and at
+    /// last their number. With the lines of the document carets under them mark the places, and the
+    /// end says how a code is explained.
+    TEXT,
+    /// One object with an object for each file: its name, "done", "rejected" or "unreadable", why,
+    /// and its findings. What is absent or not known is null.
+    JSON,
+    JSON_LINES,  ///< the objects of the files alone, each in a line of its own, at once
+    SARIF,       ///< a log for code review (SARIF 2.1.0), without a summary
+    NOTHING      ///< findings are counted only
+  };
+  Format format = Format::TEXT;
+  bool summary = false;  ///< how often each code is found in all files, instead of the findings
+  bool source = false;   ///< text: with the lines of the document
   bool colour = false;
-  bool quiet = false;        ///< with the findings alone
+  bool quiet = false;        ///< text: with the findings alone
   std::size_t terminal = 0;  ///< columns; 0 when not known
 };
+[[nodiscard]] std::unique_ptr<FindingPrinter> makePrinter(const FindingStyle& style);
 
-/// The findings as compilers print theirs: "FILE:LINE:COLUMN: level: sentence [code]", a line each,
-/// and at last their number. As `style` wants, the line of the document follows each, with carets
-/// under the place, and at the end how a code is explained.
-[[nodiscard]] std::unique_ptr<FindingPrinter> textPrinter(FindingStyle style);
-
-/// One JSON object with an object for each file: its name, "done", "rejected" or "unreadable", why,
-/// and its findings. What is absent or not known is null.
-[[nodiscard]] std::unique_ptr<FindingPrinter> jsonPrinter();
-
-/// The objects of the files alone, each in a line of its own, at once.
-[[nodiscard]] std::unique_ptr<FindingPrinter> jsonLinesPrinter();
-
-/// How often each code was found in all files, instead of the findings: as text, or as a JSON
-/// object.
-[[nodiscard]] std::unique_ptr<FindingPrinter> summaryPrinter();
-[[nodiscard]] std::unique_ptr<FindingPrinter> summaryJsonPrinter(bool inOneLine);
-
-/// Counts and prints nothing.
-[[nodiscard]] std::unique_ptr<FindingPrinter> silentPrinter();
-
-/// A log for code review (SARIF 2.1.0).
-[[nodiscard]] std::unique_ptr<FindingPrinter> sarifPrinter();
+/// @name What `makePrinter` chooses from
+/// @{
+[[nodiscard]] std::unique_ptr<FindingPrinter> makeTextPrinter(const FindingStyle& style);
+[[nodiscard]] std::unique_ptr<FindingPrinter> makeJsonPrinter(const FindingStyle& style);
+[[nodiscard]] std::unique_ptr<FindingPrinter> makeSarifPrinter();
+/// @}
 
 }  // namespace orvane::nimbrel::tools

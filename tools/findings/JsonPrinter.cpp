@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Wording.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/output/JsonWriter.h"
@@ -36,17 +36,18 @@ class FindingsAsJson : public FindingPrinter {
     endFile();
   }
 
-  void printDocument(const DocumentName& name, const check::Report& report) override {
+  void printDocument(const CheckedDocument& document) override {
     const check::Diagnostic* error = nullptr;
     FindingCounts own;
-    own.fixed = fixedNow();
-    for (const check::Diagnostic& finding : report.findings()) {
-      const check::Level level = check::kindOf(finding.code).level;
+    own.fixed = document.fixed;
+    for (const check::Diagnostic& finding : document.report->findings()) {
+      const check::Level level = check::descriptionOf(finding.code).level;
       own.add(level);
       error = error == nullptr && level == check::Level::ERROR ? &finding : error;
     }
-    printFile(name.file, error == nullptr ? "done" : "rejected",
-              error == nullptr ? std::string() : check::wordingOf(*error).sentence, own, &report);
+    printFile(document.file, error == nullptr ? "done" : "rejected",
+              error == nullptr ? std::string() : check::wordingOf(*error).sentence, own,
+              document.report.get());
   }
 
   void printFailure(const std::string& file, const DocumentFailure& failure) override {
@@ -81,7 +82,7 @@ class FindingsAsJson : public FindingPrinter {
   }
 
   void print(const check::Report& report, const check::Diagnostic& finding) {
-    const check::Kind& kind = check::kindOf(finding.code);
+    const check::CodeDescription& kind = check::descriptionOf(finding.code);
     const check::Wording wording = check::wordingOf(finding);
     const check::Place place = report.placeOf(finding);
     json_.beginObject();
@@ -154,7 +155,7 @@ class SummaryJsonPrinter : public FindingsAsJson {
   explicit SummaryJsonPrinter(JsonWriter::Layout layout) : FindingsAsJson(layout) {}
 
  protected:
-  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
+  void printDocument(const CheckedDocument& /*document*/) override {}
   void printFailure(const std::string& /*file*/, const DocumentFailure& /*failure*/) override {}
 
   void end() override {
@@ -181,17 +182,16 @@ class SummaryJsonPrinter : public FindingsAsJson {
 
 }  // namespace
 
-std::unique_ptr<FindingPrinter> jsonPrinter() {
-  return std::make_unique<JsonPrinter>();
-}
-
-std::unique_ptr<FindingPrinter> jsonLinesPrinter() {
-  return std::make_unique<JsonLinesPrinter>();
-}
-
-std::unique_ptr<FindingPrinter> summaryJsonPrinter(bool inOneLine) {
-  return std::make_unique<SummaryJsonPrinter>(inOneLine ? JsonWriter::Layout::LINE
+std::unique_ptr<FindingPrinter> makeJsonPrinter(const FindingStyle& style) {
+  const bool inLines = style.format == FindingStyle::Format::JSON_LINES;
+  if (style.summary) {
+    return std::make_unique<SummaryJsonPrinter>(inLines ? JsonWriter::Layout::LINE
                                                         : JsonWriter::Layout::INDENTED);
+  }
+  if (inLines) {
+    return std::make_unique<JsonLinesPrinter>();
+  }
+  return std::make_unique<JsonPrinter>();
 }
 
 }  // namespace orvane::nimbrel::tools

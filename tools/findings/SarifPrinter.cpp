@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Wording.h"
 #include "tools/findings/ArtifactUri.h"
 #include "tools/findings/FindingPrinter.h"
@@ -17,7 +17,7 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-using check::Kind;
+using check::CodeDescription;
 using check::Position;
 
 constexpr char SCHEMA[] =
@@ -29,7 +29,7 @@ constexpr char BASE[] = "SRCROOT";
 /// knows one again when lines move. FNV-1a; not for security.
 class Fingerprints {
  public:
-  std::string next(const Kind& kind, const check::Wording& wording) {
+  std::string next(const CodeDescription& kind, const check::Wording& wording) {
     constexpr std::size_t LONGEST = 200;  // of what the document says
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const std::string_view part : {kind.name, std::string_view(wording.element),
@@ -71,10 +71,10 @@ class SarifPrinter : public FindingPrinter {
     json_.beginArray();
   }
 
-  void printDocument(const DocumentName& name, const check::Report& report) override {
+  void printDocument(const CheckedDocument& document) override {
     Fingerprints fingerprints;
-    for (const check::Diagnostic& finding : report.findings()) {
-      printResult(name, report, finding, fingerprints);
+    for (const check::Diagnostic& finding : document.report->findings()) {
+      printResult(document, finding, fingerprints);
     }
   }
 
@@ -137,11 +137,11 @@ class SarifPrinter : public FindingPrinter {
 
   /// The members of a location. Of a package, which is the file that a viewer has, no region is
   /// meant but a place in its document.
-  void printLocation(const DocumentName& name, const check::Place& place) {
-    const bool isPackaged = name.document != name.file;
+  void printLocation(const CheckedDocument& document, const check::Place& place) {
+    const bool isPackaged = document.name != document.file;
     json_.key("physicalLocation");
     json_.beginObject();
-    printArtifact(name.file);
+    printArtifact(document.file);
     if (!isPackaged && place.begin.line != 0) {
       printRegion(place);
     }
@@ -150,7 +150,7 @@ class SarifPrinter : public FindingPrinter {
       json_.key("logicalLocations");
       json_.beginArray();
       json_.beginObject();
-      json_.member("fullyQualifiedName", placeInPackage(name, place.begin));
+      json_.member("fullyQualifiedName", placeInPackage(document, place.begin));
       json_.member("kind", "resource");
       json_.endObject();
       json_.endArray();
@@ -158,29 +158,30 @@ class SarifPrinter : public FindingPrinter {
   }
 
   /// "config.xml:2:5", without what is not known.
-  static std::string placeInPackage(const DocumentName& name, const Position& position) {
-    std::string text = name.document.substr(name.file.size() + 1);
+  static std::string placeInPackage(const CheckedDocument& document, const Position& position) {
+    std::string text = document.name.substr(document.file.size() + 1);
     text += ':' + std::to_string(position.line);
     return position.column == 0 ? text : text + ':' + std::to_string(position.column);
   }
 
-  void printResult(const DocumentName& name, const check::Report& report,
-                   const check::Diagnostic& finding, Fingerprints& fingerprints) {
-    const Kind& kind = check::kindOf(finding.code);
+  void printResult(const CheckedDocument& document, const check::Diagnostic& finding,
+                   Fingerprints& fingerprints) {
+    const check::Report& report = *document.report;
+    const CodeDescription& kind = check::descriptionOf(finding.code);
     const check::Wording wording = check::wordingOf(finding);
     const check::Place place = report.placeOf(finding);
-    const bool isPackaged = name.document != name.file && place.begin.line != 0;
+    const bool isPackaged = document.name != document.file && place.begin.line != 0;
     json_.beginObject();
     json_.member("ruleId", kind.name);
-    json_.member("ruleIndex", &kind - check::kinds().begin());
+    json_.member("ruleIndex", &kind - check::codeDescriptions().begin());
     json_.member("level", check::levelName(kind.level));
     writeSarifMessage(json_, "message",
-                      (isPackaged ? placeInPackage(name, place.begin) + ": " : std::string()) +
+                      (isPackaged ? placeInPackage(document, place.begin) + ": " : std::string()) +
                           sentenceOf(wording));
     json_.key("locations");
     json_.beginArray();
     json_.beginObject();
-    printLocation(name, place);
+    printLocation(document, place);
     json_.endObject();
     json_.endArray();
     const Position other = report.otherOf(finding);
@@ -188,7 +189,7 @@ class SarifPrinter : public FindingPrinter {
       json_.key("relatedLocations");
       json_.beginArray();
       json_.beginObject();
-      printLocation(name, {other, {}});
+      printLocation(document, {other, {}});
       writeSarifMessage(json_, "message", "The message refers to this place.");
       json_.endObject();
       json_.endArray();
@@ -227,7 +228,7 @@ class SarifPrinter : public FindingPrinter {
 
 }  // namespace
 
-std::unique_ptr<FindingPrinter> sarifPrinter() {
+std::unique_ptr<FindingPrinter> makeSarifPrinter() {
   return std::make_unique<SarifPrinter>();
 }
 

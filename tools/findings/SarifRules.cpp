@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "tools/findings/Explanation.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
-using check::Kind;
+using check::CodeDescription;
 
 constexpr std::string_view INFORMATION = NIMBREL_DOCUMENTATION_URI;
 
@@ -31,7 +31,7 @@ void writeCode(std::string& text, const char* label, std::string_view code) {
   text.append("\n\n").append(label).append(":\n\n```xml\n").append(code).append("\n```");
 }
 
-void writeHelp(JsonWriter& json, const Kind& kind, const std::string& description) {
+void writeHelp(JsonWriter& json, const CodeDescription& kind, const std::string& description) {
   std::string markdown = description;
   writeCode(markdown, "Bad", kind.bad);
   if (!kind.fixed.empty()) {
@@ -44,7 +44,7 @@ void writeHelp(JsonWriter& json, const Kind& kind, const std::string& descriptio
   json.endObject();
 }
 
-void writeRule(JsonWriter& json, const Kind& kind) {
+void writeRule(JsonWriter& json, const CodeDescription& kind) {
   const auto& level = LEVELS[static_cast<std::size_t>(kind.level)];
   const std::string description = std::string(kind.summary) + ' ' + level.meaning;
   json.beginObject();
@@ -88,7 +88,7 @@ void writeSarifTool(JsonWriter& json) {
   json.member("informationUri", INFORMATION);
   json.key("rules");
   json.beginArray();
-  for (const Kind& kind : check::kinds()) {
+  for (const CodeDescription& kind : check::codeDescriptions()) {
     writeRule(json, kind);
   }
   json.endArray();

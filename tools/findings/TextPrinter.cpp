@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <string>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Wording.h"
 #include "tools/findings/Excerpt.h"
 #include "tools/findings/FindingPrinter.h"
@@ -53,19 +53,20 @@ std::string toText(const FindingCounts& counts) {
 
 class TextPrinter : public FindingPrinter {
  public:
-  explicit TextPrinter(FindingStyle style) : style_(style) {
+  explicit TextPrinter(const FindingStyle& style) : style_(style) {
     if (style.terminal != 0) {
       width_ = std::clamp(style.terminal - std::min(style.terminal, FRAME), LEAST_WIDTH, width_);
     }
   }
 
  protected:
-  void printDocument(const DocumentName& name, const check::Report& report) override {
-    const std::string package = escape(name.file);
-    const std::string document = escape(name.document);
+  void printDocument(const CheckedDocument& document) override {
+    const check::Report& report = *document.report;
+    const std::string file = escape(document.file);
+    const std::string name = escape(document.name);
     std::string text;
     for (const check::Diagnostic& finding : report.findings()) {
-      append(text, finding.isOfPackage ? package : document, report, finding);
+      append(text, finding.isOfPackage ? file : name, report, finding);
       if (text.size() >= PIECE) {
         writeOutput(text);
         text.clear();
@@ -88,7 +89,7 @@ class TextPrinter : public FindingPrinter {
  private:
   void append(std::string& text, const std::string& file, const check::Report& report,
               const check::Diagnostic& finding) const {
-    const check::Kind& kind = check::kindOf(finding.code);
+    const check::CodeDescription& kind = check::descriptionOf(finding.code);
     const check::Position place = report.placeOf(finding).begin;
     text.append(with(BOLD)).append(file);
     if (place.line != 0) {
@@ -116,7 +117,7 @@ class TextPrinter : public FindingPrinter {
 
 class SummaryPrinter : public FindingPrinter {
  protected:
-  void printDocument(const DocumentName& /*name*/, const check::Report& /*report*/) override {}
+  void printDocument(const CheckedDocument& /*document*/) override {}
 
   void end() override {
     std::string text = "findings     files  level    code\n";
@@ -136,12 +137,11 @@ class SummaryPrinter : public FindingPrinter {
 
 }  // namespace
 
-std::unique_ptr<FindingPrinter> textPrinter(FindingStyle style) {
+std::unique_ptr<FindingPrinter> makeTextPrinter(const FindingStyle& style) {
+  if (style.summary) {
+    return std::make_unique<SummaryPrinter>();
+  }
   return std::make_unique<TextPrinter>(style);
-}
-
-std::unique_ptr<FindingPrinter> summaryPrinter() {
-  return std::make_unique<SummaryPrinter>();
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -36,9 +36,7 @@ std::string escapedLines(std::string_view text) {
 
 }  // namespace
 
-check::FixedDocument fixFile(const std::string& path,
-                             const std::optional<std::vector<std::string>>& locales,
-                             std::uint32_t logMask) {
+check::FixedDocument fixFile(const std::string& path, const check::CheckSettings& settings) {
   if (path == STANDARD_INPUT) {
     throw unfixable(path, "standard input is no file");
   }
@@ -47,7 +45,7 @@ check::FixedDocument fixFile(const std::string& path,
     if (document.name != path) {
       throw unfixable(path, "a package; fix its document and pack it again");
     }
-    check::FixedDocument fixed = check::fixDocument(*document.bytes, locales, logMask);
+    check::FixedDocument fixed = check::fixDocument(*document.bytes, settings);
     if (fixed.count == 0 || replaceFile(path, *document.bytes, fixed.report->document())) {
       return fixed;
     }
@@ -55,11 +53,9 @@ check::FixedDocument fixFile(const std::string& path,
   throw unfixable(path, "it keeps changing");
 }
 
-FixedWithDiff fixWithDiff(const Document& document,
-                          const std::optional<std::vector<std::string>>& locales,
-                          std::uint32_t logMask, bool isForTerminal) {
-  FixedWithDiff result = {check::fixDocument(*document.bytes, locales, logMask, document.names()),
-                          {}};
+FixedWithDiff fixWithDiff(const Document& document, const check::CheckSettings& settings,
+                          bool isForTerminal) {
+  FixedWithDiff result = {check::fixDocument(*document.bytes, settings), {}};
   if (result.fixed.count == 0) {
     return result;
   }

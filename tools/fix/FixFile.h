@@ -1,9 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "check/FixDocument.h"
 #include "tools/input/Input.h"
@@ -14,8 +11,7 @@ namespace orvane::nimbrel::tools {
 /// `replaceFile`. One that somebody else changes meanwhile is read and fixed again. Throws
 /// `DocumentFailure`, with `EXIT_UNUSABLE` for a packaged document and standard input too.
 [[nodiscard]] check::FixedDocument fixFile(const std::string& path,
-                                           const std::optional<std::vector<std::string>>& locales,
-                                           std::uint32_t logMask);
+                                           const check::CheckSettings& settings);
 
 /// A document with what is certain in it fixed, and what would be changed.
 struct FixedWithDiff {
@@ -25,7 +21,6 @@ struct FixedWithDiff {
   std::string diff;
 };
 [[nodiscard]] FixedWithDiff fixWithDiff(const Document& document,
-                                        const std::optional<std::vector<std::string>>& locales,
-                                        std::uint32_t logMask, bool isForTerminal);
+                                        const check::CheckSettings& settings, bool isForTerminal);
 
 }  // namespace orvane::nimbrel::tools

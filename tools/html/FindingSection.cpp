@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 #include "check/Wording.h"
 #include "tools/findings/Excerpt.h"
 #include "tools/findings/Explanation.h"
@@ -27,7 +27,7 @@ constexpr std::size_t LONGEST = 60;  // characters of what the document says
 FindingCounts countsOf(const check::Report& report) {
   FindingCounts counts;
   for (const check::Diagnostic& finding : report.findings()) {
-    counts.add(check::kindOf(finding.code).level);
+    counts.add(check::descriptionOf(finding.code).level);
   }
   return counts;
 }
@@ -58,7 +58,7 @@ std::vector<Row> rowsOf(const check::Report& report) {
   for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
     for (std::size_t i = 0; i < report.findings().size() && rows.size() < MOST; ++i) {
       const check::Diagnostic& finding = report.findings()[i];
-      if (check::kindOf(finding.code).level == level) {
+      if (check::descriptionOf(finding.code).level == level) {
         const std::size_t line = report.placeOf(finding).begin.line;
         rows.push_back({&finding, i, line, level, worst.try_emplace(line, level).first->second});
       }
@@ -115,7 +115,7 @@ void printSource(HtmlWriter& html, Rows first, Rows last) {
 }
 
 void printFinding(HtmlWriter& html, const Row& row) {
-  const check::Kind& kind = check::kindOf(row.finding->code);
+  const check::CodeDescription& kind = check::descriptionOf(row.finding->code);
   const check::Wording wording = check::wordingOf(*row.finding);
   html.markup("<div class=\"finding\"");
   if (row.level == Level::ERROR) {
@@ -162,7 +162,7 @@ void printMeanings(HtmlWriter& html, const std::vector<Row>& rows) {
   }
   html.markup("<h3>What the codes mean</h3>\n<dl class=\"meanings\">\n");
   for (const check::FindingCode code : codes) {
-    const check::Kind& kind = check::kindOf(code);
+    const check::CodeDescription& kind = check::descriptionOf(code);
     html.markup("<div id=\"code-").text(kind.name).markup("\"><dt>").text(kind.name);
     html.markup("</dt><dd>");
     printProse(html, kind.summary);
@@ -203,7 +203,7 @@ void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t l
   std::size_t errors = 0;
   for (const check::Diagnostic& finding : report.findings()) {
     const bool isOfLine = report.placeOf(finding).begin.line == line;
-    if (check::kindOf(finding.code).level == Level::ERROR && errors++ < MOST &&  // is printed
+    if (check::descriptionOf(finding.code).level == Level::ERROR && errors++ < MOST &&  // is printed
         (found == nullptr || (isOfLine && report.placeOf(*found).begin.line != line))) {
       found = &finding;
     }
@@ -216,7 +216,7 @@ void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t l
   if (const std::size_t place = report.placeOf(*found).begin.line; place != 0) {
     html.markup("line ").number(place).markup(": ");
   }
-  html.text(check::kindOf(found->code).name).markup("</a>");
+  html.text(check::descriptionOf(found->code).name).markup("</a>");
 }
 
 void printFindings(HtmlWriter& html, const check::Report& report) {

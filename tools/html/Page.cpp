@@ -7,6 +7,7 @@
 
 #include "check/Check.h"
 #include "config/ConfigParserFactory.h"
+#include "tools/findings/FindingPrinter.h"
 #include "tools/html/ApplicationView.h"
 #include "tools/html/Audience.h"
 #include "tools/html/FindingSection.h"
@@ -148,14 +149,9 @@ class Page {
   }
 
   void checkDocument(std::uint32_t logMask) {
-    if (icons_) {  // there is a document
-      report_ = check::checkDocument(std::move(bytes_), request_.locales, logMask, package_);
-      return;
-    }
-    const DocumentFailure::Problem& problem = failure_->problem();
-    auto report = std::make_unique<check::Report>("");
-    report->reject(problem.reason, problem.line, problem.column);
-    report_ = std::move(report);
+    report_ = icons_  // there is a document
+                  ? check::checkDocument(std::move(bytes_), {request_.locales, logMask, package_})
+                  : reportOf(*failure_);
   }
 
   /// Finds those for whom the page is; `common` is what users of no special language get, or null.

@@ -11,9 +11,9 @@ namespace orvane::nimbrel::check {
 /// Looks among known names for the one that an unknown name was meant to be: the only one that
 /// differs in case alone, else the only one that differs in a single letter (changed, left out,
 /// added, or two exchanged).
-class Suggestion {
+class NearestName {
  public:
-  explicit Suggestion(std::string_view written) noexcept : written_(written) {}
+  explicit NearestName(std::string_view written) noexcept : written_(written) {}
 
   void consider(std::string_view known) noexcept;
 

@@ -1,11 +1,11 @@
-#include "check/Meant.h"
+#include "check/Suggestions.h"
 
 #include <algorithm>
 #include <string_view>
 
+#include "check/NearestName.h"
 #include "check/PackageFiles.h"
-#include "check/Suggestion.h"
-#include "check/Values.h"
+#include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/IRIParser.h"
@@ -32,10 +32,7 @@ constexpr struct {
     {"src", "resource"}, {"href", "resource"}, {"path", "resource"}, {"file", "resource"}};
 
 bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute) {
-  return element
-             .attributeView(attribute.name, attribute.isExtension ? config::EXTENSION_NAMESPACE
-                                                                  : std::string_view())
-             .data() != nullptr;
+  return element.attributeView(attribute.name, namespaceOf(attribute)).data() != nullptr;
 }
 
 std::string meantLanguage(const XmlNode& element) {
@@ -44,7 +41,7 @@ std::string meantLanguage(const XmlNode& element) {
 
 /// The child of the root that an element was meant to be: of either vocabulary.
 std::string meantChildOfRoot(const XmlNode& element) {
-  Suggestion suggestion(element.nameView());
+  NearestName suggestion(element.nameView());
   for (const ElementDescription* const known : config::elementDescriptions()) {
     suggestion.consider(known->name);
   }
@@ -59,14 +56,14 @@ std::string meantChildOfRoot(const XmlNode& element) {
 std::string meantElement(const XmlNode& element) {
   const XmlNode* const parent = element.parent();
   if (parent == nullptr) {
-    Suggestion suggestion(element.nameView());
+    NearestName suggestion(element.nameView());
     suggestion.consider("widget");
     return std::string(suggestion.get());
   }
   if (parent->parent() == nullptr) {
     return meantChildOfRoot(element);
   }
-  Suggestion suggestion(element.nameView());
+  NearestName suggestion(element.nameView());
   const ElementDescription* const known = describe(*parent);
   for (const ChildDescription& child :
        known == nullptr ? config::DescriptionList<ChildDescription>() : known->children) {
@@ -88,7 +85,7 @@ std::string_view meantWord(const XmlNode& element, std::string_view attribute,
     }
     return suggestedWord(value, key->words->trigger[0], key->words->opposite[0]);
   }
-  Suggestion suggestion(value);
+  NearestName suggestion(value);
   for (const std::string_view direction : DIRECTIONS) {
     suggestion.consider(direction);
   }
@@ -124,8 +121,8 @@ std::string meantIri(std::string_view text) {
 
 }  // namespace
 
-std::string meantAttribute(const XmlNode& element, std::size_t index,
-                           config::DescriptionList<AttributeDescription> described) {
+std::string suggestedAttribute(const XmlNode& element, std::size_t index,
+                               config::DescriptionList<AttributeDescription> described) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string_view written = attribute.name;
   if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
@@ -140,7 +137,7 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
   }
   // The element's own names first; those in another namespace only if none of these is similar.
   for (const bool isExtension : {false, true}) {
-    Suggestion suggestion(written);
+    NearestName suggestion(written);
     for (const AttributeDescription& description : described) {
       if (description.isExtension == isExtension) {
         suggestion.consider(description.name);
@@ -169,7 +166,7 @@ std::string meantAttribute(const XmlNode& element, std::size_t index,
   return {};
 }
 
-std::string meantBy(const Diagnostic& finding) {
+std::string suggestionFor(const Diagnostic& finding) {
   // Of a short value only: a namespace may be long, and many elements may have it.
   const auto value = [&] { return zel::util::StringUtil::squeezeAndTrim(finding.value); };
   switch (finding.code) {
@@ -184,8 +181,8 @@ std::string meantBy(const Diagnostic& finding) {
     case FindingCode::UNEXPECTED_CHILD:
       return meantElement(*finding.element);
     case FindingCode::UNKNOWN_ATTRIBUTE:
-      return meantAttribute(*finding.element, finding.attributeIndex,
-                            attributesOf(*finding.element));
+      return suggestedAttribute(*finding.element, finding.attributeIndex,
+                                attributesOf(*finding.element));
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::SIMILAR_KEY:
       return std::string(meantKey(*finding.element, value()));

@@ -1,4 +1,4 @@
-#include "check/Kind.h"
+#include "check/FindingCode.h"
 
 #include <iterator>
 
@@ -11,7 +11,7 @@ constexpr Level WARNING = Level::WARNING;
 constexpr Level ERROR = Level::ERROR;
 
 // In the order of the codes.
-constexpr Kind KINDS[] = {
+constexpr CodeDescription CODES[] = {
     {Code::DOCUMENT_REJECTED, "document-rejected", ERROR,
      "The document is not well-formed XML, or goes beyond a limit of the parser.",
      R"(<widget xmlns="http://www.w3.org/ns/widgets"><name>Map</widget>)",
@@ -135,12 +135,12 @@ constexpr Kind KINDS[] = {
 };
 
 constexpr bool areInOrder() noexcept {
-  for (std::size_t i = 0; i < std::size(KINDS); ++i) {
-    if (KINDS[i].code != static_cast<Code>(i)) {
+  for (std::size_t i = 0; i < std::size(CODES); ++i) {
+    if (CODES[i].code != static_cast<Code>(i)) {
       return false;
     }
   }
-  return std::size(KINDS) == static_cast<std::size_t>(Code::AMBIGUOUS_NAME) + 1;
+  return std::size(CODES) == static_cast<std::size_t>(Code::AMBIGUOUS_NAME) + 1;
 }
 static_assert(areInOrder());
 
@@ -151,12 +151,12 @@ std::string_view levelName(Level level) noexcept {
   return NAMES[static_cast<std::size_t>(level)];
 }
 
-const Kind& kindOf(FindingCode code) noexcept {
-  return KINDS[static_cast<std::size_t>(code)];
+const CodeDescription& descriptionOf(FindingCode code) noexcept {
+  return CODES[static_cast<std::size_t>(code)];
 }
 
-config::DescriptionList<Kind> kinds() noexcept {
-  return KINDS;
+config::DescriptionList<CodeDescription> codeDescriptions() noexcept {
+  return CODES;
 }
 
 }  // namespace orvane::nimbrel::check

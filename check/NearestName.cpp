@@ -1,4 +1,4 @@
-#include "check/Suggestion.h"
+#include "check/NearestName.h"
 
 #include <algorithm>
 
@@ -39,14 +39,14 @@ bool isSameInAnyCase(std::string_view left, std::string_view right) noexcept {
                     [](char a, char b) { return isSame(a, b); });
 }
 
-void Suggestion::Candidate::add(std::string_view known) noexcept {
+void NearestName::Candidate::add(std::string_view known) noexcept {
   if (count == 0 || name != known) {
     name = known;
     ++count;
   }
 }
 
-void Suggestion::consider(std::string_view known) noexcept {
+void NearestName::consider(std::string_view known) noexcept {
   if (isSameInAnyCase(written_, known)) {
     byCase_.add(known);
   } else if (differInOneLetter(written_, known)) {
@@ -54,7 +54,7 @@ void Suggestion::consider(std::string_view known) noexcept {
   }
 }
 
-std::string_view Suggestion::get() const noexcept {
+std::string_view NearestName::get() const noexcept {
   for (const Candidate& candidate : {byCase_, byLetter_}) {
     if (candidate.count != 0) {
       return candidate.count == 1 ? candidate.name : std::string_view();

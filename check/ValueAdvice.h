@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "config/ElementDescription.h"
+
+// What can be said of a value by its kind alone.
+namespace orvane::nimbrel::check {
+
+/// What is wrong, and what was meant where that is certain.
+struct Advice {
+  std::string sentence;  ///< of an origin without its end
+  std::string suggestion;
+  /// Whether nothing else can be meant, so that it may be written without asking.
+  bool isCertain = false;
+};
+
+/// What is wrong with an origin that the parser ignores.
+[[nodiscard]] Advice adviceOnOrigin(const std::string& origin);
+
+/// What is odd about a value that the parser does not judge, in a whole sentence; nothing when it
+/// looks right.
+[[nodiscard]] std::optional<Advice> adviceOnValue(config::ValueKind kind, const std::string& value);
+
+/// Whether a kind of value is a number.
+[[nodiscard]] bool isNumeric(config::ValueKind kind) noexcept;
+
+/// Whether a text without white space at its ends is a number of this kind and nothing else.
+[[nodiscard]] bool isWholeNumber(config::ValueKind kind, std::string_view text);
+
+/// The number that the parser reads at the beginning of a text which it accepts.
+[[nodiscard]] std::string usedNumber(config::ValueKind kind, const std::string& text);
+
+}  // namespace orvane::nimbrel::check
