@@ -31,6 +31,13 @@ const XmlNode* Occurrences::before(const std::string& name, std::string_view lan
   return language == defaultLanguage_ ? named.inAnotherThanDefault : nullptr;
 }
 
+const XmlNode* Occurrences::alwaysBefore(const std::string& name, std::string_view language) const {
+  const XmlNode* const same = inLanguage(name, language);
+  return same == nullptr && language.empty() && !defaultLanguage_.empty()
+             ? inLanguage(name, defaultLanguage_)
+             : same;
+}
+
 void Occurrences::add(const std::string& name, std::string_view language, const XmlNode& element,
                       Keep keep) {
   const auto remember = [&](const XmlNode*& place) {

@@ -26,6 +26,10 @@ class Occurrences {
   /// none.
   [[nodiscard]] const util::XmlNode* before(const std::string& name,
                                             std::string_view language) const;
+  /// The one that each user who gets the next one in this language gets before it; null when there
+  /// is none. Of one user the language alone tells.
+  [[nodiscard]] const util::XmlNode* alwaysBefore(const std::string& name,
+                                                  std::string_view language) const;
   /// Which of several is remembered.
   enum class Keep { FIRST, LAST };
   void add(const std::string& name, std::string_view language, const util::XmlNode& element,

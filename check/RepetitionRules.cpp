@@ -59,7 +59,6 @@ RepetitionRules::RepetitionRules(const Probe& probe, Report& report,
     : probe_(probe),
       report_(report),
       anyUser_(true),
-      defaultLanguage_(defaultLanguage),
       elements_(defaultLanguage),
       values_(defaultLanguage),
       settings_(defaultLanguage) {}
@@ -83,7 +82,7 @@ bool RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
   if (description != nullptr) {
     switch (description->repetition) {
       case Repetition::FIRST_COUNTS:
-        isUsed = checkFirstCounts(element, language);
+        isUsed = checkFirstCounts(elements_, name, element, {}, language);
         break;
       case Repetition::UNIQUE_BY:
         isUsed = checkUnique(element, description->uniqueAttribute, language);
@@ -105,18 +104,18 @@ bool RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
   return isUsed;
 }
 
-bool RepetitionRules::checkFirstCounts(const XmlNode& element, std::string_view language) {
-  const std::string name = displayName(element);
-  if (const XmlNode* const same = elements_.inLanguage(name, language)) {
-    addRepeated(element, {}, *same);
+bool RepetitionRules::checkFirstCounts(const Occurrences& known, const std::string& name,
+                                       const XmlNode& element, std::string_view attribute,
+                                       std::string_view language) {
+  if (const XmlNode* const same = known.inLanguage(name, language)) {
+    addRepeated(element, attribute, *same);
     return false;
   }
-  const XmlNode* const better = !anyUser_ ? elements_.before(name, language)
-                                : language.empty() && !defaultLanguage_.empty()
-                                    ? elements_.inLanguage(name, defaultLanguage_)
-                                    : nullptr;
+  // Users of other languages get this one, so for all users together it must be useless to each.
+  const XmlNode* const better =
+      anyUser_ ? known.alwaysBefore(name, language) : known.before(name, language);
   if (better != nullptr) {
-    addRepeated(element, {}, *better, FindingCode::OTHER_LANGUAGE);
+    addRepeated(element, attribute, *better, FindingCode::OTHER_LANGUAGE);
   }
   return true;
 }
@@ -128,12 +127,9 @@ bool RepetitionRules::checkUnique(const XmlNode& element, std::string_view attri
     return true;
   }
   const std::string name = displayName(element) + '=' + value;
-  const XmlNode* const earlier = values_.before(name, language);
-  if (earlier != nullptr) {
-    addRepeated(element, attribute, *earlier);
-  }
+  const bool isUsed = checkFirstCounts(values_, name, element, attribute, language);
   values_.add(name, language, element);
-  return earlier == nullptr;
+  return isUsed;
 }
 
 void RepetitionRules::checkSettings(const XmlNode& element, const ElementDescription& description,
@@ -179,7 +175,10 @@ void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescript
     if (!raises && !isAmong(description->words->opposite, value)) {
       return;
     }
-    if (const XmlNode* const earlier = settings_.before(name + (raises ? "-" : "+"), language)) {
+    // What raises it takes the effect from what does not, also from that in another language.
+    const XmlNode* const earlier = raises ? settings_.before(name + '-', language)
+                                          : settings_.alwaysBefore(name + '+', language);
+    if (earlier != nullptr) {
       addRepeated(setting, keyAttribute, *earlier);
     }
     name += raises ? "+" : "-";

@@ -28,7 +28,10 @@ class RepetitionRules {
   [[nodiscard]] bool knows(const util::XmlNode& element) const;
 
  private:
-  bool checkFirstCounts(const util::XmlNode& element, std::string_view language);
+  /// These are false when an earlier element is used instead.
+  bool checkFirstCounts(const Occurrences& known, const std::string& name,
+                        const util::XmlNode& element, std::string_view attribute,
+                        std::string_view language);
   bool checkUnique(const util::XmlNode& element, std::string_view attribute,
                    std::string_view language);
   void checkSettings(const util::XmlNode& element, const config::ElementDescription& description,
@@ -41,7 +44,6 @@ class RepetitionRules {
   const Probe& probe_;
   Report& report_;
   bool anyUser_ = false;
-  std::string_view defaultLanguage_;
   Occurrences elements_;
   Occurrences values_;    // of attributes that have to be unique
   Occurrences settings_;  // by key
