@@ -180,7 +180,7 @@ TEST(Fix, CountsTheFixesOfAllRounds) {
       {"<Name>a</Name><name>b</name><Description>c</Description>", 1},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(fixDocument(documentOf(row.document), std::nullopt, 0).count, row.count)
+    EXPECT_EQ(fixDocument(documentOf(row.document)).count, row.count)
         << row.document;
   }
 }
@@ -192,7 +192,7 @@ TEST(Fix, LeavesAloneWhatTakesTooLong) {
     names += "<Name>a</Name><description xml:lang='en_US'>b</description>";
   }
   const std::string document = test::widget("<name>a</name>" + names);
-  EXPECT_EQ(fixDocument(document, std::nullopt, 0).count, 0U);
+  EXPECT_EQ(fixDocument(document).count, 0U);
 }
 
 TEST(Fix, TakesNoElementFromItsUsers) {
