@@ -180,8 +180,7 @@ TEST(Fix, CountsTheFixesOfAllRounds) {
       {"<Name>a</Name><name>b</name><Description>c</Description>", 1},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(fixDocument(documentOf(row.document)).count, row.count)
-        << row.document;
+    EXPECT_EQ(fixDocument(documentOf(row.document)).count, row.count) << row.document;
   }
 }
 
