@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "check/NearestName.h"
 #include "check/SourceMap.h"
-#include "check/Suggestion.h"
 #include "check/XmlCursor.h"
 #include "util/xml/XmlEncoding.h"
 

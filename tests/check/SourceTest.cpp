@@ -130,7 +130,7 @@ TEST(XmlMistake, HasItsPlaceInEveryEncoding) {
       SCOPED_TRACE(std::string(row.document) + " in " + encoding);
       const std::string mark = *encoding == '\0' ? "" : "\xEF\xBB\xBF";
       const std::string name = *encoding == '\0' ? "UTF-8" : encoding;
-      const auto report = checkDocument(encode(mark + row.document, name).value(), std::nullopt, 0);
+      const auto report = checkDocument(encode(mark + row.document, name).value());
       ASSERT_EQ(report->findings().size(), 1U);
       const Diagnostic& finding = report->findings().front();
       const Place place = report->placeOf(finding);
