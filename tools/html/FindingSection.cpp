@@ -203,7 +203,8 @@ void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t l
   std::size_t errors = 0;
   for (const check::Diagnostic& finding : report.findings()) {
     const bool isOfLine = report.placeOf(finding).begin.line == line;
-    if (check::descriptionOf(finding.code).level == Level::ERROR && errors++ < MOST &&  // is printed
+    if (check::descriptionOf(finding.code).level == Level::ERROR &&
+        errors++ < MOST &&  // is printed
         (found == nullptr || (isOfLine && report.placeOf(*found).begin.line != line))) {
       found = &finding;
     }
