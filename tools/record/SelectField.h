@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <functional>
@@ -60,10 +59,12 @@ bool select(const Value* value, std::string_view path, const Use& use) {
     return rest && select(isThere ? &(*value)[place] : nullptr, *rest, use);
   } else if constexpr (IS_MAP<Value>) {
     if (value != nullptr) {
-      std::any_of(value->begin(), value->end(), [&](const auto& entry) {
+      for (const auto& entry : *value) {
         const auto rest = below(path, entry.first);
-        return rest && select(&entry.second, *rest, use);
-      });
+        if (rest && select(&entry.second, *rest, use)) {
+          break;
+        }
+      }
     }
     return true;  // a document chooses the keys
   } else {
