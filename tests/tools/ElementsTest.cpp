@@ -1,8 +1,13 @@
 // What the descriptions of the elements say is what the tool shows and what docs/elements.md lists.
 
+#include <libxml/parser.h>
+#include <libxml/relaxng.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <memory>
+#include <string_view>
 
 #include "check/Check.h"
 #include "check/FindingCode.h"
@@ -287,6 +292,146 @@ TEST(Elements, FillAllThatARecordHas) {
       expectFilled(name + "." + member);
     }
   }
+}
+
+void ignoreProblem(void* /*context*/, const char* /*format*/, ...) {}
+
+/// share/widget.rng, as a validator.
+class Schema {
+ public:
+  Schema() : schema_(nullptr, xmlRelaxNGFree) {
+    const std::unique_ptr<xmlRelaxNGParserCtxt, decltype(&xmlRelaxNGFreeParserCtxt)> parser(
+        xmlRelaxNGNewParserCtxt(NIMBREL_SCHEMA), xmlRelaxNGFreeParserCtxt);
+    schema_.reset(xmlRelaxNGParse(parser.get()));
+  }
+
+  [[nodiscard]] bool accepts(const std::string& document) const {
+    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
+        xmlReadMemory(document.data(), static_cast<int>(document.size()), "", nullptr, 0),
+        xmlFreeDoc);
+    EXPECT_NE(tree, nullptr) << document;
+    const std::unique_ptr<xmlRelaxNGValidCtxt, decltype(&xmlRelaxNGFreeValidCtxt)> context(
+        xmlRelaxNGNewValidCtxt(schema_.get()), xmlRelaxNGFreeValidCtxt);
+    xmlRelaxNGSetValidErrors(context.get(), ignoreProblem, ignoreProblem, nullptr);
+    return xmlRelaxNGValidateDoc(context.get(), tree.get()) == 0;
+  }
+
+ private:
+  std::unique_ptr<xmlRelaxNG, decltype(&xmlRelaxNGFree)> schema_;
+};
+
+struct Values {
+  std::vector<std::string> good;
+  std::vector<std::string> bad;
+};
+
+/// Values on both sides of each limit that a schema can express.
+Values valuesOf(ValueKind kind, const SwitchWords* words) {
+  const std::string eight = "abcdefgh";
+  switch (kind) {
+    case ValueKind::IRI:
+      return {{"urn:x", "http://\xC3\xA4.example/"}, {"x", "", "a b:c"}};
+    case ValueKind::ORIGIN:
+      return {{"*", "http://a.example", "wss://a.example:1"},
+              {"a.example", "wss://a.example", "http://a.example/x", ""}};
+    case ValueKind::NUMBER:
+      return {{"0", "4294967295"}, {"4294967296", "-1", "x", ""}};
+    case ValueKind::SIZE:
+      return {{"1", "4294967295"}, {"0", "4294967296", "-1", "x", ""}};
+    case ValueKind::INTEGER:
+      return {{"-2147483648", "2147483647"}, {"-2147483649", "2147483648", "x", ""}};
+    case ValueKind::DECIMAL:
+      return {{"1", "1.5", ".5", "2e3"}, {"1.5.1", "x", "", "1,5"}};
+    case ValueKind::BOOLEAN:
+      return {{"true", "false"}, {"True", "yes", ""}};
+    case ValueKind::LANGUAGE:
+      return {{"*", "", "de-AT", eight + "-" + eight},
+              {eight + "i", "de-" + eight + "i", "de_AT", "de-"}};
+    case ValueKind::DIRECTION:
+      return {{"ltr", "rtl", "lro", "rlo"}, {"up", ""}};
+    case ValueKind::APPLICATION_ID:
+      return {{"a", eight + eight + eight + "12345678"},
+              {eight + eight + eight + "123456789", "", "A", "a-b"}};
+    case ValueKind::SWITCH: {
+      Values values = {{}, {"maybe", "Yes", "TRUE"}};
+      for (const std::string_view word :
+           {words->trigger[0], words->trigger[1], words->opposite[0], words->opposite[1]}) {
+        if (word.data() != nullptr) {
+          values.good.emplace_back(word);
+        }
+      }
+      return values;
+    }
+    default:
+      return {{"x", "", "any text"}, {}};
+  }
+}
+
+/// The text with the last `from` in it replaced; empty, which is no document, when there is none.
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  const std::size_t at = text.rfind(from);
+  return at == std::string::npos ? "" : text.replace(at, from.size(), to);
+}
+
+TEST(Elements, StandInTheSchema) {
+  const Schema schema;
+  const std::vector<Place> places = Places().all;
+  std::size_t checks = 0;
+  const auto expect = [&](bool isValid, const std::string& document) {
+    ++checks;
+    EXPECT_EQ(schema.accepts(document), isValid) << document;
+  };
+  // Each value in place of `written`, with what comes before and behind it in a tag.
+  const auto expectValues = [&](const Place& place, const std::string& written,
+                                const std::string& before, const Values& values,
+                                const std::string& behind) {
+    for (const std::string& value : values.good) {
+      expect(true, replaced(place.with, written, before + value + behind));
+    }
+    for (const std::string& value : values.bad) {
+      expect(false, replaced(place.with, written, before + value + behind));
+    }
+  };
+  for (const Place& place : places) {
+    SCOPED_TRACE(place.element + " " + place.name);
+    const bool isExtension = place.element.compare(0, 6, "tavlo:") == 0;
+    if (place.name.empty()) {  // the element itself
+      const bool isText = !place.field.empty();
+      expect(isText, place.with);
+      const std::string prefix = isExtension ? "t:" : "";
+      const std::string from = ">x</" + prefix + place.element.substr(isExtension ? 6 : 0);
+      const std::string end = isText ? from : ">" + from.substr(2);
+      for (const AttributeDescription& each : COMMON_ATTRIBUTES) {
+        expectValues(place, from, " " + std::string(each.name) + "='", valuesOf(each.kind, nullptr),
+                     "'" + end);
+      }
+      expect(false, replaced(place.with, from, " unknown='x'" + end));
+      expect(isText, replaced(place.with, from, "><" + prefix + "unknown/" + end));
+      continue;
+    }
+    expect(true, place.with);
+    const std::string name = place.isKey ? "value"
+                             : place.name.find(':') != std::string::npos
+                                 ? "t:" + place.name.substr(6)
+                                 : place.name;
+    const std::string before = " " + name + "='";
+    const std::string written = before + place.sample + "'";
+    if (place.with.find(written) == std::string::npos) {
+      continue;  // an attribute of each key, which is tried with that
+    }
+    expectValues(place, written, before, valuesOf(place.kind, place.words), "'");
+    if (place.isRequired) {
+      expect(false, replaced(place.with, written, ""));
+    }
+    if (place.isKey && place.name != "any other") {
+      const bool takesAny = std::any_of(places.begin(), places.end(), [&](const Place& other) {
+        return other.element == place.element && other.name == "any other";
+      });
+      const std::string key = "'" + place.name + "'";
+      expect(takesAny, replaced(place.with, key, "'unknownKey'"));
+    }
+  }
+  EXPECT_GT(checks, 350U);
 }
 
 // "x" is an unknown view mode and encoding, which is a note.
