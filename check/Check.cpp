@@ -51,7 +51,7 @@ struct Checker {
   Checker(Report& reportOfDocument, const CheckSettings& settings)
       : report(reportOfDocument), probe(report, settings.logMask), rules(probe, report) {
     if (settings.package) {
-      package.emplace(*settings.package, report).checkNames();
+      package.emplace(*settings.package, report).checkContents();
     }
   }
 

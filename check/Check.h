@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "check/PackageFiles.h"
 #include "check/Report.h"
 #include "util/HostSymbols.h"
 
@@ -18,9 +19,9 @@ struct CheckSettings {
   /// Set again when a setting of the document has changed the log mask of the process. Who checks
   /// on several threads at once passes the mask that was in force before any of them began.
   std::uint32_t logMask = util::logMask();
-  /// The names of all entries of the package in which the document stands, which is checked too;
-  /// none for a document alone.
-  std::optional<std::vector<std::string>> package = std::nullopt;
+  /// What is in the package in which the document stands, which is checked too; none for a document
+  /// alone.
+  std::optional<PackageContents> package = std::nullopt;
 };
 
 /// Checks a document, whose bytes are taken over.

@@ -121,7 +121,7 @@ constexpr CodeDescription CODES[] = {
      R"(<!-- package: index.html map.png --> <icon src="Map.png"/>)",
      R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
     {Code::OUTSIDE_PACKAGE, "outside-package", WARNING,
-     "A path, or the name of a file in the package, leads out of the package.",
+     "A path, the name of a file or a symbolic link leads out of the package, or may do so.",
      R"(<!-- package: index.html map.png --> <icon src="../map.png"/>)",
      R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
     {Code::UNKNOWN_TYPE, "unknown-type", WARNING,
@@ -132,6 +132,10 @@ constexpr CodeDescription CODES[] = {
      "Files or folders of the package have the same name, or names that differ by case only.",
      R"(<!-- package: index.html map.png Map.png --> <icon src="map.png"/>)",
      R"(<!-- package: index.html map.png --> <icon src="map.png"/>)"},
+    {Code::UNLISTED_BYTES, "unlisted-bytes", WARNING,
+     "There are bytes in the package that belong to no file of it.",
+     R"(<!-- package: index.html +7 --> <name>Map</name>)",
+     R"(<!-- package: index.html --> <name>Map</name>)"},
 };
 
 constexpr bool areInOrder() noexcept {
@@ -140,7 +144,7 @@ constexpr bool areInOrder() noexcept {
       return false;
     }
   }
-  return std::size(CODES) == static_cast<std::size_t>(Code::AMBIGUOUS_NAME) + 1;
+  return std::size(CODES) == static_cast<std::size_t>(Code::UNLISTED_BYTES) + 1;
 }
 static_assert(areInOrder());
 

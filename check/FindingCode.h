@@ -44,7 +44,8 @@ enum class FindingCode {
   MISSING_FILE,     ///< a file that is not in the package, or no start file
   OUTSIDE_PACKAGE,  ///< a path that leads out of the package
   UNKNOWN_TYPE,     ///< a media type that files of packages do not have
-  AMBIGUOUS_NAME    ///< two files of one name, or of names that differ by case only
+  AMBIGUOUS_NAME,   ///< two files of one name, or of names that differ by case only
+  UNLISTED_BYTES    ///< bytes of the package that belong to no entry
 };
 
 /// The code of what the parser reports.

@@ -208,6 +208,22 @@ void PackageFiles::forEachAmbiguous(
       }
     }
   }
+  // Files in whose names the current one begins, the longest last. What stands between a file and
+  // its folder begins like them, since "/" is not the lowest character.
+  std::vector<const Entry*> files;
+  for (const Entry& entry : entries_) {
+    while (!files.empty() &&
+           entry.folded.compare(0, files.back()->folded.size(), files.back()->folded) != 0) {
+      files.pop_back();
+    }
+    if (!files.empty() && entry.folded[files.back()->folded.size()] == '/') {
+      visit(files.back()->path, entry.path);
+      files.pop_back();  // said once
+    }
+    if (!entry.folded.empty() && entry.folded.back() != '/') {
+      files.push_back(&entry);
+    }
+  }
 }
 
 }  // namespace orvane::nimbrel::check

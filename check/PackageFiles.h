@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -9,6 +10,14 @@
 #include <vector>
 
 namespace orvane::nimbrel::check {
+
+/// What is known of a package without unpacking it.
+struct PackageContents {
+  /// The names of all entries, in any order, UTF-8 as far as they are text; a folder's ends in "/".
+  std::vector<std::string> names;
+  std::vector<std::string> links = {};  ///< those of symbolic links and devices
+  std::uint64_t unlistedBytes = 0;      ///< bytes of the archive that belong to no entry
+};
 
 /// A path within a package, as a runtime resolves it: without "." and empty segments and without a
 /// "/" in front, each ".." applied; at the root it does nothing. A "/" at the end, which stands for
@@ -27,7 +36,7 @@ namespace orvane::nimbrel::check {
 /// archive chooses its names. Immutable: for any number of threads. Throws only `std::bad_alloc`.
 class PackageFiles {
  public:
-  /// The names of all entries, in any order, UTF-8 as far as they are text; a folder's ends in "/".
+  /// Of the names of all entries, as in `PackageContents`.
   explicit PackageFiles(const std::vector<std::string>& names);
   PackageFiles(const PackageFiles&) = delete;
   PackageFiles& operator=(const PackageFiles&) = delete;
@@ -41,8 +50,9 @@ class PackageFiles {
   /// is not certain. Lives as long as the object.
   [[nodiscard]] std::string_view meantBy(std::string_view path) const;
 
-  /// Visits names of files that stand twice, and those of files and folders that differ by case
-  /// only, each with the other one. The views live as long as the object.
+  /// Visits names of files that stand twice, those of files and folders that differ by case only,
+  /// and those of files that are folders as well, each with the other one. The views live as long
+  /// as the object.
   void forEachAmbiguous(
       const std::function<void(std::string_view name, std::string_view other)>& visit) const;
 

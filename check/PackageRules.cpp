@@ -89,14 +89,20 @@ std::string_view meantType(const std::string& type) {
 
 }  // namespace
 
-PackageRules::PackageRules(const std::vector<std::string>& names, Report& report)
-    : names_(names), files_(names), report_(report) {}
+PackageRules::PackageRules(const PackageContents& contents, Report& report)
+    : contents_(contents), files_(contents.names), report_(report) {}
 
-void PackageRules::checkNames() {
-  for (const std::string& name : names_) {
+void PackageRules::checkContents() {
+  for (const std::string& name : contents_.names) {
     if (leadsOut(name) || (!name.empty() && (name.front() == '/' || name.front() == '\\'))) {
       addName(FindingCode::OUTSIDE_PACKAGE, name);
     }
+  }
+  for (const std::string& name : contents_.links) {
+    addName(FindingCode::OUTSIDE_PACKAGE, name, name);
+  }
+  if (contents_.unlistedBytes != 0) {
+    addName(FindingCode::UNLISTED_BYTES, {}, std::to_string(contents_.unlistedBytes));
   }
   files_.forEachAmbiguous([&](std::string_view name, std::string_view other) {
     addName(FindingCode::AMBIGUOUS_NAME, name, other);

@@ -17,12 +17,11 @@ namespace orvane::nimbrel::check {
 /// Throws only `std::bad_alloc`. For one thread.
 class PackageRules {
  public:
-  /// `names` are those of all entries of the package. They and the report, to which findings are
-  /// added, have to live as long.
-  PackageRules(const std::vector<std::string>& names, Report& report);
+  /// The contents and the report, to which findings are added, have to live as long.
+  PackageRules(const PackageContents& contents, Report& report);
 
-  /// The names themselves.
-  void checkNames();
+  /// The package as such, whatever its document says.
+  void checkContents();
   /// Whether there is a file to start for a user who prefers `locales`; for null, for anybody. The
   /// children are checked for the same user.
   void checkRoot(const util::XmlNode& root, const std::vector<std::string>* locales);
@@ -35,7 +34,7 @@ class PackageRules {
   void checkType(const util::XmlNode& element, std::uint32_t index);
   void addName(FindingCode code, std::string_view name, std::string_view other = {});
 
-  const std::vector<std::string>& names_;
+  const PackageContents& contents_;
   PackageFiles files_;
   std::optional<std::vector<std::string>> languages_;  // of the user, lower case
   Report& report_;

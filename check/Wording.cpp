@@ -232,9 +232,24 @@ std::string missingSentence(const Diagnostic& finding) {
   return isForOthers ? "In the package for other languages only." : "No such file in the package.";
 }
 
+std::string outsideSentence(const Diagnostic& finding) {
+  if (!finding.isOfPackage) {
+    return "Leads out of the package.";
+  }
+  return finding.name == finding.value
+             ? "A symbolic link, which may lead out of the package; pack the file instead."
+             : "The name of this file leads out of the package.";
+}
+
 std::string ambiguousSentence(const Diagnostic& finding) {
   if (finding.name == finding.value) {
     return "Stands twice in the package; which one counts is not certain.";
+  }
+  const bool isFolder =
+      finding.name.size() > finding.value.size() && finding.name[finding.value.size()] == '/';
+  if (isFolder) {
+    return "Is a file, and in \"" + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) +
+           "\" a folder; programs differ in which one they take.";
   }
   return "Differs from \"" + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) +
          "\" by case only; some systems take one for the other.";
@@ -304,13 +319,14 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::MISSING_FILE:
       return missingSentence(finding);
     case FindingCode::OUTSIDE_PACKAGE:
-      return finding.isOfPackage ? "The name of this file leads out of the package."
-                                 : "Leads out of the package.";
+      return outsideSentence(finding);
     case FindingCode::UNKNOWN_TYPE:
       return "Not a type of W3C Widgets; use \"text/html\", \"application/xhtml+xml\" or "
              "\"image/svg+xml\".";
     case FindingCode::AMBIGUOUS_NAME:
       return ambiguousSentence(finding);
+    case FindingCode::UNLISTED_BYTES:
+      return std::string(finding.name) + " bytes of the package belong to no file; pack it again.";
     case FindingCode::UNUSED_ATTRIBUTE:
       return "No effect; origin=\"*\" includes all subdomains.";
   }

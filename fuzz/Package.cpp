@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     fuzz::require(document.size() <= std::size_t{16} * 1024 * 1024, "a document has a limit");
     using Locales = std::optional<std::vector<std::string>>;
     for (const Locales& locales : {Locales(), Locales({"en-US"})}) {
-      const auto report = check::checkDocument(document, {locales, 0, package.names()});
+      const auto report = check::checkDocument(document, {locales, 0, package.contents()});
       for (const check::Diagnostic& finding : report->findings()) {
         const check::Wording wording = check::wordingOf(finding);
         fuzz::require(!wording.sentence.empty() &&

@@ -51,7 +51,7 @@ inline std::string lineOf(const Report& report, const Diagnostic& finding) {
 inline std::vector<std::string> linesOf(
     const std::string& document,
     const std::optional<std::vector<std::string>>& locales = std::nullopt,
-    const std::optional<std::vector<std::string>>& package = std::nullopt) {
+    const std::optional<PackageContents>& package = std::nullopt) {
   const auto report = checkDocument(document, {locales, 0, package});
   std::vector<std::string> lines;
   for (const Diagnostic& finding : report->findings()) {

@@ -13,7 +13,7 @@ constexpr char INTRODUCTION[] = R"(# Findings
 The kinds of mistakes that `nimbrel-config check` finds in a document, each with an example and the
 same example fixed. `nimbrel-config check --explain CODE` prints the same. Most examples are the
 children of the root alone. The last kinds are about the package of a document; a comment in the
-example names its files.
+example names its files; "+7" stands for bytes of no file.
 
 - An *error* rejects the document.
 - A *warning* says that something is ignored, or does not work in its package.

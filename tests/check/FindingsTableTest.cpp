@@ -36,9 +36,30 @@ std::optional<std::vector<std::string>> takeList(std::string& text, const std::s
   return words;
 }
 
+/// The package of a list of names, of which "map.png@" is a symbolic link, and "+7" no name but a
+/// number of bytes that belong to no entry.
+std::optional<PackageContents> packageOf(const std::optional<std::vector<std::string>>& list) {
+  if (!list) {
+    return std::nullopt;
+  }
+  PackageContents package;
+  for (std::string name : *list) {
+    if (name.front() == '+') {
+      package.unlistedBytes = std::stoul(name);
+      continue;
+    }
+    if (name.back() == '@') {
+      name.pop_back();
+      package.links.push_back(name);
+    }
+    package.names.push_back(name);
+  }
+  return package;
+}
+
 /// What is found in a document of the table, written as there.
 std::string findingsOf(std::string row) {
-  const auto package = takeList(row, "{", '|', "}");
+  const auto package = packageOf(takeList(row, "{", '|', "}"));
   const auto locales = takeList(row, "[", ' ', "]");
   std::string all;
   for (const std::string& line : linesOf(documentOf(row), locales, package)) {
@@ -107,13 +128,13 @@ TEST(Kinds, HaveExamplesThatGiveThemAndFixedOnesThatDoNot) {
     std::vector<std::string> codes;
     std::string bad(kind.bad);
     std::string fixed(kind.fixed);
-    const auto package = takeList(bad, "<!-- package: ", ' ', "-->");
+    const auto package = packageOf(takeList(bad, "<!-- package: ", ' ', "-->"));
     const auto report = checkDocument(documentOf(bad), {std::nullopt, 0, package});
     for (const Diagnostic& finding : report->findings()) {
       codes.emplace_back(descriptionOf(finding.code).name);
     }
     EXPECT_THAT(codes, testing::Contains(kind.name));
-    const auto fixedPackage = takeList(fixed, "<!-- package: ", ' ', "-->");
+    const auto fixedPackage = packageOf(takeList(fixed, "<!-- package: ", ' ', "-->"));
     EXPECT_THAT(linesOf(documentOf(fixed), std::nullopt, fixedPackage), testing::IsEmpty());
   }
 }

@@ -42,7 +42,7 @@ TEST(CheckTool, FindsAFaultOfEveryKind) {
   std::set<std::string> found = {"document-rejected",     "wrong-root",
                                  "required-feature-name", "missing-file",  // of packages, this and
                                  "outside-package",       "unknown-type",  // these
-                                 "ambiguous-name"};
+                                 "ambiguous-name",        "unlisted-bytes"};
   for (const std::string& code : codesIn(outcome.out)) {
     found.insert(code.substr(code.find(' ') + 1));
   }

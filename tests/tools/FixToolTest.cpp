@@ -52,6 +52,30 @@ TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
   EXPECT_EQ(fs::last_write_time(file), time);
 }
 
+TEST(FixTool, ChangesNothingOutsideOfADirectory) {
+  const TemporaryFolder folder;
+  const std::string outside = folder.add("outside.xml", FAULTY);
+  const std::string inside = folder.add("tree/inside.xml", FAULTY);
+  for (const std::string& target : {outside, inside}) {
+    const fs::path link = folder.path() + "/tree/" + fs::path(target).stem().string();
+    fs::create_directory(link);
+    fs::create_symlink(target, link / "config.xml");
+  }
+  fs::create_directory_symlink(folder.path(), folder.path() + "/tree/up");
+  EXPECT_EQ(run({"check", "--fix", "-q", "-r", folder.path() + "/tree"}).error, "");
+  EXPECT_EQ(contentOf(outside), FAULTY);
+  EXPECT_EQ(contentOf(inside), FIXED);
+  EXPECT_THAT(run({"check", "-r", folder.path() + "/tree"}).out, testing::HasSubstr("48px"));
+}
+
+TEST(FixTool, FixesTheDocumentOfAFolder) {
+  const TemporaryFolder folder;
+  const std::string file = folder.add("config.xml", FAULTY);
+  const std::string out = run({"check", "--fix", folder.path()}).out;
+  EXPECT_THAT(out, testing::HasSubstr(file + ":2:12: warning: icon: src=\"a\": No such file"));
+  EXPECT_EQ(contentOf(file), FIXED);
+}
+
 TEST(FixTool, CountsInEveryFormat) {
   const struct {
     const char* format;

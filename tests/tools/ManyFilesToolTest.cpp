@@ -29,6 +29,60 @@ TEST(ManyFiles, AreFoundInDirectoriesAndLists) {
   EXPECT_EQ(run({"check", "--files-from", "-"}).status, 0) << "an empty list";
 }
 
+TEST(ManyFiles, AreNotLookedForWhereNobodyPackedThem) {
+  const TemporaryFolder folder;
+  const std::string at = folder.path() + '/';
+  for (const char* name : {"a/config.xml", "a/.git/config.xml", "build/b.wgt", "C.WGT", "c.wgt.bak",
+                           "d/Config.xml", "node_modules/x/e.wgt", ".wgt"}) {
+    folder.add(name, widget("", "id='urn:x'"));
+  }
+  const auto found = [&](std::vector<std::string> options) {
+    std::vector<std::string> arguments = {"show", "--field", "id", "-r", folder.path()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return run(arguments).out;
+  };
+  const std::string id = ":urn:x\n";
+  const std::string c = at + "C.WGT" + id;
+  const std::string a = at + "a/config.xml" + id;
+  const std::string b = at + "build/b.wgt" + id;
+  EXPECT_EQ(found({}), c + a);
+  EXPECT_EQ(found({"--exclude", "n*", "--exclude", "a"}), c + b);
+  EXPECT_EQ(found({"--exclude", ""}),
+            c + at + "a/.git/config.xml" + id + a + b + at + "node_modules/x/e.wgt" + id);
+  const Outcome none = run({"check", "-r", at + "d"});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_EQ(none.error,
+            "nimbrel-config: no files: no config.xml and no *.wgt in the directories given\n");
+  EXPECT_EQ(none.out, "");
+  EXPECT_THAT(run({"check", at + "d"}).error, HasSubstr("Is a directory without config.xml; show "
+                                                        "and check take -r for what is below it"));
+}
+
+TEST(ManyFiles, OfAFolderWithADocumentAreAPackage) {
+  const TemporaryFolder folder;
+  const std::string at = folder.path() + '/';
+  const std::string faulty = widget("\n<icon src='MAP.png'/><content src='up/index.html'/>");
+  folder.add("a/config.xml", faulty);
+  folder.add("b/config.xml", faulty);
+  folder.add("a/map.png", "");
+  folder.add("a/www/index.html", "");
+  std::filesystem::create_directory_symlink("www", at + "a/up");
+  std::filesystem::create_directory_symlink("..", at + "a/www/loop");
+  const std::string icon = "/config.xml:2:12: warning: icon: src=\"MAP.png\": No such file";
+  const std::string start = "/config.xml:2:36: warning: content: src=\"up/index.html\": No such";
+  const std::string a = run({"check", at + "a"}).out;
+  EXPECT_THAT(a, HasSubstr(at + "a" + icon));
+  EXPECT_THAT(a, testing::Not(HasSubstr(start))) << "it is there by a link";
+  EXPECT_THAT(a, HasSubstr("\n1 warning\n"));
+  EXPECT_EQ(run({"check", at + "a/config.xml"}).out, "no findings\n") << "a document alone";
+  EXPECT_EQ(run({"show", "--field", "startFile.src", at + "a"}).out, "up/index.html\n");
+  const std::string all = run({"check", "-r", folder.path()}).out;
+  EXPECT_THAT(all, HasSubstr(at + "a" + icon));
+  EXPECT_THAT(all, HasSubstr(at + "b" + icon));
+  EXPECT_THAT(all, HasSubstr(at + "b" + start));
+  EXPECT_THAT(all, HasSubstr("\n3 warnings\n"));
+}
+
 TEST(ManyFiles, GiveTheSameWithAnyNumberOfJobs) {
   const TemporaryFolder folder;
   std::string list;

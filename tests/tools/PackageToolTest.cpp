@@ -434,6 +434,35 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
   }
 }
 
+TEST(PackagedWidget, HasFindingsForLinksAndBytesOfNoEntry) {
+  const Raw document = {"config.xml", widget("<content src='a.html'/>")};
+  Raw link = {"a.html", "/etc/passwd"};
+  link.mode = 0120777;
+  Raw device = {"icon.png"};
+  device.mode = 020666;
+  Raw folder = {"folder"};  // without a "/" at the end a file to some programs
+  folder.mode = 040755;
+  const std::string isLink =
+      "\": A symbolic link, which may lead out of the package; pack the file instead. "
+      "[outside-package]\n";
+  EXPECT_EQ(run({"check", "-"}, raw({document, link, device, folder})).out,
+            "-: warning: \"a.html" + isLink + "-: warning: \"icon.png" + isLink +
+                "-: warning: \"folder" + isLink + "3 warnings\n");
+  Raw early = document;
+  early.behind = "1234567";
+  EXPECT_EQ(run({"check", "-"}, raw({early, {"a.html", "<p>", "89"}})).out,
+            "-: warning: 9 bytes of the package belong to no file; pack it again. "
+            "[unlisted-bytes]\n1 warning\n");
+  // The icon of a page is not read through a link.
+  Raw icon = {"icon.png", std::string("GIF89a\x10\0\x10\0", 10)};
+  const auto page = [&] {
+    return run({"show", "--format", "html", "-"}, raw({{"config.xml", DOCUMENT}, icon})).out;
+  };
+  EXPECT_THAT(page(), HasSubstr("image/gif"));
+  icon.mode = 0120777;
+  EXPECT_THAT(page(), testing::Not(HasSubstr("image/gif")));
+}
+
 TEST(PackagedWidget, HasNoFindingsForWhatArchiversWrite) {
   Raw document = {"config.xml", widget("<content src='a.html'/>")};
   Raw page = {"a.html", "<p>"};

@@ -71,6 +71,7 @@ constexpr Option<Options> OPTIONS[] = {
     {{"codes", nullptr, "Print all codes"},
      [](Options& options, const char* /*value*/) { options.codes = true; }},
     RECURSIVE_OPTION<Options>,
+    EXCLUDE_OPTION<Options>,
     FILES_FROM_OPTION<Options>,
     JOBS_OPTION<Options>,
     NO_PROGRESS_OPTION<Options>,
@@ -121,11 +122,11 @@ CheckedFile checkFile(const std::string& path, const Options& options, std::uint
   check::CheckSettings settings = {options.locales, logMask};
   try {
     if (options.fix) {
-      check::FixedDocument fixed = fixFile(path, settings);
-      return {{path, path, std::move(fixed.report), fixed.count}};
+      check::FixedDocument fixed = fixFile(path, settings, options.recursive);
+      return {{path, documentOf(path), std::move(fixed.report), fixed.count}};
     }
-    Document document = readDocument(path, options.stdinName);
-    settings.package = document.names();
+    Document document = readDocument(path, options.stdinName, options.recursive);
+    settings.package = document.contents();
     if (options.diff) {
       FixedWithDiff result = fixWithDiff(document, settings, isTerminal());
       return {{options.nameOf(path), std::move(document.name), std::move(result.fixed.report),
@@ -196,7 +197,7 @@ ExitStatus runCheck(int argc, char** argv) {
   if (isTerminal() && options.format != "text" && !options.summary) {
     options.progress = false;  // the output shows it
   }
-  options.findFiles(std::move(*operands));
+  options.findFiles(std::move(*operands), options.fix);
   if (options.fix) {
     options.jobs = 1;  // the first of two names of one file fixes it
   }

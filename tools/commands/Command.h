@@ -26,7 +26,7 @@ inline constexpr char EXIT_STATUS_HELP[] =
 
 /// What "--help" says of a document's argument.
 inline constexpr char DOCUMENT_HELP[] =
-    "FILE The document, or a packaged widget that holds it; \"-\" is standard input";
+    "FILE The document, or a packaged widget or folder that holds it; \"-\" is standard input";
 
 /// Options that several commands have, for settings with members of these names.
 template <typename Settings>

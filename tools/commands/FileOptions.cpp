@@ -22,8 +22,10 @@ unsigned int possibleJobs(unsigned int wanted) noexcept {
 
 }  // namespace
 
-void FileSettings::findFiles(std::vector<std::string> operands) {
-  files = listFiles(std::move(operands), recursive, filesFrom);
+void FileSettings::findFiles(std::vector<std::string> operands, bool isForChange) {
+  const DirectoryRules rules = {
+      excluded.value_or(std::vector<std::string>{".git", "node_modules", "build"}), !isForChange};
+  files = listFiles(std::move(operands), recursive ? &rules : nullptr, filesFrom);
   jobs = possibleJobs(jobs == 0 ? std::thread::hardware_concurrency() : jobs);
   if (std::count(files.begin(), files.end(), STANDARD_INPUT) > 1) {
     jobs = 1;  // the first reads all of it

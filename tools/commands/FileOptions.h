@@ -13,6 +13,8 @@ namespace orvane::nimbrel::tools {
 struct FileSettings {
   std::vector<std::string> files;
   bool recursive = false;
+  /// Names that `recursive` skips, as patterns of a shell; none: those of the help.
+  std::optional<std::vector<std::string>> excluded;
   std::optional<std::string> filesFrom;
   unsigned int jobs = 0;  ///< 0: as many as there are processors
   bool progress = true;
@@ -26,15 +28,25 @@ struct FileSettings {
     return file == STANDARD_INPUT ? stdinName : file;
   }
 
-  /// Takes over the operands and lists the files, and sets `jobs` to what is possible. Throws
-  /// `Failure`.
-  void findFiles(std::vector<std::string> operands);
+  /// Takes over the operands and lists the files, of directories those that may be changed if
+  /// `isForChange`, and sets `jobs` to what is possible. Throws `Failure`.
+  void findFiles(std::vector<std::string> operands, bool isForChange = false);
 };
 
 template <typename Settings>
 constexpr Option<Settings> RECURSIVE_OPTION = {
     {"recursive", nullptr, "Read the config.xml and *.wgt below directories", 'r'},
     [](Settings& settings, const char* /*value*/) { settings.recursive = true; }};
+
+template <typename Settings>
+constexpr Option<Settings> EXCLUDE_OPTION = {
+    {"exclude", "GLOB",
+     "Skip files and directories of such names below directories; may be repeated (default: .git, "
+     "node_modules and build)"},
+    [](Settings& settings, const char* value) {
+      settings.excluded = settings.excluded.value_or(std::vector<std::string>());
+      settings.excluded->emplace_back(value);
+    }};
 
 template <typename Settings>
 constexpr Option<Settings> FILES_FROM_OPTION = {

@@ -17,7 +17,7 @@ constexpr CommandText TEXT = {
     "localized", "Print the texts of one element by language; \"*\" is the one without",
     "ELEMENT FILE",
     "ELEMENT Local name of the element, such as \"name\"\n"
-    "FILE The document, or a packaged widget that holds it; \"-\" is standard input"};
+    "FILE The document, or a packaged widget or folder that holds it; \"-\" is standard input"};
 
 struct Settings {
   std::string format = "text";

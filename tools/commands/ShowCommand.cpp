@@ -61,6 +61,7 @@ constexpr Option<Settings> OPTIONS[] = {
     {{"debug", nullptr, "Copy the library's log lines to standard error"},
      [](Settings& settings, const char* /*value*/) { settings.debug = true; }},
     RECURSIVE_OPTION<Settings>,
+    EXCLUDE_OPTION<Settings>,
     FILES_FROM_OPTION<Settings>,
     JOBS_OPTION<Settings>,
     NO_PROGRESS_OPTION<Settings>,
@@ -72,15 +73,14 @@ const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::shared_ptr<config::Config> parseDocument(const Settings& settings, const std::string& file,
-                                              const Document& document,
+std::shared_ptr<config::Config> parseDocument(const Settings& settings, const Document& document,
                                               config::NimbrelConfigParser& parser) {
   const char* encoding = textOrNull(settings.encoding);
   return parsingDocument(document.name, parser, [&] {
     return document.bytes ? parser.parse(document.bytes->data(),
                                          static_cast<unsigned int>(document.bytes->size()),
                                          textOrNull(settings.url), encoding)
-                          : parser.parse(file.c_str(), encoding);
+                          : parser.parse(document.name.c_str(), encoding);
   });
 }
 
@@ -99,8 +99,8 @@ ShownFile showFile(const Settings& settings, const std::string& file,
     // Only a buffer can have another name.
     const Document document = settings.url ? readDocument(file, settings.stdinName)
                                            : findDocument(file, settings.stdinName);
-    auto record = std::dynamic_pointer_cast<config::BasicConfig>(
-        parseDocument(settings, file, document, *parser));
+    auto record =
+        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, document, *parser));
     return {std::move(record), parser->getErrorText(), std::nullopt};
   } catch (const DocumentFailure& failure) {
     return {nullptr, {}, failure};

@@ -25,20 +25,20 @@ _nimbrel_config() {
         <<<'<widget xmlns="http://www.w3.org/ns/widgets"/>' | sed -n 's/^  "\([A-Za-z]*\)":.*/\1/p')
       ;;
     --color) words='auto always never' ;;
-    --stdin-name | --jobs | --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
+    --stdin-name | --jobs | --exclude | --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
     *)
       case $command in
         '') words='show localized id check --help --version' ;;
         show)
           words='--locale --format --field --url --encoding --density --debug --recursive
-            --files-from --jobs --no-progress --color --stdin-name --help --version'
+            --exclude --files-from --jobs --no-progress --color --stdin-name --help --version'
           ;;
         localized) words='--raw --format --color --stdin-name --help --version' ;;
         id) words='--iri --filename --application --format --color --help --version' ;;
         check)
           words='--locale --format --density --summary --strict --fix --diff --explain --codes
-            --recursive --files-from --jobs --no-progress --quiet --color --stdin-name --help
-            --version'
+            --recursive --exclude --files-from --jobs --no-progress --quiet --color --stdin-name
+            --help --version'
           ;;
       esac
       if [[ $command == localized && $previous == localized && $current != -* ]]; then

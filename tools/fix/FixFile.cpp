@@ -36,17 +36,19 @@ std::string escapedLines(std::string_view text) {
 
 }  // namespace
 
-check::FixedDocument fixFile(const std::string& path, const check::CheckSettings& settings) {
+check::FixedDocument fixFile(const std::string& path, check::CheckSettings settings,
+                             bool isUnpacked) {
   if (path == STANDARD_INPUT) {
     throw unfixable(path, "standard input is no file");
   }
   for (int attempt = 0; attempt < MAX_ATTEMPTS; ++attempt) {
-    Document document = readDocument(path, path);
-    if (document.name != path) {
+    Document document = readDocument(path, path, isUnpacked);
+    if (document.package != nullptr) {
       throw unfixable(path, "a package; fix its document and pack it again");
     }
+    settings.package = document.contents();
     check::FixedDocument fixed = check::fixDocument(*document.bytes, settings);
-    if (fixed.count == 0 || replaceFile(path, *document.bytes, fixed.report->document())) {
+    if (fixed.count == 0 || replaceFile(document.name, *document.bytes, fixed.report->document())) {
       return fixed;
     }
   }

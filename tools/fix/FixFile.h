@@ -10,8 +10,9 @@ namespace orvane::nimbrel::tools {
 /// Fixes what is certain in the document in a file, which is replaced if anything is; see
 /// `replaceFile`. One that somebody else changes meanwhile is read and fixed again. Throws
 /// `DocumentFailure`, with `EXIT_UNUSABLE` for a packaged document and standard input too.
+/// `isUnpacked` as for `readDocument`.
 [[nodiscard]] check::FixedDocument fixFile(const std::string& path,
-                                           const check::CheckSettings& settings);
+                                           check::CheckSettings settings, bool isUnpacked);
 
 /// A document with what is certain in it fixed, and what would be changed.
 struct FixedWithDiff {

@@ -72,7 +72,7 @@ class Page {
       Document document = tools::readDocument(request_.file, request_.stdinName);
       name_ = document.name;
       bytes_ = std::move(*document.bytes);
-      package_ = document.names();
+      package_ = document.contents();
       icons_.emplace(document.package);
     } catch (const DocumentFailure& failure) {
       if (failure.status() != EXIT_REJECTED) {
@@ -263,7 +263,7 @@ class Page {
   HtmlWriter html_{HtmlWriter::Target::OUTPUT};
   std::string name_;
   std::string bytes_;
-  std::optional<std::vector<std::string>> package_;  // names of its entries
+  std::optional<check::PackageContents> package_;
   std::unique_ptr<const check::Report> report_;
   std::shared_ptr<util::XmlDocument> tree_;  // null: not well-formed
   std::vector<Audience> audiences_;

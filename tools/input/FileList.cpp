@@ -1,40 +1,102 @@
 #include "tools/input/FileList.h"
 
+#include <fnmatch.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "tools/Failure.h"
 #include "tools/input/Input.h"
-#include "tools/input/Package.h"
+#include "util/Ascii.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool isWanted(std::string_view name) noexcept {
+constexpr std::size_t MOST_NAMES = 100000;
+
+bool isWanted(const std::string& name) {
   constexpr std::string_view PACKAGE = ".wgt";
   return name == PACKAGED_DOCUMENT ||
-         (name.size() > PACKAGE.size() && name.substr(name.size() - PACKAGE.size()) == PACKAGE);
+         (name.size() > PACKAGE.size() &&
+          util::ascii::lowerCased(name.substr(name.size() - PACKAGE.size())) == PACKAGE);
 }
 
-void addDirectory(std::vector<std::string>& files, const fs::path& directory) {
-  std::error_code error;
+/// What is in a directory, in the order of names; `error` says whether that is all.
+std::vector<fs::directory_entry> entriesOf(const fs::path& directory, std::error_code& error) {
   std::vector<fs::directory_entry> entries;
   for (fs::directory_iterator at(directory, error), end; at != end; at.increment(error)) {
     entries.push_back(*at);
   }
-  if (error) {
-    files.push_back(directory);  // reading it as a file says why, when its turn comes
-  }
   std::sort(entries.begin(), entries.end());
-  for (const fs::directory_entry& entry : entries) {
-    if (!entry.is_symlink(error) && entry.is_directory(error)) {
-      addDirectory(files, entry.path());
-    } else if (isWanted(entry.path().filename().native())) {
-      files.push_back(entry.path());
+  return entries;
+}
+
+/// Whether a path, symbolic links resolved, is a directory or below it.
+bool isWithin(const fs::path& path, const fs::path& directory) {
+  std::error_code error;
+  const fs::path resolved = fs::canonical(path, error);
+  const fs::path whole = fs::canonical(directory, error);
+  return !error &&
+         std::mismatch(whole.begin(), whole.end(), resolved.begin(), resolved.end()).first ==
+             whole.end();
+}
+
+/// Adds what is below the directory of an operand.
+class Finder {
+ public:
+  Finder(std::vector<std::string>& files, const DirectoryRules& rules, fs::path root)
+      : files_(files), rules_(rules), root_(std::move(root)) {}
+
+  void add(const fs::path& directory) {
+    std::error_code error;
+    const std::vector<fs::directory_entry> entries = entriesOf(directory, error);
+    if (error) {
+      files_.push_back(directory);  // reading it as a file says why, when its turn comes
+    }
+    for (const fs::directory_entry& entry : entries) {
+      const std::string name = entry.path().filename();
+      if (std::any_of(rules_.excluded.begin(), rules_.excluded.end(), [&](const std::string& glob) {
+            return ::fnmatch(glob.c_str(), name.c_str(), 0) == 0;
+          })) {
+        continue;
+      }
+      const bool isLink = entry.is_symlink(error);
+      if (!isLink && entry.is_directory(error)) {
+        add(entry.path());
+      } else if (isWanted(name) &&
+                 (!isLink || rules_.followsLinksOut || isWithin(entry.path(), root_))) {
+        files_.push_back(entry.path());
+      }
+    }
+  }
+
+ private:
+  std::vector<std::string>& files_;
+  const DirectoryRules& rules_;
+  const fs::path root_;
+};
+
+void addNames(std::vector<std::string>& names, const fs::path& folder, const std::string& prefix) {
+  std::error_code error;
+  for (const fs::directory_entry& entry : entriesOf(folder, error)) {
+    const std::string name = entry.path().filename();
+    if (name == ".git" || name == "node_modules") {
+      continue;
+    }
+    const bool isFolder = entry.is_directory(error);
+    const std::string path = prefix + name + (isFolder ? "/" : "");
+    names.push_back(path);
+    if (names.size() > MOST_NAMES) {
+      throw DocumentFailure(EXIT_UNUSABLE, folder, {"more than 100000 files in a package"});
+    }
+    // A link to a folder in which it stands has no end.
+    if (isFolder && !(entry.is_symlink(error) && isWithin(folder, entry.path()))) {
+      addNames(names, entry.path(), path);
     }
   }
 }
@@ -53,23 +115,33 @@ void addList(std::vector<std::string>& files, const std::string& path) {
 
 }  // namespace
 
-std::vector<std::string> listFiles(std::vector<std::string> operands, bool recursive,
+std::vector<std::string> listFiles(std::vector<std::string> operands, const DirectoryRules* rules,
                                    const std::optional<std::string>& filesFrom) {
   if (filesFrom) {
     addList(operands, *filesFrom);
   }
-  if (!recursive) {
+  if (rules == nullptr) {
     return operands;
   }
   std::vector<std::string> files;
   for (std::string& name : operands) {
     if (std::error_code error; fs::is_directory(name, error)) {
-      addDirectory(files, name);
+      Finder(files, *rules, name).add(name);
     } else {
       files.push_back(std::move(name));
     }
   }
+  if (files.empty() && !operands.empty()) {
+    throw Failure(EXIT_UNUSABLE,
+                  "nimbrel-config: no files: no config.xml and no *.wgt in the directories given");
+  }
   return files;
+}
+
+std::vector<std::string> namesBelow(const std::string& folder) {
+  std::vector<std::string> names;
+  addNames(names, folder, {});
+  return names;
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -7,14 +7,19 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "tools/Failure.h"
+#include "tools/input/FileList.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<int>::max();  // the library's
 
@@ -28,7 +33,12 @@ void requireRegular(const std::string& path, int result, const struct stat& stat
     throw unreadable(path, errno);
   }
   if (S_ISDIR(status.st_mode)) {
-    throw unreadable(path, ::access(path.c_str(), R_OK) == 0 ? EISDIR : errno);
+    if (::access(path.c_str(), R_OK) != 0) {
+      throw unreadable(path, errno);
+    }
+    throw DocumentFailure(EXIT_UNUSABLE, path,
+                          {"cannot be read: Is a directory without config.xml; show and check take "
+                           "-r for what is below it"});
   }
   if (!S_ISREG(status.st_mode)) {
     throw DocumentFailure(EXIT_UNUSABLE, path, {"cannot be read: Not a regular file"});
@@ -162,6 +172,11 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
   if (path == STANDARD_INPUT) {
     return findOnStandardInput(stdinName);
   }
+  if (const std::string inside = documentOf(path); inside != path) {
+    Document document = find(inside, stdinName, wantsBytes);
+    document.folder = path;
+    return document;
+  }
   const auto file = std::make_shared<const File>(path);
   if (isPackage(file->read(0, 4))) {
     const auto read = [file](std::uint64_t at, std::size_t count) { return file->read(at, count); };
@@ -175,6 +190,19 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
 
 }  // namespace
 
+std::string documentOf(const std::string& path) {
+  std::error_code error;
+  std::string inside = fs::path(path) / PACKAGED_DOCUMENT;
+  return fs::is_directory(path, error) && fs::is_regular_file(inside, error) ? inside : path;
+}
+
+std::optional<check::PackageContents> Document::contents() const {
+  if (package != nullptr) {
+    return package->contents();
+  }
+  return folder ? std::make_optional(check::PackageContents{namesBelow(*folder)}) : std::nullopt;
+}
+
 Document findDocument(const std::string& path, const std::string& stdinName) {
   return find(path, stdinName, false);
 }
@@ -187,8 +215,12 @@ std::string readList(const std::string& path) {
   return readFrom(file.get(), path);
 }
 
-Document readDocument(const std::string& path, const std::string& stdinName) {
-  return find(path, stdinName, true);
+Document readDocument(const std::string& path, const std::string& stdinName, bool isUnpacked) {
+  Document document = find(path, stdinName, true);
+  if (isUnpacked && document.package == nullptr && fs::path(path).filename() == PACKAGED_DOCUMENT) {
+    document.folder = fs::absolute(path).parent_path();
+  }
+  return document;
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -74,11 +74,19 @@ bool isPackage(std::string_view bytes) noexcept {
 }
 
 Package::Package(ZipArchive::Read read, std::uint64_t size, const std::string& path)
-    : path_(path), archive_(open(std::move(read), size, path)), document_(findDocument()) {
-  names_.reserve(archive_.entries().size());
+    : path_(path), archive_(open(std::move(read), size, path)), document_(findDocument()) {}
+
+check::PackageContents Package::contents() const {
+  check::PackageContents contents;
+  contents.names.reserve(archive_.entries().size());
   for (const ZipEntry& entry : archive_.entries()) {
-    names_.push_back(textOf(entry));
+    contents.names.push_back(textOf(entry));
+    if (entry.isLink) {
+      contents.links.push_back(contents.names.back());
+    }
   }
+  contents.unlistedBytes = archive_.unlistedBytes();
+  return contents;
 }
 
 const ZipEntry& Package::findDocument() const {
@@ -122,15 +130,17 @@ std::string Package::document() const {
 }
 
 std::optional<std::string> Package::read(std::string_view path, std::size_t limit) {
-  for (std::size_t i = files_.empty() ? 0 : names_.size(); i < names_.size(); ++i) {
+  const std::vector<ZipEntry>& entries = archive_.entries();
+  for (std::size_t i = files_.empty() ? 0 : entries.size(); i < entries.size(); ++i) {
     const auto [place, isNew] =
-        files_.try_emplace(check::resolvePath(names_[i]), &archive_.entries()[i]);
+        files_.try_emplace(check::resolvePath(textOf(entries[i])), &entries[i]);
     if (!isNew) {
       place->second = nullptr;
     }
   }
   const auto found = files_.find(path);
-  if (found == files_.end() || found->second == nullptr || found->second->size > limit) {
+  if (found == files_.end() || found->second == nullptr || found->second->isLink ||
+      found->second->size > limit) {
     return std::nullopt;
   }
   try {

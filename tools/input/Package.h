@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "check/PackageFiles.h"
 #include "tools/input/ZipArchive.h"
 
 namespace orvane::nimbrel::tools {
@@ -31,8 +31,8 @@ class Package {
   Package& operator=(const Package&) = delete;
   ~Package() = default;
 
-  /// The names of all entries, in UTF-8 as far as they are text.
-  [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+  /// What its directory says.
+  [[nodiscard]] check::PackageContents contents() const;
 
   /// The bytes of the document. Throws `DocumentFailure` with `EXIT_REJECTED` for one that is
   /// encrypted, damaged, compressed in an unknown way or over 16 MiB, whatever the archive says of
@@ -48,7 +48,6 @@ class Package {
 
   std::string path_;
   ZipArchive archive_;
-  std::vector<std::string> names_;  // of the entries of the archive, in their order
   const ZipEntry& document_;
   // By path, once one was asked for; null: several.
   std::map<std::string, const ZipEntry*, std::less<>> files_;
