@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <ctime>
 #include <fstream>
 #include <limits>
 
@@ -312,20 +311,6 @@ TEST(Parser, ServicesOfAHostSeeWhatWasReadBefore) {
   EXPECT_FALSE(host.record().author());
 }
 
-/// Processor time that reading a document takes, in ticks; the least of three.
-template <typename Make>
-std::clock_t costOf(const Make& make, std::size_t count) {
-  const std::string document = make(count);
-  std::clock_t least = std::numeric_limits<std::clock_t>::max();
-  for (int i = 0; i < 3; ++i) {
-    Reader reader;
-    const std::clock_t begin = std::clock();
-    reader.document(document);
-    least = std::min(least, std::clock() - begin);
-  }
-  return least;
-}
-
 TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
   const auto listOf = [](const char* before, const char* after) {
     return [before, after](std::size_t count) {
@@ -343,20 +328,11 @@ TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
   const auto inChildren = [&](const char* before) {
     return [list = listOf(before, "'/>")](std::size_t count) { return widget(list(count)); };
   };
-  // Eight times the length: 64 times the cost if each entry is compared with all before.
-  EXPECT_LT(costOf(inAttribute, 32000), 30 * costOf(inAttribute, 4000));
+  const auto read = [](const std::string& document) { Reader().document(document); };
+  expectCostInProportion(4000, inAttribute, read);
   for (const char* element : {"<icon src='", "<preference name='"}) {
     SCOPED_TRACE(element);
-    EXPECT_LT(costOf(inChildren(element), 32000), 30 * costOf(inChildren(element), 4000));
-    // Nor where an author chose names that the standard hash takes for one.
-    const auto colliding = [&](std::size_t count) {
-      std::string list;
-      for (const std::string& name : collidingNames(count)) {
-        list += element + name + "'/>";
-      }
-      return widget(list);
-    };
-    EXPECT_LT(costOf(colliding, 8000), 30 * costOf(colliding, 1000));
+    expectCostInProportion(4000, inChildren(element), read);
   }
 }
 

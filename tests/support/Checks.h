@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <fstream>
@@ -45,6 +46,39 @@ void expectRows(std::string_view table, const Actual& actual) {
       EXPECT_EQ(actual(bare(row.substr(0, arrow))), bare(row.substr(arrow + 2))) << row;
     }
   }
+}
+
+/// Processor time in seconds that a call takes of this process and of those that it waits for; the
+/// least of three, and no less than can be told apart.
+template <typename Call>
+double costOf(const Call& call) {
+  const auto used = [] {
+    double seconds = 0;
+    for (const auto who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+      rusage usage = {};
+      ::getrusage(who, &usage);
+      seconds += static_cast<double>(usage.ru_utime.tv_sec) +
+                 static_cast<double>(usage.ru_utime.tv_usec) / 1e6;
+    }
+    return seconds;
+  };
+  double least = 1e9;
+  for (int i = 0; i < 3; ++i) {
+    const double before = used();
+    call();
+    least = std::min(least, used() - before);
+  }
+  return std::max(least, 0.002);
+}
+
+/// Eight times of something must not cost the 64 times as much that it does when each is compared
+/// with all before. `make` makes so much, `use` is what is measured.
+template <typename Make, typename Use>
+void expectCostInProportion(std::size_t count, const Make& make, const Use& use) {
+  const auto few = make(count);
+  const auto many = make(8 * count);
+  const double most = 30 * costOf([&] { use(few); });
+  EXPECT_LT(costOf([&] { use(many); }), most);
 }
 
 /// What a call throws: the text of an `Exception`, and of none derived from it, or a complaint.

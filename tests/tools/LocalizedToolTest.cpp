@@ -35,7 +35,8 @@ TEST(LocalizedTool, ReadsFilesAndTellsWhyItCannot) {
 
   const Outcome directory = run({"localized", "name", "/"});
   EXPECT_EQ(directory.status, 2);
-  EXPECT_EQ(directory.error, "/: cannot be read: Is a directory\n");
+  EXPECT_EQ(directory.error,
+            "/: cannot be read: Is a directory without config.xml; use -r with check or show\n");
 }
 
 }  // namespace

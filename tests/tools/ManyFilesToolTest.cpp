@@ -54,8 +54,8 @@ TEST(ManyFiles, AreNotLookedForWhereNobodyPackedThem) {
   EXPECT_EQ(none.error,
             "nimbrel-config: no files: no config.xml and no *.wgt in the directories given\n");
   EXPECT_EQ(none.out, "");
-  EXPECT_THAT(run({"check", at + "d"}).error, HasSubstr("Is a directory without config.xml; show "
-                                                        "and check take -r for what is below it"));
+  EXPECT_THAT(run({"check", at + "d"}).error,
+              HasSubstr("Is a directory without config.xml; use -r with check or show"));
 }
 
 TEST(ManyFiles, OfAFolderWithADocumentAreAPackage) {

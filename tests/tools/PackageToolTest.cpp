@@ -480,7 +480,7 @@ TEST(PackagedWidget, HasNoFindingsForWhatArchiversWrite) {
        {raw({document, folder, page}), raw({withDescriptor(page, "", 4), document}),
         raw({withDescriptor(document, mark, 4), page}),
         raw({page, withDescriptor(document, "", 8)}),
-        raw({page, withDescriptor(document, mark, 8)})}) {
+        raw({withDescriptor({"empty"}, mark, 8), page, withDescriptor(document, mark, 8)})}) {
     EXPECT_EQ(run({"check", "-"}, bytes).out, "no findings\n");
   }
 }

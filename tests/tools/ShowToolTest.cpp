@@ -44,7 +44,7 @@ TEST(ShowTool, GivesLineAndColumnAndEscapesWhatItQuotes) {
 
 TEST(ShowTool, TellsUnreadableInputFromARejectedDocument) {
   const Row rows[] = {{"/nowhere/config.xml", "No such file or directory"},
-                      {"/", "Is a directory"},
+                      {"/", "Is a directory without config.xml; use -r with check or show"},
                       {"/dev/null", "Not a regular file"}};
   for (const auto& [path, reason] : rows) {
     for (const Outcome& outcome :

@@ -141,14 +141,23 @@ TEST(IRIParser, TouchesTheResultOnlyWhenItSucceeds) {
 }
 
 TEST(IRIParser, TakesTimeInProportionToTheText) {
-  constexpr std::size_t MANY = 1 << 20;
-  const std::string letters(MANY, 'a');
-  EXPECT_TRUE(accepts(letters + "://" + letters + "@" + letters + "/" + letters));
-  EXPECT_TRUE(accepts("x://h:" + std::string(MANY, '0')));
-  EXPECT_TRUE(accepts("x:?" + std::string(MANY, '?')));
-  EXPECT_FALSE(accepts("x://" + std::string(MANY, '[')));
-  EXPECT_FALSE(accepts("x://" + std::string(MANY, '@')));
-  EXPECT_FALSE(accepts("x://[" + std::string(MANY, '1') + "]"));
+  const auto expect = [](bool isAccepted, const auto& make) {
+    orvane::nimbrel::test::expectCostInProportion(
+        std::size_t{1} << 17, make,
+        [&](const std::string& text) { EXPECT_EQ(accepts(text), isAccepted); });
+  };
+  const auto behind = [](const char* begin, char repeated, const char* end = "") {
+    return [=](std::size_t count) { return begin + std::string(count, repeated) + end; };
+  };
+  expect(true, [](std::size_t count) {
+    const std::string letters(count, 'a');
+    return letters + "://" + letters + "@" + letters + "/" + letters;
+  });
+  expect(true, behind("x://h:", '0'));
+  expect(true, behind("x:?", '?'));
+  expect(false, behind("x://", '['));
+  expect(false, behind("x://", '@'));
+  expect(false, behind("x://[", '1', "]"));
 }
 
 }  // namespace

@@ -11,8 +11,8 @@ namespace orvane::nimbrel::tools {
 /// `replaceFile`. One that somebody else changes meanwhile is read and fixed again. Throws
 /// `DocumentFailure`, with `EXIT_UNUSABLE` for a packaged document and standard input too.
 /// `isUnpacked` as for `readDocument`.
-[[nodiscard]] check::FixedDocument fixFile(const std::string& path,
-                                           check::CheckSettings settings, bool isUnpacked);
+[[nodiscard]] check::FixedDocument fixFile(const std::string& path, check::CheckSettings settings,
+                                           bool isUnpacked);
 
 /// A document with what is certain in it fixed, and what would be changed.
 struct FixedWithDiff {

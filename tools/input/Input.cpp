@@ -36,9 +36,9 @@ void requireRegular(const std::string& path, int result, const struct stat& stat
     if (::access(path.c_str(), R_OK) != 0) {
       throw unreadable(path, errno);
     }
-    throw DocumentFailure(EXIT_UNUSABLE, path,
-                          {"cannot be read: Is a directory without config.xml; show and check take "
-                           "-r for what is below it"});
+    throw DocumentFailure(
+        EXIT_UNUSABLE, path,
+        {"cannot be read: Is a directory without config.xml; use -r with check or show"});
   }
   if (!S_ISREG(status.st_mode)) {
     throw DocumentFailure(EXIT_UNUSABLE, path, {"cannot be read: Not a regular file"});

@@ -123,7 +123,8 @@ std::uint64_t ZipArchive::descriptorSize(const ZipEntry& entry) const {
     return 0;
   }
   const std::string found = read_(entry.content + entry.packedSize, 24);
-  for (const std::size_t width : {std::size_t{4}, std::size_t{8}}) {
+  // The longer form first: without content the other one is how that begins.
+  for (const std::size_t width : {std::size_t{8}, std::size_t{4}}) {
     const std::string plain =
         bytesOf(entry.checksum, 4) + bytesOf(entry.packedSize, width) + bytesOf(entry.size, width);
     for (const std::string& expected : {DESCRIPTOR_MARK + plain, plain}) {
