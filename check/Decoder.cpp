@@ -37,8 +37,7 @@ void appendUtf8(std::string& text, std::int32_t codePoint) {
 }
 
 std::optional<std::string> encodingOf(std::string_view document) {
-  using Form = util::internal::XmlEncoding::Form;
-  const util::internal::XmlEncoding* encoding = nullptr;
+  const char* encoding = nullptr;
   try {
     encoding = util::internal::encodingShownBy(document);
   } catch (const ParseException&) {
@@ -47,11 +46,11 @@ std::optional<std::string> encodingOf(std::string_view document) {
   if (encoding == nullptr) {
     const std::string_view declared = util::internal::declarationOf(document).encoding;
     encoding = util::internal::findEncoding(declared.empty() ? "UTF-8" : declared);
-    if (encoding == nullptr || encoding->form == Form::WIDE) {
+    if (encoding == nullptr || util::internal::isWide(encoding)) {
       return std::nullopt;  // wide units that do not look like it are rejected
     }
   }
-  return encoding->form == Form::UTF_8 ? std::string() : std::string(encoding->name);
+  return util::internal::isUtf8(encoding) ? std::string() : std::string(encoding);
 }
 
 bool isKnownEncoding(const std::string& name) {

@@ -6,13 +6,13 @@
 
 namespace orvane::zel::util {
 
-/// Turns a text into the name of a directory entry; see `PortableFilenameMunger` for our own.
+/// Turns a text into the name of a directory entry; `PortableFilenameMunger` is the library's own.
 class NIMBREL_UTIL_API FilenameMunger {
  public:
   virtual ~FilenameMunger();
 
-  /// Rewrites `name`, any bytes, in place. May throw, with `name` usable whatever it holds then
-  /// (basic guarantee); callers pass on what it throws.
+  /// Rewrites `name`, any bytes, in place. May throw; `name` then holds some text (basic
+  /// guarantee). Callers let the exception through.
   virtual void munge(std::string& name) = 0;
 
  protected:

@@ -25,13 +25,14 @@ namespace orvane::zel::util {
 /// as `PortableFilenameMunger` says, which leaves it alone. Only the empty host gives the empty
 /// name.
 ///
-/// Why it is injective: take as the text of a host its lower-case ASCII form, of an IPv6 address
-/// its short form, of anything else its bytes. A name is that text, some bytes of it, "%" and
-/// "~" always among them, as "%XX" with upper-case hex digits; undoing the escapes gives the text
-/// back. A host keeps its first byte and its inner dots; what is none has its first byte and all
-/// dots escaped. (A host that begins with "-" has that escaped; but its text converts to itself and
-/// so belongs to nothing that is no host.) A "~" is in long names only, for which the guarantee is
-/// that of the digest of the text.
+/// Why it is injective: the text of a host name is its lower-case ASCII form, that of an IPv6
+/// address its short form, and that of any other argument its bytes. The name is this text with
+/// some bytes written as "%XX" in upper-case hex digits, among them each "%" and "~". Decoding the
+/// escapes gives the text, so different texts have different names. An argument that is no host
+/// name never shares the name of one: its first byte and its dots are escaped, while a host name
+/// keeps its first byte and its inner dots. (A host name that begins with "-" has that escaped, but
+/// its text is a host name itself, and so belongs to no other argument.) Only a long name has a
+/// "~"; for those the guarantee is that of the digest of the text.
 ///
 /// Stateless: any number of threads may share one.
 class NIMBREL_UTIL_API HostUriMunger : public UriMunger {

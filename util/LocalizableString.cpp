@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "util/Ascii.h"
 #include "util/SharedInstance.h"
 #include "util/UnicodeUtilICU.h"
 #include "util/Utf8.h"
@@ -25,13 +26,6 @@ void makeRoom(Runs& runs, std::size_t more) {
   }
 }
 
-std::string_view textOf(const Runs& runs, const Option<std::string>& flattened) {
-  if (runs.empty()) {
-    return {};
-  }
-  return runs.size() == 1 ? std::string_view(runs.front().text) : flattened.get();
-}
-
 std::string flattenedTextOf(const Runs& runs) {
   std::size_t size = 0;
   for (const LocalizableString::TextNode& run : runs) {
@@ -45,25 +39,10 @@ std::string flattenedTextOf(const Runs& runs) {
   return text;
 }
 
-/// Extends the flattened text of two runs or more, or makes the first one. `added` may be part of
-/// the present text.
-void extend(Option<std::string>& flattened, std::string_view present, std::string_view added) {
-  if (flattened) {
-    flattened.get().append(added);
-    return;
-  }
-  std::string text;
-  text.reserve(present.size() + added.size());
-  text.append(present).append(added);
-  flattened = std::move(text);
-}
-
 /// Whether the character at byte `at` is white space; `at` moves behind it.
 bool readsWhite(const UnicodeUtil& unicodeUtil, std::string_view text, std::size_t& at) {
-  const auto byte = static_cast<unsigned char>(text[at]);
-  if (byte < 0x80) {
-    ++at;
-    return byte <= ' ' && (byte == ' ' || (byte >= '\t' && byte <= '\r'));
+  if (static_cast<unsigned char>(text[at]) < 0x80) {
+    return ascii::isSpace(text[at++]);
   }
   const char32_t codePoint = internal::decodeUtf8(text, at);
   return codePoint != internal::NOT_UTF8 && unicodeUtil.isWhiteSpace(codePoint);
@@ -200,11 +179,8 @@ void LocalizableString::append(std::vector<TextNode>&& runs) {
     replaceRuns(std::move(runs));
     return;
   }
-  if (runs.empty()) {
-    return;
-  }
   makeRoom(textNodes_, runs.size());
-  extend(flattened_, textOf(textNodes_, flattened_), flattenedTextOf(runs));
+  flattened_.get() += flattenedTextOf(runs);
   textNodes_.insert(textNodes_.end(), std::make_move_iterator(runs.begin()),
                     std::make_move_iterator(runs.end()));
 }
@@ -269,21 +245,13 @@ void LocalizableString::trim() {
     end = contentEnd(*unicodeUtil_, text);
     cutBehind += text.size() - end;
   }
-  if (cutInFront == 0 && cutBehind == 0) {
-    return;
-  }
-
   textNodes_[last].text.resize(end);
   textNodes_[first].text.erase(0, begin);
   textNodes_.erase(textNodes_.begin() + static_cast<std::ptrdiff_t>(last) + 1, textNodes_.end());
   textNodes_.erase(textNodes_.begin(), textNodes_.begin() + static_cast<std::ptrdiff_t>(first));
-  if (textNodes_.size() < 2) {
-    flattened_.reset();
-  } else {
-    std::string& text = flattened_.get();
-    text.resize(text.size() - cutBehind);
-    text.erase(0, cutInFront);
-  }
+  std::string& text = flattened_.get();
+  text.resize(text.size() - cutBehind);
+  text.erase(0, cutInFront);
 }
 
 bool LocalizableString::empty() const noexcept {
@@ -291,14 +259,7 @@ bool LocalizableString::empty() const noexcept {
 }
 
 const char* LocalizableString::c_str() const noexcept {
-  switch (textNodes_.size()) {
-    case 0:
-      return "";
-    case 1:
-      return textNodes_.front().text.c_str();
-    default:
-      return flattened_.c_str();
-  }
+  return flattened_ ? flattened_.c_str() : "";
 }
 
 LocalizableString::Direction LocalizableString::getDirection() const noexcept {
@@ -315,19 +276,16 @@ const std::vector<LocalizableString::TextNode>& LocalizableString::getTextNodes(
 
 void LocalizableString::appendRun(TextNode run) {
   makeRoom(textNodes_, 1);
-  if (!textNodes_.empty()) {
-    extend(flattened_, textOf(textNodes_, flattened_), run.text);
+  if (!flattened_) {
+    flattened_.emplace();
   }
+  flattened_.get() += run.text;
   textNodes_.push_back(std::move(run));
 }
 
 void LocalizableString::replaceRuns(std::vector<TextNode> runs) {
-  Option<std::string> flattened;
-  if (runs.size() > 1) {
-    flattened = flattenedTextOf(runs);
-  }
+  flattened_ = flattenedTextOf(runs);
   textNodes_ = std::move(runs);
-  flattened_ = std::move(flattened);
 }
 
 }  // namespace orvane::nimbrel::util

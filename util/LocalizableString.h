@@ -16,11 +16,11 @@ namespace orvane::nimbrel::util {
 ///     <name xml:lang="en" dir="ltr">Chess <span dir="rtl" xml:lang="he">שחמט</span></name>
 ///       base LTR, tag "en";  runs: {"Chess ", LTR, "en"}, {"שחמט", RTL, "he"}
 ///
-/// A value: copies are independent but for the shared Unicode service. All text is UTF-8; bytes
-/// that are none pass through and count as no white space. Const members may run on several threads
-/// at once: nothing is computed or cached while reading. Members that change the text or assign
-/// another give the strong guarantee: when memory runs out, or the Unicode service throws, they let
-/// that out and have changed nothing.
+/// A value: copies are independent but for the shared Unicode service. All text is UTF-8; other
+/// bytes pass through and are no white space. Const members may run on several threads at once:
+/// nothing is computed or cached while reading. Members that change the text or assign another give
+/// the strong guarantee: they change nothing when they let through `std::bad_alloc` or what the
+/// Unicode service throws.
 class NIMBREL_UTIL_API LocalizableString {
  public:
   /// A base direction. The values are fixed: records carry them on as numbers.
@@ -93,7 +93,7 @@ class NIMBREL_UTIL_API LocalizableString {
   Direction direction_;
   std::string languageTag_;
   std::vector<TextNode> textNodes_;
-  Option<std::string> flattened_;  // held only while there are two runs or more
+  Option<std::string> flattened_;  // the text of all runs; None at most while there are none
 };
 
 }  // namespace orvane::nimbrel::util

@@ -29,11 +29,12 @@ namespace orvane::zel::util {
 /// 255 bytes, and only for them, the guarantee is that of the digest.
 ///
 /// Letters keep their case, on which the names of two inputs may depend. Where a file system keeps
-/// case but ignores it in look-ups, exactly inputs that are equal but for the case of ASCII letters
-/// share an entry: groups differ in more than case. (Long names do not meet even then.)
+/// case but ignores it in look-ups, two inputs share an entry exactly when they differ in nothing
+/// but the case of ASCII letters: the digits of a group are upper case always. (Inputs with long
+/// names share none even then, since their digests differ.)
 ///
-/// What a name does not have to change is left alone, and again when it is munged again. No
-/// injective rule could promise more: a name that was changed is changed again.
+/// An input that is safe already is its own name, however often it is munged. A name that was
+/// changed is changed again: no injective rule could promise more.
 ///
 /// Stateless: any number of threads may share one.
 class NIMBREL_UTIL_API PortableFilenameMunger : public FilenameMunger {

@@ -6,13 +6,14 @@
 
 namespace orvane::zel::util {
 
-/// Turns the host of a URI into the form used for directory names; see `HostUriMunger` for ours.
+/// Turns the host of a URI into the form used for directory names; `HostUriMunger` is the library's
+/// own.
 class NIMBREL_UTIL_API UriMunger {
  public:
   virtual ~UriMunger();
 
-  /// The rewritten host. `host` is NUL-terminated, any bytes. May throw, with the munger as usable
-  /// as before (basic guarantee); callers pass that on.
+  /// The rewritten host. `host` is NUL-terminated, any bytes. May throw; the munger can then be
+  /// used as before (basic guarantee). Callers let the exception through.
   virtual std::string munge(const char* host) = 0;
 
  protected:

@@ -5,7 +5,7 @@
 
 namespace orvane::nimbrel::util::internal {
 
-/// What `decodeUtf8` answers for bytes that are no UTF-8.
+/// What `decodeUtf8` returns for bytes that are no UTF-8.
 constexpr char32_t NOT_UTF8 = 0xFFFFFFFF;
 
 /// The most bytes that a character takes.

@@ -1,13 +1,11 @@
 #include "util/XmlDocument.h"
 
-#include <utility>
-
 #include "util/xml/XmlArena.h"
 
 namespace orvane::nimbrel::util {
 
-XmlDocument::XmlDocument(BuilderKey /*key*/, std::unique_ptr<internal::XmlArena> arena) noexcept
-    : arena_(std::move(arena)) {}
+XmlDocument::XmlDocument(BuilderKey /*key*/, std::size_t inputSize)
+    : arena_(std::make_unique<internal::XmlArena>(inputSize)) {}
 
 XmlDocument::~XmlDocument() = default;
 

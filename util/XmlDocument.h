@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "util/Api.h"
@@ -32,8 +33,8 @@ class NIMBREL_UTIL_API XmlDocument : public std::enable_shared_from_this<XmlDocu
   struct BuilderKey {};
 
  public:
-  /// For the tree builder only.
-  XmlDocument(BuilderKey, std::unique_ptr<internal::XmlArena> arena) noexcept;
+  /// For the tree builder only. `inputSize` is what is known of the size in bytes.
+  XmlDocument(BuilderKey, std::size_t inputSize);
 
  private:
   [[nodiscard]] std::shared_ptr<XmlNode> share(const XmlNode* node) const;

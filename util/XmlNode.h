@@ -26,8 +26,8 @@ struct XmlElementData;
 /// Nodes live inside their document. A shared pointer to a node keeps the document alive and costs
 /// no heap allocation; null means "none". The members that hand out plain pointers and views are
 /// for walking a tree without counting references: what they give lives as long as the document.
-/// Immutable: any number of threads may read at once. All text is UTF-8. What copies throws only
-/// `std::bad_alloc`, and changes nothing (strong guarantee).
+/// Immutable: any number of threads may read at once. All text is UTF-8. Members that copy
+/// throw only `std::bad_alloc`, and change nothing (strong guarantee).
 class NIMBREL_UTIL_API XmlNode {
  public:
   /// The values of `getNodeType()`.
@@ -65,9 +65,9 @@ class NIMBREL_UTIL_API XmlNode {
   [[nodiscard]] std::shared_ptr<XmlNode> getParent() const;
   /// One of `Type`.
   [[nodiscard]] int getNodeType() const noexcept { return static_cast<int>(type_); }
-  /// The line, counted from 1, in which an element or a text begins and anything else ends; for
-  /// what came out of an entity, the line of the reference. 0 when unknown, and behind line
-  /// 268,435,455.
+  /// The line, counted from 1, in which an element or a text begins and anything else ends; for a
+  /// node that came out of an entity, the line of the reference. 0 when unknown, and from line
+  /// 268,435,456 on.
   [[nodiscard]] unsigned int getLineNumber() const noexcept { return line_; }
 
   /// The local name of an element without copying; empty for other nodes.
@@ -116,7 +116,7 @@ class NIMBREL_UTIL_API XmlNode {
 
   static constexpr unsigned int MAX_LINE = 0xFFFFFFF;
 
-  // A document is mostly nodes: whatever is spared here makes it a good deal smaller.
+  // A document is mostly nodes, so each byte less here makes it a good deal smaller.
   const XmlNode* parent_;
   union {
     const XmlNode* nextSibling_ = nullptr;

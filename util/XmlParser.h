@@ -30,10 +30,10 @@ class NIMBREL_UTIL_API XmlParser {
   XmlParser(const XmlParser&) = default;
   XmlParser& operator=(const XmlParser&) = default;
 
-  /// What `parse` of a path does; never to return null.
+  /// Does what `parse` of a path promises.
   [[nodiscard]] virtual std::shared_ptr<XmlDocument> parseFile(const char* path,
                                                                const char* encoding) const = 0;
-  /// What `parse` of a buffer does; never to return null.
+  /// Does what `parse` of a buffer promises.
   [[nodiscard]] virtual std::shared_ptr<XmlDocument> parseBuffer(const char* buffer,
                                                                  unsigned int size, const char* url,
                                                                  const char* encoding) const = 0;

@@ -1,5 +1,7 @@
 #include "util/XmlParserLibXml.h"
 
+#include <pthread.h>
+
 #include "util/ParseException.h"
 #include "util/xml/XmlInput.h"
 #include "util/xml/XmlReading.h"
@@ -7,11 +9,21 @@
 namespace orvane::nimbrel::util {
 namespace {
 
+/// Keeps the thread from being cancelled, which would unwind through libxml2. A request waits.
+class CancellationGuard {
+ public:
+  CancellationGuard() noexcept { ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }
+  CancellationGuard(const CancellationGuard&) = delete;
+  CancellationGuard& operator=(const CancellationGuard&) = delete;
+  ~CancellationGuard() { ::pthread_setcancelstate(before_, nullptr); }
+
+ private:
+  int before_ = PTHREAD_CANCEL_ENABLE;
+};
+
 std::shared_ptr<XmlDocument> parseBytes(internal::XmlBytes& bytes, const char* encoding) {
   internal::XmlInput input(bytes, encoding);
-  internal::XmlReading reading(bytes.expected());
-  input.connect(reading);
-  return reading.run();
+  return internal::XmlReading(input).run();
 }
 
 }  // namespace
@@ -25,6 +37,7 @@ std::shared_ptr<XmlDocument> XmlParserLibXml::parseFile(const char* path,
   if (path == nullptr) {
     throw ParseException("There is no path", 0, 0);
   }
+  const CancellationGuard guard;
   internal::XmlFile file(path);
   return parseBytes(file, encoding);
 }
@@ -39,6 +52,7 @@ std::shared_ptr<XmlDocument> XmlParserLibXml::parseBuffer(const char* buffer, un
   if (size == 0) {
     throw ParseException("The document is empty", 0, 0);
   }
+  const CancellationGuard guard;
   internal::XmlBuffer bytes(buffer, size);
   return parseBytes(bytes, encoding);
 }

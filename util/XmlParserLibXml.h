@@ -19,7 +19,7 @@ namespace orvane::nimbrel::util {
 ///   instructions that name a catalogue before the root; beyond that the document is rejected. So
 ///   is a name, an attribute, a CDATA section, a comment or an instruction that libxml2 finds too
 ///   long (ten million bytes, for a name fifty thousand). A text may be as long as it likes.
-/// - A reference to an internal parameter entity rejects the document, unless that is empty.
+/// - A reference to an internal parameter entity rejects the document, unless the entity is empty.
 /// - A broken namespace rule rejects no document: an element or attribute with an undeclared
 ///   prefix keeps its name as written and has no namespace.
 /// - The encodings are UTF-8, UTF-16, UTF-32, US-ASCII, most of ISO-8859, windows-874 and 1250 to
@@ -34,8 +34,9 @@ namespace orvane::nimbrel::util {
 /// Rejected means `ParseException`, as is everything when the libxml2 that is loaded does not fit
 /// the one that this library was built for; running out of memory is `std::bad_alloc`. Nothing is
 /// written to standard error and nothing in libxml2 is touched that a host could notice, but for
-/// its initialisation: neither its handlers and loaders nor its last error. Stateless: any number
-/// of threads may share one parser.
+/// its initialisation: neither its handlers and loaders nor its last error. A thread is not
+/// cancelled within a parse, but at the next cancellation point behind it. Stateless: any number of
+/// threads may share one parser.
 class NIMBREL_UTIL_API XmlParserLibXml : public XmlParser {
  public:
   XmlParserLibXml();

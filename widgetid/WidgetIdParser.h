@@ -8,9 +8,9 @@ namespace orvane::zel::config {
 
 /// Derives an application's names from its identifier.
 ///
-/// Implementations are immutable: const members may run on several threads at once as far as the
-/// mungers they were built with allow it (ours do). What throws has changed nothing (strong
-/// guarantee), as far as the mungers keep to that (ours do).
+/// Implementations are immutable. With the library's own mungers, const members may run on several
+/// threads at once, and one that throws has changed nothing (strong guarantee); with a host's, as
+/// far as these keep to it.
 class NIMBREL_CONFIG_API WidgetIdParser {
  public:
   virtual ~WidgetIdParser();

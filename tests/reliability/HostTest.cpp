@@ -1,8 +1,10 @@
 // What a host does to its process while it uses the library.
 
+#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/xmlmemory.h>
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -53,11 +55,16 @@ const bool installed = xmlMemSetup(release, allocate, reallocate, duplicate) == 
 
 // The most bytes that the system gives at once; 0: as many as are wanted.
 std::size_t mostAtOnce = 0;
+// What the host does whenever a file is read.
+void (*atRead)(int file) = nullptr;
 
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) ssize_t pread(int file, void* bytes,
                                                                 std::size_t size, off_t offset) {
+  if (atRead != nullptr) {
+    atRead(file);
+  }
   return ::syscall(SYS_pread64, file, bytes, mostAtOnce == 0 ? size : std::min(size, mostAtOnce),
                    offset);
 }
@@ -108,6 +115,39 @@ TEST(Host, MayGiveFewerBytesOfAFileThanAreWanted) {
     EXPECT_EQ(difference(dump(), expected), "") << most;
   }
   mostAtOnce = 0;
+}
+
+// A program that the host starts in the middle of a parse does not get the file.
+TEST(Host, MayStartAProgramWhileAFileIsRead) {
+  static int flags = 0;
+  atRead = [](int file) { flags = ::fcntl(file, F_GETFD); };
+  (void)dump();
+  atRead = nullptr;
+  EXPECT_EQ(flags, FD_CLOEXEC);
+}
+
+TEST(Host, MayCancelAThreadInTheMiddleOfAParse) {
+  const std::string expected = dump();
+  static bool wasPending = false;
+  static std::string found;
+  atRead = [](int /*file*/) {
+    ::pthread_cancel(::pthread_self());
+    ::pthread_testcancel();  // which reading a file is as well
+    wasPending = true;
+  };
+  pthread_t thread = {};
+  const auto work = [](void* /*nothing*/) -> void* {
+    found = dump();
+    ::pthread_testcancel();
+    return nullptr;
+  };
+  ASSERT_EQ(::pthread_create(&thread, nullptr, work, nullptr), 0);
+  void* result = nullptr;
+  ASSERT_EQ(::pthread_join(thread, &result), 0);
+  atRead = nullptr;
+  EXPECT_TRUE(wasPending);
+  EXPECT_EQ(difference(found, expected), "");
+  EXPECT_EQ(result, PTHREAD_CANCELED);  // the request has waited
 }
 
 int allocationsToFork = 0;

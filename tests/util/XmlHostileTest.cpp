@@ -240,6 +240,11 @@ TEST(XmlHostile, LimitsDepthAttributesAndNamespaces) {
       {"300000 defaults", declared(300000), ATTRIBUTES},
       {"4000 equal signs in the tags and texts of an entity",
        inEntity(repeated("<b c='='>=</b>", 1300) + std::string(1500, '=')), "accepted"},
+      // Each piece of the document ends within a tag.
+      {"100000 attributes and namespaces of many elements",
+       inA(repeated("<b" + numbered(" b", "=''", 300) + numbered(" xmlns:n", "='u'", 200) + "/>",
+                    200)),
+       "accepted"},
       {"1000 namespaces", namespaces(1000), "accepted"},
       {"1001 namespaces", namespaces(1001), NAMESPACES},
       {"300000 namespaces", namespaces(300000), NAMESPACES},

@@ -18,6 +18,7 @@ namespace {
 
 bool failBase = false;
 int basesMade = 0;
+std::string textSeen;  // the last that libsoup was to read
 bool failEscape = false;
 const void* escapedText = nullptr;  // handed out and not freed
 
@@ -47,6 +48,7 @@ extern "C" {
 REPLACES void* soup_uri_new(const char* text) {
   const bool isBase = std::strcmp(text, "http://") == 0;
   basesMade += isBase ? 1 : 0;
+  textSeen = text;
   if (failBase && isBase) {
     return nullptr;
   }
@@ -136,6 +138,20 @@ TEST_F(Faults, TheDefaultBaseIsMadeBeforeTheMungersAreTested) {
     EXPECT_EQ(basesMade, before + 1);
     EXPECT_TRUE(liveUris().empty());
   }
+}
+
+// GLib keeps each scheme that libsoup does not know until the process ends.
+TEST_F(Faults, LibsoupSeesNoSchemeThatItDoesNotKnow) {
+  const PelloWidgetIdParser parser(uriMunger, filenameMunger);
+  const nimbrel::test::Row cases[] = {
+      {"a+1.-B://h/p", "x://h/p"},      {"\t a\rb\nc\td://h/p", "x://h/p"},
+      {"a\r://h/p", "x://h/p"},         {"ht\rtp://h/p", "ht\rtp://h/p"},
+      {" HTTPS://h/p", " HTTPS://h/p"},
+  };
+  nimbrel::test::expectRows(cases, [&](const std::string& id) {
+    (void)parser.deriveWidgetIdAuthority(id.c_str());
+    return textSeen;
+  });
 }
 
 #endif

@@ -7,8 +7,8 @@
 
 namespace orvane::zel::util::internal {
 
-/// What the libraries take from GLib. Behind a table, so that GLib is loaded with the first name
-/// that needs it: reading a document does not.
+/// The functions that the libraries use of GLib. They stand in a table so that GLib is loaded with
+/// the first name that needs it: reading a document does not.
 struct GlibFunctions {
   /// The SHA-256 digest of some bytes, in 64 lower-case hex digits.
   std::string (*sha256Hex)(std::string_view bytes);

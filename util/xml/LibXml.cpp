@@ -1,5 +1,6 @@
 #include "util/xml/LibXml.h"
 
+#include <libxml/globals.h>
 #include <libxml/threads.h>
 #include <libxml/tree.h>
 
@@ -8,6 +9,8 @@
 #include <limits>
 #include <new>
 #include <string>
+
+#include "util/ParseException.h"
 
 namespace orvane::nimbrel::util::internal::libxml {
 namespace {
@@ -45,6 +48,19 @@ class BufferSizeGuard {
   int before_ = xmlDefaultBufferSize;
 };
 
+#if LIBXML_VERSION < 21200
+/// Makes what libxml2 keeps for each thread but the first. It would do so by itself, but go on with
+/// a null pointer when there is no memory. A block of the same size is allocated before and freed:
+/// it is the next one that malloc gives to the thread.
+void makeThreadState() {
+  if (xmlIsMainThread() == 0) {
+    void* volatile block = orBadAlloc(std::malloc(sizeof(xmlGlobalState)));
+    std::free(block);
+    orBadAlloc(xmlGetGlobalState());
+  }
+}
+#endif
+
 void push(xmlParserCtxt* context, xmlParserInput* input) {
   if (inputPush(context, orBadAlloc(input)) < 0) {
     throw std::bad_alloc();  // it has freed the input
@@ -59,6 +75,10 @@ void push(xmlParserCtxt* context, xmlParserInput* input) {
 }
 #endif
 
+struct FirstStart {
+  FirstStart() noexcept { xmlInitParser(); }
+};
+
 long runningVersion() noexcept {
   static const long version = std::strtol(xmlParserVersion, nullptr, 10);
   return version;
@@ -66,7 +86,7 @@ long runningVersion() noexcept {
 
 }  // namespace
 
-void start() {
+Library::Library() {
   const long running = runningVersion();
   if (!canRun(LIBXML_VERSION, running)) {
     throw ParseException("libxml2 of version " + std::to_string(running) +
@@ -74,10 +94,12 @@ void start() {
                              std::to_string(LIBXML_VERSION),
                          0, 0);
   }
+#if LIBXML_VERSION < 21200
+  makeThreadState();
+#endif
   // libxml2 2.9 asks without a lock whether it is running, so the first start must come before all
   // other threads' work. Later ones are for a host that has shut it down.
-  static const bool isStarted = (xmlInitParser(), true);
-  static_cast<void>(isStarted);
+  static const FirstStart firstStart;
   xmlInitParser();
 #if LIBXML_VERSION >= 21200
   // What it keeps for each thread; it ends the process when there is no memory for that later.

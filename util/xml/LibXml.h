@@ -9,10 +9,10 @@
 #include <string_view>
 #include <type_traits>
 
-#include "util/ParseException.h"
+#include "util/xml/XmlPosition.h"
 
-// All that is known of libxml2's versions, from 2.9.14 on: what is called by another name in each,
-// and what an old one does wrong. Everywhere else only what all of them have is used.
+// All that depends on the version of libxml2, from 2.9.14 on: what has another name in each, and
+// what an old one does wrong. All other files use only what every version has.
 namespace orvane::nimbrel::util::internal::libxml {
 
 /// Whether a program that was compiled for one version (20914: 2.9.14) can run on another. In
@@ -25,11 +25,15 @@ constexpr bool canRun(long compiledFor, long running) noexcept {
          (running >= NEW_LAYOUT) == (compiledFor >= NEW_LAYOUT);
 }
 
-/// Starts libxml2 unless it is running: a host may have shut it down since the last time. Throws
-/// `ParseException` when the one that was loaded does not fit, `std::bad_alloc`.
-void start();
+/// What it takes to use libxml2. The constructor starts it unless it is running, as a host may have
+/// shut it down, and makes what it keeps for the thread. Throws `ParseException` when the libxml2
+/// that was loaded does not fit, `std::bad_alloc`.
+class Library {
+ public:
+  Library();
+};
 
-/// What an error callback gets.
+/// The type of the error that a callback gets.
 using Error = std::conditional_t<(LIBXML_VERSION >= 21200), const xmlError, xmlError>;
 
 /// Whether an element is nested deeper than libxml2 itself allows.
@@ -39,8 +43,9 @@ inline bool isTooDeep(const Error& error) noexcept {
          std::string_view(error.message).substr(0, BEGINNING.size()) == BEGINNING;
 }
 
-/// Takes what libxml2 reports without a context, which would otherwise go to the host's handler or
-/// to standard error, and leaves the thread's last error as it was. Both belong to one thread.
+/// Has errors that libxml2 reports without a context call `handler`; they would otherwise go to the
+/// host's handler or to standard error. At the end, the handler and the last error are the host's
+/// again. Both belong to one thread.
 class ErrorGuard {
  public:
   ErrorGuard(xmlStructuredErrorFunc handler, void* data) noexcept;
@@ -82,8 +87,8 @@ void setInput(xmlParserCtxt* context, const char* bytes, std::size_t size);
 /// `std::bad_alloc`.
 void setInput(xmlParserCtxt* context, xmlInputReadCallback read, void* data);
 
-/// libxml2 2.9 does not notice when it has no memory for the names in the default of an attribute;
-/// this makes it remember them before. False when there is no memory.
+/// Has libxml2 2.9 store the names in the default of an attribute before it needs them: later it
+/// would not notice that there is no memory. False when there is none.
 bool rememberDefault(xmlParserCtxt* context, const xmlChar* element, const xmlChar* attribute,
                      const xmlChar* value) noexcept;
 
@@ -95,12 +100,17 @@ inline xmlDict* dictionaryOf(xmlParserCtxt* context) noexcept {
 #endif
 }
 
-/// A place in the document itself, even while an entity is read; zeros behind the end.
-struct Position {
-  unsigned int line = 0;
-  unsigned int column = 0;
+/// How much a context's dictionary of names holds.
+struct NamesSize {
+  int count;
+  std::size_t bytes;
 };
-inline Position positionOf(xmlParserCtxt* context) noexcept {
+inline NamesSize sizeOfNames(xmlParserCtxt* context) noexcept {
+  return {xmlDictSize(dictionaryOf(context)), xmlDictGetUsage(dictionaryOf(context))};
+}
+
+/// A place in the document itself, even while an entity is read; zeros behind the end.
+inline XmlPosition positionOf(xmlParserCtxt* context) noexcept {
   int line = 0;
   int column = 0;
 #if LIBXML_VERSION >= 21500

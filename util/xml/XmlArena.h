@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -12,9 +13,9 @@ namespace orvane::nimbrel::util::internal {
 /// lies in it gets no destructor call.
 class XmlArena {
  public:
-  /// Allocates nothing yet; `firstBlock` bytes first, then `blockSize` each time.
-  XmlArena(std::size_t firstBlock, std::size_t blockSize) noexcept
-      : nextBlockSize_(firstBlock), blockSize_(blockSize) {}
+  /// For a document of `inputSize` bytes, as far as known. Allocates nothing yet.
+  explicit XmlArena(std::size_t inputSize) noexcept
+      : blockSize_(std::clamp<std::size_t>(inputSize, 1024, MAX_BLOCK)) {}
   XmlArena(const XmlArena&) = delete;
   XmlArena& operator=(const XmlArena&) = delete;
 
@@ -45,8 +46,11 @@ class XmlArena {
     return block;
   }
 
-  std::size_t nextBlockSize_;
+  static constexpr std::size_t MAX_BLOCK = 65536;
+
   std::size_t blockSize_;
+  // A typical document takes three bytes of tree for each of its own.
+  std::size_t nextBlockSize_ = std::min(3 * blockSize_, MAX_BLOCK);
   std::byte* next_ = nullptr;
   std::byte* end_ = nullptr;
   std::vector<std::unique_ptr<std::byte[]>> blocks_;

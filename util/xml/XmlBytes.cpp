@@ -32,7 +32,7 @@ constexpr const char* CANNOT_READ = "Cannot read the file: ";
   throw ParseException(what + reason, 0, 0);
 }
 
-/// Gives the size of a regular file. Throws `ParseException` for anything else.
+/// The size of a regular file. Throws `ParseException` for anything else.
 std::size_t sizeOf(const struct stat& status) {
   if (!S_ISREG(status.st_mode)) {
     throw ParseException(std::string(CANNOT_READ) + "it is not a regular file", 0, 0);

@@ -6,7 +6,7 @@
 
 namespace orvane::nimbrel::util::internal {
 
-/// The bytes of a document, in order, each once.
+/// The bytes of a document. Each is read once, in order.
 class XmlBytes {
  public:
   XmlBytes() = default;
@@ -14,19 +14,17 @@ class XmlBytes {
   XmlBytes& operator=(const XmlBytes&) = delete;
   virtual ~XmlBytes() = default;
 
-  /// Fills the room that there is, unless the document ends before; gives the number of bytes.
-  /// Throws `ParseException` when they cannot be read or are too many.
+  /// Reads `size` bytes, or fewer at the end of the document; gives their number. Throws
+  /// `ParseException` when they cannot be read or the document is too large.
   std::size_t read(char* bytes, std::size_t size);
 
-  /// How many have been read.
-  [[nodiscard]] std::size_t total() const noexcept { return total_; }
-  /// How many there are to be, as far as known.
+  /// The size of the document as far as it is known: never less than what has been read.
   [[nodiscard]] std::size_t expected() const noexcept { return expected_; }
 
  protected:
-  /// Throws `ParseException` when that is too large.
+  /// Sets the size that is known. Throws `ParseException` when it is too large.
   void expect(std::size_t size);
-  /// At most `size` bytes, and 0 only at the end. Throws `ParseException`.
+  /// Reads at most `size` bytes, and none only at the end. Throws `ParseException`.
   virtual std::size_t readSome(char* bytes, std::size_t size) = 0;
 
  private:
@@ -34,7 +32,7 @@ class XmlBytes {
   std::size_t expected_ = 0;
 };
 
-/// Those of a buffer, which must outlive this.
+/// The bytes of a buffer, which must outlive this.
 class XmlBuffer : public XmlBytes {
  public:
   XmlBuffer(const char* bytes, std::size_t size);
@@ -47,9 +45,11 @@ class XmlBuffer : public XmlBytes {
   std::size_t left_;
 };
 
-/// Those of a local regular file. What is none, or too large, is found out without opening it.
+/// The bytes of a local regular file.
 class XmlFile : public XmlBytes {
  public:
+  /// Throws `ParseException` for anything that is not a regular file, or is too large, before it
+  /// opens it.
   explicit XmlFile(const char* path);
   ~XmlFile() override;
 
@@ -58,7 +58,7 @@ class XmlFile : public XmlBytes {
 
  private:
   int descriptor_;
-  off_t offset_ = 0;  // not the file's own, which processes share that are forked in between
+  off_t offset_ = 0;  // the file's own is shared with a process that is forked in the meantime
 };
 
 }  // namespace orvane::nimbrel::util::internal

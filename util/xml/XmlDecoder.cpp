@@ -1,10 +1,11 @@
 #include "util/xml/XmlDecoder.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <new>
 
 #include "util/ParseException.h"
+#include "util/PercentEscape.h"
+#include "util/Utf8.h"
 
 namespace orvane::nimbrel::util::internal {
 
@@ -39,7 +40,7 @@ void XmlDecoder::refill() {
 
 std::size_t XmlDecoder::read(char* target, std::size_t size) {
   char* at = target;
-  while (fault_.empty() && !isCut_) {
+  while (isSound()) {
     UErrorCode status = U_ZERO_ERROR;
     ucnv_convertEx(utf8_.get(), from_.get(), &at, target + size, &next_, end_, pivot_.data(),
                    &pivotSource_, &pivotTarget_, pivot_.data() + pivot_.size(), false,
@@ -62,7 +63,7 @@ std::size_t XmlDecoder::read(char* target, std::size_t size) {
       refill();
     }
   }
-  if (!fault_.empty() || isCut_) {  // what came before it has not been handed out yet
+  if (!isSound()) {  // what came before has not been handed out yet
     const UChar* source = pivotSource_;
     UErrorCode status = U_ZERO_ERROR;
     ucnv_fromUnicode(utf8_.get(), &at, target + size, &source, pivotTarget_, nullptr, false,
@@ -71,11 +72,15 @@ std::size_t XmlDecoder::read(char* target, std::size_t size) {
   }
   const auto count = static_cast<std::size_t>(at - target);
   advance({target, count});
+  if (count == 0 && !fault_.empty()) {
+    throw ParseException(fault_, position_.line, position_.column);
+  }
   return count;
 }
 
 void XmlDecoder::advance(std::string_view text) noexcept {
-  if (text.substr(0, 3) == "\xEF\xBB\xBF") {  // in between it would be a character like any other
+  const bool isBeginning = position_.line == 1 && position_.column == 1;
+  if (isBeginning && text.substr(0, 3) == "\xEF\xBB\xBF") {  // later, it is a character
     text.remove_prefix(3);
   }
   for (const char c : text) {
@@ -83,7 +88,7 @@ void XmlDecoder::advance(std::string_view text) noexcept {
       ++position_.line;
       position_.column = 1;
     } else {
-      position_.column += (static_cast<unsigned char>(c) & 0xC0U) == 0x80U ? 0 : 1;
+      position_.column += isUtf8Trail(c) ? 0 : 1;
     }
   }
 }
@@ -97,9 +102,8 @@ void XmlDecoder::noteFault(const char* behind) {
   bytes.append(behind, end_);
   fault_ = "input conversion failed due to input error, bytes";
   for (std::size_t i = 0; i < std::min<std::size_t>(bytes.size(), 4); ++i) {
-    std::array<char, 8> hex;
-    std::snprintf(hex.data(), hex.size(), " 0x%02X", static_cast<unsigned char>(bytes[i]));
-    fault_ += hex.data();
+    fault_ += " 0";
+    appendEscape(fault_, 'x', bytes[i]);
   }
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "util/xml/LibXml.h"
 #include "util/xml/XmlBytes.h"
+#include "util/xml/XmlPosition.h"
 
 namespace orvane::nimbrel::util::internal {
 
@@ -21,16 +21,15 @@ class XmlDecoder {
   /// encoding.
   XmlDecoder(const char* encoding, std::string_view first, XmlBytes& bytes);
 
-  /// The next bytes of UTF-8, at most `size`; 0 at the end of the document and at a fault. Throws
-  /// `std::bad_alloc`, and what `XmlBytes` throws.
+  /// The next bytes of UTF-8, at most `size`; 0 at the end of the document. Throws `ParseException`
+  /// when all has been read that comes before bytes that cannot be converted, `std::bad_alloc`, and
+  /// what `XmlBytes` throws.
   std::size_t read(char* target, std::size_t size);
 
-  /// Why the document goes on but cannot be converted; empty: it can, as far as it goes.
-  [[nodiscard]] const std::string& fault() const noexcept { return fault_; }
+  /// Whether all bytes so far could be converted.
+  [[nodiscard]] bool isSound() const noexcept { return fault_.empty() && !isCut_; }
   /// Whether the document ends within a character.
   [[nodiscard]] bool isCut() const noexcept { return isCut_; }
-  /// Where that is: behind all that has been read.
-  [[nodiscard]] libxml::Position position() const noexcept { return position_; }
 
   static constexpr std::size_t CAPACITY = 4096;
 
@@ -55,9 +54,9 @@ class XmlDecoder {
   std::array<UChar, 512> pivot_;
   UChar* pivotSource_ = pivot_.data();
   UChar* pivotTarget_ = pivot_.data();
-  std::string fault_;
+  std::string fault_;  // why what follows cannot be converted
   bool isCut_ = false;
-  libxml::Position position_ = {1, 1};
+  XmlPosition position_ = {1, 1};  // behind all that has been read
 };
 
 }  // namespace orvane::nimbrel::util::internal

@@ -10,87 +10,33 @@ namespace orvane::nimbrel::util::internal {
 namespace {
 
 using namespace std::string_view_literals;
-using Form = XmlEncoding::Form;
+constexpr const char* UTF_8 = "UTF-8";
 
-constexpr XmlEncoding UTF_8 = {"UTF-8", Form::UTF_8};
-constexpr XmlEncoding UTF_16LE = {"UTF-16LE", Form::WIDE};
-constexpr XmlEncoding UTF_16BE = {"UTF-16BE", Form::WIDE};
-constexpr XmlEncoding UTF_32LE = {"UTF-32LE", Form::WIDE};
-constexpr XmlEncoding UTF_32BE = {"UTF-32BE", Form::WIDE};
-// Without an order of bytes.
-constexpr XmlEncoding UTF_16 = {"UTF-16", Form::WIDE};
-constexpr XmlEncoding UTF_32 = {"UTF-32", Form::WIDE};
-
-/// An encoding by the names that documents use; only letters, whatever their case, and digits
-/// count.
-struct Name {
+// In names of encodings only letters, whatever their case, and digits count.
+constexpr const char* NAMES[] = {
+    UTF_8,          "UTF-16",       "UTF-16LE",     "UTF-16BE",     "UTF-32",       "UTF-32LE",
+    "UTF-32BE",     "US-ASCII",     "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",
+    "ISO-8859-5",   "ISO-8859-6",   "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-10",
+    "ISO-8859-13",  "ISO-8859-14",  "ISO-8859-15",  "windows-1250", "windows-1251", "windows-1252",
+    "windows-1253", "windows-1254", "windows-1255", "windows-1256", "windows-1257", "windows-1258",
+    "windows-874",  "TIS-620",      "KOI8-R",       "KOI8-U",       "Shift_JIS",    "EUC-JP",
+    "EUC-KR",       "GB2312",       "GBK",          "GB18030",      "Big5"};
+constexpr struct {
+  const char* alias;
   const char* name;
-  XmlEncoding encoding;
-};
-constexpr Name bytes(const char* name) {
-  return {name, {name, Form::BYTES}};
-}
-constexpr Name NAMES[] = {
-    {"UTF-8", UTF_8},
-    {"UTF-16", UTF_16},
-    {"UTF-16LE", UTF_16LE},
-    {"UTF-16BE", UTF_16BE},
-    {"UCS-2", UTF_16},
-    {"ISO-10646-UCS-2", UTF_16},
-    {"UTF-32", UTF_32},
-    {"UTF-32LE", UTF_32LE},
-    {"UTF-32BE", UTF_32BE},
-    {"UCS-4", UTF_32},
-    {"ISO-10646-UCS-4", UTF_32},
-    bytes("US-ASCII"),
-    {"ASCII", {"US-ASCII", Form::BYTES}},
-    bytes("ISO-8859-1"),
-    {"ISO-Latin-1", {"ISO-8859-1", Form::BYTES}},
-    {"Latin-1", {"ISO-8859-1", Form::BYTES}},
-    bytes("ISO-8859-2"),
-    bytes("ISO-8859-3"),
-    bytes("ISO-8859-4"),
-    bytes("ISO-8859-5"),
-    bytes("ISO-8859-6"),
-    bytes("ISO-8859-7"),
-    bytes("ISO-8859-8"),
-    bytes("ISO-8859-9"),
-    bytes("ISO-8859-10"),
-    bytes("ISO-8859-13"),
-    bytes("ISO-8859-14"),
-    bytes("ISO-8859-15"),
-    bytes("windows-1250"),
-    bytes("windows-1251"),
-    bytes("windows-1252"),
-    {"CP1252", {"windows-1252", Form::BYTES}},
-    bytes("windows-1253"),
-    bytes("windows-1254"),
-    bytes("windows-1255"),
-    bytes("windows-1256"),
-    bytes("windows-1257"),
-    bytes("windows-1258"),
-    bytes("windows-874"),
-    bytes("TIS-620"),
-    bytes("KOI8-R"),
-    bytes("KOI8-U"),
-    bytes("Shift_JIS"),
-    bytes("EUC-JP"),
-    bytes("EUC-KR"),
-    bytes("GB2312"),
-    bytes("GBK"),
-    bytes("GB18030"),
-    bytes("Big5"),
-};
+} ALIASES[] = {{"UCS-2", "UTF-16"},       {"ISO-10646-UCS-2", "UTF-16"},
+               {"UCS-4", "UTF-32"},       {"ISO-10646-UCS-4", "UTF-32"},
+               {"ASCII", "US-ASCII"},     {"ISO-Latin-1", "ISO-8859-1"},
+               {"Latin-1", "ISO-8859-1"}, {"CP1252", "windows-1252"}};
 
 /// How a document begins.
-struct Beginning {
+constexpr struct {
   std::string_view bytes;
-  XmlEncoding encoding;
-};
-constexpr Beginning BEGINNINGS[] = {
-    {"\xEF\xBB\xBF"sv, UTF_8}, {"\xFF\xFE\0\0"sv, UTF_32LE}, {"\xFF\xFE"sv, UTF_16LE},
-    {"\xFE\xFF"sv, UTF_16BE},  {"\0\0\xFE\xFF"sv, UTF_32BE}, {"\0\0\0<"sv, UTF_32BE},
-    {"<\0\0\0"sv, UTF_32LE},   {"<\0?\0"sv, UTF_16LE},       {"\0<\0?"sv, UTF_16BE},
+  const char* encoding;
+} BEGINNINGS[] = {
+    {"\xEF\xBB\xBF"sv, UTF_8},  {"\xFF\xFE\0\0"sv, "UTF-32LE"}, {"\xFF\xFE"sv, "UTF-16LE"},
+    {"\xFE\xFF"sv, "UTF-16BE"}, {"\0\0\xFE\xFF"sv, "UTF-32BE"}, {"\0\0\0<"sv, "UTF-32BE"},
+    {"<\0\0\0"sv, "UTF-32LE"},  {"<\0?\0"sv, "UTF-16LE"},       {"\0<\0?"sv, "UTF-16BE"},
 };
 
 bool isNameOfEncoding(std::string_view name) noexcept {
@@ -166,37 +112,53 @@ class Reader {
 
 }  // namespace
 
-const XmlEncoding* findEncoding(std::string_view name) noexcept {
-  if (name == UTF_8.name) {
-    return &UTF_8;
+bool isUtf8(std::string_view encoding) noexcept {
+  return encoding == UTF_8;
+}
+
+const char* findEncoding(std::string_view name) noexcept {
+  if (isUtf8(name)) {
+    return UTF_8;
   }
   if (!isNameOfEncoding(name)) {
     return nullptr;
   }
-  const auto* const found =
-      std::find_if(std::begin(NAMES), std::end(NAMES),
-                   [&](const Name& known) { return isSameName(name, known.name); });
-  return found == std::end(NAMES) ? nullptr : &found->encoding;
+  for (const char* known : NAMES) {
+    if (isSameName(name, known)) {
+      return known;
+    }
+  }
+  for (const auto& other : ALIASES) {
+    if (isSameName(name, other.alias)) {
+      return other.name;
+    }
+  }
+  return nullptr;
 }
 
-const XmlEncoding* encodingShownBy(std::string_view document) {
+bool isWide(std::string_view encoding) noexcept {
+  return encoding.substr(0, 4) == "UTF-" && !isUtf8(encoding);
+}
+
+const char* encodingShownBy(std::string_view document) {
   if (document.substr(0, 4) == "\x4C\x6F\xA7\x94") {  // "<?xm"
     throw ParseException("Unsupported encoding EBCDIC", 1, 1);
   }
-  const auto* const found =
-      std::find_if(std::begin(BEGINNINGS), std::end(BEGINNINGS), [&](const Beginning& beginning) {
-        return document.substr(0, beginning.bytes.size()) == beginning.bytes;
-      });
-  return found == std::end(BEGINNINGS) ? nullptr : &found->encoding;
+  for (const auto& beginning : BEGINNINGS) {
+    if (document.substr(0, beginning.bytes.size()) == beginning.bytes) {
+      return beginning.encoding;
+    }
+  }
+  return nullptr;
 }
 
-const XmlEncoding* withByteOrder(const XmlEncoding* encoding, std::string_view document) {
+const char* withByteOrder(const char* encoding, std::string_view document) noexcept {
   const bool isBigEndian = document.substr(0, 1) == "\0"sv || document.substr(0, 1) == "\xFE";
-  if (encoding->name == std::string_view(UTF_16.name)) {
-    return isBigEndian ? &UTF_16BE : &UTF_16LE;
+  if (encoding == "UTF-16"sv) {
+    return isBigEndian ? "UTF-16BE" : "UTF-16LE";
   }
-  if (encoding->name == std::string_view(UTF_32.name)) {
-    return isBigEndian ? &UTF_32BE : &UTF_32LE;
+  if (encoding == "UTF-32"sv) {
+    return isBigEndian ? "UTF-32BE" : "UTF-32LE";
   }
   return encoding;
 }

@@ -1,9 +1,8 @@
 #include "util/xml/XmlLimits.h"
 
 #include <algorithm>
-#include <string_view>
 
-#include "util/xml/XmlSymbols.h"
+#include "util/XmlNode.h"
 
 namespace orvane::nimbrel::util::internal {
 namespace {
@@ -20,72 +19,68 @@ constexpr std::size_t MAX_CHOICES = 5000;
 // cost about as much as a byte.
 constexpr std::size_t LOOKUPS_PER_BYTE = 64;
 
-constexpr const char* TOO_MUCH_EXPANSION = "Entities or default attributes expand to too much text";
-constexpr const char* TOO_LONG_A_TAG = "A language tag is too long";
-constexpr const char* TOO_MANY_CHOICES = "Too many choices in the document type";
-
 }  // namespace
 
-void XmlLimits::noteInputSize(std::size_t inputSize) noexcept {
-  inputSize_ = std::max(inputSize_, inputSize);
+void XmlLimits::lookUpDefaults() {
+  expand(namespaceDefaults_ * namespacesInScope_ / LOOKUPS_PER_BYTE);
 }
 
-const char* XmlLimits::lookUpDefaults() noexcept {
-  return expand(namespaceDefaults_ * namespacesInScope_ / LOOKUPS_PER_BYTE);
+void XmlLimits::checkLong(const XmlSymbol& attribute) {
+  if (attribute.view() == "lang" && attribute.namespaceUri != nullptr &&
+      attribute.namespaceUri->view() == XML_NAMESPACE) {
+    throw XmlRejection{"A language tag is too long"};
+  }
 }
 
-const char* XmlLimits::checkLong(const xmlChar* const* attribute) noexcept {
-  return asView(attribute[0]) == "lang" && asView(attribute[2]) == asView(XML_XML_NAMESPACE)
-             ? TOO_LONG_A_TAG
-             : nullptr;
+void XmlLimits::useDefault(std::size_t bytes) {
+  expand(bytes + REFERENCE_COST);
 }
 
-const char* XmlLimits::useDefault(const xmlChar* const* attribute) noexcept {
-  return expand(static_cast<std::size_t>(attribute[4] - attribute[3]) +
-                asView(attribute[0]).size() + asView(attribute[1]).size() + REFERENCE_COST);
+void XmlLimits::declareDefault(std::string_view attribute) {
+  namespaceDefaults_ += attribute.substr(0, 5) == "xmlns" ? 1 : 0;
+  if (++attributeDefaults_ > MAX_ATTRIBUTES) {
+    throw XmlRejection{TOO_MANY_ATTRIBUTES};
+  }
 }
 
-const char* XmlLimits::declareDefault(const xmlChar* attribute) noexcept {
-  namespaceDefaults_ += asView(attribute).substr(0, 5) == "xmlns" ? 1 : 0;
-  return ++attributeDefaults_ > MAX_ATTRIBUTES ? TOO_MANY_ATTRIBUTES : nullptr;
-}
-
-const char* XmlLimits::checkTags(const xmlChar* entityContent) noexcept {
-  const std::string_view text = asView(entityContent);
+void XmlLimits::checkTags(std::string_view entityContent) {
   // A "<" cannot stand within a tag.
-  for (std::size_t tag = text.find('<'); tag != std::string_view::npos;) {
-    const std::size_t next = text.find('<', tag + 1);
-    const std::string_view piece = text.substr(tag, next - tag);
+  for (std::size_t tag = entityContent.find('<'); tag != std::string_view::npos;) {
+    const std::size_t next = entityContent.find('<', tag + 1);
+    const std::string_view piece = entityContent.substr(tag, next - tag);
     if (std::count(piece.begin(), piece.end(), '=') > static_cast<std::ptrdiff_t>(MAX_ATTRIBUTES)) {
-      return TOO_MANY_ATTRIBUTES;
+      throw XmlRejection{TOO_MANY_ATTRIBUTES};
     }
     tag = next;
   }
-  return nullptr;
 }
 
-const char* XmlLimits::useEntity(const xmlChar* content) noexcept {
+void XmlLimits::useEntity(std::string_view content) {
   // libxml2 2.9 copies the namespaces in scope for each.
-  return expand(asView(content).size() + REFERENCE_COST + namespacesInScope_);
+  expand(content.size() + REFERENCE_COST + namespacesInScope_);
 }
 
-const char* XmlLimits::checkNames(xmlParserCtxt* context) noexcept {
-  return xmlDictSize(libxml::dictionaryOf(context)) > MAX_NAMES || isFullOfNames(context)
-             ? TOO_MANY_NAMES
-             : nullptr;
+void XmlLimits::checkNames(int count, std::size_t bytes) {
+  if (count > MAX_NAMES || isFullOfNames(bytes)) {
+    throw XmlRejection{TOO_MANY_NAMES};
+  }
 }
 
-bool XmlLimits::isFullOfNames(xmlParserCtxt* context) noexcept {
-  return xmlDictGetUsage(libxml::dictionaryOf(context)) > MAX_BYTES_OF_NAMES;
+bool XmlLimits::isFullOfNames(std::size_t bytes) noexcept {
+  return bytes > MAX_BYTES_OF_NAMES;
 }
 
-const char* XmlLimits::checkChoices(std::size_t choices) noexcept {
-  return choices > MAX_CHOICES ? TOO_MANY_CHOICES : nullptr;
+void XmlLimits::checkChoices(std::size_t choices) {
+  if (choices > MAX_CHOICES) {
+    throw XmlRejection{"Too many choices in the document type"};
+  }
 }
 
-const char* XmlLimits::expand(std::size_t bytes) noexcept {
+void XmlLimits::expand(std::size_t bytes) {
   expanded_ += bytes;
-  return expanded_ > EXPANSION_FLOOR + EXPANSION_FACTOR * inputSize_ ? TOO_MUCH_EXPANSION : nullptr;
+  if (expanded_ > EXPANSION_FLOOR + EXPANSION_FACTOR * inputSize_) {
+    throw XmlRejection{"Entities or default attributes expand to too much text"};
+  }
 }
 
 }  // namespace orvane::nimbrel::util::internal

@@ -1,83 +1,89 @@
 #pragma once
 
-#include <libxml/xmlstring.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
-#include "util/xml/LibXml.h"
+#include "util/xml/XmlTree.h"
 
 namespace orvane::nimbrel::util::internal {
 
+/// Thrown to reject a document at the place that is being read. Never leaves `XmlReading`.
+struct XmlRejection {
+  const char* message;
+};
+
 /// Bounds what a document may make of itself; see `XmlParserLibXml` for the limits. What counts
-/// something gives the message of a rejection once there is too much of it, and null before.
+/// something throws `XmlRejection` once there is too much of it.
 class XmlLimits {
  public:
   static constexpr std::size_t MAX_DEPTH = 256;
-  static constexpr const char* TOO_LONG = "A text is too long";
   static constexpr const char* TOO_DEEP = "Elements are nested too deeply";
   static constexpr const char* TOO_MANY_NAMES = "Too many different names";
 
   /// `inputSize` is what is known of the size of the document in bytes.
   explicit XmlLimits(std::size_t inputSize) noexcept : inputSize_(inputSize) {}
 
-  /// More bytes are known than before; the entities may grow accordingly.
-  void noteInputSize(std::size_t inputSize) noexcept;
+  /// More is known of the size; the entities may grow accordingly.
+  void noteInputSize(std::size_t inputSize) noexcept { inputSize_ = inputSize; }
 
-  [[nodiscard]] const char* openElement(std::size_t attributes, std::size_t namespaces) noexcept {
+  void openElement(std::size_t attributes, std::size_t namespaces) {
     if (depth_ >= MAX_DEPTH) {
-      return TOO_DEEP;
+      throw XmlRejection{TOO_DEEP};
     }
-    if (const char* const message = checkOpenTag(attributes, namespaces)) {
-      return message;
-    }
+    checkOpenTag(attributes, namespaces);
     namespacesOf_[depth_++] = static_cast<std::uint16_t>(namespaces);
     namespacesInScope_ += namespaces;
-    return namespaceDefaults_ == 0 ? nullptr : lookUpDefaults();
+    if (namespaceDefaults_ != 0) {
+      lookUpDefaults();
+    }
   }
   void closeElement() noexcept {
     if (depth_ > 0) {
       namespacesInScope_ -= namespacesOf_[--depth_];
     }
   }
-  /// One attribute, in libxml2's five pointers: local name, prefix, namespace, value and its end.
-  [[nodiscard]] static const char* checkLanguage(const xmlChar* const* attribute) noexcept {
-    return attribute[4] - attribute[3] > MAX_LANGUAGE_TAG ? checkLong(attribute) : nullptr;
+  static void checkLanguage(const XmlSymbol& attribute, std::string_view value) {
+    if (value.size() > MAX_LANGUAGE_TAG) {
+      checkLong(attribute);
+    }
   }
-  /// One that was not written but comes from the document type.
-  [[nodiscard]] const char* useDefault(const xmlChar* const* attribute) noexcept;
-  [[nodiscard]] const char* declareDefault(const xmlChar* attribute) noexcept;
+  /// An attribute that was not written but comes from the document type; the bytes of its name,
+  /// prefix and value.
+  void useDefault(std::size_t bytes);
+  void declareDefault(std::string_view attribute);
   /// What an entity that is declared would make of one tag when it is used.
-  [[nodiscard]] static const char* checkTags(const xmlChar* entityContent) noexcept;
+  static void checkTags(std::string_view entityContent);
   /// Each reference, nested ones included, wherever it stands and however often.
-  [[nodiscard]] const char* useEntity(const xmlChar* content) noexcept;
+  void useEntity(std::string_view content);
   /// libxml2's dictionary of names has a fixed number of slots, and a size that it may not exceed.
-  [[nodiscard]] static const char* checkNames(xmlParserCtxt* context) noexcept;
+  static void checkNames(int count, std::size_t bytes);
   /// Whether it has become so large that libxml2 may not have found room for a name.
-  [[nodiscard]] static bool isFullOfNames(xmlParserCtxt* context) noexcept;
+  [[nodiscard]] static bool isFullOfNames(std::size_t bytes) noexcept;
   /// A start tag that has not ended yet, of which so much is known.
-  [[nodiscard]] const char* checkOpenTag(std::size_t attributes,
-                                         std::size_t namespaces) const noexcept {
-    return attributes > MAX_ATTRIBUTES                        ? TOO_MANY_ATTRIBUTES
-           : namespaces + namespacesInScope_ > MAX_NAMESPACES ? TOO_MANY_NAMESPACES
-                                                              : nullptr;
+  void checkOpenTag(std::size_t attributes, std::size_t namespaces) const {
+    if (attributes > MAX_ATTRIBUTES) {
+      throw XmlRejection{TOO_MANY_ATTRIBUTES};
+    }
+    if (namespaces + namespacesInScope_ > MAX_NAMESPACES) {
+      throw XmlRejection{"Too many namespace declarations in scope"};
+    }
   }
   /// libxml2 compares the choices of an attribute each with each, and frees them by recursion.
-  [[nodiscard]] static const char* checkChoices(std::size_t choices) noexcept;
+  static void checkChoices(std::size_t choices);
 
  private:
   static constexpr std::size_t MAX_ATTRIBUTES = 2000;
   static constexpr std::size_t MAX_NAMESPACES = 1000;
   // Every run of a localised text carries its tag; a long one would be multiplied by their number.
-  static constexpr std::ptrdiff_t MAX_LANGUAGE_TAG = 128;
+  static constexpr std::size_t MAX_LANGUAGE_TAG = 128;
 
   static constexpr const char* TOO_MANY_ATTRIBUTES = "Too many attributes in one element";
-  static constexpr const char* TOO_MANY_NAMESPACES = "Too many namespace declarations in scope";
 
-  static const char* checkLong(const xmlChar* const* attribute) noexcept;
-  const char* lookUpDefaults() noexcept;
-  const char* expand(std::size_t bytes) noexcept;
+  static void checkLong(const XmlSymbol& attribute);
+  void lookUpDefaults();
+  void expand(std::size_t bytes);
 
   std::size_t inputSize_;
   std::size_t expanded_ = 0;           // bytes that entities and defaulted attributes have added

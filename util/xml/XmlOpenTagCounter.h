@@ -5,17 +5,18 @@
 
 namespace orvane::nimbrel::util::internal {
 
-/// Counts the attributes of a start tag that goes on and on, as libxml2 would compare each of them
-/// with each of the others before it hands out any.
+/// Counts the attributes of a start tag that has not ended yet: libxml2 would compare each with
+/// each of the others before it hands out any.
 ///
-/// Is shown the document piece by piece, and looks only at what stands behind the last "<" of each,
+/// It reads the document piece by piece, and looks only at what follows the last "<" of each piece,
 /// since no "<" can stand within a tag. What only looks like a tag, in a comment or a CDATA
-/// section, counts as one, too.
+/// section, counts as one.
 class XmlOpenTagCounter {
  public:
+  /// Reads the next piece.
   void scan(std::string_view piece) noexcept;
 
-  /// Of the tag that has not ended with the last piece; 0 when there is none.
+  /// Those of the tag that has not ended with the last piece; 0 when there is none.
   [[nodiscard]] std::size_t attributes() const noexcept { return isOpen() ? attributes_ : 0; }
   [[nodiscard]] std::size_t namespaces() const noexcept { return isOpen() ? namespaces_ : 0; }
 

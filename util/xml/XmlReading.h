@@ -3,90 +3,65 @@
 #include <cstddef>
 #include <exception>
 #include <memory>
-#include <utility>
+#include <string_view>
 
 #include "util/xml/LibXml.h"
+#include "util/xml/XmlInput.h"
 #include "util/xml/XmlLimits.h"
-#include "util/xml/XmlOutcome.h"
+#include "util/xml/XmlOpenTagCounter.h"
 #include "util/xml/XmlTreeBuilder.h"
 
 namespace orvane::nimbrel::util::internal {
 
-/// One parse: a context of libxml2, whose events build a tree within limits. Lives on the stack.
+/// One parse: libxml2 reads an input, and its events build a tree within limits. Lives on the
+/// stack.
 ///
-/// External entities are declared as empty ones and so never read. Internal parameter entities may
-/// be declared, but a reference to one rejects the document.
+/// Nothing may throw through libxml2. Its callbacks keep the first fault, which ends the parse;
+/// what follows in the document is ignored.
 class XmlReading {
  public:
-  /// `inputSize` is what is known of the size in bytes. Throws `ParseException` when libxml2 cannot
-  /// be used, and `std::bad_alloc`.
-  explicit XmlReading(std::size_t inputSize);
+  /// `input` must outlive this. Throws `ParseException` when libxml2 cannot be used, and
+  /// `std::bad_alloc`.
+  explicit XmlReading(XmlInput& input);
   XmlReading(const XmlReading&) = delete;
   XmlReading& operator=(const XmlReading&) = delete;
 
-  [[nodiscard]] xmlParserCtxt* context() const noexcept { return context_.get(); }
-
-  /// Rejects the document, at the present position or another, unless something has gone wrong
-  /// before.
-  void reject(const char* message) noexcept { reject(message, libxml::positionOf(context())); }
-  void reject(const char* message, libxml::Position at) noexcept { outcome_.reject(message, at); }
-  /// Something else ends the parse, which libxml2 must not see.
-  void fail(std::exception_ptr failure) noexcept { outcome_.fail(std::move(failure)); }
-
-  /// To be asked before libxml2 gets more bytes: false once something is wrong, and then the input
-  /// must end there. `attributes` and `namespaces` are those of a start tag that still goes on:
-  /// this is the only moment at which one can be noticed that never ends. So it is with `choices`
-  /// ("|").
-  [[nodiscard]] bool wantsMore(std::size_t attributes, std::size_t namespaces,
-                               std::size_t choices) noexcept;
-
-  /// More bytes are known than before.
-  void noteInputSize(std::size_t inputSize) noexcept { limits_.noteInputSize(inputSize); }
-
-  /// The document ends within a character, which rejects it if nothing before does.
-  void noteCut() noexcept { isCut_ = true; }
-
-  [[nodiscard]] bool isBeforeRoot() const noexcept { return tree_.isBeforeRoot(); }
-
-  /// Lets libxml2 read the input that its context has been given, and gives the document. Throws
-  /// what went wrong.
+  /// Reads the input to its end. To be called once. Throws the first fault: `ParseException`,
+  /// `std::bad_alloc`, and what the input throws.
   std::shared_ptr<XmlDocument> run();
 
  private:
-  struct Callbacks;
-  static xmlSAXHandler callbacks() noexcept;
-  // Not one of them: libxml2 calls that with another first argument at times.
-  static void onError(void* reading, libxml::Error* error) noexcept {
-    static_cast<XmlReading*>(reading)->noteError(*error);
-  }
+  struct Callbacks;  // all that libxml2 calls
 
-  void startElement(const xmlChar* localName, const xmlChar* prefix, const xmlChar* uri,
-                    int namespaceCount, int attributeCount, int defaultedCount,
-                    const xmlChar** attributes);
+  void parse();
+  // What the callbacks call. Except for those that cannot throw, they throw what ends the parse.
+  std::size_t read(char* target, std::size_t size);
+  void startElement(const XmlSymbol* name, std::size_t attributes, std::size_t namespaces);
   void endElement() noexcept;
   void appendOther(XmlNode::Type type);
-  void instruction(const xmlChar* target);
-  void declareEntity(const xmlChar* name, int type, const xmlChar* publicId,
-                     const xmlChar* systemId, xmlChar* content);
-  void declareAttribute(const xmlChar* element, const xmlChar* name, const xmlChar* value) noexcept;
-  xmlEntity* declareNothing(const xmlChar* name, int type);
-  xmlEntity* useEntity(xmlEntity* entity) noexcept;
-  xmlEntity* parameterEntity(const xmlChar* name);
-  void noteError(const libxml::Error& error) noexcept;
-  void noteMissingName() noexcept;
-  bool isWithin(const char* message) noexcept;
-  [[nodiscard]] unsigned int line() const noexcept {
-    return libxml::positionOf(context_.get()).line;
-  }
+  void instruction(std::string_view target);
 
-  XmlOutcome outcome_;
+  void checkNames() const;
+  /// Rejects the document at the present place, unless there is a fault already.
+  void reject(const char* message) noexcept;
+  /// libxml2 has no memory for something, or no room for another name.
+  void failForMemory() noexcept;
+
+  [[nodiscard]] xmlParserCtxt* context() const noexcept { return context_.get(); }
+  [[nodiscard]] unsigned int line() const noexcept { return libxml::positionOf(context()).line; }
+
+  XmlInput& input_;
+  std::exception_ptr fault_;
+  libxml::Library library_;
   libxml::ErrorGuard errors_;
   libxml::Context context_;
   XmlLimits limits_;
   XmlTreeBuilder tree_;
+  // A start tag that never ends, and too many choices, are found before libxml2 gets more bytes.
+  XmlOpenTagCounter openTag_;
+  std::size_t choices_ = 0;  // "|" before the root
   std::size_t catalogues_ = 0;
   bool hasDocumentType_ = false;
-  bool isCut_ = false;
   bool isDeclaringParameter_ = false;  // libxml2 asks for it once more
   bool hasInvalidUri_ = false;         // an external entity that libxml2 2.9 did not declare
 };

@@ -21,13 +21,13 @@ const XmlSymbol* XmlSymbols::store(const XmlSymbol* namespaceUri, std::string_vi
   return symbol;
 }
 
-const XmlSymbol* XmlSymbols::internNew(const xmlChar* name, const xmlChar* namespaceUri) {
-  const XmlSymbol* const uri = namespaceUri == nullptr ? nullptr : intern(namespaceUri, nullptr);
-  const XmlSymbol* const symbol = store(uri, {}, asView(name));
+const XmlSymbol* XmlSymbols::add(std::string_view text, const void* namespaceAddress,
+                                 const XmlSymbol* namespaceUri) {
+  const XmlSymbol* const symbol = store(namespaceUri, {}, text);
   if (++count_ * 2 > mask_) {
     grow();
   }
-  entryFor(name, namespaceUri) = {name, namespaceUri, symbol};
+  entryFor(text.data(), namespaceAddress) = {text.data(), namespaceAddress, symbol};
   return symbol;
 }
 
@@ -38,7 +38,7 @@ void XmlSymbols::grow() {
   mask_ = 2 * oldSize - 1;
   for (std::size_t i = 0; i < oldSize; ++i) {
     if (old[i].symbol != nullptr) {
-      entryFor(old[i].name, old[i].namespaceUri) = old[i];
+      entryFor(old[i].text, old[i].namespaceAddress) = old[i];
     }
   }
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <libxml/xmlstring.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -12,52 +10,51 @@
 
 namespace orvane::nimbrel::util::internal {
 
-/// A text of libxml2's; none for a null pointer.
-inline std::string_view asView(const xmlChar* text) noexcept {
-  return text == nullptr ? std::string_view()
-                         : std::string_view(reinterpret_cast<const char*>(text));
-}
-
-/// The names of one document, each stored once in its arena. Told apart by their addresses:
-/// libxml2's dictionary gives equal names of a document the same.
+/// The names of one document, each stored once in its arena. They are found by the address of what
+/// was read, since the dictionary of libxml2 keeps equal names of a document at the same.
 class XmlSymbols {
  public:
   explicit XmlSymbols(XmlArena& arena) : arena_(arena), table_(new Entry[mask_ + 1]()) {}
 
-  /// A qualified name. A prefix that is not declared stays part of the name.
-  const XmlSymbol* intern(const xmlChar* localName, const xmlChar* prefix, const xmlChar* uri) {
-    return prefix != nullptr && uri == nullptr ? store(nullptr, asView(prefix), asView(localName))
-                                               : intern(localName, uri);
+  /// The name, or namespace, that was added from the address of its text and that of its namespace,
+  /// which is null for none. Null when there is none yet.
+  const XmlSymbol* find(const void* text, const void* namespaceAddress) noexcept {
+    return entryFor(text, namespaceAddress).symbol;
+  }
+
+  /// Adds a name or namespace that is not found yet.
+  const XmlSymbol* add(std::string_view text, const void* namespaceAddress,
+                       const XmlSymbol* namespaceUri);
+
+  /// A name whose prefix is not declared: both together make a name without a namespace. It is
+  /// never found.
+  const XmlSymbol* addPrefixed(std::string_view prefix, std::string_view local) {
+    return store(nullptr, prefix, local);
   }
 
  private:
   struct Entry {
-    const xmlChar* name;
-    const xmlChar* namespaceUri;  // null: none
+    const void* text;
+    const void* namespaceAddress;
     const XmlSymbol* symbol;
   };
 
-  const XmlSymbol* intern(const xmlChar* name, const xmlChar* namespaceUri) {
-    const XmlSymbol* const known = entryFor(name, namespaceUri).symbol;
-    return known != nullptr ? known : internNew(name, namespaceUri);
-  }
   /// Where a name is, or where it belongs.
-  Entry& entryFor(const xmlChar* name, const xmlChar* namespaceUri) noexcept {
-    std::size_t place = hashOf(name, namespaceUri) & mask_;
+  Entry& entryFor(const void* text, const void* namespaceAddress) noexcept {
+    std::size_t place = hashOf(text, namespaceAddress) & mask_;
     while (table_[place].symbol != nullptr &&
-           (table_[place].name != name || table_[place].namespaceUri != namespaceUri)) {
+           (table_[place].text != text || table_[place].namespaceAddress != namespaceAddress)) {
       place = (place + 1) & mask_;
     }
     return table_[place];
   }
-  static std::size_t hashOf(const xmlChar* name, const xmlChar* namespaceUri) noexcept {
+  static std::size_t hashOf(const void* text, const void* namespaceAddress) noexcept {
     const auto mixed =
-        static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name)) +
-        3 * static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(namespaceUri));
+        static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(text)) +
+        3 * static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(namespaceAddress));
     return static_cast<std::size_t>((mixed * 0x9E3779B97F4A7C15ULL) >> 32);
   }
 
-  const XmlSymbol* internNew(const xmlChar* name, const xmlChar* namespaceUri);
   const XmlSymbol* store(const XmlSymbol* namespaceUri, std::string_view prefix,
                          std::string_view name);
   void grow();

@@ -7,22 +7,10 @@
 #include <utility>
 
 namespace orvane::nimbrel::util::internal {
-namespace {
-
-constexpr std::size_t MAX_BLOCK = 65536;
-
-/// A typical document takes three bytes of tree for each of its own.
-std::unique_ptr<XmlArena> newArena(std::size_t inputSize) {
-  const std::size_t blockSize = std::clamp<std::size_t>(inputSize, 1024, MAX_BLOCK);
-  return std::make_unique<XmlArena>(std::min(3 * blockSize, MAX_BLOCK), blockSize);
-}
-
-}  // namespace
 
 XmlTreeBuilder::XmlTreeBuilder(std::size_t inputSize)
-    : newArena_(newArena(inputSize)),
-      arena_(*newArena_),
-      document_(std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), std::move(newArena_))),
+    : document_(std::make_shared<XmlDocument>(XmlDocument::BuilderKey(), inputSize)),
+      arena_(*document_->arena_),
       symbols_(arena_) {}
 
 inline XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int line) {
@@ -30,28 +18,14 @@ inline XmlNode* XmlTreeBuilder::newNode(XmlNode::Type type, unsigned int line) {
   return ::new (arena_.allocate(sizeof(XmlNode), alignof(XmlNode))) XmlNode(parent, type, line);
 }
 
-inline char* XmlTreeBuilder::copy(const char* text, std::size_t size) {
-  char* const bytes = static_cast<char*>(arena_.allocate(size, 1));
-  std::memcpy(bytes, text, size);
-  return bytes;
-}
-
-void XmlTreeBuilder::startElement(const xmlChar* localName, const xmlChar* prefix,
-                                  const xmlChar* uri, const xmlChar* const* attributes,
-                                  std::size_t attributeCount, unsigned int firstLine,
-                                  unsigned int lastLine) {
+void XmlTreeBuilder::startElement(const XmlSymbol* name, std::size_t attributeCount,
+                                  unsigned int firstLine, unsigned int lastLine) {
   XmlNode* const node = newNode(XmlNode::ELEMENT, firstLine);
-  auto* const element = ::new (arena_.allocate(
-      sizeof(XmlElementData) + attributeCount * sizeof(XmlAttribute), alignof(XmlElementData)))
-      XmlElementData{symbols_.intern(localName, prefix, uri), nullptr};
+  auto* const element =
+      ::new (arena_.allocate(sizeof(XmlElementData) + attributeCount * sizeof(XmlAttribute),
+                             alignof(XmlElementData))) XmlElementData{name, nullptr};
+  nextAttribute_ = reinterpret_cast<XmlAttribute*>(element + 1);
   node->data_.element = element;
-  auto* copies = reinterpret_cast<XmlAttribute*>(element + 1);
-  for (std::size_t i = 0; i < attributeCount; ++i, attributes += 5) {
-    const auto size = static_cast<std::size_t>(attributes[4] - attributes[3]);
-    ::new (copies++) XmlAttribute{symbols_.intern(attributes[0], attributes[1], attributes[2]),
-                                  copy(reinterpret_cast<const char*>(attributes[3]), size),
-                                  static_cast<std::uint32_t>(size)};
-  }
   node->size_ = static_cast<std::uint32_t>(attributeCount);
   link(node);
   open_[depth_++] = {node, nullptr};
@@ -65,27 +39,25 @@ void XmlTreeBuilder::endElement(unsigned int line) noexcept {
   }
 }
 
-bool XmlTreeBuilder::appendText(const char* text, std::size_t size, unsigned int line) {
+void XmlTreeBuilder::appendText(std::string_view text, unsigned int line) {
   const unsigned int begin = std::exchange(lastLine_, line);
   if (text_ == nullptr) {
     XmlNode* const node = newNode(XmlNode::TEXT, begin);
-    char* const bytes = copy(text, size);
+    char* const bytes = copy(text);
     node->data_.text = bytes;
-    node->size_ = static_cast<std::uint32_t>(size);
+    node->size_ = static_cast<std::uint32_t>(text.size());
     link(node);
     text_ = node;
-    textEnd_ = bytes + size;
-    textCapacity_ = size;
-    return true;
+    textEnd_ = bytes + text.size();
+    textCapacity_ = text.size();
+    return;
   }
-  if (size > std::numeric_limits<std::uint32_t>::max() - text_->size_) {
-    return false;
+  if (text.size() > std::numeric_limits<std::uint32_t>::max() - text_->size_) {
+    throw XmlRejection{"A text is too long"};
   }
-  growText(text_->size_ + size);
-  std::memcpy(textEnd_, text, size);
-  textEnd_ += size;
-  text_->size_ = static_cast<std::uint32_t>(text_->size_ + size);
-  return true;
+  growText(text_->size_ + text.size());
+  textEnd_ = std::copy(text.begin(), text.end(), textEnd_);
+  text_->size_ += static_cast<std::uint32_t>(text.size());
 }
 
 void XmlTreeBuilder::growText(std::size_t size) {

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <libxml/xmlstring.h>
-
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <memory>
+#include <new>
+#include <string_view>
 
 #include "util/XmlDocument.h"
 #include "util/xml/XmlArena.h"
@@ -14,7 +16,7 @@
 
 namespace orvane::nimbrel::util::internal {
 
-/// Fills a document, node by node in document order. Lines are those of the document itself, at
+/// Fills a document, node by node in document order. Lines are those of the document itself, in
 /// which a tag, a text or anything else ends. Throws `std::bad_alloc`.
 class XmlTreeBuilder {
  public:
@@ -26,18 +28,24 @@ class XmlTreeBuilder {
   /// No element has begun yet.
   [[nodiscard]] bool isBeforeRoot() const noexcept { return document_->root_ == nullptr; }
 
+  /// The names of the document, each of which is to be found or added here.
+  XmlSymbols& symbols() noexcept { return symbols_; }
+
   /// The line in which a tag or text begins that follows what came last; not known for the root.
   [[nodiscard]] unsigned int nextLine() const noexcept { return lastLine_; }
 
-  /// An element with attributes, of which libxml2 hands out five pointers each: local name, prefix,
-  /// namespace, value and its end. At most `XmlLimits::MAX_DEPTH` may be open.
-  void startElement(const xmlChar* localName, const xmlChar* prefix, const xmlChar* uri,
-                    const xmlChar* const* attributes, std::size_t attributeCount,
-                    unsigned int firstLine, unsigned int lastLine);
+  /// An element, whose attributes have to follow. At most `XmlLimits::MAX_DEPTH` may be open.
+  void startElement(const XmlSymbol* name, std::size_t attributeCount, unsigned int firstLine,
+                    unsigned int lastLine);
+  void addAttribute(const XmlSymbol* name, std::string_view value) {
+    ::new (nextAttribute_++)
+        XmlAttribute{name, copy(value), static_cast<std::uint32_t>(value.size())};
+  }
   void endElement(unsigned int line) noexcept;
 
-  /// Character data within an element; adjacent pieces make one text. False when it gets too long.
-  [[nodiscard]] bool appendText(const char* text, std::size_t size, unsigned int line);
+  /// Character data within an element; adjacent pieces make one text. Throws `XmlRejection` when it
+  /// gets too long.
+  void appendText(std::string_view text, unsigned int line);
 
   /// A comment or instruction within an element.
   void appendOther(XmlNode::Type type, unsigned int line);
@@ -52,11 +60,14 @@ class XmlTreeBuilder {
   void endText(unsigned int line) noexcept;
   void link(XmlNode* node) noexcept;
   XmlNode* newNode(XmlNode::Type type, unsigned int line);
-  char* copy(const char* text, std::size_t size);
+  char* copy(std::string_view text) {
+    char* const bytes = static_cast<char*>(arena_.allocate(text.size(), 1));
+    std::memcpy(bytes, text.data(), text.size());
+    return bytes;
+  }
 
-  std::unique_ptr<XmlArena> newArena_;  // until the document takes it
-  XmlArena& arena_;
   std::shared_ptr<XmlDocument> document_;
+  XmlArena& arena_;  // the document's
   XmlSymbols symbols_;
 
   struct OpenElement {
@@ -65,6 +76,7 @@ class XmlTreeBuilder {
   };
   std::array<OpenElement, XmlLimits::MAX_DEPTH> open_;  // from the root down
   std::size_t depth_ = 0;
+  XmlAttribute* nextAttribute_ = nullptr;
   XmlNode* text_ = nullptr;  // the text node that grows; its bytes end at textEnd_
   char* textEnd_ = nullptr;
   std::size_t textCapacity_ = 0;

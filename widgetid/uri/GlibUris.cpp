@@ -54,7 +54,8 @@ std::string cleaned(std::string_view text) {
   return clean;
 }
 
-/// Removes a scheme and its colon from the front of `text`.
+/// Removes a scheme and its colon from the front of `text`, and gives the scheme in lower case;
+/// empty when there is none.
 std::string takeScheme(std::string_view& text) {
   std::string scheme;
   for (const char c : text) {
@@ -103,7 +104,7 @@ std::string normalized(std::string_view text) {
   return escaped.get();
 }
 
-/// Reads "user:password@host:port". False for what is none.
+/// Reads "user:password@host:port". False when the text is no authority.
 bool readAuthority(std::string_view text, std::string& host) {
   const std::size_t user = text.find('@');
   if (user != std::string_view::npos) {
