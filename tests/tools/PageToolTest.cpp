@@ -249,6 +249,23 @@ TEST(PageTool, HasAllOfTheRecordWhatIsSecuritysFirst) {
       HasSubstr("It sets no proxy, no TLS fallback, no inspector"));
 }
 
+// A record can take 57 times the size of its document, as each run of a text has its language.
+TEST(PageTool, HoldsOneRecordAtATime) {
+  if (NIMBREL_SANITIZE) {
+    GTEST_SKIP() << "a sanitizer keeps what is freed";
+  }
+  std::string text = "<name xml:lang='de'>x</name><license><span xml:lang='";
+  text.append(128, 'l').append("'>");
+  for (int i = 0; i < 200'000; ++i) {
+    text += "x<b/>";
+  }
+  const auto memoryOf = [](const std::string& children) {
+    return run({"show", "--format", "html", "-"}, widget(children)).memory;
+  };
+  const long size = static_cast<long>(text.size()) / 1024;
+  EXPECT_LT(memoryOf(text + "</span></license>") - memoryOf("<name>x</name>"), 90 * size);
+}
+
 TEST(PageTool, ABigDocumentHasAPageOfLimitedSize) {
   std::string children = "<feature name='urn:f'>";
   for (int i = 0; i < 3000; ++i) {

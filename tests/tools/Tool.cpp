@@ -1,6 +1,7 @@
 #include "tests/tools/Tool.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -120,9 +121,10 @@ Outcome run(const std::vector<std::string>& arguments, const std::string& input,
   close(ends[1]);
   const std::string shown = terminal ? terminal->read() : std::string();
   int state = 0;
-  waitpid(child, &state, 0);
+  rusage usage = {};
+  wait4(child, &state, 0, &usage);
   return {WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state),
-          terminal ? shown : contentOf(out.path()), contentOf(error.path())};
+          terminal ? shown : contentOf(out.path()), contentOf(error.path()), usage.ru_maxrss};
 }
 
 Json show(const std::string& document, std::vector<std::string> options) {

@@ -18,6 +18,7 @@ struct Outcome {
   int status = -1;  ///< exit status; minus the number of the signal that ended it
   std::string out;
   std::string error;
+  long memory = 0;  ///< the most that it held, in KiB
 };
 
 /// Where the standard output of a run goes. What a terminal gets is captured too.

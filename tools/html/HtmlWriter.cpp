@@ -19,21 +19,13 @@ using util::LocalizableString;
 constexpr std::size_t PIECE = 65536;
 constexpr std::size_t LONGEST_TAG = 35;
 
-const char* referenceFor(char32_t character) noexcept {
-  switch (character) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '"':
-      return "&quot;";
-    case '\'':
-      return "&#39;";
-    default:
-      return nullptr;
-  }
+/// The reference for a character of markup; empty for any other.
+std::string_view referenceFor(char32_t character) noexcept {
+  constexpr std::string_view MARKUP = "&<>\"'";
+  constexpr std::string_view REFERENCES[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&#39;", ""};
+  const std::size_t place =
+      character < 0x80 ? MARKUP.find(static_cast<char>(character)) : MARKUP.npos;
+  return REFERENCES[std::min(place, MARKUP.size())];
 }
 
 /// Whether a joiner behind this character changes how it is drawn: it is a letter that joins, a
@@ -112,7 +104,7 @@ HtmlWriter& HtmlWriter::text(std::string_view text) {
   while (at < text.size()) {
     const std::size_t from = at;
     const char32_t character = util::internal::decodeUtf8(text, at);
-    if (const char* const reference = referenceFor(character); reference != nullptr) {
+    if (const std::string_view reference = referenceFor(character); !reference.empty()) {
       append(reference);
     } else if (character == util::internal::NOT_UTF8) {
       for (std::size_t i = from; i < at; ++i) {

@@ -47,15 +47,12 @@ const char* IconFinder::tryPath(IconChoice& choice, const config::Config& record
     // At the root are the files for all languages.
     std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
     const IconImage& icon = load(folder += path);
-    if (icon.type != nullptr && icon.bytes.size() <= left_) {
-      left_ -= icon.bytes.size();
+    if (icon.type != nullptr) {
       choice.image = &icon;
       choice.path = folder;
       return nullptr;
     }
-    if (icon.problem != UNREADABLE) {
-      problem = icon.problem != nullptr ? icon.problem : "the icons of this page are too large";
-    }
+    problem = icon.problem != UNREADABLE ? icon.problem : problem;
   }
   return problem;
 }

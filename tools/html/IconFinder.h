@@ -27,8 +27,8 @@ struct IconChoice {
   std::vector<const char*> problems;  ///< of the record's first icons, which are not shown
 };
 
-/// Finds the icons of an application in its package, and keeps what they add to a page, and what is
-/// unpacked for them, within limits. Each file is unpacked once.
+/// Finds the icons of an application in its package. Each file is unpacked once, and no more of
+/// them than a limit; an icon has a largest size.
 class IconFinder {
  public:
   /// `package` is null for a document alone, which has no files.
@@ -45,12 +45,9 @@ class IconFinder {
   [[nodiscard]] const char* tryPath(IconChoice& choice, const config::Config& record,
                                     const std::string& path);
 
-  static constexpr std::size_t MOST_BYTES = std::size_t{4} * 1024 * 1024;  // of all on a page
-
   std::shared_ptr<Package> package_;
-  std::map<std::string, IconImage> images_;  // by path
-  std::size_t left_ = MOST_BYTES;            // to be shown
-  std::size_t leftToRead_ = 4 * MOST_BYTES;  // to find them
+  std::map<std::string, IconImage> images_;                 // by path
+  std::size_t leftToRead_ = std::size_t{16} * 1024 * 1024;  // bytes
 };
 
 }  // namespace orvane::nimbrel::tools
