@@ -49,7 +49,9 @@ struct Checker {
   std::optional<PackageRules> package;
 
   Checker(Report& reportOfDocument, const CheckSettings& settings)
-      : report(reportOfDocument), probe(report, settings.logMask), rules(probe, report) {
+      : report(reportOfDocument),
+        probe(report, settings.logMask),
+        rules(probe, settings.package.has_value(), report) {
     if (settings.package) {
       package.emplace(*settings.package, report).checkContents();
     }
@@ -135,7 +137,7 @@ void removeExplained(Report& report) {
     if (found != missing.end() &&
         (finding.isText ? found->second == "value"
                         : finding.code == FindingCode::UNKNOWN_ATTRIBUTE &&
-                              suggestionFor(finding) == found->second)) {
+                              suggestionFor(finding, Reach::LIKELY) == found->second)) {
       explained.insert(finding.element);
     }
   }

@@ -26,7 +26,8 @@ struct Diagnostic {
   /// why.
   std::string_view value = {};
   /// A name of the package that explains it: the file that was meant, the one that others get, or
-  /// the one with which another may be confused; empty when there is none.
+  /// the one with which another may be confused. Of an unknown element the name as it is written.
+  /// Empty when there is none.
   std::string_view name = {};
   /// Another element that explains it, such as the one that counts; null when there is none.
   const util::XmlNode* other = nullptr;

@@ -20,13 +20,12 @@ constexpr CodeDescription CODES[] = {
      "The root element is not `widget` in the namespace of W3C Widgets.",
      R"(<widget id="urn:map"/>)", R"(<widget xmlns="http://www.w3.org/ns/widgets" id="urn:map"/>)"},
     {Code::REQUIRED_FEATURE_NAME, "required-feature-name", ERROR,
-     "The name of a required feature is not an IRI. Features are required unless `required` is "
-     "false.",
+     "The name of a required feature is not a full address (IRI). Features are required unless "
+     "`required` is false.",
      R"(<feature name="geolocation"/>)",
      R"(<feature name="http://features.example/geolocation"/>)"},
     {Code::NUMBER_REJECTED, "number-rejected", ERROR,
-     "A number of `tavlo:network` or `tavlo:resources` is empty, ends in white space or is too "
-     "large.",
+     "A number of `tavlo:network` or `tavlo:resources` is empty or too large.",
      R"(<tavlo:network><tavlo:asset key="maxConnections" value=""/></tavlo:network>)",
      R"(<tavlo:network><tavlo:asset key="maxConnections" value="8"/></tavlo:network>)"},
     {Code::MISSING_ATTRIBUTE, "missing-attribute", WARNING,
@@ -36,7 +35,7 @@ constexpr CodeDescription CODES[] = {
      R"(<widget xmlns="http://www.w3.org/ns/widgets" version=" "/>)",
      R"(<widget xmlns="http://www.w3.org/ns/widgets" version="1.0"/>)"},
     {Code::NOT_AN_IRI, "not-an-iri", WARNING,
-     "An identifier, link or name is not an absolute IRI, which begins with a scheme.",
+     "An identifier, link or name is not a full address (IRI), which begins with a scheme.",
      R"(<license href="license.txt">Free</license>)",
      R"(<license href="http://maps.example/license.txt">Free</license>)"},
     {Code::NOT_AN_ORIGIN, "not-an-origin", WARNING,
@@ -97,7 +96,9 @@ constexpr CodeDescription CODES[] = {
      R"(<tavlo:messaging><tavlo:app name="org.a"/><tavlo:app name="org.b" value="yes"/></tavlo:messaging>)",
      R"(<tavlo:messaging><tavlo:app name="org.a" value="yes"/><tavlo:app name="org.b" value="yes"/></tavlo:messaging>)"},
     {Code::SIMILAR_KEY, "similar-key", NOTE,
-     "A key of `tavlo:resources`, where any is allowed, is spelt almost like a known one.",
+     "A key of `tavlo:resources`, where any is allowed, is spelt almost like a known one, or is "
+     "one "
+     "of another element.",
      R"(<tavlo:resources><tavlo:asset key="localStoragePath" value="data"/></tavlo:resources>)",
      R"(<tavlo:resources><tavlo:asset key="LocalStoragePath" value="data"/></tavlo:resources>)"},
     {Code::UNUSED_LANGUAGE, "unused-language", WARNING,
@@ -111,11 +112,14 @@ constexpr CodeDescription CODES[] = {
     {Code::UNUSED_ATTRIBUTE, "unused-attribute", NOTE,
      "An attribute has no effect because of the value of another one.",
      R"(<access origin="*" subdomains="true"/>)", R"(<access origin="*"/>)"},
-    {Code::SUSPICIOUS_VALUE, "suspicious-value", NOTE,
-     "A value is probably not what was meant: an unknown view mode, language or encoding, a "
-     "repeated "
-     "keyword, or an address where a path is needed.",
+    {Code::INVALID_VALUE, "invalid-value", WARNING,
+     "A value is kept, but is of no use: a view mode or a language that there is not, or a path "
+     "with \"\\\".",
      R"(<name xml:lang="en_US">Map</name>)", R"(<name xml:lang="en-US">Map</name>)"},
+    {Code::SUSPICIOUS_VALUE, "suspicious-value", NOTE,
+     "A value is probably not what was meant: a country as a language, an unknown encoding, a "
+     "repeated keyword, or an address where a path is needed.",
+     R"(<name xml:lang="jp">Map</name>)", R"(<name xml:lang="ja">Map</name>)"},
     {Code::MISSING_FILE, "missing-file", WARNING,
      "The start file, an icon or the license is not in the package, or there is nothing to start.",
      R"(<!-- package: index.html map.png --> <icon src="Map.png"/>)",

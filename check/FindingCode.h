@@ -39,6 +39,7 @@ enum class FindingCode {
   UNUSED_LANGUAGE,    ///< nobody gets the element
   OTHER_LANGUAGE,     ///< this user gets another element
   UNUSED_ATTRIBUTE,   ///< without effect beside another attribute
+  INVALID_VALUE,      ///< kept as written, but of no use to anybody
   SUSPICIOUS_VALUE,   ///< probably not what was meant
   /// Of a packaged document:
   MISSING_FILE,     ///< a file that is not in the package, or no start file

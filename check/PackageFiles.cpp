@@ -128,8 +128,7 @@ void PackageFiles::addAddresses(const Entry& entry) {
   }
   const std::string_view language = segmentAt(path, LOCALES.size());
   const std::size_t rest = LOCALES.size() + language.size() + 1;
-  if (rest < path.size() && language != "*" &&
-      !adviceOnValue(config::ValueKind::LANGUAGE, std::string(language))) {
+  if (rest < path.size() && language != "*" && isLanguageTag(std::string(language))) {
     const std::string_view foldedLanguage = segmentAt(folded, LOCALES.size());
     addresses_.push_back({folded.substr(LOCALES.size() + foldedLanguage.size() + 1),
                           path.substr(rest), foldedLanguage});

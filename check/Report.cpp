@@ -172,6 +172,9 @@ void Report::locate() {
       }
       finding.hasSpan = true;
       finding.span = placeIn(tag, finding);
+      if (finding.code == FindingCode::UNKNOWN_ELEMENT) {
+        finding.name = source_.text().substr(tag.name.begin, tag.name.end - tag.name.begin);
+      }
       if (finding.isText) {
         const Span text = textIn(source_.text(), tags_[finding.elementNumber]);
         finding.span = text.isEmpty() ? finding.span : text;

@@ -24,12 +24,13 @@ using util::XmlNode;
 constexpr struct {
   std::string_view written;
   std::string_view meant;
-} SYNONYMS[] = {
-    {"href", "src"},     {"src", "href"},      {"path", "src"},      {"file", "src"},
-    {"uri", "origin"},   {"url", "origin"},    {"uri", "href"},      {"url", "href"},
-    {"uri", "src"},      {"url", "src"},       {"key", "name"},      {"name", "key"},
-    {"mail", "email"},   {"lang", "xml:lang"}, {"href", "origin"},   {"source", "src"},
-    {"src", "resource"}, {"href", "resource"}, {"path", "resource"}, {"file", "resource"}};
+} SYNONYMS[] = {{"href", "src"},      {"src", "href"},      {"path", "src"},
+                {"file", "src"},      {"uri", "origin"},    {"url", "origin"},
+                {"uri", "href"},      {"url", "href"},      {"uri", "src"},
+                {"url", "src"},       {"key", "name"},      {"name", "key"},
+                {"id", "name"},       {"mail", "email"},    {"lang", "xml:lang"},
+                {"href", "origin"},   {"source", "src"},    {"src", "resource"},
+                {"href", "resource"}, {"path", "resource"}, {"file", "resource"}};
 
 bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute) {
   return element.attributeView(attribute.name, namespaceOf(attribute)).data() != nullptr;
@@ -40,8 +41,8 @@ std::string meantLanguage(const XmlNode& element) {
 }
 
 /// The child of the root that an element was meant to be: of either vocabulary.
-std::string meantChildOfRoot(const XmlNode& element) {
-  NearestName suggestion(element.nameView());
+std::string meantChildOfRoot(const XmlNode& element, Reach reach) {
+  NearestName suggestion(element.nameView(), reach);
   for (const ElementDescription* const known : config::elementDescriptions()) {
     suggestion.consider(known->name);
   }
@@ -53,17 +54,20 @@ std::string meantChildOfRoot(const XmlNode& element) {
   return {};
 }
 
-std::string meantElement(const XmlNode& element) {
+std::string meantElement(const XmlNode& element, Reach reach) {
   const XmlNode* const parent = element.parent();
+  if (element.nameView().find(':') != std::string_view::npos) {
+    return {};  // the prefix is the mistake
+  }
   if (parent == nullptr) {
-    NearestName suggestion(element.nameView());
+    NearestName suggestion(element.nameView(), reach);
     suggestion.consider("widget");
     return std::string(suggestion.get());
   }
   if (parent->parent() == nullptr) {
-    return meantChildOfRoot(element);
+    return meantChildOfRoot(element, reach);
   }
-  NearestName suggestion(element.nameView());
+  NearestName suggestion(element.nameView(), reach);
   const ElementDescription* const known = describe(*parent);
   for (const ChildDescription& child :
        known == nullptr ? config::DescriptionList<ChildDescription>() : known->children) {
@@ -78,7 +82,7 @@ std::string_view meantWord(const XmlNode& element, std::string_view attribute,
   if (key != nullptr && key->words != nullptr) {
     for (const auto& words : {key->words->trigger, key->words->opposite}) {
       const auto* const word = std::find_if(
-          words, words + 2, [&](std::string_view known) { return isSameInAnyCase(value, known); });
+          words, words + 2, [&](std::string_view known) { return looksLike(value, known); });
       if (word != words + 2) {
         return *word;
       }
@@ -92,10 +96,10 @@ std::string_view meantWord(const XmlNode& element, std::string_view attribute,
   return suggestion.get();
 }
 
-std::string_view meantKey(const XmlNode& setting, std::string_view key) {
+std::string_view meantKey(const XmlNode& setting, std::string_view key, Reach reach) {
   const ElementDescription* const parent =
       setting.parent() == nullptr ? nullptr : describe(*setting.parent());
-  return parent == nullptr ? std::string_view() : suggestedKey(*parent, key);
+  return parent == nullptr ? std::string_view() : suggestedKey(*parent, key, reach);
 }
 
 /// The IRI that a text with blanks was meant to be. Blanks in an authority, or between two
@@ -122,7 +126,8 @@ std::string meantIri(std::string_view text) {
 }  // namespace
 
 std::string suggestedAttribute(const XmlNode& element, std::size_t index,
-                               config::DescriptionList<AttributeDescription> described) {
+                               config::DescriptionList<AttributeDescription> described,
+                               Reach reach) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string_view written = attribute.name;
   if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
@@ -137,7 +142,7 @@ std::string suggestedAttribute(const XmlNode& element, std::size_t index,
   }
   // The element's own names first; those in another namespace only if none of these is similar.
   for (const bool isExtension : {false, true}) {
-    NearestName suggestion(written);
+    NearestName suggestion(written, reach);
     for (const AttributeDescription& description : described) {
       if (description.isExtension == isExtension) {
         suggestion.consider(description.name);
@@ -151,7 +156,7 @@ std::string suggestedAttribute(const XmlNode& element, std::size_t index,
     }
   }
   for (const auto& row : SYNONYMS) {
-    if (!isSameInAnyCase(row.written, written)) {
+    if (!looksLike(row.written, written)) {
       continue;
     }
     if (row.meant == "xml:lang") {
@@ -166,7 +171,7 @@ std::string suggestedAttribute(const XmlNode& element, std::size_t index,
   return {};
 }
 
-std::string suggestionFor(const Diagnostic& finding) {
+std::string suggestionFor(const Diagnostic& finding, Reach reach) {
   // Of a short value only: a namespace may be long, and many elements may have it.
   const auto value = [&] { return zel::util::StringUtil::squeezeAndTrim(finding.value); };
   switch (finding.code) {
@@ -174,23 +179,28 @@ std::string suggestionFor(const Diagnostic& finding) {
       if (finding.attribute == "xmlns") {
         return config::W3C_WIDGETS_NAMESPACE;
       }
-      return finding.element == nullptr ? "" : meantElement(*finding.element);
+      return finding.element == nullptr ? "" : meantElement(*finding.element, reach);
     case FindingCode::UNKNOWN_ELEMENT:
-      return finding.attribute == "xmlns" ? std::string(suggestedNamespace(finding.value))
-                                          : meantElement(*finding.element);
+      if (finding.attribute == "xmlns") {
+        return std::string(suggestedNamespace(finding.value));
+      } else {
+        const std::string meant = meantElement(*finding.element, reach);
+        return meant == finding.name ? "" : meant;  // its prefix stands for another namespace
+      }
     case FindingCode::UNEXPECTED_CHILD:
-      return meantElement(*finding.element);
+      return meantElement(*finding.element, reach);
     case FindingCode::UNKNOWN_ATTRIBUTE:
       return suggestedAttribute(*finding.element, finding.attributeIndex,
-                                attributesOf(*finding.element));
+                                attributesOf(*finding.element), reach);
     case FindingCode::UNKNOWN_KEY:
     case FindingCode::SIMILAR_KEY:
-      return std::string(meantKey(*finding.element, value()));
+      return std::string(meantKey(*finding.element, value(), reach));
     case FindingCode::UNKNOWN_WORD:
       return std::string(meantWord(*finding.element, finding.attribute, value()));
     case FindingCode::NOT_AN_IRI:
     case FindingCode::REQUIRED_FEATURE_NAME:
       return meantIri(value());
+    case FindingCode::INVALID_VALUE:
     case FindingCode::SUSPICIOUS_VALUE: {
       const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute), value());
       return advice ? advice->suggestion : "";

@@ -96,9 +96,17 @@ void TreeRules::checkNumber(const XmlNode& element, std::uint32_t index, ValueKi
 
 void TreeRules::checkValue(const XmlNode& element, std::uint32_t index, ValueKind kind) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
-  if (!probe_.hasReported(element, attribute.name) &&
-      adviceOnValue(kind, StringUtil::squeezeAndTrim(attribute.value))) {
-    report_.add(FindingCode::SUSPICIOUS_VALUE, element, index);
+  const std::string value = StringUtil::squeezeAndTrim(attribute.value);
+  // The names of a package tell more about a path than its letters.
+  if (probe_.hasReported(element, attribute.name) ||
+      (isPackaged_ && kind == ValueKind::PATH && value.find('\\') != std::string::npos)) {
+    return;
+  }
+  if (value.empty() && (kind == ValueKind::ENCODING || kind == ValueKind::KEYWORDS)) {
+    report_.add(FindingCode::EMPTY_VALUE, element, index);
+  } else if (const auto advice = adviceOnValue(kind, value)) {
+    report_.add(advice->isUseless ? FindingCode::INVALID_VALUE : FindingCode::SUSPICIOUS_VALUE,
+                element, index);
   }
 }
 
@@ -112,9 +120,8 @@ void TreeRules::checkLanguage(const XmlNode& element) {
     language.consider("lang");
     if (attribute.name != "lang" && !language.get().empty()) {
       report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
-    } else if (attribute.name == "lang" &&
-               adviceOnValue(ValueKind::LANGUAGE, std::string(attribute.value))) {
-      report_.add(FindingCode::SUSPICIOUS_VALUE, element, i);
+    } else if (attribute.name == "lang") {
+      checkValue(element, i, ValueKind::LANGUAGE);
     }
   }
 }
@@ -240,7 +247,8 @@ void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& p
   if (description == nullptr) {
     return;
   }
-  if (description == parent.anyKey && !suggestedKey(parent, key).empty()) {
+  if (description == parent.anyKey && !parent.keys.empty() &&
+      (!suggestedKey(parent, key).empty() || ownerOfKey(key, parent) != nullptr)) {
     report_.add(FindingCode::SIMILAR_KEY, setting, indexOf(setting, keyAttribute));
   }
   // What is not used, of whichever screen, can be no mistake.

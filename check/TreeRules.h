@@ -13,7 +13,8 @@ namespace orvane::nimbrel::check {
 class TreeRules {
  public:
   /// The probe, and the report into which findings go, have to live as long.
-  TreeRules(const Probe& probe, Report& report) : probe_(probe), report_(report) {}
+  TreeRules(const Probe& probe, bool isPackaged, Report& report)
+      : probe_(probe), isPackaged_(isPackaged), report_(report) {}
 
   /// The attributes of the root, which the probe must have read. What the parser reported of an
   /// attribute is not said again.
@@ -46,6 +47,7 @@ class TreeRules {
   void addAttribute(FindingCode code, const util::XmlNode& element, std::uint32_t index);
 
   const Probe& probe_;
+  bool isPackaged_;
   Report& report_;
 };
 

@@ -1,7 +1,10 @@
 #include "check/ValueAdvice.h"
 
+#include <unicode/uloc.h>
+
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <iterator>
 #include <locale>
 #include <set>
@@ -101,18 +104,46 @@ bool isPortWrong(const std::string& origin) {
   return !(isNumber && std::stoul(std::string(port)) <= MAX_PORT) && parse(origin.substr(0, colon));
 }
 
+/// What a text without a scheme was meant to be, if it is a host: with a dot, or with a port.
+std::string meantByHost(const std::string& origin) {
+  const util::Option<IRI> iri = parse("https://" + origin);
+  const bool isHost =
+      iri && iri.get().hasHost && !hasMore(iri.get()) && !originOf(iri.get()).empty();
+  const bool hasDot = origin.find('.') != std::string::npos;
+  if (!isHost || (!hasDot && iri.get().port < 0)) {
+    return {};
+  }
+  return (hasDot && !isDigit(iri.get().host.back()) ? "https://" : "http://") + origin;
+}
+
+/// What was meant where "\\" or a single "/" stands behind the scheme.
+std::string meantBySlashes(std::string origin) {
+  std::replace(origin.begin(), origin.end(), '\\', '/');
+  const std::size_t scheme = origin.find(":/");
+  if (scheme == std::string::npos) {
+    return {};
+  }
+  const std::size_t host = std::min(origin.find_first_not_of('/', scheme + 1), origin.size());
+  const util::Option<IRI> iri =
+      parse(origin.substr(0, scheme) + std::string(SCHEME_END) + origin.substr(host));
+  return iri && !iri.get().host.empty() ? originOf(iri.get()) : "";
+}
+
 Advice adviceOnText(const std::string& origin) {
+  if (origin.find_first_not_of("[]{}()\"' *") == std::string::npos &&
+      std::count(origin.begin(), origin.end(), '*') == 1) {
+    return {"Write \"*\" alone", "*"};
+  }
+  if (origin.find('\\') != std::string::npos) {
+    return {"Write \"/\" for \"\\\"", meantBySlashes(origin)};
+  }
   if (origin.find(' ') != std::string::npos) {
     return {"Write an element for each origin", ""};
   }
   if (isPortWrong(origin)) {
     return {"The port must be a number up to 65535", ""};
   }
-  const std::string meant = "https://" + origin;
-  const util::Option<IRI> iri = parse(meant);
-  const bool isHost = iri && iri.get().hasHost && !hasMore(iri.get()) &&
-                      !originOf(iri.get()).empty() && origin.find('.') != std::string::npos;
-  return {"Must be \"*\", or scheme, host and port", isHost ? meant : ""};
+  return {"Must be \"*\", or scheme, host and port", meantByHost(origin)};
 }
 
 // Values that the parser does not judge.
@@ -121,8 +152,93 @@ Advice adviceOnText(const std::string& origin) {
 constexpr std::string_view VIEW_MODES[] = {"windowed", "floating", "fullscreen", "maximized",
                                            "minimized"};
 
-/// Whether a text looks like a language tag (BCP 47): a language of two or three letters, or "i" or
-/// "x", and further parts. Longer languages are allowed, but none is registered.
+/// What a language was meant to be that is none, but the code of a country, as "jp".
+std::optional<Advice> adviceOnCode(const std::string& tag) {
+  constexpr std::string_view FORMER[] = {"bh", "mo", "sh"};  // known to users, not to the library
+  const std::string language = tag.substr(0, tag.find('-'));
+  const std::string code = util::ascii::lowerCased(language);
+  if (code.size() != 2 || *uloc_getISO3Language(code.c_str()) != '\0' ||
+      std::find(std::begin(FORMER), std::end(FORMER), code) != std::end(FORMER)) {
+    return std::nullopt;
+  }
+  const std::string country = "und_" + code;
+  char likely[ULOC_FULLNAME_CAPACITY] = "";
+  UErrorCode error = U_ZERO_ERROR;
+  if (*uloc_getISO3Country(country.c_str()) != '\0') {
+    uloc_addLikelySubtags(country.c_str(), likely, ULOC_FULLNAME_CAPACITY, &error);
+  }
+  const std::string meant(likely, std::strcspn(likely, "_"));
+  if (U_FAILURE(error) || meant.empty() || meant == "und") {
+    return Advice{'"' + language + "\" is no language.", ""};
+  }
+  return Advice{'"' + language + "\" is a country, not a language.",
+                meant + tag.substr(language.size())};
+}
+
+std::optional<Advice> adviceOnLanguage(const std::string& value) {
+  // An empty language is none, and "*" is another mistake.
+  if (value.empty() || value == "*") {
+    return std::nullopt;
+  }
+  if (isLanguageTag(value)) {
+    return adviceOnCode(value);
+  }
+  std::string meant = value;
+  std::replace(meant.begin(), meant.end(), '_', '-');
+  return Advice{"No user has this language; write a tag such as \"en\" or \"en-US\".",
+                isLanguageTag(meant) ? meant : "", true, true};
+}
+
+std::optional<Advice> adviceOnKeywords(const std::string& value) {
+  if (value.find(',') != std::string::npos) {
+    std::string meant = value;
+    std::replace(meant.begin(), meant.end(), ',', ' ');
+    return Advice{"Separate view modes by blanks, not by commas.",
+                  StringUtil::squeezeAndTrim(meant), false, true};
+  }
+  const std::vector<std::string> keywords = StringUtil::split(value, ' ');
+  for (const std::string& keyword : keywords) {
+    if (std::find(std::begin(VIEW_MODES), std::end(VIEW_MODES), keyword) == std::end(VIEW_MODES)) {
+      NearestName suggestion(keyword, Reach::LIKELY);
+      for (const std::string_view mode : VIEW_MODES) {
+        suggestion.consider(mode);
+      }
+      return Advice{"There is no view mode \"" + keyword +
+                        "\"; there are windowed, floating, fullscreen, maximized and minimized.",
+                    std::string(suggestion.get()), false, true};
+    }
+  }
+  std::set<std::string_view> seen;
+  for (const std::string& keyword : keywords) {
+    if (!seen.insert(keyword).second) {
+      return Advice{"The view mode \"" + keyword + "\" is repeated; the first one counts.", ""};
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<Advice> adviceOnPath(const std::string& value) {
+  const std::size_t scheme = value.find("://");
+  const bool isAddress =
+      scheme != std::string::npos && scheme > 0 &&
+      std::all_of(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(scheme),
+                  util::ascii::isLetterOrDigit);
+  if (isAddress) {
+    return Advice{"An address; write the path of a file in the package.", ""};
+  }
+  if (value.find('\\') == std::string::npos) {
+    return std::nullopt;
+  }
+  std::string meant = value;
+  std::replace(meant.begin(), meant.end(), '\\', '/');
+  const bool isRelative = meant.front() != '/' && meant.find(':') == std::string::npos;
+  return Advice{"Write \"/\" between folders; \"\\\" is part of a name.", isRelative ? meant : "",
+                true, true};
+}
+
+}  // namespace
+
+// Longer languages than of three letters are allowed, but none is registered.
 bool isLanguageTag(const std::string& text) {
   const std::vector<std::string> parts = StringUtil::split(text, '-');
   const std::string& language = parts.empty() ? text : parts.front();
@@ -135,58 +251,6 @@ bool isLanguageTag(const std::string& text) {
                   std::all_of(part.begin(), part.end(), util::ascii::isLetterOrDigit);
          });
 }
-
-std::optional<Advice> adviceOnLanguage(const std::string& value) {
-  // An empty language is none, and "*" is another mistake.
-  if (value.empty() || value == "*" || isLanguageTag(value)) {
-    return std::nullopt;
-  }
-  std::string meant = value;
-  std::replace(meant.begin(), meant.end(), '_', '-');
-  return Advice{"A language tag such as \"en\" or \"en-US\" is expected; it is kept as written.",
-                isLanguageTag(meant) ? meant : "", true};
-}
-
-std::optional<Advice> adviceOnKeywords(const std::string& value) {
-  if (value.find(',') != std::string::npos) {
-    std::string meant = value;
-    std::replace(meant.begin(), meant.end(), ',', ' ');
-    return Advice{"Separate keywords by blanks, not by commas; they are kept as written.",
-                  StringUtil::squeezeAndTrim(meant)};
-  }
-  const std::vector<std::string> keywords = StringUtil::split(value, ' ');
-  for (const std::string& keyword : keywords) {
-    if (std::find(std::begin(VIEW_MODES), std::end(VIEW_MODES), keyword) == std::end(VIEW_MODES)) {
-      NearestName suggestion(keyword);
-      for (const std::string_view mode : VIEW_MODES) {
-        suggestion.consider(mode);
-      }
-      return Advice{"Unknown view mode \"" + keyword + "\"; it is kept as written.",
-                    std::string(suggestion.get())};
-    }
-  }
-  std::set<std::string_view> seen;
-  for (const std::string& keyword : keywords) {
-    if (!seen.insert(keyword).second) {
-      return Advice{"The keyword \"" + keyword + "\" is repeated; the first one counts.", ""};
-    }
-  }
-  return std::nullopt;
-}
-
-std::optional<Advice> adviceOnPath(const std::string& value) {
-  const std::size_t scheme = value.find("://");
-  const bool isAddress =
-      scheme != std::string::npos && scheme > 0 &&
-      std::all_of(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(scheme),
-                  util::ascii::isLetterOrDigit);
-  return isAddress
-             ? std::optional(Advice{
-                   "An address instead of a path within the package; it is kept as written.", ""})
-             : std::nullopt;
-}
-
-}  // namespace
 
 bool isNumeric(ValueKind kind) noexcept {
   return isUnsigned(kind) || kind == ValueKind::INTEGER || kind == ValueKind::DECIMAL;
@@ -217,19 +281,28 @@ std::string usedNumber(ValueKind kind, const std::string& text) {
 }
 
 Advice adviceOnOrigin(const std::string& origin) {
+  if (origin.substr(0, 2) == "*.") {
+    return adviceOnOrigin("https://" + origin);
+  }
   const util::Option<IRI> parsed = parse(origin);
   if (!parsed) {
     return adviceOnText(origin);
   }
   const IRI& iri = parsed.get();
   if (!iri.hasHost || iri.host.empty()) {
-    // "maps.example:8080" reads as the scheme "maps.example".
+    if (const std::string meant = meantBySlashes(origin); !meant.empty()) {
+      return {"Write \"//\" behind \"" + iri.scheme + ":\"", meant};
+    }
     const Advice advice = adviceOnText(origin);
-    return {"An origin needs a host", advice.suggestion};
+    return {advice.suggestion.empty()
+                ? "An origin needs a host"
+                : '"' + iri.scheme + ":\" is read as a scheme; write scheme, host and port",
+            advice.suggestion};
   }
   if (iri.host.substr(0, 2) == "*.") {
     return {"Write subdomains=\"true\" instead of a wildcard",
-            iri.scheme + std::string(SCHEME_END) + iri.host.substr(2)};
+            iri.scheme + std::string(SCHEME_END) + iri.host.substr(2) +
+                (iri.port >= 0 ? ":" + std::to_string(iri.port) : "")};
   }
   if (iri.host.find_first_of(",;") != std::string::npos ||
       origin.find(SCHEME_END) != origin.rfind(SCHEME_END)) {
@@ -258,7 +331,7 @@ std::optional<Advice> adviceOnValue(ValueKind kind, const std::string& value) {
     case ValueKind::ENCODING:
       return value.empty() || isKnownEncoding(value)
                  ? std::nullopt
-                 : std::optional(Advice{"Unknown encoding; it is kept as written.", ""});
+                 : std::optional(Advice{"There is no encoding of this name; write \"utf-8\".", ""});
     default:
       return std::nullopt;
   }

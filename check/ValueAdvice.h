@@ -15,6 +15,7 @@ struct Advice {
   std::string suggestion;
   /// Whether nothing else can be meant, so that it may be written without asking.
   bool isCertain = false;
+  bool isUseless = false;  ///< whether the value as it is serves nobody
 };
 
 /// What is wrong with an origin that the parser ignores.
@@ -23,6 +24,10 @@ struct Advice {
 /// What is odd about a value that the parser does not judge, in a whole sentence; nothing when it
 /// looks right.
 [[nodiscard]] std::optional<Advice> adviceOnValue(config::ValueKind kind, const std::string& value);
+
+/// Whether a text looks like a language tag (BCP 47): a language of two or three letters, or "i" or
+/// "x", and further parts.
+[[nodiscard]] bool isLanguageTag(const std::string& text);
 
 /// Whether a kind of value is a number.
 [[nodiscard]] bool isNumeric(config::ValueKind kind) noexcept;

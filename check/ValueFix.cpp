@@ -63,8 +63,8 @@ std::vector<Edit> withoutUnit(const Diagnostic& finding, const Written& written)
     return {};
   }
   const std::string_view number = StringUtil::trimmed(value.substr(0, value.size() - UNIT.size()));
-  const bool isSize = isSameInAnyCase(value.substr(value.size() - UNIT.size()), UNIT) &&
-                      isWholeNumber(kind, number);
+  const bool isSize =
+      looksLike(value.substr(value.size() - UNIT.size()), UNIT) && isWholeNumber(kind, number);
   return isSize ? replaced(written, written.core, number) : std::vector<Edit>();
 }
 
@@ -130,7 +130,7 @@ std::vector<Edit> word(const Diagnostic& finding, const Written& written) {
     return replaced(written, written.core, meant);
   }
   // White space around it counts. Of three letters a wrong one is too many to be certain.
-  return isSameInAnyCase(StringUtil::trimmed(finding.value), meant)
+  return looksLike(StringUtil::trimmed(finding.value), meant)
              ? replaced(written, written.whole, meant)
              : std::vector<Edit>();
 }
@@ -158,6 +158,7 @@ std::vector<Edit> fixesOfValue(const Diagnostic& finding, std::string_view text,
   switch (finding.code) {
     case FindingCode::PARTIAL_NUMBER:
       return withoutUnit(finding, written);
+    case FindingCode::INVALID_VALUE:
     case FindingCode::SUSPICIOUS_VALUE:
       return suspicious(finding, written);
     case FindingCode::NOT_AN_ORIGIN:

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "check/NameWording.h"
 #include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "util/StringUtil.h"
@@ -39,14 +40,6 @@ std::string quotedList(std::initializer_list<std::string_view> words) {
 
 }  // namespace
 
-std::string listOf(const std::vector<std::string>& items) {
-  std::string text;
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    text += (i == 0 ? "" : i + 1 == items.size() ? " or " : ", ") + items[i];
-  }
-  return text;
-}
-
 std::string wordSentence(const Diagnostic& finding) {
   const KeyDescription* const key =
       finding.attribute == "value" ? describeSetting(*finding.element) : nullptr;
@@ -64,11 +57,15 @@ std::string wordSentence(const Diagnostic& finding) {
 
 std::string iriSentence(const Diagnostic& finding, std::string_view consequence) {
   const std::string_view value = StringUtil::trimmed(finding.value);
-  const std::string_view mistake =
-      value.find(':') == std::string_view::npos ? "Must be an IRI with a scheme, such as \"https:\""
-      : value.find(' ') != std::string_view::npos ? "An IRI must not contain blanks"
-                                                  : "Not a valid IRI";
-  return std::string(mistake) + "; " + std::string(consequence) + '.';
+  const std::size_t forbidden = value.find_first_of("{}|\\^`<>\"");
+  const std::string mistake =
+      value.find(':') == std::string_view::npos
+          ? "Must be a full address that begins with a scheme, such as https://..."
+      : value.find(' ') != std::string_view::npos ? "An address must not contain blanks"
+      : forbidden != std::string_view::npos
+          ? std::string("\"") + value[forbidden] + "\" may not stand in an address"
+          : "Not a valid address";
+  return mistake + "; " + std::string(consequence) + '.';
 }
 
 std::string numberSentence(const Diagnostic& finding, std::string_view consequence) {
@@ -94,8 +91,13 @@ std::string numberSentence(const Diagnostic& finding, std::string_view consequen
 
 std::string partialSentence(const Diagnostic& finding) {
   const config::ValueKind kind = kindOfValue(*finding.element, finding.attribute);
-  return "Not a valid number; " + usedNumber(kind, StringUtil::squeezeAndTrim(finding.value)) +
-         " is used.";
+  const std::string value = StringUtil::squeezeAndTrim(finding.value);
+  const bool isTooLarge = value.find_first_not_of("0123456789") == std::string::npos;
+  return "Read as " + usedNumber(kind, value) +
+         (isTooLarge ? "; there is no larger number."
+          : kind == config::ValueKind::DECIMAL
+              ? "; write a number such as 1.5 (no unit or comma)."
+              : "; write digits only (no unit, sign, comma or 0x).");
 }
 
 std::string suspiciousSentence(const Diagnostic& finding) {

@@ -2,15 +2,11 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "check/Diagnostic.h"
 
 // Sentences on values that are words, IRIs or numbers.
 namespace orvane::nimbrel::check {
-
-/// "a", "a or b", "a, b or c".
-[[nodiscard]] std::string listOf(const std::vector<std::string>& items);
 
 /// The words that are allowed, and what becomes of another one.
 [[nodiscard]] std::string wordSentence(const Diagnostic& finding);

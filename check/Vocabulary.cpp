@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "check/NearestName.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
 #include "util/StringUtil.h"
@@ -143,15 +142,27 @@ bool isDensityVariant(const KeyDescription& description, std::string_view key) n
                      [](char c) { return util::ascii::isDigit(c) || c == '-'; });
 }
 
-std::string_view suggestedKey(const ElementDescription& element, std::string_view key) noexcept {
-  NearestName suggestion(key);
+std::string_view suggestedKey(const ElementDescription& element, std::string_view key,
+                              Reach reach) {
+  NearestName suggestion(key, reach);
   for (const KeyDescription& known : element.keys) {
     suggestion.consider(known.name);
   }
   return suggestion.get();
 }
 
-std::string_view suggestedNamespace(std::string_view written) noexcept {
+const ElementDescription* ownerOfKey(std::string_view key, const ElementDescription& other) {
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    for (const KeyDescription& row : known->keys) {
+      if (known != &other && row.name == key) {
+        return known;
+      }
+    }
+  }
+  return nullptr;
+}
+
+std::string_view suggestedNamespace(std::string_view written) {
   NearestName suggestion(written);
   suggestion.consider(config::W3C_WIDGETS_NAMESPACE);
   suggestion.consider(config::EXTENSION_NAMESPACE);

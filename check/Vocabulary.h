@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "check/Diagnostic.h"
+#include "check/NearestName.h"
 #include "config/ElementDescription.h"
 #include "util/XmlNode.h"
 
@@ -59,10 +60,14 @@ namespace orvane::nimbrel::check {
 
 /// The key of an element that an unknown one was meant to be; empty when that is not certain.
 [[nodiscard]] std::string_view suggestedKey(const config::ElementDescription& element,
-                                            std::string_view key) noexcept;
+                                            std::string_view key, Reach reach = Reach::CERTAIN);
+
+/// Another element that has a key; null when there is none.
+[[nodiscard]] const config::ElementDescription* ownerOfKey(std::string_view key,
+                                                           const config::ElementDescription& other);
 
 /// The namespace that another one was meant to be; empty when that is not certain.
-[[nodiscard]] std::string_view suggestedNamespace(std::string_view written) noexcept;
+[[nodiscard]] std::string_view suggestedNamespace(std::string_view written);
 
 /// Whether an element with a namespace of ours may stand somewhere.
 [[nodiscard]] bool isKnownSomewhere(const util::XmlNode& element) noexcept;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "check/NameWording.h"
 #include "check/Suggestions.h"
 #include "check/ValueAdvice.h"
 #include "check/ValueWording.h"
@@ -25,48 +26,29 @@ using zel::util::StringUtil;
 constexpr std::size_t MAX_NAMESPACE_SIZE = 200;
 /// Of a name in a package that a sentence quotes.
 constexpr std::size_t MAX_NAME_SIZE = 100;
+/// Of a value that is searched for invisible characters.
+constexpr std::size_t MAX_SEARCHED = 1000;
 
-/// The beginning of a text, at the end of a character.
-std::string_view beginningOf(std::string_view text, std::size_t size) noexcept {
-  while (size > 0 && size < text.size() && util::internal::isUtf8Trail(text[size])) {
-    --size;
-  }
-  return text.substr(0, size);
-}
-
-/// What becomes of an element without its attribute.
+/// What becomes of an element without its attribute, or with a boolean that is none.
 constexpr struct {
   std::string_view element;
-  std::string_view consequence;
-} IGNORED[] = {
-    {"content", "there is no start file"},        {"icon", "this icon is ignored"},
-    {"preference", "this preference is ignored"}, {"feature", "this feature is ignored"},
-    {"param", "this parameter is ignored"},       {"access", "this access request is ignored"},
+  std::string_view ignored;
+  std::string_view boolean = "the attribute is ignored";
+} CONSEQUENCES[] = {
+    {"content", "there is no start file"},
+    {"icon", "this icon is ignored"},
+    {"preference", "this preference is ignored", "the preference is not read-only"},
+    {"feature", "this feature is ignored", "the feature is required"},
+    {"param", "this parameter is ignored"},
+    {"access", "this access request is ignored", "this access request is ignored"},
     {"tavlo:export", "this export is ignored"},
+    {"", ""},  // any other
 };
 
-/// What becomes of a boolean that is none.
-constexpr struct {
-  std::string_view element;
-  std::string_view consequence;
-} BOOLEANS[] = {
-    {"preference", "the preference is not read-only"},
-    {"feature", "the feature is required"},
-    {"access", "this access request is ignored"},
-};
-
-template <typename Table>
-std::string_view consequenceIn(const Table& table, std::string_view element) {
-  for (const auto& row : table) {
-    if (row.element == element) {
-      return row.consequence;
-    }
-  }
-  return {};
-}
-
-std::string tag(const std::string& name) {
-  return '<' + name + '>';
+const auto& consequencesFor(const XmlNode& element) {
+  const std::string name = displayName(element);
+  return *std::find_if(std::begin(CONSEQUENCES), std::end(CONSEQUENCES) - 1,
+                       [&](const auto& row) { return row.element == name; });
 }
 
 /// " in line 7"; nothing when the line is not known.
@@ -77,16 +59,11 @@ std::string inLine(const XmlNode* element) {
 
 /// What becomes of an element that is wrong in itself.
 std::string consequenceFor(const XmlNode& element) {
-  const std::string_view known = consequenceIn(IGNORED, displayName(element));
+  const std::string_view known = consequencesFor(element).ignored;
   if (known.empty() && element.parent() != nullptr && isExtension(*element.parent())) {
-    return "the rest of " + tag(displayName(*element.parent())) + " is not read";
+    return "the rest of " + tagOf(displayName(*element.parent())) + " is not read";
   }
   return known.empty() ? "this element is ignored" : std::string(known);
-}
-
-std::string booleanConsequence(const XmlNode& element) {
-  const std::string_view known = consequenceIn(BOOLEANS, displayName(element));
-  return known.empty() ? "the attribute is ignored" : std::string(known);
 }
 
 std::string repeatedSentence(const Diagnostic& finding) {
@@ -95,10 +72,10 @@ std::string repeatedSentence(const Diagnostic& finding) {
   if (const ElementDescription* const known = describe(element)) {
     switch (known->repetition) {
       case Repetition::FIRST_COUNTS:
-        return "Only the first " + tag(displayName(element)) + " counts; it is" +
+        return "Only the first " + tagOf(displayName(element)) + " counts; it is" +
                (other.empty() ? " an earlier one." : other + '.');
       case Repetition::RESTARTS:
-        return "Only the last " + tag(displayName(element)) + " counts; it replaces the one" +
+        return "Only the last " + tagOf(displayName(element)) + " counts; it replaces the one" +
                (other.empty() ? " before." : other + '.');
       default:
         return "Repeated; only the one" + other + " counts.";
@@ -112,110 +89,23 @@ std::string repeatedSentence(const Diagnostic& finding) {
   return "Repeated; it replaces the one" + (other.empty() ? " before." : other + '.');
 }
 
-std::string misplacedSentence(const XmlNode& element) {
-  std::vector<std::string> parents;
-  if (describe(element) != nullptr) {
-    parents.push_back(tag("widget"));
-  }
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (describeChild(*known, element) != nullptr) {
-      parents.push_back(tag(displayName(known->name, known->isExtension)));
-    }
-  }
-  return "Not read here, only in " + listOf(parents) + '.';
+/// Why an element does without an attribute, or what it needs.
+std::string missingAttributeSentence(const Diagnostic& finding) {
+  const std::string name(finding.attribute);
+  const std::string consequence = consequenceFor(*finding.element) + '.';
+  return finding.value.data() != nullptr ? name + " must not be empty; " + consequence
+                                         : tagOf(displayName(*finding.element)) + " needs " + name +
+                                               "=\"...\"; without it " + consequence;
 }
 
-std::string textSentence(const XmlNode& element) {
-  const auto known = attributesOf(element);
-  const bool lacksValue =
-      element.attributeView("value").data() == nullptr &&
-      std::any_of(known.begin(), known.end(), [](const auto& row) { return row.name == "value"; });
-  return lacksValue ? "Text is not read here; write value=\"...\"." : "Text is not read here.";
-}
-
-std::string unexpectedSentence(const XmlNode& element) {
-  const XmlNode& parent = *element.parent();
-  std::vector<std::string> allowed;
-  if (const ElementDescription* const known = describe(parent)) {
-    for (const auto& child : known->children) {
-      allowed.push_back(tag(displayName(child.name, known->isExtension)));
-    }
+std::string unusedLanguageSentence(const Diagnostic& finding) {
+  if (finding.value != "*") {
+    return "Not used; the user does not ask for this language.";
   }
-  return "Must be " + listOf(allowed) + "; the rest of " + tag(displayName(parent)) +
-         " is not read.";
-}
-
-/// The namespace in which a name means something; empty when there is none.
-std::string_view namespaceOf(std::string_view name) {
-  const auto isName = [&](const auto& known) { return known.name == name; };
-  if (isName(config::widgetDescription())) {
-    return config::W3C_WIDGETS_NAMESPACE;
-  }
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (isName(*known) || std::any_of(known->children.begin(), known->children.end(), isName)) {
-      return known->isExtension ? std::string_view(config::EXTENSION_NAMESPACE)
-                                : std::string_view(config::W3C_WIDGETS_NAMESPACE);
-    }
-  }
-  const auto attributes = config::widgetDescription().attributes;
-  return std::any_of(attributes.begin(), attributes.end(),
-                     [&](const auto& known) { return known.isExtension && isName(known); })
-             ? config::EXTENSION_NAMESPACE
-             : "";
-}
-
-/// What to write for a name whose prefix is not declared; nothing for a name without one.
-std::string missingDeclaration(std::string_view name) {
-  const std::size_t colon = name.find(':');
-  if (colon == std::string_view::npos) {
-    return {};
-  }
-  const std::string prefix(name.substr(0, colon));
-  const std::string_view known =
-      prefix == "tavlo" ? config::EXTENSION_NAMESPACE : namespaceOf(name.substr(colon + 1));
-  return "declare it in <widget> by xmlns:" + prefix + "=\"" +
-         std::string(known.empty() ? "..." : known) + "\".";
-}
-
-std::string unknownAttributeSentence(const Diagnostic& finding) {
-  const XmlNode::Attribute attribute = finding.element->attributeAt(finding.attributeIndex);
-  if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
-    return "Write the attribute without a prefix.";
-  }
-  if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri) &&
-      attribute.namespaceUri != config::XML_NAMESPACE) {
-    return "Unknown namespace of the prefix.";
-  }
-  const std::string declaration =
-      attribute.namespaceUri.data() == nullptr ? missingDeclaration(attribute.name) : std::string();
-  return declaration.empty() ? "Unknown attribute." : "Unknown prefix; " + declaration;
-}
-
-std::string unknownElementSentence(const Diagnostic& finding) {
-  if (finding.attribute == "xmlns") {
-    return "Unknown namespace.";
-  }
-  if (finding.element->namespaceView().data() != nullptr) {
-    return "Unknown element.";
-  }
-  const std::string declaration = missingDeclaration(finding.element->nameView());
-  return declaration.empty() ? "Unknown element; it is in no namespace."
-                             : "Unknown prefix; " + declaration;
-}
-
-std::string rootSentence(const Diagnostic& finding) {
-  if (finding.element == nullptr) {
-    return "The document has no root element.";
-  }
-  if (!finding.attribute.empty()) {
-    return "The root element must be in the namespace of W3C Widgets.";
-  }
-  const std::string_view name = finding.element->nameView();
-  const std::size_t colon = name.find(':');  // only where the prefix is not declared
-  return colon != std::string_view::npos &&
-                 name.substr(colon + 1) == config::widgetDescription().name
-             ? "Unknown prefix; " + missingDeclaration(name)
-             : "The root element must be <widget>.";
+  const ElementDescription* const known = describe(*finding.element);
+  const bool hasText = known != nullptr && known->textField.data() != nullptr;
+  return hasText ? "No user has this language, so nobody sees this text."
+                 : "No user has this language, so nobody gets this element.";
 }
 
 std::string otherLanguageSentence(const Diagnostic& finding) {
@@ -257,20 +147,19 @@ std::string ambiguousSentence(const Diagnostic& finding) {
 
 std::string sentenceOf(const Diagnostic& finding) {
   const std::string_view ignored = "the attribute is ignored";
-  const bool isEmpty = finding.value.data() != nullptr;
   switch (finding.code) {
     case FindingCode::DOCUMENT_REJECTED:
       return std::string(finding.value);
     case FindingCode::WRONG_ROOT:
       return rootSentence(finding);
     case FindingCode::REQUIRED_FEATURE_NAME:
-      return "The name of a required feature must be an IRI; the document is rejected.";
+      return iriSentence(finding, "the feature is required, so the document is rejected");
     case FindingCode::NUMBER_REJECTED:
       return numberSentence(finding, "the document is rejected");
     case FindingCode::MISSING_ATTRIBUTE:
-      return (isEmpty ? "Empty; " : "Missing attribute; ") + consequenceFor(*finding.element) + '.';
+      return missingAttributeSentence(finding);
     case FindingCode::EMPTY_VALUE:
-      return "Empty; the attribute is ignored.";
+      return std::string(finding.attribute) + " is empty and therefore ignored.";
     case FindingCode::NOT_AN_IRI:
       return iriSentence(finding, finding.attribute == "name" ? consequenceFor(*finding.element)
                                                               : std::string(ignored));
@@ -282,13 +171,15 @@ std::string sentenceOf(const Diagnostic& finding) {
       return numberSentence(finding,
                             finding.attribute == "value" ? "the value is ignored" : ignored);
     case FindingCode::NOT_A_BOOLEAN:
-      return "Must be \"true\" or \"false\"; " + booleanConsequence(*finding.element) + '.';
+      return "Must be \"true\" or \"false\"; " +
+             std::string(consequencesFor(*finding.element).boolean) + '.';
     case FindingCode::INVALID_APPLICATION_ID:
       return "Must be 1 to 32 lower-case ASCII letters and digits; the attribute is ignored.";
     case FindingCode::UNKNOWN_WORD:
       return wordSentence(finding);
     case FindingCode::UNKNOWN_KEY:
-      return "Unknown key.";
+    case FindingCode::SIMILAR_KEY:
+      return unknownKeySentence(finding);
     case FindingCode::UNKNOWN_ELEMENT:
       return unknownElementSentence(finding);
     case FindingCode::UNEXPECTED_CHILD:
@@ -304,16 +195,14 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::FOREIGN_ELEMENT:
       return "Element of another vocabulary; it is kept for programs that know it.";
     case FindingCode::MISPLACED:
-      return finding.isText ? textSentence(*finding.element) : misplacedSentence(*finding.element);
+      return misplacedSentence(finding);
     case FindingCode::NOT_READ:
       return "Not read because of the mistake" + inLine(finding.other) + '.';
-    case FindingCode::SIMILAR_KEY:
-      return "Unknown key; it is stored as a setting of the application's own.";
     case FindingCode::UNUSED_LANGUAGE:
-      return finding.value == "*" ? "Not a language; no user gets this element."
-                                  : "Not used; the user does not ask for this language.";
+      return unusedLanguageSentence(finding);
     case FindingCode::OTHER_LANGUAGE:
       return otherLanguageSentence(finding);
+    case FindingCode::INVALID_VALUE:
     case FindingCode::SUSPICIOUS_VALUE:
       return suspiciousSentence(finding);
     case FindingCode::MISSING_FILE:
@@ -346,9 +235,19 @@ Wording wordingOf(const Diagnostic& finding) {
                                                  : finding.value;
   }
   wording.sentence = sentenceOf(finding);
+  // What nobody sees may be the mistake, and has to be named.
+  const bool isNameWrong = finding.code == FindingCode::UNKNOWN_ATTRIBUTE;
+  const std::string invisible = isNameWrong ? invisibleIn(finding.attribute)
+                                : finding.attributeIndex != Diagnostic::NO_INDEX
+                                    ? invisibleIn(beginningOf(finding.value, MAX_SEARCHED))
+                                    : std::string();
+  if (!invisible.empty()) {
+    wording.sentence +=
+        std::string(isNameWrong ? " The name" : " The value") + " has " + invisible + '.';
+  }
   wording.suggestion = finding.code == FindingCode::NOT_AN_ORIGIN
                            ? adviceOnOrigin(StringUtil::squeezeAndTrim(finding.value)).suggestion
-                           : suggestionFor(finding);
+                           : suggestionFor(finding, Reach::LIKELY);
   return wording;
 }
 

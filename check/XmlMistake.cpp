@@ -184,7 +184,7 @@ class Scanner : XmlCursor {
   void readInstruction() {
     const Span begin = {at_, endOfName(at_ + 2)};
     const std::string name = in(begin);
-    if (isSameInAnyCase(name, "<?xml")) {
+    if (looksLike(name, "<?xml")) {
       fail(begin, name == "<?xml" ? "The XML declaration must stand at the very beginning, without "
                                     "even a blank before it."
                                   : "Write \"<?xml\" in lower case.");

@@ -105,7 +105,8 @@ TEST(CheckTool, EachFileIsCheckedAndOneThatCannotBeReadIsTold) {
   EXPECT_EQ(outcome.error, "/nowhere: cannot be read: No such file or directory\n");
   const std::string line =
       faulty.path() +
-      ":1:100: warning: icon: src: Missing attribute; this icon is ignored. [missing-attribute]\n";
+      ":1:100: warning: icon: src: <icon> needs src=\"...\"; without it this icon is ignored. "
+      "[missing-attribute]\n";
   EXPECT_EQ(outcome.out, line + line + "2 warnings\n");
 
   const Outcome none = run({"check", "/nowhere"});
@@ -126,10 +127,12 @@ TEST(CheckTool, LongValuesAreCutInTheSentenceAlone) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.value);
     const std::string document = widget("<icon src='a' " + ("heigth='" + c.value) + "'/>");
-    EXPECT_THAT(check(document).out,
-                testing::EndsWith(": warning: icon: heigth=\"" + c.shown +
-                                  "\": Unknown attribute. Did you mean \"height\"? "
-                                  "[unknown-attribute]\n1 warning\n"));
+    EXPECT_THAT(
+        check(document).out,
+        testing::EndsWith(": warning: icon: heigth=\"" + c.shown +
+                          "\": <icon> has no attribute \"heigth\"; it has src, width and height. "
+                          "Did you mean \"height\"? "
+                          "[unknown-attribute]\n1 warning\n"));
   }
   const Json json = Json::parse(
       check(widget("<icon src='a' heigth='" + sixty + "x'/>"), {"--format", "json"}).out);
@@ -148,7 +151,7 @@ TEST(CheckToolJson, HasEveryMemberOfAFinding) {
   EXPECT_EQ(json["files"][0]["findings"][0], Json::parse(R"({
     "code": "unknown-attribute", "level": "warning", "line": 2, "column": 15, "endLine": 2,
     "endColumn": 21, "byte": 113, "endByte": 119, "element": "icon", "attribute": "heigth",
-    "value": "3", "reason": "Unknown attribute.", "suggestion": "height", "related": null})"));
+    "value": "3", "reason": "<icon> has no attribute \"heigth\"; it has src, width and height.", "suggestion": "height", "related": null})"));
   EXPECT_EQ(json["files"][0]["findings"][2]["related"], Json::parse(R"({"line": 2, "column": 2})"));
   Json error = json["files"][1]["findings"][0];
   EXPECT_GT(error["column"], 0);
@@ -188,7 +191,8 @@ TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
   const Json& second = log["results"][1];
   EXPECT_EQ(second["ruleId"], "unknown-attribute");
   EXPECT_EQ(second["message"]["text"],
-            "icon: heigth=\"\\[3\\](x)\": Unknown attribute. Did you mean \"height\"?");
+            "icon: heigth=\"\\[3\\](x)\": <icon> has no attribute \"heigth\"; it has src, width "
+            "and height. Did you mean \"height\"?");
   EXPECT_EQ(second["locations"], Json::parse(R"([{"physicalLocation": {
     "artifactLocation": {"uri": "-", "uriBaseId": "SRCROOT"}, "region": {"startLine": 2, "startColumn": 38, "endLine": 2,
     "endColumn": 44, "byteOffset": 138, "byteLength": 6}}}])"));

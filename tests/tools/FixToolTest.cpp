@@ -36,9 +36,11 @@ TEST(FixTool, ReplacesTheFileAndReportsWhatRemains) {
   const Outcome outcome = run({"check", "--fix", link});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error, "");
-  EXPECT_EQ(outcome.out, link +
-                             ":6:2: warning: icon: src: Missing attribute; this icon is ignored."
-                             " [missing-attribute]\n1 fixed; 1 warning\n");
+  EXPECT_EQ(
+      outcome.out,
+      link +
+          ":6:2: warning: icon: src: <icon> needs src=\"...\"; without it this icon is ignored."
+          " [missing-attribute]\n1 fixed; 1 warning\n");
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(contentOf(file), FIXED);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));

@@ -1,0 +1,321 @@
+#include "check/NameWording.h"
+
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "check/NearestName.h"
+#include "check/Vocabulary.h"
+#include "config/Namespaces.h"
+#include "util/Ascii.h"
+#include "util/StringUtil.h"
+#include "util/Utf8.h"
+
+namespace orvane::nimbrel::check {
+
+std::string tagOf(const std::string& name) {
+  return '<' + name + '>';
+}
+
+std::string tagOf(const config::ElementDescription& element) {
+  return tagOf(displayName(element.name, element.isExtension));
+}
+
+namespace {
+
+using config::ElementDescription;
+using util::XmlNode;
+
+/// Of a text that a sentence quotes.
+constexpr std::size_t MAX_QUOTED = 60;
+
+bool isInvisible(char32_t codePoint) noexcept {
+  const auto character = static_cast<UChar32>(codePoint);
+  return codePoint >= 0x7F && codePoint != util::internal::NOT_UTF8 &&
+         (u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0 ||
+          u_isUWhiteSpace(character) != 0 || u_iscntrl(character) != 0);
+}
+
+std::string numberOf(char32_t codePoint) {
+  char number[16];
+  std::snprintf(number, sizeof(number), "U+%04X", static_cast<unsigned int>(codePoint));
+  return number;
+}
+
+/// What there is in place of a name: all of a few; of many those that are most like it.
+std::string choice(std::string_view written, std::vector<std::string> names) {
+  constexpr std::size_t MOST = 8;
+  constexpr std::size_t NEAREST = 3;
+  if (names.size() <= MOST) {
+    return listOf(names, " and ");
+  }
+  sortByLikeness(written, names);
+  const std::size_t others = names.size() - NEAREST;
+  names.resize(NEAREST);
+  names.push_back(std::to_string(others) + " others (docs/elements.md lists all)");
+  return listOf(names, " and ");
+}
+
+/// The elements that may stand in another one.
+std::vector<std::string> childrenOf(const XmlNode& parent) {
+  std::vector<std::string> names;
+  if (parent.parent() == nullptr) {
+    for (const ElementDescription* const known : config::elementDescriptions()) {
+      names.push_back(tagOf(*known));
+    }
+  } else if (const ElementDescription* const known = describe(parent)) {
+    for (const auto& child : known->children) {
+      names.push_back(tagOf(displayName(child.name, known->isExtension)));
+    }
+  }
+  return names;
+}
+
+/// The namespace in which a name means something; empty when there is none.
+std::string_view namespaceOfName(std::string_view name) {
+  const auto isName = [&](const auto& known) { return known.name == name; };
+  if (isName(config::widgetDescription())) {
+    return config::W3C_WIDGETS_NAMESPACE;
+  }
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (isName(*known) || std::any_of(known->children.begin(), known->children.end(), isName)) {
+      return known->isExtension ? std::string_view(config::EXTENSION_NAMESPACE)
+                                : std::string_view(config::W3C_WIDGETS_NAMESPACE);
+    }
+  }
+  const auto attributes = config::widgetDescription().attributes;
+  return std::any_of(attributes.begin(), attributes.end(),
+                     [&](const auto& known) { return known.isExtension && isName(known); })
+             ? config::EXTENSION_NAMESPACE
+             : "";
+}
+
+/// What to write for a name whose prefix is not declared; nothing for a name without one.
+std::string missingDeclaration(std::string_view name) {
+  const std::size_t colon = name.find(':');
+  if (colon == std::string_view::npos) {
+    return {};
+  }
+  const std::string prefix(name.substr(0, colon));
+  const std::string_view known =
+      prefix == "tavlo" ? config::EXTENSION_NAMESPACE : namespaceOfName(name.substr(colon + 1));
+  return "Unknown prefix; declare it in <widget> by xmlns:" + prefix + "=\"" +
+         std::string(known.empty() ? "..." : known) + "\".";
+}
+
+/// A value as it may be written elsewhere; "..." for one that is long or would have to be escaped.
+std::string example(std::string_view value) {
+  const bool isPlain = value.size() <= MAX_QUOTED && invisibleIn(value).empty() &&
+                       value.find_first_of("<>&\"") == std::string_view::npos;
+  return value.empty() || !isPlain ? "..." : std::string(value);
+}
+
+/// How to write an attribute of the root that is an element in truth; empty for another one.
+std::string asElement(std::string_view name, std::string_view value) {
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (known->name != name) {
+      continue;
+    }
+    const std::string start = tagOf(*known);
+    if (known->textField.data() != nullptr) {
+      return start + example(value) + "</" + start.substr(1);
+    }
+    for (const auto& attribute : known->attributes) {
+      if (attribute.isRequired || attribute.name == known->uniqueAttribute) {
+        return start.substr(0, start.size() - 1) + ' ' + std::string(attribute.name) + "=\"" +
+               example(value) + "\"/>";
+      }
+    }
+    return start;
+  }
+  return {};
+}
+
+/// An attribute that is an element or a setting in truth, or the text of its element; empty for
+/// another one.
+std::string otherFormSentence(const XmlNode& element, const XmlNode::Attribute& attribute) {
+  const std::string is = quoted(attribute.name) + " is ";
+  const ElementDescription* const known = describe(element);
+  if (element.parent() == nullptr) {
+    const std::string meant = asElement(attribute.name, attribute.value);
+    return meant.empty() ? meant : is + "an element: write " + meant + " in <widget>.";
+  }
+  if (known == nullptr || element.parent()->parent() != nullptr) {
+    return {};
+  }
+  if (known->textField.data() != nullptr && attribute.name == "value") {
+    return "The value of " + tagOf(*known) + " is its text: write " +
+           asElement(known->name, attribute.value) + '.';
+  }
+  const auto found = std::find_if(known->keys.begin(), known->keys.end(),
+                                  [&](const auto& key) { return key.name == attribute.name; });
+  return found == known->keys.end()
+             ? ""
+             : is + "a setting: write <" +
+                   displayName(known->children[0].name, known->isExtension) + ' ' +
+                   std::string(known->children[0].keyAttribute) + "=\"" + std::string(found->name) +
+                   "\" value=\"" + example(attribute.value) + "\"/> in " + tagOf(*known) + '.';
+}
+
+}  // namespace
+
+std::string listOf(const std::vector<std::string>& items, std::string_view conjunction) {
+  std::string text;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    text += i == 0 ? "" : i + 1 == items.size() ? conjunction : ", ";
+    text += items[i];
+  }
+  return text;
+}
+
+std::string_view beginningOf(std::string_view text, std::size_t size) noexcept {
+  while (size > 0 && size < text.size() && util::internal::isUtf8Trail(text[size])) {
+    --size;
+  }
+  return text.substr(0, size);
+}
+
+std::string quoted(std::string_view text) {
+  const std::string_view beginning = beginningOf(text, MAX_QUOTED);
+  std::string result = "\"";
+  for (std::size_t at = 0; at < beginning.size();) {
+    const std::size_t begin = at;
+    const char32_t codePoint = util::internal::decodeUtf8(beginning, at);
+    if (isInvisible(codePoint)) {
+      result += '<' + numberOf(codePoint) + '>';
+    } else {
+      result += beginning.substr(begin, at - begin);
+    }
+  }
+  return result + (beginning.size() == text.size() ? "\"" : "...\"");
+}
+
+std::string invisibleIn(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t codePoint = util::internal::decodeUtf8(text, at);
+    if (isInvisible(codePoint)) {
+      char name[100];
+      UErrorCode error = U_ZERO_ERROR;
+      u_charName(static_cast<UChar32>(codePoint), U_EXTENDED_CHAR_NAME, name, sizeof(name), &error);
+      return "the invisible character " + numberOf(codePoint) +
+             (U_SUCCESS(error) ? " (" + util::ascii::lowerCased(name) + ')' : "");
+    }
+  }
+  return {};
+}
+
+std::string rootSentence(const Diagnostic& finding) {
+  if (finding.element == nullptr) {
+    return "The document has no root element.";
+  }
+  if (!finding.attribute.empty()) {
+    return "<widget> must be in the namespace of W3C Widgets.";
+  }
+  const std::string_view name = finding.element->nameView();
+  const std::size_t colon = name.find(':');  // only where the prefix is not declared
+  return colon != std::string_view::npos &&
+                 name.substr(colon + 1) == config::widgetDescription().name
+             ? missingDeclaration(name)
+             : "The root element must be <widget>.";
+}
+
+std::string unknownAttributeSentence(const Diagnostic& finding) {
+  const XmlNode& element = *finding.element;
+  const XmlNode::Attribute attribute = element.attributeAt(finding.attributeIndex);
+  const std::string_view space = attribute.namespaceUri;
+  if (space == config::W3C_WIDGETS_NAMESPACE) {
+    return "Write the attribute without a prefix.";
+  }
+  if (space.data() != nullptr && !isExtension(space) && space != config::XML_NAMESPACE) {
+    return "The prefix stands for the unknown namespace " + quoted(space) + '.';
+  }
+  if (space.data() == nullptr) {
+    for (const std::string& other :
+         {otherFormSentence(element, attribute), missingDeclaration(attribute.name)}) {
+      if (!other.empty()) {
+        return other;
+      }
+    }
+  }
+  std::vector<std::string> names;
+  for (const auto& known : attributesOf(element)) {
+    names.push_back(displayName(known.name, known.isExtension));
+  }
+  return tagOf(displayName(element)) + " has no attribute " + quoted(finding.attribute) +
+         (names.empty() ? "" : "; it has " + choice(attribute.name, names)) + '.';
+}
+
+std::string unknownElementSentence(const Diagnostic& finding) {
+  if (finding.attribute == "xmlns") {
+    return "Unknown namespace.";
+  }
+  const XmlNode& element = *finding.element;
+  const std::string_view space = element.namespaceView();
+  const std::string declaration =
+      space.data() == nullptr ? missingDeclaration(element.nameView()) : std::string();
+  if (!declaration.empty()) {
+    return declaration;
+  }
+  const std::string written(finding.name.empty() ? element.nameView() : finding.name);
+  const std::string_view known = namespaceOfName(element.nameView());
+  if (!known.empty() && known != space) {
+    return tagOf(written) + " is in " +
+           (space.empty() ? "no namespace" : "the namespace " + std::string(space)) +
+           "; it belongs to " + std::string(known) + '.';
+  }
+  const std::vector<std::string> allowed = childrenOf(*element.parent());
+  return "There is no " + tagOf(displayName(element)) + " in " +
+         tagOf(displayName(*element.parent())) + ", which may contain " +
+         (allowed.empty() ? "no elements" : choice(element.nameView(), allowed)) + '.';
+}
+
+std::string unexpectedSentence(const XmlNode& element) {
+  const XmlNode& parent = *element.parent();
+  return tagOf(displayName(parent)) + " may contain only " + listOf(childrenOf(parent), " and ") +
+         "; the rest of it is not read.";
+}
+
+std::string misplacedSentence(const Diagnostic& finding) {
+  const XmlNode& element = *finding.element;
+  const std::string name = tagOf(displayName(element));
+  if (finding.isText) {
+    const auto known = attributesOf(element);
+    const bool lacksValue = element.attributeView("value").data() == nullptr &&
+                            std::any_of(known.begin(), known.end(),
+                                        [](const auto& row) { return row.name == "value"; });
+    return "Text in " + name + " is not read" + (lacksValue ? "; write value=\"...\"." : ".");
+  }
+  std::vector<std::string> parents;
+  if (describe(element) != nullptr) {
+    parents.emplace_back("<widget>");
+  }
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (describeChild(*known, element) != nullptr) {
+      parents.push_back(tagOf(*known));
+    }
+  }
+  return name + " is not read in " + tagOf(displayName(*element.parent())) + ", only in " +
+         listOf(parents) + '.';
+}
+
+std::string unknownKeySentence(const Diagnostic& finding) {
+  const ElementDescription& parent = *describe(*finding.element->parent());
+  const std::string key = zel::util::StringUtil::squeezeAndTrim(finding.value);
+  const ElementDescription* const owner = ownerOfKey(key, parent);
+  const std::string of = owner == nullptr ? "" : quoted(key) + " is a key of " + tagOf(*owner);
+  if (finding.code == FindingCode::SIMILAR_KEY) {
+    return (of.empty() ? "Unknown key" : of) +
+           "; here it is stored as a setting of the application's own.";
+  }
+  if (!of.empty()) {
+    return of + ", not of " + tagOf(parent) + '.';
+  }
+  std::vector<std::string> keys;
+  for (const auto& known : parent.keys) {
+    keys.emplace_back(known.name);
+  }
+  return tagOf(parent) + " has no key " + quoted(key) + "; it has " + choice(key, keys) + '.';
+}
+
+}  // namespace orvane::nimbrel::check
