@@ -5,6 +5,8 @@
 
 namespace orvane::nimbrel::config {
 
+Config::~Config() = default;
+
 BasicConfig::BasicConfig() = default;
 BasicConfig::BasicConfig(const BasicConfig&) = default;
 BasicConfig& BasicConfig::operator=(const BasicConfig&) = default;

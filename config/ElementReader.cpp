@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "config/Namespaces.h"
 #include "config/ValueRules.h"
 #include "util/StringUtil.h"
 
@@ -40,7 +39,7 @@ Option<std::string> readAttribute(const util::XmlNode& node, std::string_view na
 
 Option<std::string> ElementReader::text(const AttributeDescription& attribute) const {
   return readAttribute(element_, attribute.name,
-                       attribute.isExtension ? EXTENSION_NAMESPACE : std::string_view());
+                       attribute.isExtension ? extensionNamespace() : std::string_view());
 }
 
 Option<std::string> ElementReader::presentText(const AttributeDescription& attribute) const {

@@ -11,6 +11,9 @@
 
 namespace orvane::nimbrel::config::detail {
 
+/// `EXTENSION_NAMESPACE`, whose length need not be counted.
+[[nodiscard]] std::string_view extensionNamespace() noexcept;
+
 /// The node. Throws `std::invalid_argument` "node cannot be NULL" for none.
 const util::XmlNode& requireNode(const std::shared_ptr<util::XmlNode>& node);
 

@@ -11,16 +11,13 @@ namespace orvane::nimbrel::config {
 /// What a parser decided about something; element and attribute of the finding say about what. The
 /// numbers are fixed: those of later codes follow.
 enum class FindingCode : std::uint8_t {
-  /// @{
-  /// These end the parse:
+  // These end the parse:
   DOCUMENT_REJECTED = 0,  ///< not well-formed, or beyond a limit of the XML layer
   /// The root is not `widget` of the W3C namespace; the value is its namespace if that is wrong.
   WRONG_ROOT = 1,
   REQUIRED_FEATURE_NAME = 2,  ///< the name of a required feature is not an IRI
   NUMBER_REJECTED = 3,  ///< a counter or quota is empty, ends in white space or is above 32 bits
-  /// @}
-  /// @{
-  /// These do not:
+  // These do not:
   MISSING_ATTRIBUTE = 4,        ///< absent, or empty where that is the same
   EMPTY_VALUE = 5,              ///< an empty value that counts as absent
   NOT_AN_IRI = 6,               ///< an identifier, link or name
@@ -35,7 +32,6 @@ enum class FindingCode : std::uint8_t {
   UNEXPECTED_CHILD = 15,        ///< a child at which reading of the element stops
   REPEATED = 16,                ///< ignored, because an earlier one counts
   UNUSED_SETTING = 17           ///< a font size is stored already
-  /// @}
 };
 
 /// One decision of a parse, as an observer receives it. All text is UTF-8; the views are valid

@@ -13,8 +13,7 @@
 
 namespace orvane::nimbrel::config::detail {
 
-/// @name What tells the entries of a list apart
-/// @{
+// What tells the entries of a list apart.
 [[nodiscard]] inline std::string_view keyOf(const Config::Icon& icon) noexcept {
   return icon.src;
 }
@@ -24,10 +23,9 @@ namespace orvane::nimbrel::config::detail {
 [[nodiscard]] inline std::string_view keyOf(const std::string& word) noexcept {
   return word;
 }
-/// @}
 
-/// Tells whether the key of a new entry is in a growing list, without searching the list. It keeps
-/// positions; the keys are compared where they lie. Valid while the list is only appended to.
+/// Tells whether the key of a new entry is in a growing list, without searching the list. Valid
+/// while the list is only appended to.
 ///
 /// Keys are hashed. An author can choose keys whose hashes collide, at a cost that is the square of
 /// the document's size: once too many are in one bucket, the keys are ordered instead.
@@ -35,7 +33,7 @@ template <typename Entry>
 class KeyIndex {
  public:
   explicit KeyIndex(const std::vector<Entry>& list)
-      : list_(list), hashed_(0, HashOf(), IsEqual{this}), ordered_(IsLess{this}) {}
+      : list_(list), hashed_(0, HashOf(), IsEqual{this}) {}
   KeyIndex(const KeyIndex&) = delete;
   KeyIndex& operator=(const KeyIndex&) = delete;
   ~KeyIndex() = default;
@@ -73,12 +71,6 @@ class KeyIndex {
       return left.hash == right.hash && index->at(left.position) == index->at(right.position);
     }
   };
-  struct IsLess {
-    const KeyIndex* index;
-    bool operator()(std::size_t left, std::size_t right) const noexcept {
-      return index->at(left) < index->at(right);
-    }
-  };
 
   [[nodiscard]] std::string_view at(std::size_t position) const noexcept {
     return position < list_.size() ? keyOf(list_[position]) : next_;
@@ -86,12 +78,12 @@ class KeyIndex {
 
   bool add(std::size_t position, std::string_view key) {
     if (!ordered_.empty()) {
-      return ordered_.insert(position).second;
+      return ordered_.emplace(key).second;
     }
     const auto [place, isNew] = hashed_.insert({std::hash<std::string_view>()(key), position});
     if (isNew && hashed_.bucket_size(hashed_.bucket(*place)) > LARGEST_BUCKET) {
       for (const Key& known : hashed_) {
-        ordered_.insert(known.position);
+        ordered_.emplace(at(known.position));
       }
       hashed_.clear();
     }
@@ -100,7 +92,7 @@ class KeyIndex {
 
   const std::vector<Entry>& list_;
   std::unordered_set<Key, HashOf, IsEqual> hashed_;
-  std::set<std::size_t, IsLess> ordered_;
+  std::set<std::string> ordered_;
   std::string_view next_;    // the key of the entry that `insert` is asked for
   std::size_t indexed_ = 0;  // entries that are in the index
 };

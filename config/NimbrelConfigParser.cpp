@@ -1,6 +1,6 @@
 #include "config/NimbrelConfigParser.h"
 
-#include <map>
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -61,9 +61,9 @@ NimbrelConfigParser::NimbrelConfigParser(const std::vector<std::string>& locales
   requireService(xmlParser, "xmlParser cannot be NULL");
   requireService(iriParser, "iriParser cannot be NULL");
   requireService(idnConverter, "idnConverter cannot be NULL");
-  requireService(unicodeUtil, "unicodeUtil cannot be NULL");
 }
 
+ParseObserver::~ParseObserver() = default;
 NimbrelConfigParser::~NimbrelConfigParser() = default;
 
 std::shared_ptr<Config> NimbrelConfigParser::parse(const char* buffer, unsigned int size,
@@ -140,15 +140,22 @@ const std::string& NimbrelConfigParser::getErrorText() const noexcept {
 
 void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
   const std::vector<std::string>& locales = record().getUserAgentLocales();
-  // One pass over the children, whatever the number of locales.
-  std::map<std::string_view, std::vector<const XmlNode*>> children;
+  // One pass over the children, whatever the number of locales: the places of a locale in the list
+  // are found by binary search, and the children are sorted by their places in the end.
+  std::vector<std::pair<std::string_view, std::size_t>> places;
+  places.reserve(locales.size());
   for (const std::string& locale : locales) {
-    children[locale];
+    places.emplace_back(locale, places.size());
   }
+  std::sort(places.begin(), places.end());
+  std::vector<std::pair<std::size_t, const XmlNode*>> visits;
+  visits.reserve(32);  // enough for most documents
   const auto add = [&](std::string_view locale, const XmlNode* child) {
-    const auto found = children.find(locale);
-    if (found != children.end()) {
-      found->second.push_back(child);
+    auto place =
+        std::lower_bound(places.begin(), places.end(), locale,
+                         [](const auto& row, std::string_view key) { return row.first < key; });
+    for (; place != places.end() && place->first == locale; ++place) {
+      visits.emplace_back(place->second, child);
     }
   };
   const std::shared_ptr<XmlDocument>& document = config->document();
@@ -164,10 +171,13 @@ void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
       add(lang, child);
     }
   }
-  for (const std::string& locale : locales) {
-    for (const XmlNode* child : children[locale]) {
-      nodes.push_back(std::const_pointer_cast<XmlNode>(child->share()));
-    }
+  std::stable_sort(visits.begin(), visits.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  nodes.reserve(nodes.size() + visits.size());
+  for (const auto& [place, child] : visits) {
+    // What `share` does, but the document is at hand.
+    nodes.push_back(
+        std::const_pointer_cast<XmlNode>(std::shared_ptr<const XmlNode>(document, child)));
   }
 }
 

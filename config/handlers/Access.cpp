@@ -1,5 +1,4 @@
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "config/handlers/Elements.h"
@@ -13,11 +12,6 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("subdomains", ValueKind::BOOLEAN, "subdomains"),
 };
 
-constexpr struct {
-  std::string_view scheme;
-  std::uint16_t port;
-} DEFAULT_PORTS[] = {{"http", 80}, {"https", 443}};
-
 /// Only scheme, host and port make an origin, not even a final slash.
 bool isOrigin(const util::IRI& iri) noexcept {
   return iri.hasHost && !iri.hasUserInfo && !iri.hasPath && !iri.hasQuery && !iri.hasFragment;
@@ -29,12 +23,10 @@ std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
   if (iri.port >= 0) {
     return static_cast<std::uint16_t>(iri.port);
   }
-  for (const auto& row : DEFAULT_PORTS) {
-    if (row.scheme == iri.scheme) {
-      return row.port;
-    }
+  if (iri.scheme == "http") {
+    return 80;
   }
-  return std::nullopt;
+  return iri.scheme == "https" ? std::optional<std::uint16_t>(443) : std::nullopt;
 }
 
 bool handle(HandlerContext& context, const Node& node) {

@@ -16,14 +16,13 @@ constexpr const KnownElement* ELEMENTS[] = {
     &FEATURE, &ACCESS,      &COOKIE_JAR, &AUTH,      &NETWORK, &GESTURES,   &PERMISSIONS,
     &CHROME,  &SETTINGS,    &MESSAGING,  &RESOURCES, &EXPORT};
 
-constexpr auto descriptionsOf() noexcept {
+constexpr auto DESCRIPTIONS = [] {
   std::array<const ElementDescription*, std::size(ELEMENTS)> descriptions{};
   for (std::size_t i = 0; i < std::size(ELEMENTS); ++i) {
     descriptions[i] = &ELEMENTS[i]->description;
   }
   return descriptions;
-}
-constexpr auto DESCRIPTIONS = descriptionsOf();
+}();
 
 }  // namespace
 
@@ -39,8 +38,8 @@ util::Option<std::string> HandlerContext::readIri(const ElementReader& reader,
 
 const KnownElement* findKnownElement(const util::XmlNode& node) noexcept {
   const std::string_view space = node.namespaceView();
-  const bool isExtension = space == EXTENSION_NAMESPACE;
-  if (!isExtension && space != W3C_WIDGETS_NAMESPACE) {
+  const bool isExtension = space != W3C_WIDGETS_NAMESPACE;
+  if (isExtension && space != extensionNamespace()) {
     return nullptr;
   }
   const std::string_view name = node.nameView();

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "config/Namespaces.h"
 #include "config/handlers/Elements.h"
 #include "util/Log.h"
 
@@ -43,7 +42,7 @@ struct Setting {
 /// Whether a child is the one that is described.
 [[nodiscard]] inline bool isA(const ChildDescription& expected,
                               const util::XmlNode& child) noexcept {
-  return child.nameView() == expected.name && child.namespaceView() == EXTENSION_NAMESPACE;
+  return child.nameView() == expected.name && child.namespaceView() == extensionNamespace();
 }
 
 /// Sets the error for a child of another name; false, for the caller to return.

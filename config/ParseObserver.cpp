@@ -1,7 +1,0 @@
-#include "config/ParseObserver.h"
-
-namespace orvane::nimbrel::config {
-
-ParseObserver::~ParseObserver() = default;
-
-}  // namespace orvane::nimbrel::config
