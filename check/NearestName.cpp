@@ -84,25 +84,24 @@ void NearestName::consider(std::string_view known) {
   const std::u32string plain = plainForm(known);
   const std::size_t longer = std::max(plain.size(), written_.size());
   const std::size_t shorter = std::min(plain.size(), written_.size());
-  const std::size_t limit =
-      std::min(count_ == 0 ? longer : distance_,
-               reach_ == Reach::CERTAIN ? 1 : std::max<std::size_t>(longer / 3, 1));
+  const std::size_t limit = reach_ == Reach::CERTAIN ? 1 : std::max<std::size_t>(longer / 3, 1);
   if (shorter == 0 || longer - shorter > limit) {
     return;
   }
   const std::size_t distance = distanceOf(written_, plain);
-  if (distance < limit || (distance == limit && count_ == 0) ||
-      (count_ != 0 && distance < distance_)) {
+  if (distance > limit || known == name_) {
+    return;
+  }
+  if (count_ == 0 || distance < distance_) {
     name_ = known;
     distance_ = distance;
-    count_ = 1;
-  } else if (count_ != 0 && distance == distance_ && known != name_) {
-    ++count_;
+    count_ = 0;
   }
+  count_ += distance == distance_ ? 1 : 0;
 }
 
 void sortByLikeness(std::string_view written, std::vector<std::string>& names) {
-  const std::u32string plain = plainForm(written);
+  const std::u32string plain = plainForm(written).substr(0, 64);  // a document may have many
   std::vector<std::pair<std::size_t, std::string>> sorted;
   for (std::string& name : names) {
     const std::string_view local = std::string_view(name).substr(name.find(':') + 1);
