@@ -81,6 +81,8 @@ apt_install() {
 share_objects() {
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    # What is read with a precompiled header can be kept too.
+    export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
   fi
 }
 
