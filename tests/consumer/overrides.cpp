@@ -55,8 +55,8 @@ class HostUnicode : public UnicodeUtil, public std::tr1::enable_shared_from_this
 
 class HostElement : public Element {
  public:
-  HostElement(std::tr1::shared_ptr<XmlNode> node, const ConfigRules& rules)
-      : Element(node, rules) {}
+  HostElement(std::tr1::shared_ptr<XmlNode> itsNode, const ConfigRules& itsRules)
+      : Element(itsNode, itsRules) {}
   Option<std::string> getName() const override { return counted("getName", Element::getName()); }
   Option<std::string> getNamespace() const override {
     return counted("getNamespace", Element::getNamespace());
