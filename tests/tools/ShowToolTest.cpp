@@ -219,6 +219,55 @@ TEST(ShowTool, AHostileDocumentSendsNothingToTheTerminal) {
             Json::parse(R"("x\u009b31m\u007f\u202e\u200e\u200f\u061c\"\\ny")"));
 }
 
+// What nothing shows is marked for a person, and stays for a program.
+TEST(ShowTool, MarksWhatATerminalDoesNotShow) {
+  const struct {
+    const char* written;
+    const char* text;
+    const char* json;  // null: as written
+  } cases[] = {
+      {"\xC2\xAD", "\\u00ad", nullptr},          {"\xE2\x80\x8B", "\\u200b", nullptr},
+      {"\xE2\x81\xA0", "\\u2060", nullptr},      {"\xE3\x85\xA4", "\\u3164", nullptr},
+      {"\xEF\xB8\x8F", "\\ufe0f", nullptr},      {"\xF3\xA0\x80\x81", "\\udb40\\udc01", nullptr},
+      {"\xE2\x80\xA7", "\xE2\x80\xA7", nullptr},  // U+2027, beside the next ones
+      {"\xE2\x80\xA8", "\\u2028", "\\u2028"},    {"\xE2\x80\xA9", "\\u2029", "\\u2029"},
+      {"\xEF\xBF\xB8", "\\ufff8", nullptr},      {"\xEF\xBF\xB9", "\\ufff9", "\\ufff9"},
+      {"\xEF\xBF\xBA", "\\ufffa", "\\ufffa"},    {"\xEF\xBF\xBB", "\\ufffb", "\\ufffb"},
+      {"\xEF\xBF\xBC", "\xEF\xBF\xBC", nullptr}, {"\xC3\xA9", "\xC3\xA9", nullptr},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    const std::string document = widget("<icon src='a" + std::string(c.written) + "b'/>");
+    EXPECT_THAT(run({"show", "-"}, document).out, HasSubstr("a" + std::string(c.text) + "b"));
+    const std::string json = c.json == nullptr ? c.written : c.json;
+    EXPECT_THAT(run({"show", "--format", "json", "-"}, document).out, HasSubstr("a" + json + "b"));
+  }
+}
+
+// It would make the output a thousand times as long as the document.
+TEST(ShowTool, PrintsALongNamespaceOnce) {
+  const auto document = [](const std::string& uri) {
+    std::string elements = "<x/>";
+    for (int i = 0; i < 500; ++i) {
+      elements += "<l:a" + std::to_string(i) + "/><w:a/>";
+    }
+    return "<widget xmlns='http://www.w3.org/ns/widgets' xmlns:w='urn:w' xmlns:l='" + uri + "'>" +
+           elements + "</widget>";
+  };
+  const std::string longest = "urn:" + std::string(252, 'x');
+  const std::string longer = longest + "x";
+  const Json full = show(document(longest))["elements"];
+  const Json shortened = show(document(longer))["elements"];
+  ASSERT_EQ(shortened.size(), 1001U);
+  EXPECT_EQ(full[1000]["namespace"], "urn:w");
+  EXPECT_EQ(full[999].dump(), R"({"name":"a499","namespace":")" + longest + R"("})");
+  EXPECT_EQ(shortened[1].dump(), R"({"name":"a0","namespace":")" + longer + R"("})");
+  EXPECT_EQ(shortened[999].dump(), R"({"name":"a499","namespaceOf":1})");
+  const std::string text = run({"show", "-"}, document(longer)).out;
+  EXPECT_EQ(text.find(longer), text.rfind(longer));
+  EXPECT_THAT(text, HasSubstr("a499  the same namespace\n"));
+}
+
 TEST(ShowTool, ColoursFollowTheUsersWish) {
   const struct {
     Stdout target;

@@ -89,11 +89,11 @@ void print(const Settings& settings, const WidgetId& id) {
     json.finish();
     return;
   }
-  TextReport report(isColourWanted(settings.colour));
-  for (const auto& name : NAMES) {
-    report.row(name.key, (id.*name.get)());
-  }
-  writeOutput(report.finish());
+  TextReport::print(isColourWanted(settings.colour), [&](TextReport& report) {
+    for (const auto& name : NAMES) {
+      report.row(name.key, (id.*name.get)());
+    }
+  });
 }
 
 ExitStatus runId(int argc, char** argv) {

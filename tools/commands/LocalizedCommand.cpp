@@ -59,11 +59,11 @@ ExitStatus runLocalized(int argc, char** argv) {
     json.finish();
     return EXIT_DONE;
   }
-  TextReport report(isColourWanted(settings.colour));
-  for (const auto& [language, text] : texts) {
-    report.lines(language, text);
-  }
-  writeOutput(report.finish());
+  TextReport::print(isColourWanted(settings.colour), [&](TextReport& report) {
+    for (const auto& [language, text] : texts) {
+      report.lines(language, text);
+    }
+  });
   return EXIT_DONE;
 }
 

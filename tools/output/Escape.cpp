@@ -1,5 +1,7 @@
 #include "tools/output/Escape.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -60,7 +62,17 @@ void appendCharacter(std::string& out, char32_t character) {
       return;
     }
   }
+  if (character > 0xFFFF) {  // as two of UTF-16, as in JSON
+    appendHex(out, "\\u", 0xD7C0 + (character >> 10), 4);
+    character = 0xDC00 + (character & 0x3FF);
+  }
   appendHex(out, "\\u", character, 4);
+}
+
+// A person is to see a character that no terminal shows, such as a soft hyphen; a program is not.
+bool isInvisible(char32_t character) noexcept {
+  return u_hasBinaryProperty(static_cast<UChar32>(character), UCHAR_DEFAULT_IGNORABLE_CODE_POINT) !=
+         0;
 }
 
 void append(std::string& out, std::string_view text, Encoding encoding,
@@ -82,7 +94,8 @@ void append(std::string& out, std::string_view text, Encoding encoding,
         appendHex(out, "\\x", static_cast<unsigned char>(text[i]), 2);
       }
       out += encoding == Encoding::JSON ? "\xEF\xBF\xBD" : "";
-    } else if (character < 0x80 || isUnprintable(character)) {
+    } else if (character < 0x80 || isUnprintable(character) ||
+               (encoding == Encoding::TEXT && isInvisible(character))) {
       appendCharacter(out, character);
     } else {
       out.append(text, from, at - from);

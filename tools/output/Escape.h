@@ -20,8 +20,10 @@ enum class Encoding {
 /// move the cursor, nor reorder the line it stands in, nor imitate the end of its quotes.
 ///
 /// Escaped as JSON does ("\n", "\u009b") are control characters (C0, DEL, C1), line and paragraph
-/// separators, the characters that set, embed or override directions, quotes and backslashes. All
-/// else, right-to-left letters included, stays. The text can be had back from what is written.
+/// separators, the characters that set, embed or override directions, quotes and backslashes; in
+/// text also the characters that nothing shows (Unicode's Default_Ignorable_Code_Point), such as
+/// the soft hyphen. All else, right-to-left letters included, stays. The text can be had back from
+/// what is written.
 void appendEscaped(std::string& out, std::string_view text, Encoding encoding);
 
 /// The same as a string, for text.

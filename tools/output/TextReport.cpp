@@ -1,11 +1,10 @@
 #include "tools/output/TextReport.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "tools/output/Columns.h"
 #include "tools/output/Escape.h"
-#include "util/StringUtil.h"
+#include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -25,74 +24,90 @@ std::string valueOf(std::string_view text) {
 
 }  // namespace
 
+void TextReport::print(bool colour, const Describe& describe) {
+  TextReport report(colour);
+  describe(report);
+  report.isPrinting_ = true;
+  report.sections_ = 0;
+  describe(report);
+  writeOutput(report.pending_);
+}
+
 void TextReport::section(std::string_view title) {
-  sections_.push_back({std::string(title), {}});
+  isIndented_ = sections_ == 0 ? !title.empty() : isIndented_;
+  ++sections_;
+  title_ = title;
+  if (!isPrinting_) {
+    widths_.push_back(0);
+  }
 }
 
 void TextReport::row(std::string_view label, std::string_view value, std::string_view note) {
-  add({escape(label), {valueOf(value)}, escape(note)});
+  if (beginRow(escape(label))) {
+    pending_ += valueOf(value);
+    endRow(note);
+  }
 }
 
 void TextReport::lines(std::string_view label, std::string_view text, std::string_view note) {
-  std::vector<std::string> values;
-  for (const std::string& line : zel::util::StringUtil::split(std::string(text), '\n')) {
-    values.push_back(escape(line));
+  if (!beginRow(escape(label))) {
+    return;
   }
-  if (values.empty()) {
-    values.push_back(valueOf({}));
+  std::size_t end = text.find('\n');
+  pending_ += text.empty() ? valueOf(text) : escape(text.substr(0, end));
+  while (end != std::string_view::npos) {
+    text.remove_prefix(end + 1);
+    end = text.find('\n');
+    (pending_ += '\n').append((isIndented_ ? 2 : 0) + widths_[sections_ - 1] + 2, ' ');
+    pending_ += escape(text.substr(0, end));
+    writeLarge();
   }
-  add({escape(label), std::move(values), escape(note)});
+  endRow(note);
 }
 
 void TextReport::detail(std::string_view label, std::string_view value, std::string_view note) {
-  add({"  " + escape(label), {valueOf(value)}, escape(note)});
+  if (beginRow("  " + escape(label))) {
+    pending_ += valueOf(value);
+    endRow(note);
+  }
 }
 
-void TextReport::add(Row row) {
-  if (sections_.empty()) {
+bool TextReport::beginRow(const std::string& label) {
+  if (sections_ == 0) {
     section({});
   }
-  sections_.back().rows.push_back(std::move(row));
+  const std::size_t ownWidth = width(label);
+  std::size_t& labelWidth = widths_[sections_ - 1];
+  if (!isPrinting_) {
+    labelWidth = std::max(labelWidth, std::min(ownWidth, MAXIMUM_LABEL_WIDTH));
+    return false;
+  }
+  if (!title_.empty()) {
+    pending_ += isFirst_ ? "" : "\n";
+    pending_ += (colour_ ? BOLD + title_ + PLAIN : title_) + '\n';
+    title_.clear();
+  }
+  isFirst_ = false;
+  pending_ += isIndented_ ? "  " : "";
+  pending_ += colour_ ? LABEL + label + PLAIN : label;
+  pending_.append(std::max(labelWidth, ownWidth) - ownWidth + 2, ' ');
+  return true;
 }
 
-std::string TextReport::finish() const {
-  std::string out;
-  for (const Section& section : sections_) {
-    if (section.rows.empty()) {
-      continue;
-    }
-    if (!section.title.empty()) {
-      out += out.empty() ? "" : "\n";
-      out += colour_ ? BOLD + section.title + PLAIN : section.title;
-      out += '\n';
-    }
-    std::size_t labelWidth = 0;
-    for (const Row& row : section.rows) {
-      labelWidth = std::max(labelWidth, std::min(width(row.label), MAXIMUM_LABEL_WIDTH));
-    }
-    for (const Row& row : section.rows) {
-      print(row, labelWidth, out);
-    }
+void TextReport::writeLarge() {
+  constexpr std::size_t PIECE = 65536;
+  if (pending_.size() >= PIECE) {
+    writeOutput(pending_);
+    pending_.clear();
   }
-  return out;
 }
 
-void TextReport::print(const Row& row, std::size_t labelWidth, std::string& out) const {
-  const char* indent = sections_.front().title.empty() ? "" : "  ";
-  const std::size_t ownWidth = width(row.label);
-  out += indent;
-  out += colour_ ? LABEL + row.label + PLAIN : row.label;
-  out.append(std::max(labelWidth, ownWidth) - ownWidth + 2, ' ');
-  for (std::size_t i = 0; i < row.values.size(); ++i) {
-    if (i != 0) {
-      out += '\n' + std::string(indent) + std::string(labelWidth + 2, ' ');
-    }
-    out += row.values[i];
+void TextReport::endRow(std::string_view note) {
+  if (!note.empty()) {
+    pending_ += colour_ ? std::string("  ") + NOTE + escape(note) + PLAIN : "  " + escape(note);
   }
-  if (!row.note.empty()) {
-    out += colour_ ? std::string("  ") + NOTE + row.note + PLAIN : "  " + row.note;
-  }
-  out += '\n';
+  pending_ += '\n';
+  writeLarge();
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +14,12 @@ namespace orvane::nimbrel::tools {
 /// for colours are the report's own.
 class TextReport {
  public:
-  explicit TextReport(bool colour) : colour_(colour) {}
+  using Describe = std::function<void(TextReport& report)>;
+
+  /// Prints what `describe` adds to standard output. It is called twice and adds the same each
+  /// time: the first call finds how wide the labels are, so that no row has to be kept. Throws
+  /// `OutputFailure` and what `describe` throws.
+  static void print(bool colour, const Describe& describe);
 
   /// Begins a section. One that stays without rows is not printed.
   void section(std::string_view title);
@@ -23,25 +30,22 @@ class TextReport {
   /// Adds a row that explains the one before it.
   void detail(std::string_view label, std::string_view value, std::string_view note = {});
 
-  /// The whole report.
-  [[nodiscard]] std::string finish() const;
-
  private:
-  struct Row {
-    std::string label;
-    std::vector<std::string> values;
-    std::string note;
-  };
-  struct Section {
-    std::string title;
-    std::vector<Row> rows;
-  };
+  explicit TextReport(bool colour) : colour_(colour) {}
 
-  void add(Row row);
-  void print(const Row& row, std::size_t labelWidth, std::string& out) const;
+  /// Adds the label; false while only its width is wanted.
+  bool beginRow(const std::string& label);
+  void endRow(std::string_view note);
+  void writeLarge();  // what is pending, if it is much
 
   bool colour_;
-  std::vector<Section> sections_;
+  bool isPrinting_ = false;
+  bool isIndented_ = false;          // below titles
+  std::vector<std::size_t> widths_;  // of the labels of each section
+  std::size_t sections_ = 0;         // begun so far
+  std::string title_;                // of a section without a row yet
+  bool isFirst_ = true;              // nothing printed yet
+  std::string pending_;
 };
 
 }  // namespace orvane::nimbrel::tools

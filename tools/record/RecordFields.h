@@ -275,7 +275,10 @@ inline constexpr auto FIELDS<config::Config> = std::tuple{
     Section{"exports", exportedPaths, "Exports"},
 };
 
-// Views, as many elements may have one very long namespace.
+/// A namespace of more bytes, which many elements may have, is printed once.
+inline constexpr std::size_t LONG_NAMESPACE = 256;
+
+// Views, for the same reason.
 inline std::string_view elementName(const config::Element& element) noexcept {
   return element.getNode()->nameView();
 }

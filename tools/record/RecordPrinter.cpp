@@ -67,7 +67,11 @@ void RecordPrinter::print(const std::string& file, config::BasicConfig& record,
     selectField(record, errorText, *style_.field,
                 [&](const auto& value) { printLines(prefix, value); });
   } else {
-    printText(file, recordToText(record, errorText, style_.colour));
+    if (style_.several) {
+      const std::string name = style_.colour ? "\x1b[1m" + escape(file) + "\x1b[0m" : escape(file);
+      writeOutput((std::exchange(first_, false) ? "" : "\n") + name + ":\n\n");
+    }
+    printRecordText(record, errorText, style_.colour);
   }
 }
 
@@ -139,14 +143,6 @@ void RecordPrinter::printRecord(config::BasicConfig& record, const std::string& 
   if (!isThere) {
     json_.value(nullptr);
   }
-}
-
-void RecordPrinter::printText(const std::string& file, const std::string& report) {
-  if (style_.several) {
-    const std::string name = style_.colour ? "\x1b[1m" + escape(file) + "\x1b[0m" : escape(file);
-    writeOutput((std::exchange(first_, false) ? "" : "\n") + name + ":\n\n");
-  }
-  writeOutput(report);
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -47,7 +47,6 @@ class RecordPrinter {
                  const DocumentFailure::Problem* problem);
   void endFile();
   void printRecord(config::BasicConfig& record, const std::string& errorText);
-  void printText(const std::string& file, const std::string& report);
 
   RecordStyle style_;
   bool first_ = true;

@@ -194,32 +194,44 @@ struct ByNamespaceAndName {
   }
 };
 
-void addElements(TextReport& report, const std::vector<config::Element>& elements) {
-  std::map<ByNamespaceAndName::Names, std::size_t, ByNamespaceAndName> counts;
+using ElementCounts = std::map<ByNamespaceAndName::Names, std::size_t, ByNamespaceAndName>;
+
+ElementCounts countElements(const std::vector<config::Element>& elements) {
+  ElementCounts counts;
   for (const config::Element& element : elements) {
     const std::string_view namespaceUri = element.getNode()->namespaceView();
     ++counts[{namespaceUri.data() == nullptr ? "no namespace" : namespaceUri,
               element.getNode()->nameView()}];
   }
+  return counts;
+}
+
+/// A long namespace is printed once.
+void addElements(TextReport& report, const ElementCounts& counts) {
+  std::string_view last;
   report.section("Elements read");
   for (const auto& [names, count] : counts) {
-    report.row(names.second, names.first, count == 1 ? "" : std::to_string(count) + " times");
+    const bool isSame = names.first.size() > LONG_NAMESPACE && compare(names.first, last) == 0;
+    report.row(names.second, isSame ? "the same namespace" : names.first,
+               count == 1 ? "" : std::to_string(count) + " times");
+    last = names.first;
   }
 }
 
 }  // namespace
 
-std::string recordToText(config::BasicConfig& record, const std::string& errorText, bool colour) {
-  TextReport report(colour);
-  addWidget(report, record);
-  addLists(report, record);
-  addExtensions(report, record);
-  addElements(report, record.elements());
-  report.section("Last problem");
-  if (!errorText.empty()) {
-    report.row("message", errorText);
-  }
-  return report.finish();
+void printRecordText(config::BasicConfig& record, const std::string& errorText, bool colour) {
+  const ElementCounts counts = countElements(record.elements());
+  TextReport::print(colour, [&](TextReport& report) {
+    addWidget(report, record);
+    addLists(report, record);
+    addExtensions(report, record);
+    addElements(report, counts);
+    report.section("Last problem");
+    if (!errorText.empty()) {
+      report.row("message", errorText);
+    }
+  });
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -6,8 +6,7 @@
 
 namespace orvane::nimbrel::tools {
 
-/// The record for a person: what the document set or changed, and the parser's error text.
-[[nodiscard]] std::string recordToText(config::BasicConfig& record, const std::string& errorText,
-                                       bool colour);
+/// Prints the record for a person: what the document set or changed, and the parser's error text.
+void printRecordText(config::BasicConfig& record, const std::string& errorText, bool colour);
 
 }  // namespace orvane::nimbrel::tools
