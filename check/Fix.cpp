@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "check/Decoder.h"
+#include "check/NearestName.h"
 #include "check/Scope.h"
 #include "check/SourceMap.h"
 #include "check/Suggestions.h"
@@ -40,6 +41,19 @@ bool mayBeRenamed(const XmlNode& element) noexcept {
   return isOurs(element.namespaceView()) ||
          (element.parent() == nullptr &&
           suggestedNamespace(element.namespaceView()) == config::W3C_WIDGETS_NAMESPACE);
+}
+
+/// Whether an element was meant to have a name that is spelt almost like its own: a letter replaced
+/// in a short name ("game"), and some words, mean something else.
+bool isCertain(std::string_view written, std::string_view meant) noexcept {
+  constexpr std::size_t SHORT = 4;
+  constexpr std::string_view WORDS[] = {"reference", "context", "contend",  "resource",
+                                        "gesture",   "expert",  "massaging"};
+  return isSameInAnyCase(written, meant) ||
+         ((meant.size() > SHORT || written.size() != meant.size() ||
+           std::is_permutation(written.begin(), written.end(), meant.begin())) &&
+          std::none_of(std::begin(WORDS), std::end(WORDS),
+                       [&](std::string_view word) { return isSameInAnyCase(written, word); }));
 }
 
 class Fixer {
@@ -187,6 +201,7 @@ class Fixer {
     const Span tag = scope_.tag().name;
     const std::string_view before = scope_.text(tag);
     if (!name || *name == before || !mayBeRenamed(element) ||
+        !isCertain(localPart(before), localPart(*name)) ||
         localPart(before) != element.nameView() || hasChild(element, localPart(*name))) {
       return {};
     }

@@ -100,38 +100,55 @@ std::vector<Edit> keywords(const Written& written) {
                                                                                : edits;
 }
 
+bool isEachLonger(const std::vector<std::string>& parts, std::size_t size) noexcept {
+  return std::all_of(parts.begin(), parts.end(),
+                     [&](const std::string& part) { return part.size() > size; });
+}
+
 std::vector<Edit> suspicious(const Diagnostic& finding, const Written& written) {
   const ValueKind kind = kindOfValue(*finding.element, finding.attribute);
   if (kind == ValueKind::KEYWORDS) {
     return keywords(written);
   }
   const auto advice = adviceOnValue(kind, StringUtil::squeezeAndTrim(finding.value));
-  return advice && advice->isCertain ? replaced(written, written.core, advice->suggestion)
-                                     : std::vector<Edit>();
+  // "en-us-x" is no tag, and "x" was not meant to begin another part.
+  const bool isWhole = advice && (kind != ValueKind::LANGUAGE ||
+                                  isEachLonger(StringUtil::split(advice->suggestion, '-'), 1));
+  return isWhole && advice->isCertain ? replaced(written, written.core, advice->suggestion)
+                                      : std::vector<Edit>();
 }
 
 std::vector<Edit> origin(const Diagnostic& finding, const Written& written) {
-  const Advice advice = adviceOnOrigin(StringUtil::squeezeAndTrim(finding.value));
-  return advice.isCertain ? replaced(written, written.core, advice.suggestion)
-                          : std::vector<Edit>();
+  const std::string value = StringUtil::squeezeAndTrim(finding.value);
+  const Advice advice = adviceOnOrigin(value);
+  // What is no path, but a network ("/8") or a port in a wrong place, was meant to count.
+  const std::size_t host = value.find("://") + 3;
+  const std::string rest = value.substr(std::min(value.find_first_of("/?#", host), value.size()));
+  const bool isPath =
+      rest.find(':') == std::string::npos &&
+      (rest.size() < 2 || rest.find_first_not_of("/0123456789") != std::string::npos);
+  return advice.isCertain && isPath ? replaced(written, written.core, advice.suggestion)
+                                    : std::vector<Edit>();
 }
 
-/// A blank in a link or an identifier; in the name of a feature it may separate two.
+/// A blank in a link; in the name of a feature it may separate two, and no identity is guessed.
 std::vector<Edit> iri(const Diagnostic& finding, const Written& written) {
   const std::string value = StringUtil::squeezeAndTrim(finding.value);
-  return finding.attribute != "name" && value == written.at(written.core)
+  return finding.attribute == "href" && value == written.at(written.core)
              ? replaced(written, written.core, suggestionFor(finding))
              : std::vector<Edit>();
 }
 
 std::vector<Edit> word(const Diagnostic& finding, const Written& written) {
+  constexpr std::string_view SWITCHES[] = {"true", "false", "yes", "no"};
   const std::string meant = suggestionFor(finding);
-  if (finding.attribute != "dir") {
-    return replaced(written, written.core, meant);
-  }
-  // White space around it counts. Of three letters a wrong one is too many to be certain.
-  return looksLike(StringUtil::trimmed(finding.value), meant)
-             ? replaced(written, written.whole, meant)
+  const bool isOfSwitch =
+      finding.attribute != "dir" &&
+      std::find(std::begin(SWITCHES), std::end(SWITCHES), meant) != std::end(SWITCHES);
+  // Another word is meant with certainty if it looks the same.
+  return isOfSwitch || looksLike(StringUtil::trimmed(finding.value), meant)
+             // White space around a direction counts.
+             ? replaced(written, finding.attribute == "dir" ? written.whole : written.core, meant)
              : std::vector<Edit>();
 }
 

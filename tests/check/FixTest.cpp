@@ -43,6 +43,11 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       {"<icon w:src='a' xmlns:w='http://www.w3.org/ns/widgets'/>",
        "<icon src='a' xmlns:w='http://www.w3.org/ns/widgets'/>"},
       {"<name lang='en'>a</name><license src='a.txt'/>", ""},
+      // Another word, or another name.
+      {"<game>a</game><nmae>b</nmae><reference name='a'/><context src='a'/><nam xml:lang='de'/>",
+       "<game>a</game><name>b</name><reference name='a'/><context src='a'/>"
+       "<name xml:lang='de'/>"},
+      {"<tavlo:resource><tavlo:asset key='a' value='b'/></tavlo:resource><tavlo:gesture/>", ""},
       // What is in the way stays.
       {"<name>a</name><Name>b</Name><Description>c</Description>",
        "<name>a</name><Name>b</Name><description>c</description>"},
@@ -83,6 +88,10 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       {"<access origin='http://a.example:81/x?y&amp;z'/><access origin=' https://b.example/ '/>",
        "<access origin='http://a.example:81'/><access origin=' https://b.example '/>"},
       {"<access origin='HTTP://a.example/'/>", "<access origin='http://a.example'/>"},
+      {"<access origin='http://10.0.0.0/8'/><access origin='http://localhost/api:8080'/>"
+       "<access origin='http://a.example/8x'/>",
+       "<access origin='http://10.0.0.0/8'/><access origin='http://localhost/api:8080'/>"
+       "<access origin='http://a.example'/>"},
       {"<access origin='ftp://a.example/'/><access origin='http://u@a.example/'/>"
        "<access origin='https://*.a.example'/><access origin='a.example'/>",
        ""},
@@ -92,6 +101,7 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<preference name='a' readonly='false'/><preference name='b' readonly='1'/>"},
       {"<name xml:lang='en_US'>a</name><name xml:lang='English'>b</name>",
        "<name xml:lang='en-US'>a</name><name xml:lang='English'>b</name>"},
+      {"<name xml:lang='en-us_x'>a</name><name xml:lang='x_de'>b</name>", ""},
       {"<author href='http://a.example/a b'/><feature required='false' name='urn:a b'/>",
        "<author href='http://a.example/a%20b'/><feature required='false' name='urn:a b'/>"},
       // Settings, of which one after another comes to light.
@@ -109,11 +119,16 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<tavlo:messaging><tavlo:app name='a' value='true'/><tavlo:app name='b' value='no'/>"
        "</tavlo:messaging>"},
       {"<tavlo:resources><tavlo:asset key='DatabaseStorag' value='yes'/></tavlo:resources>", ""},
+      {"<tavlo:auth><tavlo:asset key='a' value='yes'/><tavlo:asset key='b' value='Token'/>"
+       "</tavlo:auth>",
+       "<tavlo:auth><tavlo:asset key='a' value='yes'/><tavlo:asset key='b' value='token'/>"
+       "</tavlo:auth>"},
       // The root.
       {"<widget/>", "<widget xmlns=\"http://www.w3.org/ns/widgets\"/>"},
       {"<?x?><w:Widget xmlns:w='https://www.w3.org/ns/widgets'><name/></w:Widget>",
        "<?x?><w:widget xmlns:w='http://www.w3.org/ns/widgets'><w:name/></w:widget>"},
       {"<widget xmlns='urn:x'/>", ""},
+      {"<widget xmlns='http://www.w3.org/ns/widgets' id='http://a.example/a b'/>", ""},
       {"<widget xmlns='http://www.w3.org/ns/widgets'"
        " xmlns:a='http://tavlo.example/ns/widget-extension' a:applicationid='b'/>",
        "<widget xmlns='http://www.w3.org/ns/widgets'"
