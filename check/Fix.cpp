@@ -45,15 +45,15 @@ bool mayBeRenamed(const XmlNode& element) noexcept {
 
 /// Whether an element was meant to have a name that is spelt almost like its own: a letter replaced
 /// in a short name ("game"), and some words, mean something else.
-bool isCertain(std::string_view written, std::string_view meant) noexcept {
+bool isCertain(std::string_view written, std::string_view meant) {
   constexpr std::size_t SHORT = 4;
   constexpr std::string_view WORDS[] = {"reference", "context", "contend",  "resource",
                                         "gesture",   "expert",  "massaging"};
-  return isSameInAnyCase(written, meant) ||
+  return looksLike(written, meant) ||
          ((meant.size() > SHORT || written.size() != meant.size() ||
            std::is_permutation(written.begin(), written.end(), meant.begin())) &&
           std::none_of(std::begin(WORDS), std::end(WORDS),
-                       [&](std::string_view word) { return isSameInAnyCase(written, word); }));
+                       [&](std::string_view word) { return looksLike(written, word); }));
 }
 
 class Fixer {

@@ -126,7 +126,7 @@ std::uint32_t Report::numberOf(const XmlNode* element) const noexcept {
 Place Report::placeOf(const Diagnostic& finding) const noexcept {
   Place place;
   if (finding.hasSpan) {
-    place = {source_.positionOf(finding.span.begin), source_.positionOf(finding.span.end)};
+    place = placeOf(finding.span);
   }
   if (!finding.hasSpan) {
     place.begin.line = finding.line;

@@ -37,6 +37,10 @@ class Report {
   [[nodiscard]] const SourceText& source() const noexcept { return source_; }
   /// Where a finding is. Of a document with elements in entities the line alone is certain.
   [[nodiscard]] Place placeOf(const Diagnostic& finding) const noexcept;
+  /// Where a part of the text is.
+  [[nodiscard]] Place placeOf(Span span) const noexcept {
+    return {source_.positionOf(span.begin), source_.positionOf(span.end)};
+  }
   /// Where the name of the other element of a finding begins; as above.
   [[nodiscard]] Position otherOf(const Diagnostic& finding) const noexcept;
 

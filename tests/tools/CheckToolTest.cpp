@@ -151,7 +151,10 @@ TEST(CheckToolJson, HasEveryMemberOfAFinding) {
   EXPECT_EQ(json["files"][0]["findings"][0], Json::parse(R"({
     "code": "unknown-attribute", "level": "warning", "line": 2, "column": 15, "endLine": 2,
     "endColumn": 21, "byte": 113, "endByte": 119, "element": "icon", "attribute": "heigth",
-    "value": "3", "reason": "<icon> has no attribute \"heigth\"; it has src, width and height.", "suggestion": "height", "related": null})"));
+    "value": "3", "reason": "<icon> has no attribute \"heigth\"; it has src, width and height.",
+    "suggestion": "height", "related": null,
+    "fixes": [{"edits": [{"line": 2, "column": 15, "endLine": 2, "endColumn": 21, "byte": 113,
+                          "endByte": 119, "text": "height"}]}]})"));
   EXPECT_EQ(json["files"][0]["findings"][2]["related"], Json::parse(R"({"line": 2, "column": 2})"));
   Json error = json["files"][1]["findings"][0];
   EXPECT_GT(error["column"], 0);
@@ -185,8 +188,11 @@ TEST(CheckToolSarif, NamesRuleAndPlaceOfEachResult) {
     EXPECT_THAT(rule["help"]["text"].get<std::string>(), HasSubstr("\n\nFixed:"));
     EXPECT_THAT(rule["fullDescription"]["text"].get<std::string>(),
                 StartsWith(rule["shortDescription"]["text"].get<std::string>()));
-    EXPECT_EQ(rule["helpUri"], driver["informationUri"].get<std::string>() + "findings.md#" +
-                                   rule["id"].get<std::string>());
+    // Without an address at which the documentation is there is none.
+    EXPECT_EQ(rule.value("helpUri", ""), driver.contains("informationUri")
+                                             ? driver["informationUri"].get<std::string>() +
+                                                   "findings.md#" + rule["id"].get<std::string>()
+                                             : "");
   }
   const Json& second = log["results"][1];
   EXPECT_EQ(second["ruleId"], "unknown-attribute");
@@ -227,6 +233,85 @@ TEST(CheckToolSarif, NotifiesOfFilesThatCannotBeRead) {
     "level": "error", "message": {"text": "/nowhere: cannot be read: No such file or directory"},
     "locations": [{"physicalLocation": {"artifactLocation": {"uri": "file:///nowhere"}}}]}]})"));
   EXPECT_EQ(log["tool"]["driver"]["notifications"][0]["id"], "unreadable-file");
+}
+
+// What begins in one line and ends in another, behind characters of every width.
+constexpr char TWO_LINES[] =
+    "<widget xmlns='http://www.w3.org/ns/widgets'>\n\xF0\x9F\x90\x9F"
+    "<name dir='\n\xC3\xA9'>{0}</name></widget>";
+
+TEST(CheckToolSarif, HasTheEndInAnotherLine) {
+  const Json log = Json::parse(check(TWO_LINES, {"--format", "sarif"}).out);
+  const Json& results = log["runs"][0]["results"];
+  EXPECT_EQ(results.back()["locations"][0]["physicalLocation"]["region"],
+            Json::parse(R"({"startLine": 2, "startColumn": 14, "endLine": 3, "endColumn": 2,
+                            "byteOffset": 61, "byteLength": 3})"));
+  const Json json = Json::parse(check(TWO_LINES, {"--format", "json"}).out);
+  const Json& finding = json["files"][0]["findings"].back();
+  EXPECT_EQ(finding["line"], 2);
+  EXPECT_EQ(finding["column"], 13);
+  EXPECT_EQ(finding["endLine"], 3);
+  EXPECT_EQ(finding["endColumn"], 2);
+  EXPECT_EQ(finding["byte"], 61);
+  EXPECT_EQ(finding["endByte"], 64);
+}
+
+TEST(CheckToolSarif, ATextOfTheDocumentStandsForNoOtherText) {
+  const Json log =
+      Json::parse(check(widget("<icon src='a' width='{0} [a](b)'/>"), {"--format", "sarif"}).out);
+  EXPECT_THAT(log["runs"][0]["results"][0]["message"]["text"].get<std::string>(),
+              StartsWith("icon: width=\"{{0}} \\[a\\](b)\": "));
+}
+
+// The fingerprints of code scanning, which takes them of the file.
+TEST(CheckToolSarif, HashesTheLineAsCodeScanningDoes) {
+  const Row rows[] = {{"", "c129715d7a2bc9a3:1"},
+                      {" a\nb\n  \t\tc\n d", "271789c17abda88f:1"},
+                      {" hello; \t\nworld!!!\n\n\n  \t\tGreetings\n End", "8b7cf3e952e7aeb2:1"}};
+  const auto hashOf = [](const std::string& document) {
+    const Json log = Json::parse(check(document, {"--format", "sarif"}).out);
+    return log["runs"][0]["results"]
+        .back()["partialFingerprints"]["primaryLocationLineHash"]
+        .get<std::string>();
+  };
+  expectRows(rows, hashOf);
+  // Ends of lines and blanks do not count, what stands in the line does.
+  const std::string children = "<name>a</name>\r\n\t<icon width='1'/>\r\n";
+  const std::string before = hashOf(widget(children));
+  EXPECT_EQ(hashOf(widget("\n<x xmlns='urn:x'/>\n<name>a</name>\n<icon  width='1'/>\n")), before);
+  EXPECT_NE(hashOf(widget("<name>a</name>\n<icon width='2'/>\n")), before);
+}
+
+/// A document with the edits made that its findings have.
+std::string fixedBy(std::string document, const Json& finding) {
+  std::vector<Json> edits = finding["fixes"][0]["edits"];
+  std::sort(edits.begin(), edits.end(),
+            [](const Json& left, const Json& right) { return left["byte"] > right["byte"]; });
+  for (const Json& edit : edits) {
+    document.replace(edit["byte"],
+                     edit["endByte"].get<std::size_t>() - edit["byte"].get<std::size_t>(),
+                     edit["text"].get<std::string>());
+  }
+  return document;
+}
+
+TEST(CheckToolFixes, ReachProgramsWithTheirEdits) {
+  const std::string document = "\xEF\xBB\xBF" + widget("\n<Icon src='\xC3\xA9'\n></Icon>{}");
+  const Json json = Json::parse(check(document, {"--format", "json"}).out);
+  const Json& findings = json["files"][0]["findings"];
+  ASSERT_EQ(findings.size(), 2U);
+  EXPECT_EQ(findings[1]["fixes"], Json::array());
+  EXPECT_EQ(fixedBy(document, findings[0]),
+            "\xEF\xBB\xBF" + widget("\n<icon src='\xC3\xA9'\n></icon>{}"));
+  const Json log = Json::parse(check(document, {"--format", "sarif"}).out);
+  const Json& results = log["runs"][0]["results"];
+  EXPECT_FALSE(results[1].contains("fixes"));
+  const Json& change = results[0]["fixes"][0]["artifactChanges"][0];
+  EXPECT_EQ(change["artifactLocation"],
+            results[0]["locations"][0]["physicalLocation"]["artifactLocation"]);
+  EXPECT_EQ(change["replacements"][1]["insertedContent"]["text"], "icon");
+  EXPECT_EQ(change["replacements"][1]["deletedRegion"]["startLine"], 3);
+  EXPECT_EQ(change["replacements"][1]["deletedRegion"]["startColumn"], 4);
 }
 
 TEST(CheckToolSarif, KnowsAFindingAgainWhenLinesMove) {

@@ -253,11 +253,14 @@ TEST(PackagedWidget, ARejectedDocumentIsNamedWithItsPackage) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.error, testing::StartsWith(file.path() + "/config.xml:2:"));
 
-  // A viewer has the package, of which no line is meant.
+  // A viewer has the package, whose first line stands for the whole of it.
   const Json log = Json::parse(run({"check", "--format", "sarif", file.path()}).out);
   const Json result = log["runs"][0]["results"][0];
   const Json place = result["locations"][0]["physicalLocation"];
-  EXPECT_THAT(place.dump(), testing::EndsWith(file.path().substr(file.path().rfind('/')) + "\"}}"));
+  EXPECT_THAT(place["artifactLocation"]["uri"].get<std::string>(),
+              testing::EndsWith(file.path().substr(file.path().rfind('/'))));
+  EXPECT_EQ(place["region"], Json::parse(R"({"startLine": 1})"));
+  EXPECT_FALSE(result["partialFingerprints"].contains("primaryLocationLineHash"));
   EXPECT_EQ(result["locations"][0]["logicalLocations"],
             Json::array({{{"fullyQualifiedName", "config.xml:2:1"}, {"kind", "resource"}}}));
   EXPECT_THAT(result["message"]["text"].get<std::string>(),

@@ -1,7 +1,9 @@
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "check/FindingCode.h"
+#include "check/Fix.h"
 #include "check/Wording.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/output/JsonWriter.h"
@@ -27,8 +29,11 @@ class FindingsAsJson : public FindingPrinter {
     json_.key("findings");
     json_.beginArray();
     if (report != nullptr) {
+      const std::vector<check::Fix> fixes = check::fixesOf(*report);
+      auto next = fixes.begin();
       for (const check::Diagnostic& finding : report->findings()) {
-        print(*report, finding);
+        const bool isFixed = next != fixes.end() && next->finding == &finding;
+        print(*report, finding, isFixed ? &*next++ : nullptr);
       }
     }
     json_.endArray();
@@ -81,19 +86,43 @@ class FindingsAsJson : public FindingPrinter {
     position.utf16Column == 0 ? json_.value(nullptr) : json_.value(position.byte);
   }
 
-  void print(const check::Report& report, const check::Diagnostic& finding) {
-    const check::CodeDescription& kind = check::descriptionOf(finding.code);
-    const check::Wording wording = check::wordingOf(finding);
-    const check::Place place = report.placeOf(finding);
-    json_.beginObject();
-    json_.member("code", kind.name);
-    json_.member("level", check::levelName(kind.level));
+  void printPlace(const check::Place& place) {
     number("line", place.begin.line);
     number("column", place.begin.column);
     number("endLine", place.end.line);
     number("endColumn", place.end.column);
     offset("byte", place.begin);
     offset("endByte", place.end);
+  }
+
+  /// `fix` is null when none is certain.
+  void printFixes(const check::Report& report, const check::Fix* fix) {
+    json_.key("fixes");
+    json_.beginArray();
+    if (fix != nullptr) {
+      json_.beginObject();
+      json_.key("edits");
+      json_.beginArray();
+      for (const check::Edit& edit : fix->edits) {
+        json_.beginObject();
+        printPlace(report.placeOf(edit.span));
+        json_.member("text", edit.text);
+        json_.endObject();
+      }
+      json_.endArray();
+      json_.endObject();
+    }
+    json_.endArray();
+  }
+
+  void print(const check::Report& report, const check::Diagnostic& finding, const check::Fix* fix) {
+    const check::CodeDescription& kind = check::descriptionOf(finding.code);
+    const check::Wording wording = check::wordingOf(finding);
+    const check::Place place = report.placeOf(finding);
+    json_.beginObject();
+    json_.member("code", kind.name);
+    json_.member("level", check::levelName(kind.level));
+    printPlace(place);
     text("element", wording.element);
     text("attribute", wording.attribute);
     json_.key("value");
@@ -110,6 +139,7 @@ class FindingsAsJson : public FindingPrinter {
       number("column", other.column);
       json_.endObject();
     }
+    printFixes(report, fix);
     json_.endObject();
   }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <iterator>
@@ -7,9 +8,11 @@
 #include <vector>
 
 #include "check/FindingCode.h"
+#include "check/Fix.h"
 #include "check/Wording.h"
 #include "tools/findings/ArtifactUri.h"
 #include "tools/findings/FindingPrinter.h"
+#include "tools/findings/LineHashes.h"
 #include "tools/findings/SarifRules.h"
 #include "tools/findings/Sentence.h"
 #include "tools/output/JsonWriter.h"
@@ -73,8 +76,13 @@ class SarifPrinter : public FindingPrinter {
 
   void printDocument(const CheckedDocument& document) override {
     Fingerprints fingerprints;
-    for (const check::Diagnostic& finding : document.report->findings()) {
-      printResult(document, finding, fingerprints);
+    const check::Report& report = *document.report;
+    const LineHashes lines(report.findings().empty() ? std::string() : report.document());
+    const std::vector<check::Fix> fixes = check::fixesOf(report);
+    auto next = fixes.begin();
+    for (const check::Diagnostic& finding : report.findings()) {
+      const bool isFixed = next != fixes.end() && next->finding == &finding;
+      printResult(document, finding, isFixed ? &*next++ : nullptr, fingerprints, lines);
     }
   }
 
@@ -118,11 +126,12 @@ class SarifPrinter : public FindingPrinter {
     json_.endObject();
   }
 
-  /// Columns are those of the format: UTF-16 code units.
-  void printRegion(const check::Place& place) {
-    json_.key("region");
+  /// Columns are those of the format: UTF-16 code units. Code scanning shows nothing without a
+  /// line.
+  void printRegion(const char* key, const check::Place& place) {
+    json_.key(key);
     json_.beginObject();
-    json_.member("startLine", place.begin.line);
+    json_.member("startLine", std::max(place.begin.line, 1U));
     if (place.begin.utf16Column != 0) {
       json_.member("startColumn", place.begin.utf16Column);
     }
@@ -135,16 +144,14 @@ class SarifPrinter : public FindingPrinter {
     json_.endObject();
   }
 
-  /// The members of a location. Of a package, which is the file that a viewer has, no region is
-  /// meant but a place in its document.
+  /// The members of a location. Of a package, which is the file that a viewer has, its first line
+  /// stands for a place in its document.
   void printLocation(const CheckedDocument& document, const check::Place& place) {
     const bool isPackaged = document.name != document.file;
     json_.key("physicalLocation");
     json_.beginObject();
     printArtifact(document.file);
-    if (!isPackaged && place.begin.line != 0) {
-      printRegion(place);
-    }
+    printRegion("region", isPackaged ? check::Place() : place);
     json_.endObject();
     if (isPackaged && place.begin.line != 0) {
       json_.key("logicalLocations");
@@ -165,19 +172,21 @@ class SarifPrinter : public FindingPrinter {
   }
 
   void printResult(const CheckedDocument& document, const check::Diagnostic& finding,
-                   Fingerprints& fingerprints) {
+                   const check::Fix* fix, Fingerprints& fingerprints, const LineHashes& lines) {
     const check::Report& report = *document.report;
     const CodeDescription& kind = check::descriptionOf(finding.code);
     const check::Wording wording = check::wordingOf(finding);
     const check::Place place = report.placeOf(finding);
-    const bool isPackaged = document.name != document.file && place.begin.line != 0;
+    const bool isPackaged = document.name != document.file;
+    const bool isPlacedInPackage = isPackaged && place.begin.line != 0;
     json_.beginObject();
     json_.member("ruleId", kind.name);
     json_.member("ruleIndex", &kind - check::codeDescriptions().begin());
     json_.member("level", check::levelName(kind.level));
-    writeSarifMessage(json_, "message",
-                      (isPackaged ? placeInPackage(document, place.begin) + ": " : std::string()) +
-                          sentenceOf(wording));
+    writeSarifMessage(
+        json_, "message",
+        (isPlacedInPackage ? placeInPackage(document, place.begin) + ": " : std::string()) +
+            sentenceOf(wording));
     json_.key("locations");
     json_.beginArray();
     json_.beginObject();
@@ -197,8 +206,40 @@ class SarifPrinter : public FindingPrinter {
     json_.key("partialFingerprints");
     json_.beginObject();
     json_.member("finding/v1", fingerprints.next(kind, wording));
+    if (!isPackaged) {
+      json_.member("primaryLocationLineHash", lines.of(std::max(place.begin.line, 1U)));
+    }
     json_.endObject();
+    if (fix != nullptr && !isPackaged) {
+      printFix(document.file, report, *fix);
+    }
     json_.endObject();
+  }
+
+  void printFix(const std::string& file, const check::Report& report, const check::Fix& fix) {
+    json_.key("fixes");
+    json_.beginArray();
+    json_.beginObject();
+    json_.key("artifactChanges");
+    json_.beginArray();
+    json_.beginObject();
+    printArtifact(file);
+    json_.key("replacements");
+    json_.beginArray();
+    for (const check::Edit& edit : fix.edits) {
+      json_.beginObject();
+      printRegion("deletedRegion", report.placeOf(edit.span));
+      json_.key("insertedContent");
+      json_.beginObject();
+      json_.member("text", edit.text);
+      json_.endObject();
+      json_.endObject();
+    }
+    json_.endArray();
+    json_.endObject();
+    json_.endArray();
+    json_.endObject();
+    json_.endArray();
   }
 
   void printNotification(const Unreadable& unreadable) {

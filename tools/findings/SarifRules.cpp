@@ -51,7 +51,9 @@ void writeRule(JsonWriter& json, const CodeDescription& kind) {
   json.member("id", kind.name);
   writeSarifMessage(json, "shortDescription", firstSentence(kind.summary));
   writeSarifMessage(json, "fullDescription", description);
-  json.member("helpUri", std::string(INFORMATION) + "findings.md#" + std::string(kind.name));
+  if (!INFORMATION.empty()) {
+    json.member("helpUri", std::string(INFORMATION) + "findings.md#" + std::string(kind.name));
+  }
   writeHelp(json, kind, description);
   json.key("defaultConfiguration");
   json.beginObject();
@@ -70,7 +72,8 @@ void writeRule(JsonWriter& json, const CodeDescription& kind) {
 void writeSarifMessage(JsonWriter& json, std::string_view name, std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    escaped.append(c == '[' || c == ']' ? 1 : 0, '\\') += c;
+    escaped.append(c == '[' || c == ']' ? 1 : 0, '\\');
+    escaped.append(c == '{' || c == '}' ? 2 : 1, c);
   }
   json.key(name);
   json.beginObject();
@@ -85,7 +88,9 @@ void writeSarifTool(JsonWriter& json) {
   json.member("name", "nimbrel-config");
   json.member("version", NIMBREL_VERSION);
   json.member("semanticVersion", NIMBREL_VERSION);
-  json.member("informationUri", INFORMATION);
+  if (!INFORMATION.empty()) {
+    json.member("informationUri", INFORMATION);
+  }
   json.key("rules");
   json.beginArray();
   for (const CodeDescription& kind : check::codeDescriptions()) {

@@ -13,8 +13,8 @@ inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 /// order, and its notifications.
 void writeSarifTool(JsonWriter& json);
 
-/// Writes a member that is a message of SARIF: with its brackets escaped, as else what a document
-/// says could become a link.
+/// Writes a member that is a message of SARIF: with its brackets and braces escaped, as else what a
+/// document says could become a link or stand for another text.
 void writeSarifMessage(JsonWriter& json, std::string_view name, std::string_view text);
 
 }  // namespace orvane::nimbrel::tools
