@@ -107,12 +107,12 @@ class Page {
       const std::size_t number = (common_ + i) % views_.size();
       if (i != 0) {
         record.reset();
-        record = recordFor(audiences_[number].locales, view = View());
+        record = recordFor(audiences_[number].locales, view);
       }
       if (record != nullptr) {
         collect(*record, number, view);
       }
-      views_[number] = std::move(view);
+      views_[number] = std::exchange(view, View());
     }
     std::vector<Facts*> facts;
     for (View& accepted : views_) {
