@@ -143,7 +143,7 @@ std::enable_if_t<HAS_FIELDS<Record>> addGroup(TextReport& report, const Record& 
 
 void addGroup(TextReport& report, const std::map<std::string, bool>& permissions) {
   for (const auto& [name, allowed] : permissions) {
-    report.row(name, allowed ? "allowed" : "refused");
+    report.row(name, allowed ? "allowed" : "not allowed");
   }
 }
 
