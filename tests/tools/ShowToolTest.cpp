@@ -103,6 +103,9 @@ TEST(ShowTool, RejectsWrongUsage) {
                            "show --format html --field id -",
                            "show --format html --encoding UTF-8 -",
                            "show --density high -",
+                           "show --density 300x -",
+                           "show --density 2147483648 -",
+                           "check --density 300x -",
                            "show --locale",
                            "show --unknown -"}) {
     SCOPED_TRACE(line);
