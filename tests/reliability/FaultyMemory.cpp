@@ -73,10 +73,16 @@ void* allocateAligned(std::size_t size, std::align_val_t alignment) noexcept {
 void* operator new(std::size_t size) {
   return orThrow(allocate(size));
 }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return allocate(size);
+}
 void* operator new(std::size_t size, std::align_val_t alignment) {
   return orThrow(allocateAligned(size, alignment));
 }
 void operator delete(void* block) noexcept {
+  release(block);
+}
+void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
   release(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {

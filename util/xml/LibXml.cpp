@@ -76,7 +76,12 @@ void push(xmlParserCtxt* context, xmlParserInput* input) {
 #endif
 
 struct FirstStart {
-  FirstStart() noexcept { xmlInitParser(); }
+  FirstStart() {
+#if LIBXML_VERSION < 21200
+    makeThreadState();
+#endif
+    xmlInitParser();
+  }
 };
 
 long runningVersion() noexcept {
@@ -94,12 +99,12 @@ Library::Library() {
                              std::to_string(LIBXML_VERSION),
                          0, 0);
   }
-#if LIBXML_VERSION < 21200
-  makeThreadState();
-#endif
   // libxml2 2.9 asks without a lock whether it is running, so the first start must come before all
   // other threads' work. Later ones are for a host that has shut it down.
   static const FirstStart firstStart;
+#if LIBXML_VERSION < 21200
+  makeThreadState();
+#endif
   xmlInitParser();
 #if LIBXML_VERSION >= 21200
   // What it keeps for each thread; it ends the process when there is no memory for that later.
