@@ -117,7 +117,7 @@ std::string asElement(std::string_view name, std::string_view value) {
     if (known->name != name) {
       continue;
     }
-    const std::string start = tagOf(*known);
+    std::string start = tagOf(*known);
     if (known->textField.data() != nullptr) {
       return start + example(value) + "</" + start.substr(1);
     }
@@ -252,7 +252,7 @@ std::string unknownElementSentence(const Diagnostic& finding) {
   }
   const XmlNode& element = *finding.element;
   const std::string_view space = element.namespaceView();
-  const std::string declaration =
+  std::string declaration =
       space.data() == nullptr ? missingDeclaration(element.nameView()) : std::string();
   if (!declaration.empty()) {
     return declaration;

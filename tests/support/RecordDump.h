@@ -27,7 +27,7 @@ class ValueLines {
       }
     } else if constexpr (tools::IS_MAP<Value>) {
       for (const auto& [name, content] : value) {
-        add(path + '.' + name, content);
+        add(std::string(path).append(1, '.').append(name), content);
       }
     } else if constexpr (std::is_arithmetic_v<Value>) {
       addLine(path, tools::shortest(+value));

@@ -32,7 +32,7 @@ void forEachFile(const FileSettings& settings, const char* counted, const Work& 
   // A slice for each thread would leave some without work at the end.
   const std::size_t most = jobs == 1 ? 1 : std::clamp<std::size_t>(files.size() / jobs / 4, 1, 32);
   const auto endOfSlice = [&](std::size_t begin) {
-    constexpr std::uintmax_t LARGE = 1024 * 1024;  // what is made of it waits in memory
+    constexpr std::uintmax_t LARGE = 1U << 20U;  // what is made of it waits in memory
     const std::size_t last = std::min(files.size(), begin + most);
     std::uintmax_t bytes = 0;
     std::size_t end = begin;
