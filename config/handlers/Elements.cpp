@@ -16,13 +16,14 @@ constexpr const KnownElement* ELEMENTS[] = {
     &FEATURE, &ACCESS,      &COOKIE_JAR, &AUTH,      &NETWORK, &GESTURES,   &PERMISSIONS,
     &CHROME,  &SETTINGS,    &MESSAGING,  &RESOURCES, &EXPORT};
 
-constexpr auto DESCRIPTIONS = [] {
+constexpr auto descriptionsOf() noexcept {
   std::array<const ElementDescription*, std::size(ELEMENTS)> descriptions{};
   for (std::size_t i = 0; i < std::size(ELEMENTS); ++i) {
     descriptions[i] = &ELEMENTS[i]->description;
   }
   return descriptions;
-}();
+}
+constexpr auto DESCRIPTIONS = descriptionsOf();
 
 }  // namespace
 

@@ -299,7 +299,8 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
   const std::size_t harmless = std::size_t{1024} * 1024;
   const auto paddedTo = [](std::size_t size) {
     std::string document = widget("<name>Chess</name><license></license>");
-    return document.insert(document.find("</license>"), size - document.size(), ' ');
+    document.insert(document.find("</license>"), size - document.size(), ' ');
+    return document;
   };
   const std::string padded = paddedTo(limit);
   const std::string whole = package({{"config.xml", DOCUMENT, ZIP_CM_STORE}});
