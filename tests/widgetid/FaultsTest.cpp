@@ -129,7 +129,7 @@ TEST_F(Faults, AMissingDefaultBaseIsLoggedAndHitsRelativeIdentifiersOnly) {
   EXPECT_EQ(logged().lines.size(), 1U);
 }
 
-// Whoever stands in for libsoup sees a base made and freed for a parser that cannot be.
+// A program that stands in for libsoup sees a base made and freed, though making the parser fails.
 TEST_F(Faults, TheDefaultBaseIsMadeBeforeTheMungersAreTested) {
   for (const auto& [uris, files] : {std::pair(false, true), {true, false}, {false, false}}) {
     const int before = basesMade;
