@@ -100,24 +100,21 @@ Option<LocalizableString> ConfigRules::getSingleDisplayableAttributeValue(const 
   Option<LocalizableString> result;
   Option<std::string> value = getSingleAttributeValue(node, namespaceUri, name);
   if (value) {
-    LocalizableString text(unicodeUtil_, directionOf(*node), node->getXmlLang());
+    LocalizableString& text = result.emplace(unicodeUtil_, directionOf(*node), node->getXmlLang());
     text.append(std::move(value.get()), text.getDirection(), text.getLanguageTag());
-    result = std::move(text);
   }
   return result;
 }
 
 LocalizableString ConfigRules::getTextContent(const Node& node, bool normalize) const {
   const XmlNode& element = requireNode(node);
-  if (element.firstChild() == nullptr) {
-    return {unicodeUtil_, Direction::LTR, std::string()};
-  }
-  const std::string language = element.getXmlLang();
-  const Direction direction = directionOf(element);
-  LocalizableString text(unicodeUtil_, direction, language);
+  // An empty element has neither language nor direction.
+  const bool isEmpty = element.firstChild() == nullptr;
+  LocalizableString text(unicodeUtil_, isEmpty ? Direction::LTR : directionOf(element),
+                         isEmpty ? std::string() : element.getXmlLang());
   std::vector<LocalizableString::TextNode> runs;
   runs.reserve(countTextsOf(element));
-  appendTextOf(element, language, direction, runs);
+  appendTextOf(element, text.getLanguageTag(), text.getDirection(), runs);
   text.append(std::move(runs));
   if (normalize) {
     text.normalizeWhitespace();

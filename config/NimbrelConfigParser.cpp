@@ -1,6 +1,7 @@
 #include "config/NimbrelConfigParser.h"
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -141,43 +142,46 @@ const std::string& NimbrelConfigParser::getErrorText() const noexcept {
 void NimbrelConfigParser::processUserAgentLocales(std::vector<Node>& nodes) {
   const std::vector<std::string>& locales = record().getUserAgentLocales();
   // One pass over the children, whatever the number of locales: the places of a locale in the list
-  // are found by binary search, and the children are sorted by their places in the end.
+  // are found by binary search, and the children are sorted by counting those of each place.
   std::vector<std::pair<std::string_view, std::size_t>> places;
   places.reserve(locales.size());
   for (const std::string& locale : locales) {
     places.emplace_back(locale, places.size());
   }
   std::sort(places.begin(), places.end());
+  const auto placeOf = [&](std::string_view locale) {
+    return std::lower_bound(places.cbegin(), places.cend(), std::pair(locale, std::size_t{0}));
+  };
   std::vector<std::pair<std::size_t, const XmlNode*>> visits;
-  visits.reserve(32);  // enough for most documents
-  const auto add = [&](std::string_view locale, const XmlNode* child) {
-    auto place =
-        std::lower_bound(places.begin(), places.end(), locale,
-                         [](const auto& row, std::string_view key) { return row.first < key; });
+  visits.reserve(32);                                   // enough for most documents
+  std::vector<std::size_t> begins(locales.size() + 1);  // of the nodes of each place
+  const auto add = [&](auto place, std::string_view locale, const XmlNode* child) {
     for (; place != places.end() && place->first == locale; ++place) {
       visits.emplace_back(place->second, child);
+      ++begins[place->second + 1];
     }
   };
+  const auto anyLocale = placeOf(ANY_LOCALE);
   const std::shared_ptr<XmlDocument>& document = config->document();
   const Node root = document == nullptr ? nullptr : document->getDocumentElement();
   for (const XmlNode* child = root == nullptr ? nullptr : root->firstElementChild();
        child != nullptr; child = child->nextElementSibling()) {
     const std::string_view lang = child->attributeView("lang", XML_NAMESPACE);
     if (lang.empty()) {
-      add(ANY_LOCALE, child);
+      add(anyLocale, ANY_LOCALE, child);
     }
     // An empty language is no language, yet it equals an empty locale; "*" is never a language.
     if (lang.data() != nullptr && lang != ANY_LOCALE) {
-      add(lang, child);
+      add(placeOf(lang), lang, child);
     }
   }
-  std::stable_sort(visits.begin(), visits.end(),
-                   [](const auto& left, const auto& right) { return left.first < right.first; });
-  nodes.reserve(nodes.size() + visits.size());
+  begins[0] = nodes.size();
+  std::partial_sum(begins.begin(), begins.end(), begins.begin());
+  nodes.resize(nodes.size() + visits.size());
   for (const auto& [place, child] : visits) {
     // What `share` does, but the document is at hand.
-    nodes.push_back(
-        std::const_pointer_cast<XmlNode>(std::shared_ptr<const XmlNode>(document, child)));
+    nodes[begins[place]++] =
+        std::const_pointer_cast<XmlNode>(std::shared_ptr<const XmlNode>(document, child));
   }
 }
 

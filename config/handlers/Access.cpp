@@ -61,7 +61,7 @@ bool handle(HandlerContext& context, const Node& node) {
     request.port = *port;
   }
   request.element = std::make_shared<Element>(node, context.rules);
-  context.record.accessRequestList().push_back(std::move(request));
+  append(context.record.accessRequestList(), std::move(request));
   return true;
 }
 

@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "config/BasicConfig.h"
 #include "config/ConfigRules.h"
@@ -79,6 +81,15 @@ extern const KnownElement EXPORT;
 void completeLocales(BasicConfig& record, const util::Option<std::string>& defaultLocale);
 /// Fills the view modes of a record; those that are repeated are reported on its root.
 void readViewModes(const HandlerContext& context, const util::Option<std::string>& viewModes);
+
+/// Appends to a list, which begins with room for a few entries: most documents have no more.
+template <typename Entry>
+void append(std::vector<Entry>& list, Entry entry) {
+  if (list.empty()) {
+    list.reserve(4);
+  }
+  list.push_back(std::move(entry));
+}
 
 /// @name Descriptions
 /// @{

@@ -56,7 +56,7 @@ bool handle(HandlerContext& context, const Node& node) {
        child = child->nextElementSibling()) {
     readParam(*child, context.readerOf(*child), feature);
   }
-  context.record.features().push_back(std::move(feature));
+  append(context.record.features(), std::move(feature));
   return true;
 }
 

@@ -23,7 +23,7 @@ bool handle(HandlerContext& context, const Node& node) {
   }
   const util::Option<unsigned int> height = reader.size(ATTRIBUTES[HEIGHT]);
   const util::Option<unsigned int> width = reader.size(ATTRIBUTES[WIDTH]);
-  context.record.icons().push_back({std::move(src.get()), height, width});
+  append(context.record.icons(), {std::move(src.get()), height, width});
   return true;
 }
 

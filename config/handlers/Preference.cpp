@@ -24,7 +24,7 @@ bool handle(HandlerContext& context, const Node& node) {
   }
   util::Option<std::string> value = reader.text(ATTRIBUTES[VALUE]);
   const bool readonly = reader.boolean(ATTRIBUTES[READONLY]).value_or(false);
-  context.record.preferences().push_back({std::move(name.get()), std::move(value), readonly});
+  append(context.record.preferences(), {std::move(name.get()), std::move(value), readonly});
   return true;
 }
 
