@@ -21,6 +21,12 @@ enum ExitStatus : int {
   EXIT_UNUSABLE = 2   ///< wrong usage, input that cannot be read, output that cannot be written
 };
 
+/// "FILE:LINE:COLUMN" without what is 0, which is not known.
+inline std::string placed(std::string place, std::uint32_t line, std::uint32_t column) {
+  place += line == 0 ? "" : ':' + std::to_string(line);
+  return line == 0 || column == 0 ? place : place + ':' + std::to_string(column);
+}
+
 /// Ends the run: with this status, after this one line on standard error. What anybody may have
 /// written is escaped in it already.
 class Failure : public std::runtime_error {
@@ -58,13 +64,7 @@ class DocumentFailure : public Failure {
 
  private:
   static std::string lineOf(const std::string& file, const Problem& problem) {
-    std::string line = escape(file);
-    if (problem.line != 0) {
-      line += ':' + std::to_string(problem.line);
-      if (problem.column != 0) {
-        line += ':' + std::to_string(problem.column);
-      }
-    }
+    std::string line = placed(escape(file), problem.line, problem.column);
     line += problem.subject.empty() ? "" : ": " + problem.subject;
     return line + ": " + escape(problem.reason);
   }

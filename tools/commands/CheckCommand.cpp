@@ -96,17 +96,8 @@ void explainCode(const std::string& name) {
 }
 
 FindingStyle styleOf(const Options& options) {
-  using Format = FindingStyle::Format;
-  return {options.diff                ? Format::NOTHING
-          : options.format == "json"  ? Format::JSON
-          : options.format == "jsonl" ? Format::JSON_LINES
-          : options.format == "sarif" ? Format::SARIF
-                                      : Format::TEXT,
-          options.summary,
-          isTerminal(),
-          isColourWanted(options.colour),
-          options.quiet,
-          terminalWidth(STDOUT_FILENO)};
+  return {options.diff ? "" : options.format, options.summary, isTerminal(),
+          isColourWanted(options.colour),     options.quiet,   terminalWidth(STDOUT_FILENO)};
 }
 
 /// What came of a file: a report, or why it cannot be read.

@@ -1,33 +1,86 @@
 #include "tools/findings/FindingPrinter.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
-#include <utility>
 
 #include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
 
-class SilentPrinter : public FindingPrinter {
- protected:
-  void printDocument(const CheckedDocument& /*document*/) override {}
-  void end() override {}
+void appendCount(std::string& text, std::size_t count, const char* noun) {
+  if (count != 0) {
+    text += (text.empty() ? "" : ", ") + std::to_string(count) + noun + (count == 1 ? "" : "s");
+  }
+}
+
+/// How often each code is found in all files.
+class SummaryPrinter : public FindingPrinter {
+ public:
+  explicit SummaryPrinter(std::string format) : format_(std::move(format)) {}
+
+  void finish() override { format_ == "text" ? printText() : printJson(); }
+
+ private:
+  void printText() const {
+    std::string text = codes().empty() ? "" : "findings     files  level    code\n";
+    for (const CodeCount& code : codes()) {
+      char line[128];
+      std::snprintf(line, sizeof(line), "%8zu  %8zu  %-7s  %s\n", code.findings, code.files,
+                    check::levelName(code.kind->level).data(), code.kind->name.data());
+      text += line;
+    }
+    text += std::to_string(files().read + files().unreadable) + " files, " +
+            std::to_string(files().rejected) + " rejected, " + std::to_string(files().unreadable) +
+            " unreadable; " + counts().text() + '\n';
+    writeOutput(text);
+  }
+
+  void printJson() const {
+    JsonWriter json(format_ == "jsonl" ? JsonWriter::Layout::LINE : JsonWriter::Layout::INDENTED);
+    json.object([&] {
+      json.member("files", files().read + files().unreadable);
+      json.member("rejected", files().rejected);
+      json.member("unreadable", files().unreadable);
+      counts().write(json);
+      json.list("codes", [&] {
+        for (const CodeCount& code : codes()) {
+          json.object([&] {
+            json.member("code", code.kind->name);
+            json.member("level", check::levelName(code.kind->level));
+            json.member("findings", code.findings);
+            json.member("files", code.files);
+          });
+        }
+      });
+    });
+    json.finish();
+  }
+
+  std::string format_;
 };
 
 }  // namespace
 
 void FindingCounts::add(check::Level level) noexcept {
-  switch (level) {
-    case check::Level::ERROR:
-      ++errors;
-      break;
-    case check::Level::WARNING:
-      ++warnings;
-      break;
-    case check::Level::NOTE:
-      ++notes;
-      break;
+  ++(level == check::Level::ERROR ? errors : level == check::Level::WARNING ? warnings : notes);
+}
+
+std::string FindingCounts::text() const {
+  std::string text;
+  appendCount(text, errors, " error");
+  appendCount(text, warnings, " warning");
+  appendCount(text, notes, " note");
+  return (fixed ? std::to_string(*fixed) + " fixed; " : "") + (text.empty() ? "no findings" : text);
+}
+
+void FindingCounts::write(JsonWriter& json) const {
+  json.member("errors", errors);
+  json.member("warnings", warnings);
+  json.member("notes", notes);
+  if (fixed) {
+    json.member("fixed", *fixed);
   }
 }
 
@@ -37,44 +90,34 @@ FindingPrinter::FindingPrinter() {
   }
 }
 
-void FindingPrinter::beginOnce() {
-  if (!std::exchange(begun_, true)) {
-    begin();
-  }
-}
-
 void FindingPrinter::print(const CheckedDocument& document) {
-  beginOnce();
-  const std::size_t errors = counts_.errors;
+  FindingCounts own;
+  own.fixed = document.fixed;
   std::vector<bool> found(codes_.size());
   for (const check::Diagnostic& finding : document.report->findings()) {
-    counts_.add(check::descriptionOf(finding.code).level);
+    const check::Level level = check::descriptionOf(finding.code).level;
+    own.add(level);
+    counts_.add(level);
     const auto code = static_cast<std::size_t>(finding.code);  // the order of the kinds
     ++codes_[code].findings;
     codes_[code].files += found[code] ? 0 : 1;
     found[code] = true;
   }
   ++files_.read;
-  files_.rejected += counts_.errors == errors ? 0 : 1;
-  if (document.fixed) {
-    counts_.fixed = counts_.fixed.value_or(0) + *document.fixed;
+  files_.rejected += own.errors == 0 ? 0 : 1;
+  if (own.fixed) {
+    counts_.fixed = counts_.fixed.value_or(0) + *own.fixed;
   }
-  printDocument(document);
+  printDocument(document, own);
 }
 
 void FindingPrinter::printUnreadable(const std::string& file, const DocumentFailure& failure) {
-  beginOnce();
   ++files_.unreadable;
   writeError(failure.what());
   printFailure(file, failure);
 }
 
-void FindingPrinter::finish() {
-  beginOnce();
-  end();
-}
-
-std::vector<CodeCount> FindingPrinter::codes() const {
+std::vector<FindingPrinter::CodeCount> FindingPrinter::codes() const {
   std::vector<CodeCount> codes;
   std::copy_if(codes_.begin(), codes_.end(), std::back_inserter(codes),
                [](const CodeCount& code) { return code.findings != 0; });
@@ -89,18 +132,14 @@ std::unique_ptr<const check::Report> reportOf(const DocumentFailure& failure) {
 }
 
 std::unique_ptr<FindingPrinter> makePrinter(const FindingStyle& style) {
-  switch (style.format) {
-    case FindingStyle::Format::TEXT:
-      return makeTextPrinter(style);
-    case FindingStyle::Format::JSON:
-    case FindingStyle::Format::JSON_LINES:
-      return makeJsonPrinter(style);
-    case FindingStyle::Format::SARIF:
-      return makeSarifPrinter();
-    case FindingStyle::Format::NOTHING:
-      break;
-  }
-  return std::make_unique<SilentPrinter>();
+  const std::string& format = style.format;
+  auto printer = format.empty()      ? std::make_unique<FindingPrinter>()
+                 : style.summary     ? std::make_unique<SummaryPrinter>(format)
+                 : format == "text"  ? makeTextPrinter(style)
+                 : format == "sarif" ? makeSarifPrinter()
+                                     : makeJsonPrinter(format == "jsonl");
+  printer->begin();
+  return printer;
 }
 
 }  // namespace orvane::nimbrel::tools

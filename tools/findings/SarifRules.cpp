@@ -31,40 +31,29 @@ void writeCode(std::string& text, const char* label, std::string_view code) {
   text.append("\n\n").append(label).append(":\n\n```xml\n").append(code).append("\n```");
 }
 
-void writeHelp(JsonWriter& json, const CodeDescription& kind, const std::string& description) {
+void writeRule(JsonWriter& json, const CodeDescription& kind) {
+  const auto& level = LEVELS[static_cast<std::size_t>(kind.level)];
+  const std::string description = std::string(kind.summary) + ' ' + level.meaning;
   std::string markdown = description;
   writeCode(markdown, "Bad", kind.bad);
   if (!kind.fixed.empty()) {
     writeCode(markdown, "Fixed", kind.fixed);
   }
-  json.key("help");
-  json.beginObject();
-  json.member("text", description + "\n\n" + examplesOf(kind));
-  json.member("markdown", markdown);
-  json.endObject();
-}
-
-void writeRule(JsonWriter& json, const CodeDescription& kind) {
-  const auto& level = LEVELS[static_cast<std::size_t>(kind.level)];
-  const std::string description = std::string(kind.summary) + ' ' + level.meaning;
-  json.beginObject();
   json.member("id", kind.name);
   writeSarifMessage(json, "shortDescription", firstSentence(kind.summary));
   writeSarifMessage(json, "fullDescription", description);
   if (!INFORMATION.empty()) {
     json.member("helpUri", std::string(INFORMATION) + "findings.md#" + std::string(kind.name));
   }
-  writeHelp(json, kind, description);
-  json.key("defaultConfiguration");
-  json.beginObject();
-  json.member("level", check::levelName(kind.level));
-  json.endObject();
-  json.key("properties");
-  json.beginObject();
-  json.member("precision", "very-high");
-  json.member("problem.severity", level.severity);
-  json.endObject();
-  json.endObject();
+  json.object("help", [&] {
+    json.member("text", description + "\n\n" + examplesOf(kind));
+    json.member("markdown", markdown);
+  });
+  json.object("defaultConfiguration", [&] { json.member("level", check::levelName(kind.level)); });
+  json.object("properties", [&] {
+    json.member("precision", "very-high");
+    json.member("problem.severity", level.severity);
+  });
 }
 
 }  // namespace
@@ -75,39 +64,29 @@ void writeSarifMessage(JsonWriter& json, std::string_view name, std::string_view
     escaped.append(c == '[' || c == ']' ? 1 : 0, '\\');
     escaped.append(c == '{' || c == '}' ? 2 : 1, c);
   }
-  json.key(name);
-  json.beginObject();
-  json.member("text", escaped);
-  json.endObject();
+  json.object(name, [&] { json.member("text", escaped); });
 }
 
 void writeSarifTool(JsonWriter& json) {
-  json.beginObject();
-  json.key("driver");
-  json.beginObject();
-  json.member("name", "nimbrel-config");
-  json.member("version", NIMBREL_VERSION);
-  json.member("semanticVersion", NIMBREL_VERSION);
-  if (!INFORMATION.empty()) {
-    json.member("informationUri", INFORMATION);
-  }
-  json.key("rules");
-  json.beginArray();
-  for (const CodeDescription& kind : check::codeDescriptions()) {
-    writeRule(json, kind);
-  }
-  json.endArray();
-  json.key("notifications");
-  json.beginArray();
-  json.beginObject();
-  json.member("id", UNREADABLE_FILE);
-  writeSarifMessage(json, "shortDescription", "A file cannot be read.");
-  writeSarifMessage(json, "fullDescription", "A file cannot be read, so it was not checked.");
-  writeSarifMessage(json, "help", "Look at the name of the file and at its permissions.");
-  json.endObject();
-  json.endArray();
-  json.endObject();
-  json.endObject();
+  json.object("driver", [&] {
+    json.member("name", "nimbrel-config");
+    json.member("version", NIMBREL_VERSION);
+    json.member("semanticVersion", NIMBREL_VERSION);
+    if (!INFORMATION.empty()) {
+      json.member("informationUri", INFORMATION);
+    }
+    json.list("rules", [&] {
+      for (const CodeDescription& kind : check::codeDescriptions()) {
+        json.object([&] { writeRule(json, kind); });
+      }
+    });
+    json.listOfOne("notifications", [&] {
+      json.member("id", UNREADABLE_FILE);
+      writeSarifMessage(json, "shortDescription", "A file cannot be read.");
+      writeSarifMessage(json, "fullDescription", "A file cannot be read, so it was not checked.");
+      writeSarifMessage(json, "help", "Look at the name of the file and at its permissions.");
+    });
+  });
 }
 
 }  // namespace orvane::nimbrel::tools

@@ -9,8 +9,8 @@ namespace orvane::nimbrel::tools {
 /// The rule of files that cannot be read, which has no kind of finding.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
-/// Writes what a log in SARIF says of the tool: its rules, one for each kind of finding in their
-/// order, and its notifications.
+/// Writes the members of what a log in SARIF says of the tool: its rules, one for each kind of
+/// finding in their order, and its notifications.
 void writeSarifTool(JsonWriter& json);
 
 /// Writes a member that is a message of SARIF: with its brackets and braces escaped, as else what a

@@ -52,6 +52,38 @@ class JsonWriter {
     key(name);
     value(content);
   }
+  /// The same with null for an empty text and for 0.
+  template <typename Value>
+  void memberOrNull(std::string_view name, const Value& content) {
+    key(name);
+    content == Value() ? value(nullptr) : value(content);
+  }
+
+  /// An object with what `fill` writes.
+  template <typename Fill>
+  void object(const Fill& fill) {
+    beginObject();
+    fill();
+    endObject();
+  }
+  template <typename Fill>
+  void object(std::string_view name, const Fill& fill) {
+    key(name);
+    object(fill);
+  }
+  /// A list with what `fill` writes.
+  template <typename Fill>
+  void list(std::string_view name, const Fill& fill) {
+    key(name);
+    beginArray();
+    fill();
+    endArray();
+  }
+  /// A list of one object.
+  template <typename Fill>
+  void listOfOne(std::string_view name, const Fill& fill) {
+    list(name, [&] { object(fill); });
+  }
 
   /// Ends the text with a line break and hands on what is left. Another one may follow.
   void finish();
