@@ -9,7 +9,6 @@
 #include "check/Decoder.h"
 #include "check/NearestName.h"
 #include "check/Scope.h"
-#include "check/SourceMap.h"
 #include "check/Suggestions.h"
 #include "check/ValueFix.h"
 #include "check/Vocabulary.h"
@@ -206,10 +205,7 @@ class Fixer {
       return {};
     }
     Edits edits = {{tag, *name}};
-    if (endTags_.empty()) {
-      endTags_ = endTagsOf(report_.source().text());
-    }
-    if (const std::size_t end = endTags_.at(finding.elementNumber)) {
+    if (const std::size_t end = report_.tagsOf(element)->end) {
       edits.push_back({{end + 2, end + 2 + before.size()}, *name});
     }
     return edits;
@@ -351,7 +347,6 @@ class Fixer {
   const Report& report_;
   Scope scope_;
   std::optional<std::string> encoding_;
-  std::vector<std::uint32_t> endTags_;        // of all elements, once they are needed
   std::map<std::string, std::size_t> meant_;  // attributes, of the element at hand
   const XmlNode* unblocked_ = nullptr;        // the last element that was fixed
   std::vector<Fix> fixes_;

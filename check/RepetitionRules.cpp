@@ -17,29 +17,10 @@ using zel::util::StringUtil;
 
 namespace {
 
-/// Whether a setting moves something away from its default.
-bool hasEffect(const XmlNode& setting, const ElementDescription& parent) {
-  const ChildDescription* const child = describeChild(parent, setting);
-  if (child == nullptr || child->keyAttribute.empty()) {
-    return false;
-  }
-  const KeyDescription* const key =
-      describeKey(parent, StringUtil::squeezeAndTrim(setting.attributeView(child->keyAttribute)));
-  return key != nullptr &&
-         (key->words == nullptr ||
-          isAmong(key->words->trigger, StringUtil::trimmed(setting.attributeView("value"))));
-}
-
-bool hasEffect(const XmlNode& element, const ElementDescription& description,
-               const XmlNode* stopped) {
-  for (const XmlNode* child = element.firstElementChild(); child != stopped && child != nullptr;
-       child = child->nextElementSibling()) {
-    if (hasEffect(*child, description)) {
-      return true;
-    }
-  }
-  return false;
-}
+// Groups of languages, which no language is named like.
+constexpr std::string_view ANY = "*any";
+constexpr std::string_view SOME = "*some";                // all but none
+constexpr std::string_view NOT_DEFAULT = "*not default";  // these but the default one
 
 /// Whether the first value of a key counts: where each density may have one and the device tells
 /// its own, the key for all others counts only while nothing is stored.
@@ -51,17 +32,44 @@ bool firstCounts(const KeyDescription& description, std::string_view key) {
 
 }  // namespace
 
-RepetitionRules::RepetitionRules(const Probe& probe, Report& report)
-    : probe_(probe), report_(report) {}
+const XmlNode* RepetitionRules::inLanguage(Name name, Language language) const {
+  const auto named = known_.find(name);
+  if (named == known_.end()) {
+    return nullptr;
+  }
+  const auto found = named->second.find(language);
+  return found == named->second.end() ? nullptr : found->second;
+}
 
-RepetitionRules::RepetitionRules(const Probe& probe, Report& report,
-                                 std::string_view defaultLanguage)
-    : probe_(probe),
-      report_(report),
-      anyUser_(true),
-      elements_(defaultLanguage),
-      values_(defaultLanguage),
-      settings_(defaultLanguage) {}
+const XmlNode* RepetitionRules::before(Name name, Language language) const {
+  if (!defaultLanguage_) {
+    return inLanguage(name, ANY);
+  }
+  if (const XmlNode* const same = inLanguage(name, language)) {
+    return same;
+  }
+  if (language.empty()) {
+    return inLanguage(name, SOME);
+  }
+  return language == defaultLanguage_ ? inLanguage(name, NOT_DEFAULT) : nullptr;
+}
+
+const XmlNode* RepetitionRules::alwaysBefore(Name name, Language language) const {
+  const XmlNode* const same = inLanguage(name, language);
+  return same == nullptr && language.empty() && defaultLanguage_.value_or("") != ""
+             ? inLanguage(name, *defaultLanguage_)
+             : same;
+}
+
+void RepetitionRules::remember(Name name, Language language, const XmlNode& element, Keep keep) {
+  auto& named = known_[name];
+  for (const std::string_view group :
+       {language, ANY, language.empty() ? language : SOME,
+        language.empty() || language == defaultLanguage_ ? language : NOT_DEFAULT}) {
+    const auto [place, isNew] = named.emplace(group, &element);
+    place->second = isNew || keep == Keep::LAST ? &element : place->second;
+  }
+}
 
 void RepetitionRules::addRepeated(const XmlNode& element, std::string_view attribute,
                                   const XmlNode& other, FindingCode code) {
@@ -71,7 +79,7 @@ void RepetitionRules::addRepeated(const XmlNode& element, std::string_view attri
 }
 
 bool RepetitionRules::knows(const XmlNode& element) const {
-  return elements_.before(displayName(element), {}) != nullptr;
+  return known_.count(displayName(element)) != 0;
 }
 
 bool RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
@@ -80,40 +88,38 @@ bool RepetitionRules::check(const XmlNode& element, const XmlNode* stopped) {
   const ElementDescription* const description = describe(element);
   bool isUsed = true;
   if (description != nullptr) {
-    switch (description->repetition) {
-      case Repetition::FIRST_COUNTS:
-        isUsed = checkFirstCounts(elements_, name, element, {}, language);
-        break;
-      case Repetition::UNIQUE_BY:
-        isUsed = checkUnique(element, description->uniqueAttribute, language);
-        break;
-      case Repetition::RESTARTS:
-        if (const XmlNode* const earlier = settings_.before(name, language)) {
-          addRepeated(element, {}, *earlier);
-        }
-        if (hasEffect(element, *description, stopped)) {  // else the next one takes nothing away
-          settings_.add(name, language, element, Occurrences::Keep::LAST);
-        }
-        break;
-      case Repetition::ADDS:
-        break;
+    if (description->repetition == Repetition::FIRST_COUNTS) {
+      isUsed = checkFirstCounts(name, element, {}, language);
+    } else if (description->repetition == Repetition::UNIQUE_BY) {
+      isUsed = checkUnique(element, description->uniqueAttribute, language);
     }
-    checkSettings(element, *description, stopped, language);
+    bool hasEffect = false;
+    for (const XmlNode* child = description->isExtension ? element.firstElementChild() : nullptr;
+         child != nullptr && child != stopped; child = child->nextElementSibling()) {
+      const ChildDescription* const known = describeChild(*description, *child);
+      if (known != nullptr && !known->keyAttribute.empty()) {
+        hasEffect |= checkSetting(*child, *description, known->keyAttribute, language);
+      } else if (known != nullptr) {
+        checkLastCounts(*child, language, true);
+      }
+    }
+    if (description->repetition == Repetition::RESTARTS) {
+      checkLastCounts(element, language, hasEffect);  // else it takes nothing from the next one
+    }
   }
-  elements_.add(name, language, element);
+  remember(name, language, element, Keep::FIRST);
   return isUsed;
 }
 
-bool RepetitionRules::checkFirstCounts(const Occurrences& known, const std::string& name,
-                                       const XmlNode& element, std::string_view attribute,
-                                       std::string_view language) {
-  if (const XmlNode* const same = known.inLanguage(name, language)) {
+bool RepetitionRules::checkFirstCounts(Name name, const XmlNode& element,
+                                       std::string_view attribute, Language language) {
+  if (const XmlNode* const same = inLanguage(name, language)) {
     addRepeated(element, attribute, *same);
     return false;
   }
   // Users of other languages get this one, so for all users together it must be useless to each.
   const XmlNode* const better =
-      anyUser_ ? known.alwaysBefore(name, language) : known.before(name, language);
+      defaultLanguage_ ? alwaysBefore(name, language) : before(name, language);
   if (better != nullptr) {
     addRepeated(element, attribute, *better, FindingCode::OTHER_LANGUAGE);
   }
@@ -121,46 +127,39 @@ bool RepetitionRules::checkFirstCounts(const Occurrences& known, const std::stri
 }
 
 bool RepetitionRules::checkUnique(const XmlNode& element, std::string_view attribute,
-                                  std::string_view language) {
+                                  Language language) {
   const std::string value = StringUtil::squeezeAndTrim(element.attributeView(attribute));
   if (value.empty()) {
     return true;
   }
-  const std::string name = displayName(element) + '=' + value;
-  const bool isUsed = checkFirstCounts(values_, name, element, attribute, language);
-  values_.add(name, language, element);
+  const std::string name = displayName(element) + '#' + value;
+  const bool isUsed = checkFirstCounts(name, element, attribute, language);
+  remember(name, language, element, Keep::FIRST);
   return isUsed;
 }
 
-void RepetitionRules::checkSettings(const XmlNode& element, const ElementDescription& description,
-                                    const XmlNode* stopped, std::string_view language) {
-  if (!description.isExtension) {
-    return;
+void RepetitionRules::checkLastCounts(const XmlNode& element, Language language, bool hasEffect) {
+  const std::string name = displayName(element) + '=';
+  if (const XmlNode* const earlier = before(name, language)) {
+    addRepeated(element, {}, *earlier);
   }
-  for (const XmlNode* child = element.firstElementChild(); child != nullptr && child != stopped;
-       child = child->nextElementSibling()) {
-    const ChildDescription* const known = describeChild(description, *child);
-    if (known == nullptr) {
-      continue;
-    }
-    if (!known->keyAttribute.empty()) {
-      checkSetting(*child, description, known->keyAttribute, language);
-      continue;
-    }
-    const std::string name = displayName(*child);
-    if (const XmlNode* const earlier = settings_.before(name, language)) {
-      addRepeated(*child, {}, *earlier);
-    }
-    settings_.add(name, language, *child, Occurrences::Keep::LAST);
+  if (hasEffect) {
+    remember(name, language, element, Keep::LAST);
   }
 }
 
-void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescription& parent,
+bool RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescription& parent,
                                    std::string_view keyAttribute, std::string_view language) {
   const std::string key = StringUtil::squeezeAndTrim(setting.attributeView(keyAttribute));
   const KeyDescription* const description = describeKey(parent, key);
-  if (description == nullptr || description->rule == KeyRule::ACCUMULATES) {
-    return;
+  if (description == nullptr) {
+    return false;
+  }
+  const std::string_view value = StringUtil::trimmed(setting.attributeView("value"));
+  const config::SwitchWords* const words = description->words;
+  const bool hasEffect = words == nullptr || isAmong(words->trigger, value);
+  if (description->rule == KeyRule::ACCUMULATES) {
+    return hasEffect;
   }
   std::string name = displayName(*setting.parent());
   if (parent.repetition == Repetition::RESTARTS) {
@@ -170,26 +169,25 @@ void RepetitionRules::checkSetting(const XmlNode& setting, const ElementDescript
   name += '=' + key;
   if (description->rule == KeyRule::ONLY_RAISED) {
     // Only what contradicts is reported; of an unknown word something is reported already.
-    const std::string_view value = StringUtil::trimmed(setting.attributeView("value"));
-    const bool raises = isAmong(description->words->trigger, value);
-    if (!raises && !isAmong(description->words->opposite, value)) {
-      return;
+    if (!hasEffect && !isAmong(words->opposite, value)) {
+      return false;
     }
     // What raises it takes the effect from what does not, also from that in another language.
-    const XmlNode* const earlier = raises ? settings_.before(name + '-', language)
-                                          : settings_.alwaysBefore(name + '+', language);
+    const XmlNode* const earlier =
+        hasEffect ? before(name + '-', language) : alwaysBefore(name + '+', language);
     if (earlier != nullptr) {
       addRepeated(setting, keyAttribute, *earlier);
     }
-    name += raises ? "+" : "-";
-  } else if (const XmlNode* const earlier = settings_.before(name, language)) {
+    name += hasEffect ? "+" : "-";
+  } else if (const XmlNode* const earlier = before(name, language)) {
     if (!firstCounts(*description, key)) {
       addRepeated(setting, keyAttribute, *earlier);
-    } else if (!probe_.hasReported(setting, keyAttribute)) {
+    } else if (!report_.hasReported(setting, keyAttribute)) {
       addRepeated(setting, keyAttribute, *earlier, FindingCode::UNUSED_SETTING);
     }
   }
-  settings_.add(name, language, setting, Occurrences::Keep::LAST);
+  remember(name, language, setting, Keep::LAST);
+  return hasEffect;
 }
 
 }  // namespace orvane::nimbrel::check

@@ -4,7 +4,6 @@
 #include <tuple>
 #include <utility>
 
-#include "check/SourceMap.h"
 #include "check/Vocabulary.h"
 
 namespace orvane::nimbrel::check {
@@ -90,6 +89,7 @@ void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t 
 
 void Report::complete(std::shared_ptr<const util::XmlDocument> tree) {
   tree_ = std::move(tree);
+  reported_.clear();
   if (findings_.empty()) {
     return;
   }
@@ -110,7 +110,9 @@ void Report::numberElements() {
   std::sort(elements_.begin(), elements_.end(), [](const Element& left, const Element& right) {
     return std::less<>()(left.node, right.node);
   });
-  tags_ = root == nullptr ? std::vector<std::uint32_t>() : startTagsOf(source_.text());
+  if (root != nullptr) {
+    tags_ = elementsOf(source_.text());
+  }
   if (tags_.size() != elements_.size()) {
     tags_.clear();  // an entity brought some
   }
@@ -127,8 +129,7 @@ Place Report::placeOf(const Diagnostic& finding) const noexcept {
   Place place;
   if (finding.hasSpan) {
     place = placeOf(finding.span);
-  }
-  if (!finding.hasSpan) {
+  } else {
     place.begin.line = finding.line;
     place.begin.column = finding.column;
   }
@@ -138,17 +139,16 @@ Place Report::placeOf(const Diagnostic& finding) const noexcept {
 Position Report::otherOf(const Diagnostic& finding) const noexcept {
   Position position;
   if (finding.other != nullptr) {
+    const std::optional<ElementTags> tags = tagsOf(*finding.other);
     position.line = finding.other->getLineNumber();
-    if (const std::optional<std::size_t> tag = tagOf(*finding.other)) {
-      position = source_.positionOf(*tag + 1);
-    }
+    position = tags ? source_.positionOf(tags->start + 1) : position;
   }
   return position;
 }
 
-std::optional<std::size_t> Report::tagOf(const XmlNode& element) const noexcept {
+std::optional<ElementTags> Report::tagsOf(const XmlNode& element) const noexcept {
   const std::uint32_t number = numberOf(&element);
-  return number < tags_.size() ? std::optional<std::size_t>(tags_[number]) : std::nullopt;
+  return number < tags_.size() ? std::optional(tags_[number]) : std::nullopt;
 }
 
 void Report::locate() {
@@ -168,7 +168,7 @@ void Report::locate() {
     finding.line = finding.element->getLineNumber();
     if (finding.elementNumber < tags_.size()) {
       if (std::exchange(read, finding.element) != finding.element) {
-        tag = readTag(source_.text(), tags_[finding.elementNumber]);
+        tag = readTag(source_.text(), tags_[finding.elementNumber].start);
       }
       finding.hasSpan = true;
       finding.span = placeIn(tag, finding);
@@ -176,7 +176,7 @@ void Report::locate() {
         finding.name = source_.text().substr(tag.name.begin, tag.name.end - tag.name.begin);
       }
       if (finding.isText) {
-        const Span text = textIn(source_.text(), tags_[finding.elementNumber]);
+        const Span text = textIn(source_.text(), tags_[finding.elementNumber].start);
         finding.span = text.isEmpty() ? finding.span : text;
       }
     }

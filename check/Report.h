@@ -6,9 +6,11 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "check/Diagnostic.h"
+#include "check/Markup.h"
 #include "check/SourceText.h"
 #include "util/XmlDocument.h"
 
@@ -44,9 +46,9 @@ class Report {
   /// Where the name of the other element of a finding begins; as above.
   [[nodiscard]] Position otherOf(const Diagnostic& finding) const noexcept;
 
-  /// The offset in the text of the "<" of an element's start tag; nothing when it is not certain,
-  /// or when there are no findings.
-  [[nodiscard]] std::optional<std::size_t> tagOf(const util::XmlNode& element) const noexcept;
+  /// Where the tags of an element begin; nothing when it is not certain, or when there are no
+  /// findings.
+  [[nodiscard]] std::optional<ElementTags> tagsOf(const util::XmlNode& element) const noexcept;
 
   /// The place of an element among all of the document; `Diagnostic::NO_INDEX` for null, and when
   /// there are no findings.
@@ -61,6 +63,14 @@ class Report {
   Diagnostic& add(FindingCode code, const util::XmlNode* element);
   /// Adds one about an attribute, the place of which may be `NO_INDEX`.
   Diagnostic& add(FindingCode code, const util::XmlNode& element, std::uint32_t attributeIndex);
+  /// Remembers that the parser reported this of an attribute.
+  void noteReported(const Diagnostic& finding) {
+    reported_.emplace(finding.element, finding.attribute);
+  }
+  /// Whether the parser reported something about an attribute.
+  [[nodiscard]] bool hasReported(const util::XmlNode& element, std::string_view attribute) const {
+    return reported_.count({&element, attribute}) != 0;
+  }
   /// Removes findings. Only before all are complete.
   void remove(const std::function<bool(const Diagnostic&)>& isUnwanted);
   /// A copy of a text that lives as long as the report; equal ones are kept once.
@@ -86,9 +96,10 @@ class Report {
   std::string document_;
   SourceText source_;
   std::shared_ptr<const util::XmlDocument> tree_;
-  std::vector<Element> elements_;    // by address
-  std::vector<std::uint32_t> tags_;  // of the elements; empty when they are not certain
+  std::vector<Element> elements_;  // by address
+  std::vector<ElementTags> tags_;  // of the elements; empty when they are not certain
   std::vector<Diagnostic> findings_;
+  std::set<std::pair<const util::XmlNode*, std::string_view>> reported_;
   std::set<std::string, std::less<>> texts_;
 };
 

@@ -2,15 +2,22 @@
 
 #include <algorithm>
 
-#include "config/Namespaces.h"
-
 namespace orvane::nimbrel::check {
 namespace {
 
-/// The prefix, with its colon, that a declaration is for: none for "xmlns", "a:" for "xmlns:a".
-std::string declaredPrefix(std::string_view name) {
+/// The prefix of a name, without its colon.
+std::string_view prefixOf(std::string_view name) noexcept {
   const std::size_t colon = name.find(':');
-  return colon == std::string_view::npos ? "" : std::string(name.substr(colon + 1)) + ':';
+  return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
+}
+
+std::string withColon(std::string_view prefix) {
+  return std::string(prefix) + (prefix.empty() ? "" : ":");
+}
+
+/// The prefix that a declaration is for: none for "xmlns", "a" for "xmlns:a".
+std::string_view declaredPrefix(std::string_view name) noexcept {
+  return name.substr(std::min(name.find(':'), name.size() - 1) + 1);
 }
 
 }  // namespace
@@ -19,17 +26,11 @@ bool Scope::read(Level& level, const util::XmlNode& element) {
   if (level.element == &element) {
     return true;
   }
-  const std::optional<std::size_t> tag = report_.tagOf(element);
-  if (!tag) {
-    return false;
+  const std::optional<ElementTags> tags = report_.tagsOf(element);
+  if (tags) {
+    level = {&element, readTag(report_.source().text(), tags->start)};
   }
-  level.tag = readTag(report_.source().text(), *tag);
-  level.element = &element;
-  level.declarations.clear();
-  for (const TagAttribute& declaration : level.tag.declarations) {
-    level.declarations.emplace(declaredPrefix(text(declaration.name)), &declaration);
-  }
-  return true;
+  return tags.has_value();
 }
 
 bool Scope::enter(const util::XmlNode& element) {
@@ -39,13 +40,7 @@ bool Scope::enter(const util::XmlNode& element) {
     ++depth_;
   }
   levels_.resize(std::max(levels_.size(), depth_ + 1));
-  if (levels_.front().element != root) {
-    if (!read(levels_.front(), *root)) {
-      return false;
-    }
-    findRootPrefixes();
-  }
-  return read(levels_[depth_], element);
+  return read(levels_.front(), *root) && read(levels_[depth_], element);
 }
 
 const Scope::Level& Scope::parentLevel() {
@@ -53,60 +48,54 @@ const Scope::Level& Scope::parentLevel() {
                                                                             : root();
 }
 
-void Scope::findRootPrefixes() {
-  // Without a prefix only where the namespace of W3C Widgets is the default one.
-  for (const TagAttribute& declaration : root().tag.declarations) {
-    std::string prefix = declaredPrefix(text(declaration.name));
-    for (const std::string_view known : {std::string_view(config::W3C_WIDGETS_NAMESPACE),
-                                         std::string_view(config::EXTENSION_NAMESPACE)}) {
-      if (text(declaration.value) == known) {
-        rootPrefixes_.emplace(known, prefix);
-      }
-    }
-  }
-}
-
 std::string_view Scope::text(Span span) const noexcept {
   return report_.source().text().substr(span.begin, span.end - span.begin);
 }
 
-std::string Scope::prefixOf(const Level& level) const {
-  const std::string_view name = text(level.tag.name);
-  return std::string(name.substr(0, name.find(':') + 1));
+std::string Scope::prefix() const {
+  return withColon(prefixOf(text(tag().name)));
+}
+
+const TagAttribute* Scope::find(const Level& level, std::string_view prefix) const {
+  const auto& declarations = level.tag.declarations;
+  const auto found = std::find_if(
+      declarations.begin(), declarations.end(),
+      [&](const TagAttribute& row) { return declaredPrefix(text(row.name)) == prefix; });
+  return found == declarations.end() ? nullptr : &*found;
 }
 
 const TagAttribute* Scope::declarationOf(std::string_view name) {
-  const std::string prefix(name.substr(0, name.find(':') + 1));
   for (const Level* const level : {&own(), &parentLevel(), &root()}) {
-    const auto found = level->declarations.find(prefix);
-    if (found != level->declarations.end()) {
-      return found->second;
+    if (const TagAttribute* const found = find(*level, prefixOf(name))) {
+      return found;
     }
   }
   return nullptr;
 }
 
 std::optional<std::string> Scope::prefixFor(std::string_view namespaceUri, bool isAttribute) {
-  const Level& parent = parentLevel();
-  const auto redeclares = [&](const Level& level, const std::string& prefix) {
-    return level.element != root().element && level.declarations.count(prefix) != 0;
-  };
-  const auto usable = [&](const std::string& prefix) {
-    return isAttribute && prefix.empty() ? std::nullopt : std::optional<std::string>(prefix);
-  };
-  if (own().element->namespaceView() == namespaceUri) {
-    return usable(prefixOf(own()));
+  const Level* const levels[] = {&own(), &parentLevel()};
+  const auto* const level = std::find_if(std::begin(levels), std::end(levels), [&](auto* known) {
+    return known->element->namespaceView() == namespaceUri;
+  });
+  std::string_view prefix;
+  if (level != std::end(levels)) {
+    prefix = prefixOf(text((*level)->tag.name));
+  } else {
+    const auto& declarations = root().tag.declarations;
+    const auto found =
+        std::find_if(declarations.begin(), declarations.end(),
+                     [&](const TagAttribute& row) { return text(row.value) == namespaceUri; });
+    if (found == declarations.end()) {
+      return std::nullopt;
+    }
+    prefix = declaredPrefix(text(found->name));
   }
-  if (parent.element->namespaceView() == namespaceUri) {
-    const std::string prefix = prefixOf(parent);
-    return redeclares(own(), prefix) ? std::nullopt : usable(prefix);
-  }
-  const auto found = rootPrefixes_.find(namespaceUri);
-  if (found == rootPrefixes_.end() || redeclares(own(), found->second) ||
-      redeclares(parent, found->second)) {
-    return std::nullopt;
-  }
-  return usable(found->second);
+  const bool isRedeclared = std::any_of(std::begin(levels), level, [&](const Level* inner) {
+    return inner->element != root().element && find(*inner, prefix) != nullptr;
+  });
+  return isRedeclared || (isAttribute && prefix.empty()) ? std::nullopt
+                                                         : std::optional(withColon(prefix));
 }
 
 }  // namespace orvane::nimbrel::check

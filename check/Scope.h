@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <deque>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "check/Markup.h"
 #include "check/Report.h"
-#include "check/SourceMap.h"
 
 namespace orvane::nimbrel::check {
 
@@ -33,7 +32,7 @@ class Scope {
   [[nodiscard]] std::string_view text(Span span) const noexcept;
 
   /// The prefix of the element with its colon; empty for none.
-  [[nodiscard]] std::string prefix() const { return prefixOf(own()); }
+  [[nodiscard]] std::string prefix() const;
   /// The declaration that counts for the prefix of a name in this tag; null when it does not stand
   /// in the tag, in that of its parent or in that of the root.
   [[nodiscard]] const TagAttribute* declarationOf(std::string_view name);
@@ -46,21 +45,19 @@ class Scope {
   struct Level {
     const util::XmlNode* element = nullptr;
     Tag tag;
-    std::map<std::string, const TagAttribute*> declarations;  // by prefix, with its colon
   };
 
   bool read(Level& level, const util::XmlNode& element);
-  [[nodiscard]] std::string prefixOf(const Level& level) const;
   [[nodiscard]] const Level& root() const noexcept { return levels_.front(); }
   [[nodiscard]] const Level& own() const noexcept { return levels_[depth_]; }
   /// The level of the parent; of the root itself its own.
   const Level& parentLevel();
-  void findRootPrefixes();
+  /// The declaration of a prefix in a tag; null when it does not stand there.
+  [[nodiscard]] const TagAttribute* find(const Level& level, std::string_view prefix) const;
 
   const Report& report_;
   std::deque<Level> levels_;  // the last element of each depth that was read, from the root on
   std::size_t depth_ = 0;     // of the element
-  std::map<std::string_view, std::string> rootPrefixes_;  // of our namespaces, where there is one
 };
 
 }  // namespace orvane::nimbrel::check

@@ -19,67 +19,71 @@ using config::ValueKind;
 using util::XmlNode;
 using zel::util::StringUtil;
 
-void TreeRules::addNamespace(FindingCode code, const XmlNode& element) {
-  Diagnostic& finding = report_.add(code, &element);
-  finding.attribute = "xmlns";
-  finding.value = element.namespaceView();
+namespace {
+
+/// Whether a name was probably meant to be another one.
+bool isNear(std::string_view written, std::string_view meant) {
+  NearestName nearest(written);
+  nearest.consider(meant);
+  return !nearest.get().empty();
 }
 
-void TreeRules::checkRoot(const XmlNode& root) {
-  checkAttributes(root, config::widgetDescription().attributes);
-  checkLanguage(root);
-  checkStrayText(root);
-}
+}  // namespace
 
 void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
-  if (const ElementDescription* const description = describe(element)) {
-    checkAttributes(element, description->attributes);
-    checkLanguage(element);
-    if (description->textField.data() == nullptr) {
-      checkStrayText(element);
-    }
-    if (description->isExtension) {
-      checkSettings(element, *description, stopped);
-    } else if (description->textField.data() != nullptr) {
-      checkText(element);
-    } else {
-      checkChildren(element, *description);
-    }
-    checkOrigin(element, description->attributes);
-  } else {
-    checkUnknown(element);
+  const ElementDescription* const description = describe(element);
+  if (description == nullptr) {
+    return checkUnknown(element);
   }
+  if (description->textField.data() != nullptr) {
+    checkAttributes(element, description->attributes);
+    checkText(element);
+  } else {
+    checkElement(element, description->attributes);
+    checkChildren(element, *description, stopped);
+  }
+  checkOrigin(element, description->attributes);
 }
 
-void TreeRules::checkAttributes(const XmlNode& element, Attributes known) {
+void TreeRules::checkElement(const XmlNode& element, Attributes known) {
+  checkAttributes(element, known);
+  checkStrayText(element);
+}
+
+void TreeRules::checkAttributes(const XmlNode& element, std::optional<Attributes> known) {
   for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
     const XmlNode::Attribute attribute = element.attributeAt(i);
     const bool isPlain = attribute.namespaceUri.data() == nullptr;
-    const bool isExtensionAttribute = attribute.namespaceUri == config::EXTENSION_NAMESPACE;
-    if (!isPlain && !isExtensionAttribute) {
-      if (!suggestedNamespace(attribute.namespaceUri).empty()) {
-        report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
-      }
-      continue;  // of another vocabulary
-    }
-    if (isPlain && attribute.name == "dir") {
+    if (attribute.namespaceUri == config::XML_NAMESPACE) {
+      checkLanguage(element, i);
+    } else if (isPlain && attribute.name == "dir") {
       if (!isDirection(attribute.value)) {
         report_.add(FindingCode::UNKNOWN_WORD, element, i);
       }
-      continue;
-    }
-    const auto found =
-        std::find_if(known.begin(), known.end(), [&](const AttributeDescription& description) {
-          return description.name == attribute.name &&
-                 description.isExtension == isExtensionAttribute;
-        });
-    if (found == known.end()) {
+    } else if (!known) {
+      // What others there are is for programs that know the elements.
+      if (isPlain && isDirection(attribute.value) && isNear(attribute.name, "dir")) {
+        report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+      }
+    } else if (isPlain || isExtension(attribute.namespaceUri)) {
+      checkAttribute(element, i, *known);
+    } else if (!suggestedNamespace(attribute.namespaceUri).empty()) {  // else another vocabulary
       report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
-    } else if (isNumeric(found->kind)) {
-      checkNumber(element, i, found->kind);
-    } else if (found->kind != ValueKind::PATH || !isExtension(element)) {
-      checkValue(element, i, found->kind);  // paths of the extensions may be addresses
     }
+  }
+}
+
+void TreeRules::checkAttribute(const XmlNode& element, std::uint32_t index, Attributes known) {
+  const XmlNode::Attribute attribute = element.attributeAt(index);
+  const auto* const found = std::find_if(known.begin(), known.end(), [&](const auto& row) {
+    return row.name == attribute.name && row.isExtension == isExtension(attribute.namespaceUri);
+  });
+  if (found == known.end()) {
+    report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, index);
+  } else if (isNumeric(found->kind)) {
+    checkNumber(element, index, found->kind);
+  } else if (found->kind != ValueKind::PATH || !isExtension(element)) {
+    checkValue(element, index, found->kind);  // paths of the extensions may be addresses
   }
 }
 
@@ -88,7 +92,7 @@ void TreeRules::checkNumber(const XmlNode& element, std::uint32_t index, ValueKi
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string value = StringUtil::squeezeAndTrim(attribute.value);
   const std::string name = displayName(attribute.name, attribute.namespaceUri);
-  if (!isWholeNumber(kind, value) && !probe_.hasReported(element, name) &&
+  if (!isWholeNumber(kind, value) && !report_.hasReported(element, name) &&
       !(onlyIfUsable && usedNumber(kind, value) == "0")) {
     report_.add(FindingCode::PARTIAL_NUMBER, element, index);
   }
@@ -98,7 +102,7 @@ void TreeRules::checkValue(const XmlNode& element, std::uint32_t index, ValueKin
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string value = StringUtil::squeezeAndTrim(attribute.value);
   // The names of a package tell more about a path than its letters.
-  if (probe_.hasReported(element, attribute.name) ||
+  if (report_.hasReported(element, attribute.name) ||
       (isPackaged_ && kind == ValueKind::PATH && value.find('\\') != std::string::npos)) {
     return;
   }
@@ -110,19 +114,12 @@ void TreeRules::checkValue(const XmlNode& element, std::uint32_t index, ValueKin
   }
 }
 
-void TreeRules::checkLanguage(const XmlNode& element) {
-  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = element.attributeAt(i);
-    if (attribute.namespaceUri != config::XML_NAMESPACE) {
-      continue;
-    }
-    NearestName language(attribute.name);
-    language.consider("lang");
-    if (attribute.name != "lang" && !language.get().empty()) {
-      report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
-    } else if (attribute.name == "lang") {
-      checkValue(element, i, ValueKind::LANGUAGE);
-    }
+void TreeRules::checkLanguage(const XmlNode& element, std::uint32_t index) {
+  const std::string_view name = element.attributeAt(index).name;
+  if (name == "lang") {
+    checkValue(element, index, ValueKind::LANGUAGE);
+  } else if (isNear(name, "lang")) {
+    report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, index);
   }
 }
 
@@ -160,27 +157,12 @@ void TreeRules::checkUnknown(const XmlNode& element) {
   } else if (space.data() == nullptr) {
     report_.add(FindingCode::UNKNOWN_ELEMENT, &element);
   } else {
-    addNamespace(suggestedNamespace(space).empty() ? FindingCode::FOREIGN_ELEMENT
-                                                   : FindingCode::UNKNOWN_ELEMENT,
-                 element);
-  }
-}
-
-// Others than these are for programs that know the elements.
-void TreeRules::checkTextAttributes(const XmlNode& element) {
-  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
-    const XmlNode::Attribute attribute = element.attributeAt(i);
-    if (attribute.namespaceUri.data() != nullptr) {
-      continue;
-    }
-    NearestName direction(attribute.name);
-    direction.consider("dir");
-    if (attribute.name == "dir" ? !isDirection(attribute.value)
-                                : isDirection(attribute.value) && !direction.get().empty()) {
-      report_.add(
-          attribute.name == "dir" ? FindingCode::UNKNOWN_WORD : FindingCode::UNKNOWN_ATTRIBUTE,
-          element, i);
-    }
+    Diagnostic& finding =
+        report_.add(suggestedNamespace(space).empty() ? FindingCode::FOREIGN_ELEMENT
+                                                      : FindingCode::UNKNOWN_ELEMENT,
+                    &element);
+    finding.attribute = "xmlns";
+    finding.value = space;
   }
 }
 
@@ -191,34 +173,12 @@ void TreeRules::checkText(const XmlNode& element) {
     if (describe(*child) != nullptr) {
       report_.add(FindingCode::MISPLACED, child);  // its text counts, nothing else
     }
-    checkTextAttributes(*child);
-    checkLanguage(*child);
+    checkAttributes(*child, std::nullopt);
     checkText(*child);
   }
 }
 
-void TreeRules::checkChildren(const XmlNode& element, const ElementDescription& description) {
-  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
-       child = child->nextElementSibling()) {
-    if (const ChildDescription* const known = describeChild(description, *child)) {
-      checkLeaf(*child, known->attributes);
-    } else {
-      checkUnknown(*child);
-    }
-  }
-}
-
-void TreeRules::checkLeaf(const XmlNode& element, Attributes known) {
-  checkAttributes(element, known);
-  checkLanguage(element);
-  checkStrayText(element);
-  for (const XmlNode* child = element.firstElementChild(); child != nullptr;
-       child = child->nextElementSibling()) {
-    checkUnknown(*child);
-  }
-}
-
-void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& description,
+void TreeRules::checkChildren(const XmlNode& element, const ElementDescription& description,
                               const XmlNode* stopped) {
   bool isRead = true;
   for (const XmlNode* child = element.firstElementChild(); child != nullptr;
@@ -230,11 +190,15 @@ void TreeRules::checkSettings(const XmlNode& element, const ElementDescription& 
     isRead = child != stopped;
     const ChildDescription* const known = describeChild(description, *child);
     if (known != nullptr) {
-      checkLeaf(*child, known->attributes);
+      checkElement(*child, known->attributes);
+      for (const XmlNode* below = child->firstElementChild(); below != nullptr;
+           below = below->nextElementSibling()) {
+        checkUnknown(*below);
+      }
       if (isRead && !known->keyAttribute.empty()) {
         checkSetting(*child, description, known->keyAttribute);
       }
-    } else if (description.children.empty()) {
+    } else if (!description.isExtension || description.children.empty()) {
       checkUnknown(*child);
     }
   }
@@ -254,7 +218,7 @@ void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& p
   // What is not used, of whichever screen, can be no mistake.
   const std::uint32_t value = indexOf(setting, "value");
   if (value != Diagnostic::NO_INDEX && isNumeric(description->kind) &&
-      !probe_.hasReported(setting, keyAttribute)) {
+      !report_.hasReported(setting, keyAttribute)) {
     checkNumber(setting, value, description->kind, isDensityVariant(*description, key));
   }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
-#include "check/Probe.h"
 #include "check/Report.h"
 #include "config/ElementDescription.h"
 
@@ -12,41 +12,39 @@ namespace orvane::nimbrel::check {
 /// What can be said of one element by its description alone, without a decision of the parser.
 class TreeRules {
  public:
-  /// The probe, and the report into which findings go, have to live as long.
-  TreeRules(const Probe& probe, bool isPackaged, Report& report)
-      : probe_(probe), isPackaged_(isPackaged), report_(report) {}
-
-  /// The attributes of the root, which the probe must have read. What the parser reported of an
+  /// The report, into which findings go, has to live as long. What it has from the parser of an
   /// attribute is not said again.
-  void checkRoot(const util::XmlNode& root);
+  TreeRules(bool isPackaged, Report& report) : isPackaged_(isPackaged), report_(report) {}
+
+  /// The attributes of the root and the text in it.
+  void checkRoot(const util::XmlNode& root) {
+    checkElement(root, config::widgetDescription().attributes);
+  }
   /// A child of the root and all below it, as far as it is read: up to `stopped`, or to its end for
-  /// null. The probe must have read it last.
+  /// null.
   void checkChild(const util::XmlNode& element, const util::XmlNode* stopped);
 
  private:
   using Attributes = config::DescriptionList<config::AttributeDescription>;
 
-  void checkAttributes(const util::XmlNode& element, Attributes known);
+  /// An element in which no text counts, without its children.
+  void checkElement(const util::XmlNode& element, Attributes known);
+  /// The attributes of an element; none is known of those within a text.
+  void checkAttributes(const util::XmlNode& element, std::optional<Attributes> known);
+  void checkAttribute(const util::XmlNode& element, std::uint32_t index, Attributes known);
   void checkNumber(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind,
                    bool onlyIfUsable = false);
-  void checkLanguage(const util::XmlNode& element);
+  void checkLanguage(const util::XmlNode& element, std::uint32_t index);
   void checkValue(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind);
   void checkStrayText(const util::XmlNode& element);
   void checkOrigin(const util::XmlNode& access, Attributes known);
   void checkUnknown(const util::XmlNode& element);
   void checkText(const util::XmlNode& element);
-  void checkTextAttributes(const util::XmlNode& element);
-  /// A child of a child of the root, in which no element is read.
-  void checkLeaf(const util::XmlNode& element, Attributes known);
-  void checkChildren(const util::XmlNode& element, const config::ElementDescription& description);
-  void checkSettings(const util::XmlNode& element, const config::ElementDescription& description,
+  void checkChildren(const util::XmlNode& element, const config::ElementDescription& description,
                      const util::XmlNode* stopped);
   void checkSetting(const util::XmlNode& setting, const config::ElementDescription& parent,
                     std::string_view keyAttribute);
-  void addNamespace(FindingCode code, const util::XmlNode& element);
-  void addAttribute(FindingCode code, const util::XmlNode& element, std::uint32_t index);
 
-  const Probe& probe_;
   bool isPackaged_;
   Report& report_;
 };

@@ -1,19 +1,13 @@
-#include "check/XmlMessage.h"
-
 #include <algorithm>
 #include <iterator>
-#include <optional>
-#include <string>
 
+#include "check/Markup.h"
+#include "check/XmlMistake.h"
 #include "util/Utf8.h"
 #include "util/xml/XmlEncoding.h"
 
 namespace orvane::nimbrel::check {
 namespace {
-
-bool beginsWith(std::string_view text, std::string_view begin) noexcept {
-  return text.substr(0, begin.size()) == begin;
-}
 
 /// Whether this is a sentence of our own, about a limit. Those of libxml2 differ by version.
 bool isOfLimit(std::string_view message) noexcept {
@@ -26,7 +20,7 @@ bool isOfLimit(std::string_view message) noexcept {
                                              "Internal parameter entities are",
                                              "The document is empty"};
   return std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS),
-                     [&](std::string_view begin) { return beginsWith(message, begin); });
+                     [&](std::string_view begin) { return hasAt(message, 0, begin); });
 }
 
 /// The first character that may not stand in a document.
@@ -60,12 +54,12 @@ XmlMistake explainXml(const SourceText& source, std::string_view message, std::u
                       std::uint32_t column) {
   constexpr std::string_view UNKNOWN = "Unsupported encoding ";
   const std::string_view text = source.text();
-  if (beginsWith(message, UNKNOWN)) {
+  if (hasAt(message, 0, UNKNOWN)) {
     return {declaredEncoding(text), "Unknown encoding \"" +
                                         std::string(message.substr(UNKNOWN.size())) +
                                         "\"; save the document as UTF-8."};
   }
-  if (beginsWith(message, "Document labelled ")) {
+  if (hasAt(message, 0, "Document labelled ")) {
     const Span name = declaredEncoding(text);
     return {name, "The document declares " +
                       std::string(text.substr(name.begin, name.end - name.begin)) +
@@ -73,7 +67,7 @@ XmlMistake explainXml(const SourceText& source, std::string_view message, std::u
   }
   const std::size_t stopped = line == 0 ? text.size() : source.offsetOf(line, column);
   const Span there = {stopped, line == 0 ? stopped : source.offsetOf(line, column + 1)};
-  if (beginsWith(message, "input conversion failed")) {
+  if (hasAt(message, 0, "input conversion failed")) {
     return {there, "The bytes are not valid in the encoding that the document declares."};
   }
   if (isOfLimit(message)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +21,10 @@ struct XmlMistake {
 /// `std::bad_alloc`. For any thread.
 [[nodiscard]] std::optional<XmlMistake> mistakeIn(std::string_view text, std::size_t stopped);
 
-/// Whether a character may stand in a document.
-[[nodiscard]] bool isXmlCharacter(char32_t c) noexcept;
+/// Why the XML parser rejects a document with this message, in the words of an author; `line` and
+/// `column` are where it stopped, counted from 1, 0 when unknown. Throws and may be called as
+/// above.
+[[nodiscard]] XmlMistake explainXml(const SourceText& source, std::string_view message,
+                                    std::uint32_t line, std::uint32_t column);
 
 }  // namespace orvane::nimbrel::check

@@ -7,7 +7,7 @@
 
 #include "check/Decoder.h"
 #include "check/FixDocument.h"
-#include "check/SourceMap.h"
+#include "check/Markup.h"
 #include "check/Vocabulary.h"
 #include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
@@ -235,8 +235,6 @@ TEST(Fix, IsMadeInTimeHoweverMuchThereIs) {
 // What was misspelt becomes what it was, or stays: no other name is ever put in its place.
 TEST(Fix, FindsBackToTheExample) {
   const std::string example = test::contentOf(NIMBREL_EXAMPLES "/config.xml");
-  const std::vector<std::uint32_t> starts = startTagsOf(example);
-  const std::vector<std::uint32_t> ends = endTagsOf(example);
   std::size_t count = 0;
   std::size_t restored = 0;
   const auto misspell = [&](Span name, std::size_t endTag) {
@@ -249,9 +247,9 @@ TEST(Fix, FindsBackToTheExample) {
     ++count;
     restored += result == example ? 1 : 0;
   };
-  for (std::size_t i = 0; i < starts.size(); ++i) {
-    const Tag tag = readTag(example, starts[i]);
-    misspell(tag.name, ends[i]);
+  for (const ElementTags& element : elementsOf(example)) {
+    const Tag tag = readTag(example, element.start);
+    misspell(tag.name, element.end);
     for (const TagAttribute& attribute : tag.attributes) {
       misspell(attribute.name, 0);
     }

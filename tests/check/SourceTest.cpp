@@ -1,7 +1,7 @@
 // Lines and columns of a document in every encoding, and the places of its tags.
 
 #include "check/Decoder.h"
-#include "check/SourceMap.h"
+#include "check/Markup.h"
 #include "check/SourceText.h"
 #include "tests/check/FindingLines.h"
 #include "tests/support/Checks.h"
@@ -16,12 +16,12 @@ using test::Row;
 /// "line:column/utf16Column@byte" of the first "<" of an element.
 std::string placeOfTag(const std::string& document) {
   const SourceText source(document);
-  const std::vector<std::uint32_t> tags = startTagsOf(source.text());
+  const std::vector<ElementTags> tags = elementsOf(source.text());
   if (tags.empty()) {
     return "-";
   }
-  const Position position = source.positionOf(tags.back());
-  EXPECT_EQ(source.offsetOf(position.line, position.column), tags.back());
+  const Position position = source.positionOf(tags.back().start);
+  EXPECT_EQ(source.offsetOf(position.line, position.column), tags.back().start);
   return std::to_string(position.line) + ':' + std::to_string(position.column) + '/' +
          std::to_string(position.utf16Column) + '@' + std::to_string(position.byte);
 }
@@ -76,8 +76,8 @@ TEST(SourceText, FarPlacesAreCountedRight) {
 /// The start tags of a text, each with its attributes: "<w:a b='c' d>"; declarations in brackets.
 std::string tagsOf(const std::string& text) {
   std::string all;
-  for (const std::uint32_t offset : startTagsOf(text)) {
-    const Tag tag = readTag(text, offset);
+  for (const ElementTags& element : elementsOf(text)) {
+    const Tag tag = readTag(text, element.start);
     const auto part = [&](Span span) { return text.substr(span.begin, span.end - span.begin); };
     all += (all.empty() ? "" : " ") + part(tag.name);
     for (const TagAttribute& attribute : tag.attributes) {
@@ -90,7 +90,7 @@ std::string tagsOf(const std::string& text) {
   return all;
 }
 
-TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
+TEST(Markup, FindsTagsAndNothingThatLooksLikeThem) {
   const Row rows[] = {
       {"<a><b></b ></a>", "a b"},
       {"<a\n b = \"'>'\"\tc='d'/>", "a b='>' c=d"},
@@ -102,6 +102,7 @@ TEST(SourceMap, FindsTagsAndNothingThatLooksLikeThem) {
       {"<a b='c'd='e'>", "a b=c d=e"},
       // whatever is cut off must not be read beyond
       {"<a", "a"},
+      {"<", ""},
       {"<a b", "a"},
       {"<a b=", "a"},
       {"<a b='c", "a b=c"},
