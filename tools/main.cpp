@@ -1,10 +1,11 @@
+#include <algorithm>
 #include <exception>
-#include <iterator>
+#include <filesystem>
 #include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "check/NearestName.h"
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
@@ -17,43 +18,43 @@ namespace {
 constexpr const Command* COMMANDS[] = {&SHOW_COMMAND, &LOCALIZED_COMMAND, &ID_COMMAND,
                                        &CHECK_COMMAND};
 
-std::string help() {
-  std::string text =
-      "Usage: nimbrel-config COMMAND [OPTION]... [ARGUMENT]...\n\n"
-      "Reads the configuration documents of web applications.\n\nCommands:\n";
-  for (const Command* command : COMMANDS) {
-    const std::string_view name = command->text.name;
-    text.append("  ").append(name).append(20 - name.size(), ' ');
-    text.append(command->text.summary) += '\n';
+[[noreturn]] void failUnknown(std::string_view word) {
+  if (std::error_code error; std::filesystem::exists(word, error)) {
+    failUsage("there is no command \"" + escape(word) + "\"; show or check FILE");
   }
-  return text +
-         "\nOptions:\n"
-         "  --help              Print this help, or that of a command, and exit\n"
-         "  --version           Print the version and exit\n" +
-         EXIT_STATUS_HELP;
+  std::vector<std::string> known = {"help"};
+  for (const Command* command : COMMANDS) {
+    known.emplace_back(command->name);
+  }
+  failUsage("there is no command " + quotedWithHint(word, known));
 }
 
-ExitStatus run(int argc, char** argv) {
-  const std::string_view word = argc > 1 ? argv[1] : "";
-  for (const Command* command : COMMANDS) {
-    if (word == command->text.name) {
-      return command->run(argc - 1, argv + 1);
-    }
+ExitStatus run(std::vector<char*> words) {
+  char help[] = "--help";
+  if (words.size() > 1 && std::string_view(words[1]) == "help") {  // as COMMAND --help
+    words.erase(words.begin() + 1);
+    words.push_back(help);
   }
-  if (word == "--help" || word == "-h") {
-    writeOutput(help());
-  } else if (word == "--version") {
-    writeOutput(VERSION_LINE);
-  } else if (word.empty()) {
-    failUsage("a command is required");
-  } else {
-    check::NearestName meant(word);
-    for (const Command* command : COMMANDS) {
-      meant.consider(command->text.name);
+  const std::string_view name = words.size() > 1 ? words[1] : "";
+  std::string list;  // for the help
+  for (const Command* command : COMMANDS) {
+    if (name == command->name) {
+      auto options = readOptions(*command, static_cast<int>(words.size()) - 1, words.data() + 1);
+      return options ? command->run(*options) : EXIT_DONE;
     }
-    const std::string command(meant.get());
-    failUsage("there is no command \"" + escape(word) + '"' +
-              (command.empty() ? command : " (did you mean \"" + command + "\"?)"));
+    list += std::string(command->name) + ' ' + command->summary + '\n';
+  }
+  if (name.size() > 1 && name.front() != '-') {
+    failUnknown(name);
+  }
+  const Command tool = {TOOL,
+                        "COMMAND",
+                        "Reads the configuration documents of web applications",
+                        "[ARGUMENT]...",
+                        list.append("help Print this help, or that of a command").c_str(),
+                        nullptr};
+  if (readOptions(tool, static_cast<int>(words.size()), words.data())) {
+    failUsage("a command is required");
   }
   return EXIT_DONE;
 }
@@ -61,7 +62,7 @@ ExitStatus run(int argc, char** argv) {
 /// The same with failures printed. Throws only what comes of memory that has run out.
 ExitStatus runAndReport(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    return run({argv, argv + argc});
   } catch (const Failure& failure) {
     writeError(failure.what());
     return failure.status();

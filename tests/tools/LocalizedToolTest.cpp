@@ -26,7 +26,7 @@ TEST(LocalizedTool, PrintsOneTextForEachLanguage) {
 TEST(LocalizedTool, ReadsFilesAndTellsWhyItCannot) {
   const TemporaryFile good(DOCUMENT);
   EXPECT_EQ(run({"localized", "name", good.path()}).status, 0);
-  EXPECT_EQ(run({"localized", "shortname", good.path(), "--format", "json"}).out, "{}\n");
+  EXPECT_EQ(run({"localized", "author", good.path(), "--format", "json"}).out, "{}\n");
 
   const TemporaryFile bad("<widget>\n<name>");
   const Outcome rejected = run({"localized", "name", bad.path()});

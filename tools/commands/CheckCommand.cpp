@@ -13,7 +13,6 @@
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
-#include "tools/commands/FileOptions.h"
 #include "tools/commands/ForEachFile.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
@@ -26,73 +25,23 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr CommandText TEXT = {"check", "Report mistakes in a document, and what to write instead",
-                              "FILE...", DOCUMENT_HELP};
+[[noreturn]] void failUnknownCode(const std::string& name) {
+  std::vector<std::string> known;
+  for (const check::CodeDescription& kind : check::codeDescriptions()) {
+    known.emplace_back(kind.name);
+  }
+  throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no code " + quotedWithHint(name, known) +
+                                   "; --codes lists them");
+}
 
-struct Options : FileSettings {
-  std::optional<std::vector<std::string>> locales;
-  std::string format = "text";
-  std::optional<int> density;
-  bool strict = false;
-  bool codes = false;
-  std::optional<std::string> explain;
-  Colour colour = Colour::AUTO;
-  bool summary = false;
-  bool fix = false;
-  bool diff = false;
-  bool quiet = false;
-};
-
-constexpr Option<Options> OPTIONS[] = {
-    {{"locale", "TAG",
-      "Language tag that the user prefers, best first; may be repeated (default: every user)"},
-     [](Options& options, const char* value) {
-       options.locales = options.locales.value_or(std::vector<std::string>());
-       options.locales->emplace_back(value);
-     }},
-    {{"format", "FORMAT",
-      "Print for a person (text, the default), for a program (json; jsonl: a line a file) or for "
-      "code review (sarif)"},
-     [](Options& options, const char* value) {
-       options.format = oneOf("format", value, "text json jsonl sarif");
-     }},
-    {{"summary", nullptr, "Print how often each code is found, instead of the findings"},
-     [](Options& options, const char* /*value*/) { options.summary = true; }},
-    {{"fix", nullptr,
-      "Fix in the files what is certain, such as misspelt names, and report what remains"},
-     [](Options& options, const char* /*value*/) { options.fix = true; }},
-    {{"diff", nullptr, "Print what --fix would change, and change nothing"},
-     [](Options& options, const char* /*value*/) { options.diff = true; }},
-    DENSITY_OPTION<Options>,
-    {{"strict", nullptr, "Exit with 1 for notes too"},
-     [](Options& options, const char* /*value*/) { options.strict = true; }},
-    {{"explain", "CODE", "Print what a code means, with examples"},
-     [](Options& options, const char* value) { options.explain = value; }},
-    {{"codes", nullptr, "Print all codes"},
-     [](Options& options, const char* /*value*/) { options.codes = true; }},
-    RECURSIVE_OPTION<Options>,
-    EXCLUDE_OPTION<Options>,
-    FILES_FROM_OPTION<Options>,
-    JOBS_OPTION<Options>,
-    NO_PROGRESS_OPTION<Options>,
-    {{"quiet", nullptr, "Print neither progress nor the number of findings", 'q'},
-     [](Options& options, const char* /*value*/) {
-       options.quiet = true;
-       options.progress = false;
-     }},
-    COLOUR_OPTION<Options>,
-    STDIN_NAME_OPTION<Options>,
-};
-
-void explainCode(const std::string& name) {
+ExitStatus explainCode(const std::string& name) {
   for (const check::CodeDescription& kind : check::codeDescriptions()) {
     if (kind.name == name) {
       writeOutput(explain(kind));
-      return;
+      return EXIT_DONE;
     }
   }
-  throw Failure(EXIT_UNUSABLE,
-                "nimbrel-config: there is no code \"" + escape(name) + "\"; --codes lists them");
+  failUnknownCode(name);
 }
 
 FindingStyle styleOf(const Options& options) {
@@ -158,19 +107,13 @@ void checkFiles(const Options& options, FindingPrinter& printer) {
   printer.finish();
 }
 
-ExitStatus runCheck(int argc, char** argv) {
-  Options options;
-  auto operands = readArguments(argc, argv, TEXT, OPTIONS, options);
-  if (!operands) {
-    return EXIT_DONE;
-  }
-  const bool hasFiles = !operands->empty() || options.filesFrom;
+ExitStatus runCheck(Options& options) {
+  const bool hasFiles = !options.files.empty() || options.filesFrom;
   if ((options.explain ? 1 : 0) + (options.codes ? 1 : 0) + (hasFiles ? 1 : 0) != 1) {
     failUsage("either FILE, --explain or --codes is required");
   }
   if (options.explain) {
-    explainCode(*options.explain);
-    return EXIT_DONE;
+    return explainCode(*options.explain);
   }
   if (options.codes) {
     writeOutput(listCodes());
@@ -185,10 +128,11 @@ ExitStatus runCheck(int argc, char** argv) {
   if (options.density) {
     answerDensity(*options.density);
   }
+  options.noProgress |= options.quiet;
   if (isTerminal() && options.format != "text" && !options.summary) {
-    options.progress = false;  // the output shows it
+    options.noProgress = true;  // the output shows it
   }
-  options.findFiles(std::move(*operands), options.fix);
+  options.findFiles(options.fix);
   if (options.fix) {
     options.jobs = 1;  // the first of two names of one file fixes it
   }
@@ -206,6 +150,8 @@ ExitStatus runCheck(int argc, char** argv) {
 
 }  // namespace
 
-const Command CHECK_COMMAND = {TEXT, runCheck};
+const Command CHECK_COMMAND = {
+    CHECK,     "check",       "Report mistakes in a document, and what to write instead",
+    "FILE...", DOCUMENT_HELP, runCheck};
 
 }  // namespace orvane::nimbrel::tools

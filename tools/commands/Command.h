@@ -1,58 +1,101 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "tools/Failure.h"
-#include "tools/commands/Arguments.h"
-#include "tools/output/Output.h"
+#include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
 
-/// One command of the tool.
-struct Command {
-  const CommandText& text;
-  /// Does it and prints; `argv[0]` is the command itself. Throws `Failure`.
-  ExitStatus (*run)(int argc, char** argv);
+/// What the options of a command line say, each for the commands that have it.
+struct Options {
+  std::vector<std::string> files;  ///< the operands; `findFiles` puts the files in their place
+
+  bool recursive = false;
+  /// Names that `recursive` skips, as patterns of a shell; none: those of the help.
+  std::optional<std::vector<std::string>> excluded;
+  std::optional<std::string> filesFrom;
+  std::optional<int> jobs;
+  bool noProgress = false;
+  std::string stdinName = STANDARD_INPUT;
+
+  std::optional<std::vector<std::string>> locales;
+  std::string format = "text";
+  std::string colour = "auto";
+  std::optional<int> density;
+  std::optional<std::string> field;
+  std::optional<std::string> url;
+  std::optional<std::string> encoding;
+  bool debug = false;
+
+  bool strict = false;
+  bool summary = false;
+  bool fix = false;
+  bool diff = false;
+  bool quiet = false;
+  std::optional<std::string> explain;
+  bool codes = false;
+
+  bool raw = false;
+  std::optional<std::string> iri;
+  std::optional<std::string> filename;
+  std::optional<std::string> application;
+
+  bool help = false;
+  bool version = false;
+
+  /// Whether the output has to say which file is meant: with a list or a directory however many
+  /// files there are, so that its form is known beforehand.
+  [[nodiscard]] bool isSeveral() const { return files.size() != 1 || recursive || filesFrom; }
+  /// What messages call a file.
+  [[nodiscard]] const std::string& nameOf(const std::string& file) const {
+    return file == STANDARD_INPUT ? stdinName : file;
+  }
+
+  /// Lists the files that the operands stand for, of directories those that may be changed if
+  /// `isForChange`, and sets `jobs` to what is possible. Throws `Failure`.
+  void findFiles(bool isForChange = false);
 };
+
+/// One command of the tool; "--help" shows the texts.
+struct Command {
+  unsigned int bit;  ///< by which options name the commands that have them
+  const char* name;
+  const char* summary;       ///< one sentence without a full stop
+  const char* operands;      ///< "FILE...", empty for none
+  const char* operandsHelp;  ///< what they are, one a line: "FILE  the document"
+  /// Does it and prints. Throws `Failure`.
+  ExitStatus (*run)(Options& options);
+};
+
+inline constexpr unsigned int SHOW = 1;
+inline constexpr unsigned int LOCALIZED = 2;
+inline constexpr unsigned int ID = 4;
+inline constexpr unsigned int CHECK = 8;
+inline constexpr unsigned int TOOL = 16;  ///< no command yet
 
 extern const Command SHOW_COMMAND;
 extern const Command LOCALIZED_COMMAND;
 extern const Command ID_COMMAND;
 extern const Command CHECK_COMMAND;
 
-inline constexpr char VERSION_LINE[] = "nimbrel-config " NIMBREL_VERSION "\n";
-
-inline constexpr char EXIT_STATUS_HELP[] =
-    "\nExit status: 0 done; 1 the document or the identifier was rejected or something\n"
-    "found in a check; 2 wrong usage, or something cannot be read or written.\n";
-
 /// What "--help" says of a document's argument.
 inline constexpr char DOCUMENT_HELP[] =
     "FILE The document, or a packaged widget or folder that holds it; \"-\" is standard input";
 
-/// Options that several commands have, for settings with members of these names.
-template <typename Settings>
-constexpr Option<Settings> FORMAT_OPTION = {
-    {"format", "FORMAT", "Print for a person (text, the default) or for a program (json)"},
-    [](Settings& settings, const char* value) {
-      settings.format = oneOf("format", value, "text json");
-    }};
+/// Reads the arguments of a command, of which the first is the command itself. None when "--help"
+/// or "--version" were asked for, which has been answered then. Throws `Failure` for a wrong usage.
+std::optional<Options> readOptions(const Command& command, int argc, char** argv);
 
-template <typename Settings>
-constexpr Option<Settings> COLOUR_OPTION = {
-    {"color", "WHEN", "Colour text: auto (the default), always or never"},
-    [](Settings& settings, const char* value) {
-      settings.colour = colourOf(oneOf("color", value, "auto always never"));
-    }};
+/// The message of a wrong usage as a `Failure`.
+[[noreturn]] void failUsage(const std::string& message);
 
-template <typename Settings>
-constexpr Option<Settings> DENSITY_OPTION = {
-    {"density", "N", "Screen density that the device answers"},
-    [](Settings& settings, const char* value) {
-      settings.density = wholeNumber("density", value);
-    }};
-
-template <typename Settings>
-constexpr Option<Settings> STDIN_NAME_OPTION = {
-    {"stdin-name", "NAME", "What messages call standard input"},
-    [](Settings& settings, const char* value) { settings.stdinName = value; }};
+/// A word in quotes, escaped, and the known one that it may have been meant to be: "nme" (did you
+/// mean "name"?).
+[[nodiscard]] std::string quotedWithHint(std::string_view written,
+                                         const std::vector<std::string>& known);
 
 }  // namespace orvane::nimbrel::tools

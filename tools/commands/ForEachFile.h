@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -10,11 +11,36 @@
 #include <vector>
 
 #include "tools/Host.h"
-#include "tools/commands/FileOptions.h"
+#include "tools/commands/Command.h"
 #include "tools/commands/InOrder.h"
-#include "tools/commands/Progress.h"
 
 namespace orvane::nimbrel::tools {
+
+/// A line on a terminal's standard error that says how far work has come that takes longer than a
+/// second. Nothing is written elsewhere.
+class Progress {
+ public:
+  /// `total` files; `wanted` unless the user does without; `counted` is "findings" or the like.
+  Progress(std::size_t total, bool wanted, const char* counted) noexcept;
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress() { clear(); }
+
+  /// So many files are done, with so many of what `counted` names. To be called after each.
+  void update(std::size_t done, std::size_t count);
+  /// Takes the line away, before something else is written.
+  void clear() noexcept;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  std::size_t total_;
+  bool wanted_;
+  const char* counted_;
+  bool shown_ = false;
+  Clock::time_point begin_ = Clock::now();
+  Clock::time_point next_ = begin_ + std::chrono::seconds(1);
+};
 
 /// Hands each file to `work`, several at a time on as many threads, and what that returns to
 /// `deliver`, in the order of the files and one at a time, with the name that messages use.
@@ -22,10 +48,11 @@ namespace orvane::nimbrel::tools {
 /// `deliver` prints the result. It clears the progress line before it writes to a terminal, and
 /// returns the number for that line: how many there are so far of what `counted` names.
 template <typename Work, typename Deliver>
-void forEachFile(const FileSettings& settings, const char* counted, const Work& work,
+void forEachFile(const Options& options, const char* counted, const Work& work,
                  const Deliver& deliver) {
-  const std::vector<std::string>& files = settings.files;
-  const unsigned int jobs = files.size() == 1 ? 1 : settings.jobs;
+  const std::vector<std::string>& files = options.files;
+  const unsigned int jobs =
+      files.size() == 1 ? 1 : static_cast<unsigned int>(options.jobs.value_or(1));
   if (files.size() > 1) {
     keepFreedMemory();
   }
@@ -43,11 +70,11 @@ void forEachFile(const FileSettings& settings, const char* counted, const Work& 
     }
     return end;
   };
-  Progress progress(files.size(), settings.progress, counted);
+  Progress progress(files.size(), !options.noProgress, counted);
   doInOrder(
       files.size(), jobs, endOfSlice, [&](std::size_t index) { return work(files[index]); },
       [&](std::size_t index, auto result) {
-        const std::string& name = settings.nameOf(files[index]);
+        const std::string& name = options.nameOf(files[index]);
         progress.update(index + 1, deliver(name, std::move(result), progress));
       });
 }

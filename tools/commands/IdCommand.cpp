@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -21,8 +23,6 @@ namespace {
 
 using zel::config::BasicWidgetId;
 using zel::config::WidgetId;
-
-using WidgetIdMaker = std::unique_ptr<WidgetId> (*)(const char* identifier);
 
 std::unique_ptr<WidgetId> makeOfIri(const char* identifier) {
   return std::make_unique<BasicWidgetId>(
@@ -51,35 +51,8 @@ constexpr struct {
     {"topLevelApplicationDataDirectory", &WidgetId::topLevelApplicationDataDirectory},
 };
 
-constexpr CommandText TEXT = {"id", "Print the names that an identifier gives a widget",
-                              "--iri ID | --filename NAME | --application ID", ""};
-
-struct Settings {
-  std::string identifier;
-  WidgetIdMaker make = nullptr;
-  std::string format = "text";
-  Colour colour = Colour::AUTO;
-};
-
-template <WidgetIdMaker make>
-void setIdentifier(Settings& settings, const char* value) {
-  if (settings.make != nullptr) {
-    failUsage("more than one identifier");
-  }
-  settings.identifier = value;
-  settings.make = make;
-}
-
-constexpr Option<Settings> OPTIONS[] = {
-    {{"iri", "ID", "Identifier IRI of a document"}, setIdentifier<makeOfIri>},
-    {{"filename", "NAME", "File name of a package"}, setIdentifier<makeOfFilename>},
-    {{"application", "ID", "Id given by the application store"}, setIdentifier<makeOfApplication>},
-    FORMAT_OPTION<Settings>,
-    COLOUR_OPTION<Settings>,
-};
-
-void print(const Settings& settings, const WidgetId& id) {
-  if (settings.format == "json") {
+void print(const Options& options, const WidgetId& id) {
+  if (options.format == "json") {
     JsonWriter json;
     json.beginObject();
     for (const auto& name : NAMES) {
@@ -89,39 +62,47 @@ void print(const Settings& settings, const WidgetId& id) {
     json.finish();
     return;
   }
-  TextReport::print(isColourWanted(settings.colour), [&](TextReport& report) {
+  TextReport::print(isColourWanted(options.colour), [&](TextReport& report) {
     for (const auto& name : NAMES) {
       report.row(name.key, (id.*name.get)());
     }
   });
 }
 
-ExitStatus runId(int argc, char** argv) {
-  Settings settings;
-  const auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
-  if (!operands) {
-    return EXIT_DONE;
+ExitStatus runId(Options& options) {
+  if (!options.files.empty()) {
+    failUsage("unexpected \"" + escape(options.files.front()) + '"');
   }
-  if (!operands->empty()) {
-    failUsage("unexpected \"" + escape(operands->front()) + '"');
-  }
-  if (settings.make == nullptr) {
+  const struct {
+    const std::optional<std::string>& identifier;
+    std::unique_ptr<WidgetId> (*make)(const char* identifier);
+  } makers[] = {{options.iri, makeOfIri},
+                {options.filename, makeOfFilename},
+                {options.application, makeOfApplication}};
+  const auto isGiven = [](const auto& maker) { return maker.identifier.has_value(); };
+  if (std::count_if(std::begin(makers), std::end(makers), isGiven) != 1) {
     failUsage("one of --iri, --filename and --application is required");
   }
+  const auto& maker = *std::find_if(std::begin(makers), std::end(makers), isGiven);
   std::unique_ptr<WidgetId> id;
   try {
-    id = settings.make(settings.identifier.c_str());
+    id = maker.make(maker.identifier->c_str());
   } catch (const zel::config::WidgetIdError& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
   } catch (const std::invalid_argument& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
   }
-  print(settings, *id);
+  print(options, *id);
   return EXIT_DONE;
 }
 
 }  // namespace
 
-const Command ID_COMMAND = {TEXT, runId};
+const Command ID_COMMAND = {ID,
+                            "id",
+                            "Print the names that an identifier gives a widget",
+                            "--iri ID | --filename NAME | --application ID",
+                            "",
+                            runId};
 
 }  // namespace orvane::nimbrel::tools

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
 
+#include "config/ElementDescription.h"
 #include "tools/Failure.h"
 #include "tools/commands/Command.h"
 #include "tools/input/Input.h"
@@ -13,43 +15,35 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr CommandText TEXT = {
-    "localized", "Print the texts of one element by language; \"*\" is the one without",
-    "ELEMENT FILE",
-    "ELEMENT Local name of the element, such as \"name\"\n"
-    "FILE The document, or a packaged widget or folder that holds it; \"-\" is standard input"};
-
-struct Settings {
-  std::string format = "text";
-  Colour colour = Colour::AUTO;
-  std::string stdinName = STANDARD_INPUT;
-  bool raw = false;
-};
-
-constexpr Option<Settings> OPTIONS[] = {
-    {{"raw", nullptr, "Keep the white space as it is written"},
-     [](Settings& settings, const char* /*value*/) { settings.raw = true; }},
-    FORMAT_OPTION<Settings>,
-    COLOUR_OPTION<Settings>,
-    STDIN_NAME_OPTION<Settings>,
-};
-
-ExitStatus runLocalized(int argc, char** argv) {
-  Settings settings;
-  const auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
-  if (!operands) {
-    return EXIT_DONE;
+/// Ends the run for what is no element with texts.
+void requireElement(const std::string& name) {
+  std::vector<std::string> known;
+  for (const config::ElementDescription* element : config::elementDescriptions()) {
+    if (element->textField.data() != nullptr) {
+      known.emplace_back(element->name);
+    }
   }
-  if (operands->size() != 2) {
+  if (std::find(known.begin(), known.end(), name) == known.end()) {
+    throw Failure(EXIT_UNUSABLE,
+                  "nimbrel-config: there is no element " + quotedWithHint(name, known));
+  }
+}
+
+ExitStatus runLocalized(Options& options) {
+  if (options.files.size() != 2) {
     failUsage("ELEMENT and FILE are required");
   }
-  const Document document = readDocument(operands->at(1), settings.stdinName);
+  const std::string& element = options.files[0];
+  const Document document = readDocument(options.files[1], options.stdinName);
   const std::map<std::string, std::string> texts = readingDocument(document.name, [&] {
     return zel::config::LocalizedElementParser::getLocalizedElementMap(
-        document.bytes->data(), static_cast<unsigned int>(document.bytes->size()),
-        operands->at(0).c_str(), !settings.raw);
+        document.bytes->data(), static_cast<unsigned int>(document.bytes->size()), element.c_str(),
+        !options.raw);
   });
-  if (settings.format == "json") {
+  if (texts.empty()) {
+    requireElement(element);
+  }
+  if (options.format == "json") {
     JsonWriter json;
     json.beginObject();
     for (const auto& [language, text] : texts) {
@@ -59,7 +53,7 @@ ExitStatus runLocalized(int argc, char** argv) {
     json.finish();
     return EXIT_DONE;
   }
-  TextReport::print(isColourWanted(settings.colour), [&](TextReport& report) {
+  TextReport::print(isColourWanted(options.colour), [&](TextReport& report) {
     for (const auto& [language, text] : texts) {
       report.lines(language, text);
     }
@@ -69,6 +63,13 @@ ExitStatus runLocalized(int argc, char** argv) {
 
 }  // namespace
 
-const Command LOCALIZED_COMMAND = {TEXT, runLocalized};
+const Command LOCALIZED_COMMAND = {
+    LOCALIZED,
+    "localized",
+    "Print the texts of one element by language; \"*\" is the one without",
+    "ELEMENT FILE",
+    "ELEMENT Local name of the element, such as \"name\"\n"
+    "FILE The document, or a packaged widget or folder that holds it; \"-\" is standard input",
+    runLocalized};
 
 }  // namespace orvane::nimbrel::tools

@@ -9,7 +9,6 @@
 #include "tools/Failure.h"
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
-#include "tools/commands/FileOptions.h"
 #include "tools/commands/ForEachFile.h"
 #include "tools/commands/UserLocales.h"
 #include "tools/html/Page.h"
@@ -21,65 +20,17 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr CommandText TEXT = {"show", "Print the record that a document gives", "FILE...",
-                              DOCUMENT_HELP};
-
-struct Settings : FileSettings {
-  std::optional<std::vector<std::string>> locales;
-  std::string format = "text";
-  std::optional<std::string> field;
-  std::optional<std::string> url;
-  std::optional<std::string> encoding;
-  std::optional<int> density;
-  bool debug = false;
-  Colour colour = Colour::AUTO;
-};
-
-constexpr Option<Settings> OPTIONS[] = {
-    {{"locale", "TAG",
-      "Language tag that the user prefers, best first; may be repeated (default: by LANGUAGE and "
-      "LANG)"},
-     [](Settings& settings, const char* value) {
-       settings.locales = settings.locales.value_or(std::vector<std::string>());
-       settings.locales->emplace_back(value);
-     }},
-    {{"format", "FORMAT",
-      "Print for a person (text, the default; html: a page of one file, in all its languages) or "
-      "for a program (json; jsonl: a line a file)"},
-     [](Settings& settings, const char* value) {
-       settings.format = oneOf("format", value, "text html json jsonl");
-     }},
-    {{"field", "NAME",
-      "Print this field alone, one line a value; fields are the keys of --format json, such as "
-      "\"id\" or \"startFile.src\""},
-     [](Settings& settings, const char* value) { settings.field = value; }},
-    {{"url", "URL", "Name of the document; nothing is read from there"},
-     [](Settings& settings, const char* value) { settings.url = value; }},
-    {{"encoding", "NAME", "Encoding, whatever the document says"},
-     [](Settings& settings, const char* value) { settings.encoding = value; }},
-    DENSITY_OPTION<Settings>,
-    {{"debug", nullptr, "Copy the library's log lines to standard error"},
-     [](Settings& settings, const char* /*value*/) { settings.debug = true; }},
-    RECURSIVE_OPTION<Settings>,
-    EXCLUDE_OPTION<Settings>,
-    FILES_FROM_OPTION<Settings>,
-    JOBS_OPTION<Settings>,
-    NO_PROGRESS_OPTION<Settings>,
-    COLOUR_OPTION<Settings>,
-    STDIN_NAME_OPTION<Settings>,
-};
-
 const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::shared_ptr<config::Config> parseDocument(const Settings& settings, const Document& document,
+std::shared_ptr<config::Config> parseDocument(const Options& options, const Document& document,
                                               config::NimbrelConfigParser& parser) {
-  const char* encoding = textOrNull(settings.encoding);
+  const char* encoding = textOrNull(options.encoding);
   return parsingDocument(document.name, parser, [&] {
     return document.bytes ? parser.parse(document.bytes->data(),
                                          static_cast<unsigned int>(document.bytes->size()),
-                                         textOrNull(settings.url), encoding)
+                                         textOrNull(options.url), encoding)
                           : parser.parse(document.name.c_str(), encoding);
   });
 }
@@ -91,31 +42,32 @@ struct ShownFile {
   std::optional<DocumentFailure> failure;
 };
 
-ShownFile showFile(const Settings& settings, const std::string& file,
+ShownFile showFile(const Options& options, const std::string& file,
                    const std::vector<std::string>& locales) {
   // One for each document, as a parser remembers a start file.
   const auto parser = config::createNimbrelConfigParser(locales);
   try {
     // Only a buffer can have another name.
-    const Document document = settings.url ? readDocument(file, settings.stdinName)
-                                           : findDocument(file, settings.stdinName);
+    const Document document =
+        options.url ? readDocument(file, options.stdinName) : findDocument(file, options.stdinName);
     auto record =
-        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(settings, document, *parser));
+        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, document, *parser));
     return {std::move(record), parser->getErrorText(), std::nullopt};
   } catch (const DocumentFailure& failure) {
     return {nullptr, {}, failure};
   }
 }
 
-ExitStatus showFiles(const Settings& settings) {
+ExitStatus showFiles(const Options& options) {
   ExitStatus worst = EXIT_DONE;
   std::size_t failures = 0;
-  const std::vector<std::string> locales = settings.locales ? *settings.locales : userLocales();
+  const std::vector<std::string> locales =
+      options.locales ? tagsOf(*options.locales) : userLocales();
   RecordPrinter printer(
-      {settings.format, settings.field, settings.isSeveral(), isColourWanted(settings.colour)});
+      {options.format, options.field, options.isSeveral(), isColourWanted(options.colour)});
   forEachFile(
-      settings, "without a record",
-      [&](const std::string& path) { return showFile(settings, path, locales); },
+      options, "without a record",
+      [&](const std::string& path) { return showFile(options, path, locales); },
       [&](const std::string& name, const ShownFile& file, Progress& progress) {
         if (file.failure) {
           progress.clear();
@@ -131,39 +83,35 @@ ExitStatus showFiles(const Settings& settings) {
   return worst;
 }
 
-ExitStatus showPage(const Settings& settings) {
-  if (settings.files.size() != 1 || settings.field || settings.encoding) {
+ExitStatus showPage(const Options& options) {
+  if (options.files.size() != 1 || options.field || options.encoding) {
     failUsage("--format html takes one FILE, and neither --field nor --encoding");
   }
-  return printPage({settings.files.front(), settings.stdinName, settings.url, settings.locales});
+  return printPage({options.files.front(), options.stdinName, options.url, options.locales});
 }
 
-ExitStatus runShow(int argc, char** argv) {
-  Settings settings;
-  auto operands = readArguments(argc, argv, TEXT, OPTIONS, settings);
-  if (!operands) {
-    return EXIT_DONE;
-  }
-  if (operands->empty() && !settings.filesFrom) {
+ExitStatus runShow(Options& options) {
+  if (options.files.empty() && !options.filesFrom) {
     failUsage("FILE is required");
   }
-  if (settings.field) {
-    requireField(*settings.field);
+  if (options.field) {
+    requireField(*options.field);
   }
-  if (settings.density) {
-    answerDensity(*settings.density);
+  if (options.density) {
+    answerDensity(*options.density);
   }
-  if (settings.debug) {
+  if (options.debug) {
     copyLogToStandardError();
-    settings.jobs = 1;  // the lines of several documents at a time could not be told apart
+    options.jobs = 1;  // the lines of several documents at a time could not be told apart
   }
-  settings.progress = settings.progress && !isTerminal();  // there the records show it
-  settings.findFiles(std::move(*operands));
-  return settings.format == "html" ? showPage(settings) : showFiles(settings);
+  options.noProgress |= isTerminal();  // there the records show it
+  options.findFiles();
+  return options.format == "html" ? showPage(options) : showFiles(options);
 }
 
 }  // namespace
 
-const Command SHOW_COMMAND = {TEXT, runShow};
+const Command SHOW_COMMAND = {SHOW,      "show",        "Print the record that a document gives",
+                              "FILE...", DOCUMENT_HELP, runShow};
 
 }  // namespace orvane::nimbrel::tools

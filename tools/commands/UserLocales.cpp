@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <sstream>
 #include <string_view>
 
 #include "util/Ascii.h"
@@ -9,103 +10,74 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-// The modifiers of POSIX locales that mean something as a tag.
+// The modifiers of POSIX locales that mean something as a tag: a script, which follows the
+// language, or a variant, which stands last.
 constexpr struct {
   std::string_view modifier;
-  std::string_view script;
-  std::string_view variant;
+  const char* subtag;
+  bool isScript;
 } MODIFIERS[] = {
-    {"latin", "Latn", ""},
-    {"cyrillic", "Cyrl", ""},
-    {"devanagari", "Deva", ""},
-    {"valencia", "", "valencia"},
+    {"@latin", "-Latn", true},
+    {"@cyrillic", "-Cyrl", true},
+    {"@devanagari", "-Deva", true},
+    {"@valencia", "-valencia", false},
 };
 
-std::string_view environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value == nullptr ? std::string_view() : std::string_view(value);
-}
-
-bool isLanguage(std::string_view text) noexcept {
-  return text.size() >= 2 && text.size() <= 8 &&
-         std::all_of(text.begin(), text.end(), util::ascii::isLetter);
-}
-
-bool isTerritory(std::string_view text) noexcept {
-  return (text.size() == 2 && std::all_of(text.begin(), text.end(), util::ascii::isLetter)) ||
-         (text.size() == 3 && std::all_of(text.begin(), text.end(), util::ascii::isDigit));
-}
-
-/// What stands behind `separator`, which `text` loses with it.
-std::string_view cutBehind(std::string_view& text, char separator) {
-  const std::size_t at = text.find(separator);
-  if (at == std::string_view::npos) {
-    return {};
-  }
-  const std::string_view behind = text.substr(at + 1);
-  text = text.substr(0, at);
-  return behind;
-}
-
-void add(std::vector<std::string>& tags, const std::string& tag) {
-  for (const std::string& form : {tag, util::ascii::lowerCased(tag)}) {
-    if (std::find(tags.begin(), tags.end(), form) == tags.end()) {
-      tags.push_back(form);
-    }
-  }
-}
-
-/// Adds what "language_TERRITORY.codeset@modifier" means, and its shorter forms; nothing for what
-/// is no such name.
-void addLocale(std::vector<std::string>& tags, std::string_view name) {
-  const std::string_view modifier = cutBehind(name, '@');
-  cutBehind(name, '.');
-  const std::string_view territory = cutBehind(name, '_');
-  if (name == "C" || name == "POSIX" || !isLanguage(name)) {
-    return;
-  }
-  std::string tag = util::ascii::lowerCased(std::string(name));
-  std::vector<std::string> forms = {tag};
-  const auto extend = [&](std::string_view part) {
-    if (!part.empty()) {
-      tag.append("-").append(part);
-      forms.push_back(tag);
-    }
-  };
-  std::string_view variant;
+/// The tag that "language_TERRITORY.codeset@modifier" stands for; a tag stays as it is.
+std::string tagOf(const std::string& name) {
+  std::string tag = name.substr(0, name.find_first_of(".@"));
+  std::replace(tag.begin(), tag.end(), '_', '-');
   for (const auto& row : MODIFIERS) {
-    if (row.modifier == modifier) {
-      extend(row.script);
-      variant = row.variant;
+    if (name.substr(std::min(name.find('@'), name.size())) == row.modifier) {
+      tag.insert(row.isScript ? std::min(tag.find('-'), tag.size()) : tag.size(), row.subtag);
     }
   }
-  extend(isTerritory(territory) ? territory : std::string_view());
-  extend(variant);
-  std::for_each(forms.rbegin(), forms.rend(), [&](const std::string& form) { add(tags, form); });
+  return tag;
+}
+
+bool isLanguage(const std::string& locale) {
+  const std::string language = locale.substr(0, locale.find_first_of("_.@"));
+  return language != "C" && language != "POSIX" && language.size() >= 2 &&
+         std::all_of(language.begin(), language.end(), util::ascii::isLetter);
 }
 
 }  // namespace
 
-std::vector<std::string> userLocales() {
-  std::string_view locale;
-  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    if (locale.empty()) {
-      locale = environment(name);
+std::vector<std::string> tagsOf(const std::vector<std::string>& names) {
+  std::vector<std::string> tags;
+  for (const std::string& name : names) {
+    std::string tag = tagOf(name);
+    while (true) {
+      for (const std::string& form : {tag, util::ascii::lowerCased(tag)}) {
+        if (std::find(tags.begin(), tags.end(), form) == tags.end()) {
+          tags.push_back(form);
+        }
+      }
+      const std::size_t end = tag.rfind('-');
+      if (end == std::string::npos || end == 0) {
+        break;
+      }
+      tag.resize(end);
     }
   }
-  std::vector<std::string> tags;
-  addLocale(tags, locale);
-  std::string_view languages = environment("LANGUAGE");
-  if (tags.empty() || languages.empty()) {
-    return tags;
-  }
-  tags.clear();
-  while (!languages.empty()) {
-    const std::string_view rest = cutBehind(languages, ':');
-    addLocale(tags, languages);
-    languages = rest;
-  }
   return tags;
+}
+
+std::vector<std::string> userLocales() {
+  std::string locale;
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    locale = locale.empty() && value != nullptr ? value : locale;
+  }
+  const char* const languages = std::getenv("LANGUAGE");
+  std::vector<std::string> names;
+  std::istringstream list(languages == nullptr || *languages == '\0' ? locale : languages);
+  for (std::string name; isLanguage(locale) && std::getline(list, name, ':');) {
+    if (isLanguage(name)) {
+      names.push_back(name);
+    }
+  }
+  return tagsOf(names);
 }
 
 }  // namespace orvane::nimbrel::tools

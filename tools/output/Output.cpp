@@ -70,17 +70,13 @@ std::size_t terminalWidth(int descriptor) noexcept {
   return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
-Colour colourOf(std::string_view when) noexcept {
-  return when == "always" ? Colour::ALWAYS : when == "never" ? Colour::NEVER : Colour::AUTO;
-}
-
-bool isColourWanted(Colour when) noexcept {
+bool isColourWanted(std::string_view when) noexcept {
   const auto value = [](const char* name) {
     const char* text = std::getenv(name);
     return std::string_view(text == nullptr ? "" : text);
   };
-  if (when != Colour::AUTO) {
-    return when == Colour::ALWAYS;
+  if (when != "auto") {
+    return when == "always";
   }
   if (!value("NO_COLOR").empty()) {
     return false;

@@ -27,19 +27,9 @@ void writeError(std::string_view line);
 /// The number of columns of the terminal that a descriptor stands for; 0 when it is not known.
 [[nodiscard]] std::size_t terminalWidth(int descriptor) noexcept;
 
-/// When text is coloured.
-enum class Colour {
-  AUTO,  ///< on a terminal that knows colours; see `isColourWanted`
-  ALWAYS,
-  NEVER
-};
-
-/// "auto", "always" or "never".
-[[nodiscard]] Colour colourOf(std::string_view when) noexcept;
-
-/// Whether standard output is coloured. Left to itself, it is when the environment says so
-/// (CLICOLOR_FORCE), or when a person sees it on a terminal that knows colours, but never when the
-/// environment objects (NO_COLOR).
-[[nodiscard]] bool isColourWanted(Colour when) noexcept;
+/// Whether standard output is coloured: "always", "never" or "auto". That is when the environment
+/// says so (CLICOLOR_FORCE), or when a person sees it on a terminal that knows colours, but never
+/// when the environment objects (NO_COLOR).
+[[nodiscard]] bool isColourWanted(std::string_view when) noexcept;
 
 }  // namespace orvane::nimbrel::tools

@@ -1,8 +1,9 @@
-#include "tools/commands/Progress.h"
+#include "tools/commands/ForEachFile.h"
 
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -10,17 +11,6 @@
 
 namespace orvane::nimbrel::tools {
 namespace {
-
-std::string timeLeft(double seconds) {
-  const auto whole = static_cast<unsigned long>(seconds);
-  char text[32];
-  if (whole >= 3600) {
-    std::snprintf(text, sizeof(text), "%lu:%02lu:%02lu", whole / 3600, whole / 60 % 60, whole % 60);
-  } else {
-    std::snprintf(text, sizeof(text), "%lu:%02lu", whole / 60, whole % 60);
-  }
-  return text;
-}
 
 void write(const std::string& text) noexcept {
   // Lost if it cannot be written.
@@ -45,10 +35,12 @@ void Progress::update(std::size_t done, std::size_t count) {
   next_ = now + std::chrono::milliseconds(200);
   const double seconds = std::chrono::duration<double>(now - begin_).count();
   const double rate = static_cast<double>(done) / seconds;
-  std::string line = std::to_string(done) + " of " + std::to_string(total_) + " files, " +
-                     std::to_string(static_cast<unsigned long>(rate)) + " a second, " +
-                     std::to_string(count) + ' ' + counted_ + ", " +
-                     timeLeft(static_cast<double>(total_ - done) / rate) + " left";
+  const auto left = static_cast<unsigned long>(static_cast<double>(total_ - done) / rate);
+  char text[200];
+  std::snprintf(text, sizeof(text), "%zu of %zu files, %.0f a second, %zu %s, %lu:%02lu:%02lu left",
+                done, total_, std::floor(rate), count, counted_, left / 3600, left / 60 % 60,
+                left % 60);
+  std::string line = text;
   if (const std::size_t width = terminalWidth(STDERR_FILENO); width > 1) {
     line.resize(std::min(line.size(), width - 1));  // two lines could not be taken away
   }

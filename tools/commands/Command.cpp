@@ -1,0 +1,275 @@
+#include "tools/commands/Command.h"
+
+#include <getopt.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <iterator>
+#include <sstream>
+#include <thread>
+#include <type_traits>
+#include <variant>
+
+#include "check/NearestName.h"
+#include "tools/input/FileList.h"
+#include "tools/output/Escape.h"
+#include "tools/output/Output.h"
+
+namespace orvane::nimbrel::tools {
+namespace {
+
+/// An option of some commands, and what it sets.
+struct Option {
+  unsigned int commands;
+  const char* name;   // "locale", written "--locale"
+  const char* value;  // "TAG"; null for an option without a value
+  const char* help;
+  std::variant<bool Options::*, std::optional<int> Options::*, std::string Options::*,
+               std::optional<std::string> Options::*,
+               std::optional<std::vector<std::string>> Options::*>
+      target;
+  const char* words = "";  // that the value may be; any if empty
+  char letter = 0;         // 'r' if it may be written "-r" too
+};
+
+// In the order of "--help".
+constexpr Option OPTIONS[] = {
+    {SHOW, "locale", "TAG",
+     "Language tag that the user prefers, best first; may be repeated (default: by LANGUAGE and "
+     "LANG)",
+     &Options::locales},
+    {CHECK, "locale", "TAG",
+     "Language tag that the user prefers, best first; may be repeated (default: every user)",
+     &Options::locales},
+    {SHOW, "format", "FORMAT",
+     "Print for a person (text, the default; html: a page of one file, in all its languages) or "
+     "for a program (json; jsonl: a line a file)",
+     &Options::format, "text html json jsonl"},
+    {CHECK, "format", "FORMAT",
+     "Print for a person (text, the default), for a program (json; jsonl: a line a file) or for "
+     "code review (sarif)",
+     &Options::format, "text json jsonl sarif"},
+    {CHECK, "summary", nullptr, "Print how often each code is found, instead of the findings",
+     &Options::summary},
+    {CHECK, "fix", nullptr,
+     "Fix in the files what is certain, such as misspelt names, and report what remains",
+     &Options::fix},
+    {CHECK, "diff", nullptr, "Print what --fix would change, and change nothing", &Options::diff},
+    {SHOW, "field", "NAME",
+     "Print this field alone, one line a value; fields are the keys of --format json, such as "
+     "\"id\" or \"startFile.src\"",
+     &Options::field},
+    {SHOW, "url", "URL", "Name of the document; nothing is read from there", &Options::url},
+    {SHOW, "encoding", "NAME", "Encoding, whatever the document says", &Options::encoding},
+    {SHOW | CHECK, "density", "N", "Screen density that the device answers", &Options::density},
+    {SHOW, "debug", nullptr, "Copy the library's log lines to standard error", &Options::debug},
+    {CHECK, "strict", nullptr, "Exit with 1 for notes too", &Options::strict},
+    {CHECK, "explain", "CODE", "Print what a code means, with examples", &Options::explain},
+    {CHECK, "codes", nullptr, "Print all codes", &Options::codes},
+    {LOCALIZED, "raw", nullptr, "Keep the white space as it is written", &Options::raw},
+    {ID, "iri", "ID", "Identifier IRI of a document", &Options::iri},
+    {ID, "filename", "NAME", "File name of a package", &Options::filename},
+    {ID, "application", "ID", "Id given by the application store", &Options::application},
+    {LOCALIZED | ID, "format", "FORMAT",
+     "Print for a person (text, the default) or for a program (json)", &Options::format,
+     "text json"},
+    {SHOW | CHECK, "recursive", nullptr, "Read the config.xml and *.wgt below directories",
+     &Options::recursive, "", 'r'},
+    {SHOW | CHECK, "exclude", "GLOB",
+     "Skip files and directories of such names below directories; may be repeated (default: .git, "
+     "node_modules and build)",
+     &Options::excluded},
+    {SHOW | CHECK, "files-from", "LIST",
+     "Read the files that a file (\"-\": standard input) names, one a line or with NUL after each",
+     &Options::filesFrom},
+    {SHOW | CHECK, "jobs", "N",
+     "Read so many files at a time (default: as many as there are processors)", &Options::jobs, "",
+     'j'},
+    {SHOW | CHECK, "no-progress", nullptr, "Show no progress, which a terminal gets after a second",
+     &Options::noProgress},
+    {CHECK, "quiet", nullptr, "Print neither progress nor the number of findings", &Options::quiet,
+     "", 'q'},
+    {SHOW | LOCALIZED | ID | CHECK, "color", "WHEN",
+     "Colour text: auto (the default), always or never", &Options::colour, "auto always never"},
+    {SHOW | LOCALIZED | CHECK, "stdin-name", "NAME", "What messages call standard input",
+     &Options::stdinName},
+    {SHOW | LOCALIZED | ID | CHECK | TOOL, "help", nullptr, "Print this help and exit",
+     &Options::help, "", 'h'},
+    {SHOW | LOCALIZED | ID | CHECK | TOOL, "version", nullptr, "Print the version and exit",
+     &Options::version, "", 'V'},
+};
+
+constexpr char EXIT_STATUS_HELP[] =
+    "\nExit status: 0 done; 1 the document or the identifier was\n"
+    "rejected or something found in a check; 2 wrong usage, or\n"
+    "something cannot be read or written.\n";
+
+/// Appends what stands on the left and, in a column of its own, an explanation. It fits a narrow
+/// terminal.
+void appendEntry(std::string& out, std::string line, std::string_view help,
+                 std::size_t column = 22) {
+  constexpr std::size_t END = 60;
+  if (line.size() > column) {
+    out += std::exchange(line, "") + '\n';
+  }
+  while (!help.empty()) {
+    line.resize(column, ' ');
+    const std::size_t room = END - column;
+    const std::size_t end = help.size() > room ? help.rfind(' ', room) : help.size();
+    out += line.append(help, 0, end) + '\n';
+    line.clear();
+    help.remove_prefix(std::min(help.size(), end + 1));
+  }
+}
+
+std::string helpOf(const Command& command, const std::vector<const Option*>& options) {
+  std::string text;
+  appendEntry(
+      text, "",
+      std::string("Usage: nimbrel-config ") + command.name + " [OPTION]... " + command.operands, 0);
+  text += '\n';
+  appendEntry(text, "", command.summary + std::string("."), 0);
+  text += *command.operandsHelp == '\0' ? "" : "\n";
+  std::istringstream operands(command.operandsHelp);
+  for (std::string name, help; operands >> name && std::getline(operands >> std::ws, help);) {
+    appendEntry(text, "  " + name, help);
+  }
+  text += "\nOptions:\n";
+  for (const Option* option : options) {
+    appendEntry(text,
+                "  " + (option->letter == 0 ? "" : std::string("-") + option->letter + ", ") +
+                    "--" + option->name +
+                    (option->value == nullptr ? "" : std::string(" ") + option->value),
+                option->help);
+  }
+  return text + EXIT_STATUS_HELP;
+}
+
+std::vector<std::string> wordsOf(const char* text) {
+  std::istringstream words(text);
+  return {std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()};
+}
+
+int wholeNumber(const Option& option, const char* value) {
+  int number = 0;
+  const char* const end = value + std::strlen(value);
+  const auto [last, error] = std::from_chars(value, end, number);
+  if (error != std::errc() || last != end || value == end) {
+    failUsage(std::string("--") + option.name + ": \"" + escape(value) + "\" is no number");
+  }
+  return number;
+}
+
+void set(Options& options, const Option& option, const char* value) {
+  const std::vector<std::string> words = wordsOf(option.words);
+  if (!words.empty() && std::find(words.begin(), words.end(), value) == words.end()) {
+    failUsage(std::string("--") + option.name + ": " + quotedWithHint(value, words) +
+              " is none of: " + option.words);
+  }
+  std::visit(
+      [&](auto target) {
+        auto& member = options.*target;
+        using Member = std::decay_t<decltype(member)>;
+        if constexpr (std::is_same_v<Member, bool>) {
+          member = true;
+        } else if constexpr (std::is_same_v<Member, std::optional<int>>) {
+          member = wholeNumber(option, value);
+        } else if constexpr (std::is_same_v<Member, std::optional<std::vector<std::string>>>) {
+          (member ? *member : member.emplace()).emplace_back(value);
+        } else {
+          member = value;
+        }
+      },
+      option.target);
+}
+
+[[noreturn]] void failUnknown(const char* written, const std::vector<const Option*>& options) {
+  std::vector<std::string> known;
+  for (const Option* option : options) {
+    known.push_back(std::string("--") + option->name);
+  }
+  const std::string_view name = written;
+  failUsage("unknown option " + quotedWithHint(name.substr(0, name.find('=')), known));
+}
+
+/// Each job has a file open. Half of those that may be open are left to everything else.
+int possibleJobs(int wanted) noexcept {
+  rlimit limit{};
+  return ::getrlimit(RLIMIT_NOFILE, &limit) != 0
+             ? wanted
+             : static_cast<int>(std::clamp<rlim_t>(limit.rlim_cur / 2, 1,
+                                                   static_cast<rlim_t>(std::max(1, wanted))));
+}
+
+}  // namespace
+
+void Options::findFiles(bool isForChange) {
+  if (jobs && (*jobs < 1 || *jobs > 1024)) {
+    failUsage("--jobs takes 1 to 1024");
+  }
+  const DirectoryRules rules = {
+      excluded.value_or(std::vector<std::string>{".git", "node_modules", "build"}), !isForChange};
+  files = listFiles(std::move(files), recursive ? &rules : nullptr, filesFrom);
+  jobs = possibleJobs(jobs.value_or(static_cast<int>(std::thread::hardware_concurrency())));
+  if (std::count(files.begin(), files.end(), STANDARD_INPUT) > 1) {
+    jobs = 1;  // the first reads all of it
+  }
+}
+
+void failUsage(const std::string& message) {
+  throw Failure(EXIT_UNUSABLE, "nimbrel-config: " + message + "; --help tells how it is used");
+}
+
+std::string quotedWithHint(std::string_view written, const std::vector<std::string>& known) {
+  check::NearestName meant(written);
+  std::for_each(known.begin(), known.end(), [&](const auto& name) { meant.consider(name); });
+  const std::string hint(meant.get());
+  return '"' + escape(written) + '"' + (hint.empty() ? "" : " (did you mean \"" + hint + "\"?)");
+}
+
+std::optional<Options> readOptions(const Command& command, int argc, char** argv) {
+  constexpr int FIRST = 256;  // behind all letters
+  std::vector<const Option*> known;
+  std::vector<::option> table;
+  std::string letters = ":";  // keeps it from printing, and tells what is missing
+  for (const Option& option : OPTIONS) {
+    if ((option.commands & command.bit) != 0) {
+      const bool hasValue = option.value != nullptr;
+      letters += option.letter == 0 ? "" : std::string(1, option.letter) + (hasValue ? ":" : "");
+      table.push_back({option.name, hasValue ? required_argument : no_argument, nullptr,
+                       FIRST + static_cast<int>(known.size())});
+      known.push_back(&option);
+    }
+  }
+  table.push_back({});
+  Options options;
+  optind = 0;  // begins anew, with what it keeps between calls
+  while (true) {
+    const int found = ::getopt_long(argc, argv, letters.c_str(), table.data(), nullptr);
+    const char* const current = argv[optind - 1];
+    if (found == -1) {
+      options.files.assign(argv + optind, argv + argc);
+      return options;
+    }
+    if (found == ':' || (found == '?' && optopt >= FIRST)) {
+      failUsage('"' + escape(current) + (found == ':' ? "\" needs a value" : "\" takes no value"));
+    }
+    if (found == '?') {
+      failUnknown(optopt == 0 ? current : (std::string("-") + static_cast<char>(optopt)).c_str(),
+                  known);
+    }
+    const auto option =
+        found >= FIRST ? known.begin() + (found - FIRST)
+                       : std::find_if(known.begin(), known.end(),
+                                      [&](const Option* each) { return found == each->letter; });
+    set(options, **option, optarg);
+    if (options.help || options.version) {
+      writeOutput(options.help ? helpOf(command, known) : "nimbrel-config " NIMBREL_VERSION "\n");
+      return std::nullopt;
+    }
+  }
+}
+
+}  // namespace orvane::nimbrel::tools
