@@ -8,9 +8,10 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
@@ -26,18 +27,14 @@ bool copyLog = false;
 
 void copyLine(const char* format, std::va_list arguments) {
   std::va_list again;
-  va_copy(again, arguments);
-  const int size = std::vsnprintf(nullptr, 0, format, again);
-  va_end(again);
-  if (size < 0) {
-    return;
-  }
-  std::vector<char> line(static_cast<std::size_t>(size) + 1);
   va_copy(again, arguments);  // the caller goes on with its own
-  std::vsnprintf(line.data(), line.size(), format, again);
+  char* line = nullptr;
+  const int size = ::vasprintf(&line, format, again);
   va_end(again);
-  orvane::nimbrel::tools::writeError(
-      orvane::nimbrel::tools::escape(std::string_view(line.data(), line.size() - 1)));
+  if (size >= 0) {
+    const std::unique_ptr<char, decltype(&std::free)> owner(line, &std::free);
+    orvane::nimbrel::tools::writeError(orvane::nimbrel::tools::escape(line));
+  }
 }
 
 void logLine(int priority, const char* format, std::va_list arguments) {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "tools/output/Columns.h"
 #include "tools/output/Escape.h"
 
 namespace orvane::nimbrel::tools {

@@ -17,7 +17,7 @@ namespace orvane::nimbrel::tools {
 /// A document with what is certain in it fixed, and what would be changed.
 struct FixedWithDiff {
   check::FixedDocument fixed;
-  /// As `unifiedDiff` has it: with the bytes of a UTF-8 document, in UTF-8 of another one. For a
+  /// As `diff -u` prints it: with the bytes of a UTF-8 document, in UTF-8 of another one. For a
   /// terminal it is escaped.
   std::string diff;
 };

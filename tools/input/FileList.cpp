@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -46,40 +47,30 @@ bool isWithin(const fs::path& path, const fs::path& directory) {
              whole.end();
 }
 
-/// Adds what is below the directory of an operand.
-class Finder {
- public:
-  Finder(std::vector<std::string>& files, const DirectoryRules& rules, fs::path root)
-      : files_(files), rules_(rules), root_(std::move(root)) {}
-
-  void add(const fs::path& directory) {
-    std::error_code error;
-    const std::vector<fs::directory_entry> entries = entriesOf(directory, error);
-    if (error) {
-      files_.push_back(directory);  // reading it as a file says why, when its turn comes
+/// Adds what is below a directory, which is `root` or below it.
+void addFiles(std::vector<std::string>& files, const DirectoryRules& rules, const fs::path& root,
+              const fs::path& directory) {
+  std::error_code error;
+  const std::vector<fs::directory_entry> entries = entriesOf(directory, error);
+  if (error) {
+    files.push_back(directory);  // reading it as a file says why, when its turn comes
+  }
+  for (const fs::directory_entry& entry : entries) {
+    const std::string name = entry.path().filename();
+    if (std::any_of(rules.excluded.begin(), rules.excluded.end(), [&](const std::string& glob) {
+          return ::fnmatch(glob.c_str(), name.c_str(), 0) == 0;
+        })) {
+      continue;
     }
-    for (const fs::directory_entry& entry : entries) {
-      const std::string name = entry.path().filename();
-      if (std::any_of(rules_.excluded.begin(), rules_.excluded.end(), [&](const std::string& glob) {
-            return ::fnmatch(glob.c_str(), name.c_str(), 0) == 0;
-          })) {
-        continue;
-      }
-      const bool isLink = entry.is_symlink(error);
-      if (!isLink && entry.is_directory(error)) {
-        add(entry.path());
-      } else if (isWanted(name) &&
-                 (!isLink || rules_.followsLinksOut || isWithin(entry.path(), root_))) {
-        files_.push_back(entry.path());
-      }
+    const bool isLink = entry.is_symlink(error);
+    if (!isLink && entry.is_directory(error)) {
+      addFiles(files, rules, root, entry.path());
+    } else if (isWanted(name) &&
+               (!isLink || rules.followsLinksOut || isWithin(entry.path(), root))) {
+      files.push_back(entry.path());
     }
   }
-
- private:
-  std::vector<std::string>& files_;
-  const DirectoryRules& rules_;
-  const fs::path root_;
-};
+}
 
 void addNames(std::vector<std::string>& names, const fs::path& folder, const std::string& prefix) {
   std::error_code error;
@@ -103,13 +94,12 @@ void addNames(std::vector<std::string>& names, const fs::path& folder, const std
 
 void addList(std::vector<std::string>& files, const std::string& path) {
   const std::string text = readList(path);
-  const char end = text.find('\0') == std::string::npos ? '\n' : '\0';
-  for (std::string_view rest = text; !rest.empty();) {
-    const std::string_view name = rest.substr(0, rest.find(end));
+  std::istringstream names(text);
+  for (std::string name;
+       std::getline(names, name, text.find('\0') == std::string::npos ? '\n' : '\0');) {
     if (!name.empty()) {
-      files.emplace_back(name);
+      files.push_back(std::move(name));
     }
-    rest.remove_prefix(std::min(rest.size(), name.size() + 1));
   }
 }
 
@@ -126,7 +116,7 @@ std::vector<std::string> listFiles(std::vector<std::string> operands, const Dire
   std::vector<std::string> files;
   for (std::string& name : operands) {
     if (std::error_code error; fs::is_directory(name, error)) {
-      Finder(files, *rules, name).add(name);
+      addFiles(files, *rules, name, name);
     } else {
       files.push_back(std::move(name));
     }

@@ -64,6 +64,25 @@ class FileDescriptor {
   int number_;
 };
 
+/// All that is left of a file, which has about so many bytes.
+std::string readFrom(int descriptor, const std::string& name, std::size_t expected = 65535) {
+  std::string bytes;
+  std::size_t used = 0;
+  while (used <= MAXIMUM_SIZE) {
+    bytes.resize(used == bytes.size() ? std::max(expected + 1, used * 2) : bytes.size());
+    const ssize_t got = ::read(descriptor, bytes.data() + used, bytes.size() - used);
+    if (got < 0 && errno != EINTR) {
+      throw unreadable(name, errno);
+    }
+    if (got == 0) {
+      bytes.resize(used);
+      return bytes;
+    }
+    used += got < 0 ? 0 : static_cast<std::size_t>(got);
+  }
+  throw tooLarge(name);
+}
+
 /// A path, if there is a regular file. To open a FIFO or a device may change it: what it is has to
 /// be known before.
 const std::string& regular(const std::string& path) {
@@ -104,18 +123,10 @@ class File {
 
   /// The whole file, also one whose size is not known (/proc) or grows.
   [[nodiscard]] std::string readAll() const {
-    std::string bytes;
-    std::size_t missing = 0;
-    do {
-      if (std::max<std::uint64_t>(size(), bytes.size()) > MAXIMUM_SIZE) {
-        throw tooLarge(path_);
-      }
-      const std::size_t wanted = std::max<std::size_t>(static_cast<std::size_t>(size()), 4095) + 1;
-      const std::string piece = read(bytes.size(), wanted);
-      missing = wanted - piece.size();
-      bytes += piece;
-    } while (missing == 0);
-    return bytes;
+    if (size() > MAXIMUM_SIZE) {
+      throw tooLarge(path_);
+    }
+    return readFrom(file_.get(), path_, static_cast<std::size_t>(size()));
   }
 
  private:
@@ -123,31 +134,6 @@ class File {
   FileDescriptor file_;
   struct stat status_ {};
 };
-
-std::string readFrom(int descriptor, const std::string& name) {
-  std::string bytes;
-  std::size_t used = 0;
-  while (true) {
-    if (used > MAXIMUM_SIZE) {
-      throw tooLarge(name);
-    }
-    if (used == bytes.size()) {
-      bytes.resize(used < 32768 ? 65536 : used * 2);
-    }
-    const ssize_t got = ::read(descriptor, bytes.data() + used, bytes.size() - used);
-    if (got < 0) {
-      if (errno == EINTR) {
-        continue;
-      }
-      throw unreadable(name, errno);
-    }
-    if (got == 0) {
-      bytes.resize(used);
-      return bytes;
-    }
-    used += static_cast<std::size_t>(got);
-  }
-}
 
 Document findInPackage(ZipArchive::Read read, std::uint64_t size, const std::string& path) {
   auto package = std::make_shared<Package>(std::move(read), size, path);
@@ -182,10 +168,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
     const auto read = [file](std::uint64_t at, std::size_t count) { return file->read(at, count); };
     return findInPackage(read, file->size(), path);
   }
-  if (!wantsBytes) {
-    return {path, std::nullopt};
-  }
-  return {path, file->readAll()};
+  return {path, wantsBytes ? std::optional(file->readAll()) : std::nullopt};
 }
 
 }  // namespace
@@ -208,11 +191,8 @@ Document findDocument(const std::string& path, const std::string& stdinName) {
 }
 
 std::string readList(const std::string& path) {
-  if (path == STANDARD_INPUT) {
-    return readFrom(STDIN_FILENO, path);
-  }
-  const FileDescriptor file(path, 0);
-  return readFrom(file.get(), path);
+  return path == STANDARD_INPUT ? readFrom(STDIN_FILENO, path)
+                                : readFrom(FileDescriptor(path, 0).get(), path);
 }
 
 Document readDocument(const std::string& path, const std::string& stdinName, bool isUnpacked) {

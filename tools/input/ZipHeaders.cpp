@@ -5,8 +5,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <limits>
-#include <memory>
 #include <new>
 #include <string>
 
@@ -19,7 +17,6 @@ namespace {
 using zip::begins;
 using zip::numberAt;
 
-constexpr std::size_t PIECE = 65536;
 constexpr std::size_t HEADER_SIZE = 30;  // without name and extra fields
 constexpr std::string_view HEADER_MARK = "PK\x03\x04";
 constexpr char DESCRIPTOR_MARK[] = "PK\x07\x08";
@@ -162,40 +159,27 @@ std::string ZipArchive::unpack(const ZipEntry& entry, std::size_t limit) const {
 }
 
 std::string ZipArchive::inflate(const ZipEntry& entry, std::size_t limit) const {
+  // Deflated, no content is much longer than itself.
+  const auto most = std::min<std::uint64_t>(entry.packedSize, limit + limit / 8 + 1024);
+  const std::string packed = read_(entry.content, static_cast<std::size_t>(most));
+  std::string content(limit + 1, '\0');
   z_stream stream = {};
+  stream.next_in = reinterpret_cast<const Bytef*>(packed.data());
+  stream.avail_in = static_cast<uInt>(packed.size());
+  stream.next_out = reinterpret_cast<Bytef*>(content.data());
+  stream.avail_out = static_cast<uInt>(content.size());
   if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {  // without a header
     throw std::bad_alloc();
   }
-  const std::unique_ptr<z_stream, decltype(&inflateEnd)> closing(&stream, inflateEnd);
-  std::string content;
-  std::string packed;
-  std::uint64_t at = entry.content;
-  int result = Z_OK;
-  for (std::uint64_t left = entry.packedSize; result != Z_STREAM_END && content.size() <= limit;) {
-    if (stream.avail_in == 0 && left != 0) {
-      packed = read_(at, static_cast<std::size_t>(std::min<std::uint64_t>(left, PIECE)));
-      at += packed.size();
-      left -= packed.size();
-      stream.next_in = reinterpret_cast<const Bytef*>(packed.data());
-      stream.avail_in = static_cast<uInt>(packed.size());
-    }
-    // Enough for most documents at once, and not much to be zeroed in vain.
-    const std::size_t used = content.size();
-    content.resize(used + std::clamp<std::size_t>(packed.size() * 4, PIECE / 16, PIECE));
-    stream.next_out = reinterpret_cast<Bytef*>(content.data()) + used;
-    stream.avail_out = static_cast<uInt>(content.size() - used);
-    result = ::inflate(&stream, Z_NO_FLUSH);
-    content.resize(content.size() - stream.avail_out);
-    if (result == Z_MEM_ERROR) {
-      throw std::bad_alloc();
-    }
-    if (result == Z_BUF_ERROR && left == 0) {
-      throw ZipProblem("is cut short");
-    }
-    if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
-      throw ZipProblem("is damaged");
-    }
+  const int result = ::inflate(&stream, Z_FINISH);
+  ::inflateEnd(&stream);
+  if (result == Z_MEM_ERROR) {
+    throw std::bad_alloc();
   }
+  if (result != Z_STREAM_END && stream.avail_out != 0) {
+    throw ZipProblem(result == Z_BUF_ERROR ? "is cut short" : "is damaged");
+  }
+  content.resize(content.size() - stream.avail_out);
   return content;
 }
 

@@ -2,9 +2,8 @@
 
 #include <unicode/uchar.h>
 
-#include <algorithm>
 #include <array>
-#include <iterator>
+#include <cstdint>
 
 #include "util/Ascii.h"
 #include "util/Utf8.h"
@@ -15,24 +14,6 @@ namespace {
 using util::internal::decodeUtf8;
 using util::internal::isUtf8Trail;
 using util::internal::NOT_UTF8;
-
-struct Range {
-  char32_t first;
-  char32_t last;
-};
-
-// What stays in ASCII stands in PLAIN.
-constexpr Range UNPRINTABLE[] = {
-    {0x80, 0x9F},      // controls
-    {0x061C, 0x061C},  // Arabic letter mark
-    {0x200E, 0x200F},  // left-to-right and right-to-left mark
-    {0x2028, 0x2029},  // line and paragraph separator
-    {0x202A, 0x202E},  // embeddings and overrides of direction
-    {0x2066, 0x2069},  // isolates
-    {0xFEFF, 0xFEFF},  // no-break space without width, a byte order mark at the start
-    {0xFFF9, 0xFFFB},  // annotations
-    {0xFFFE, 0xFFFF},  // no characters
-};
 
 /// The characters of ASCII that stay as they are.
 constexpr std::array<bool, 256> plainCharacters(bool withQuotes) {
@@ -103,12 +84,28 @@ void append(std::string& out, std::string_view text, Encoding encoding,
   }
 }
 
+std::size_t widthOf(char32_t character) noexcept {
+  if (character < 0x80 || character == NOT_UTF8) {
+    return 1;
+  }
+  const auto codePoint = static_cast<UChar32>(character);
+  if ((U_GET_GC_MASK(codePoint) & (U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK)) != 0) {
+    return 0;
+  }
+  const int kind = u_getIntPropertyValue(codePoint, UCHAR_EAST_ASIAN_WIDTH);
+  return kind == U_EA_WIDE || kind == U_EA_FULLWIDTH ? 2 : 1;
+}
+
 }  // namespace
 
 bool isUnprintable(char32_t character) noexcept {
-  return std::any_of(std::begin(UNPRINTABLE), std::end(UNPRINTABLE), [=](const Range& range) {
-    return range.first <= character && character <= range.last;
-  });
+  const auto codePoint = static_cast<UChar32>(character);
+  const std::uint32_t kind =
+      U_GET_GC_MASK(codePoint) & (U_GC_CC_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK);
+  return character >= 0x80 &&
+         (kind != 0 || u_hasBinaryProperty(codePoint, UCHAR_BIDI_CONTROL) != 0 ||
+          character == 0xFEFF || (character >= 0xFFF9 && character <= 0xFFFB) ||  // annotations
+          (character & 0xFFFFFFFEU) == 0xFFFE);                                   // no characters
 }
 
 void appendEscaped(std::string& out, std::string_view text, Encoding encoding) {
@@ -133,6 +130,28 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) noexc
     if (!isUtf8Trail(text[end]) && count-- == 0) {
       break;
     }
+  }
+  return text.substr(0, end);
+}
+
+std::size_t width(std::string_view text) noexcept {
+  std::size_t columns = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    columns += widthOf(decodeUtf8(text, at));
+  }
+  return columns;
+}
+
+std::string_view firstColumns(std::string_view text, std::size_t count) noexcept {
+  std::size_t end = 0;
+  while (end < text.size()) {
+    std::size_t next = end;
+    const std::size_t columns = widthOf(decodeUtf8(text, next));
+    if (columns > count) {
+      break;
+    }
+    count -= columns;
+    end = next;
   }
   return text.substr(0, end);
 }

@@ -36,4 +36,11 @@ void appendEscaped(std::string& out, std::string_view text, Encoding encoding);
 /// The first `count` characters of a UTF-8 text; all of one that has not as many.
 [[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept;
 
+/// The number of columns that a UTF-8 text takes on a terminal: two for a wide character (Unicode's
+/// East Asian Width), none for one that combines with another.
+[[nodiscard]] std::size_t width(std::string_view text) noexcept;
+
+/// The longest beginning of a UTF-8 text that takes no more than `count` columns.
+[[nodiscard]] std::string_view firstColumns(std::string_view text, std::size_t count) noexcept;
+
 }  // namespace orvane::nimbrel::tools

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "tools/output/Columns.h"
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
 
