@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "config/BasicConfig.h"
-#include "tools/record/Number.h"
 #include "tools/record/RecordFields.h"
+#include "tools/record/SettingRows.h"
 
 namespace orvane::nimbrel::test {
 
@@ -54,8 +54,8 @@ class ValueLines {
 /// Two records are equal exactly when their dumps are.
 inline std::string dumpOf(config::BasicConfig& record) {
   ValueLines lines;
-  tools::forEachField(record, "",
-                      [&](const char* name, const auto& value) { lines.add(name, value); });
+  tools::forEachField(tools::ShownDocument{record, ""},
+                      [&](const auto& field, const auto& value) { lines.add(field.name, value); });
   for (const config::Element& element : record.elements()) {
     lines.add("line", element.getNode()->getLineNumber());
     lines.add("content", element.getTextContent().c_str());

@@ -266,7 +266,7 @@ TEST(Elements, OfSettingsAreShownAsText) {
       const Outcome outcome = run({"show", "-"}, place.with);
       EXPECT_NE(outcome.out.find("  " + (label == "otherSettings" ? "x" : label)),
                 std::string::npos)
-          << place.field << ": has it a Section in tools/record/RecordFields.h?\n"
+          << place.field << ": has it a section in tools/record/RecordText.cpp?\n"
           << outcome.out;
     }
   }

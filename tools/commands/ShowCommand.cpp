@@ -14,8 +14,8 @@
 #include "tools/html/Page.h"
 #include "tools/input/Input.h"
 #include "tools/output/Output.h"
+#include "tools/record/ParsingDocument.h"
 #include "tools/record/RecordPrinter.h"
-#include "tools/record/RejectedNumber.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -24,8 +24,8 @@ const char* textOrNull(const std::optional<std::string>& text) {
   return text ? text->c_str() : nullptr;
 }
 
-std::shared_ptr<config::Config> parseDocument(const Options& options, const Document& document,
-                                              config::NimbrelConfigParser& parser) {
+std::shared_ptr<config::BasicConfig> parseDocument(const Options& options, const Document& document,
+                                                   config::NimbrelConfigParser& parser) {
   const char* encoding = textOrNull(options.encoding);
   return parsingDocument(document.name, parser, [&] {
     return document.bytes ? parser.parse(document.bytes->data(),
@@ -50,8 +50,7 @@ ShownFile showFile(const Options& options, const std::string& file,
     // Only a buffer can have another name.
     const Document document =
         options.url ? readDocument(file, options.stdinName) : findDocument(file, options.stdinName);
-    auto record =
-        std::dynamic_pointer_cast<config::BasicConfig>(parseDocument(options, document, *parser));
+    auto record = parseDocument(options, document, *parser);
     return {std::move(record), parser->getErrorText(), std::nullopt};
   } catch (const DocumentFailure& failure) {
     return {nullptr, {}, failure};
@@ -75,7 +74,7 @@ ExitStatus showFiles(const Options& options) {
           worst = std::max(worst, file.failure->status());
           ++failures;
         } else {
-          printer.print(name, *file.record, file.errorText);
+          printer.print(name, {*file.record, file.errorText});
         }
         return failures;
       });

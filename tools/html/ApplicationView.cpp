@@ -1,11 +1,20 @@
 #include "tools/html/ApplicationView.h"
 
-#include <algorithm>
-#include <string>
-#include <utility>
+#include <unicode/uloc.h>
+#include <unicode/ustring.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <set>
+
+#include "config/ConfigRules.h"
+#include "config/Namespaces.h"
 #include "util/LocalizableString.h"
 #include "util/Option.h"
+#include "util/UnicodeUtilICU.h"
+#include "util/XmlNode.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -15,35 +24,28 @@ using util::LocalizableString;
 using util::Option;
 
 // In characters.
+constexpr std::size_t TAG = 60;
 constexpr std::size_t LINE = 300;
 constexpr std::size_t PARAGRAPH = 800;
 constexpr std::size_t LICENSE = 4000;
 
-HtmlWriter& begin(Facts& facts, std::string_view term) {
-  facts.push_back({term});
-  return facts.back().value;
-}
-
-void add(Facts& facts, std::string_view term, const Option<std::string>& value) {
-  if (value) {
-    begin(facts, term).markup("<bdi>").address(value.get(), LINE).markup("</bdi>");
+/// The English name of a language; empty when there is none.
+std::string languageName(const std::string& tag) {
+  char locale[ULOC_FULLNAME_CAPACITY];
+  std::int32_t parsed = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  uloc_forLanguageTag(tag.c_str(), locale, ULOC_FULLNAME_CAPACITY, &parsed, &status);
+  UChar name[128];
+  const std::int32_t length = uloc_getDisplayName(locale, "en", name, 128, &status);
+  if (status == U_MEMORY_ALLOCATION_ERROR) {
+    throw std::bad_alloc();
   }
-}
-void add(Facts& facts, std::string_view term, const LocalizableString& value) {
-  if (!value.empty()) {
-    begin(facts, term).localized(value, LINE);
-  }
-}
-void add(Facts& facts, std::string_view term, const Option<LocalizableString>& value) {
-  if (value) {
-    add(facts, term, value.get());
-  }
-}
-
-void add(Facts& facts, std::string_view term, const Option<unsigned int>& value, const char* unit) {
-  if (value) {
-    begin(facts, term).number(value.get()).text(unit);
-  }
+  // Of a language that has no name the tag is all that is known.
+  const bool isKnown = U_SUCCESS(status) && length > 0 && length < 128 &&
+                       static_cast<std::size_t>(parsed) == tag.size();
+  char text[512];
+  u_strToUTF8(text, sizeof(text), nullptr, name, isKnown ? length : 0, &status);
+  return isKnown && U_SUCCESS(status) ? text : "";
 }
 
 /// A paragraph of a class, in the language and direction of its text.
@@ -55,73 +57,83 @@ void paragraph(HtmlWriter& html, const char (&name)[N], const LocalizableString&
   html.localized(text, limit).markup("</p>");
 }
 
-void addDescription(Facts& facts, const Option<LocalizableString>& text) {
-  HtmlWriter& html = begin(facts, "Description");
-  if (text && !text.get().empty()) {
-    paragraph(html, "prose", text.get(), PARAGRAPH);
-  } else {
-    html.markup("<span class=\"none\">none</span>");
-  }
-}
+/// Collects facts.
+struct FactList {
+  Facts& facts;
 
-void addLicense(Facts& facts, const Config::License& license) {
-  add(facts, "License at", license.href);
-  if (!license.text.empty()) {
-    HtmlWriter& html = begin(facts, "License");
-    html.markup("<details><summary>Text</summary>\n");
-    paragraph(html, "prose", license.text, LICENSE);
-    html.markup("</details>");
-  }
-}
-
-void addModes(Facts& facts, const std::vector<std::string>& modes) {
-  std::string names;
-  for (const std::string& mode : modes) {
-    names += (names.empty() ? "" : ", ") + mode;
-  }
-  if (!names.empty()) {
-    begin(facts, "View modes").markup("<bdi>").text(names, LINE).markup("</bdi>");
-  }
-}
-
-void addStartFile(Facts& facts, const Config::StartFile& file) {
-  HtmlWriter& html = begin(facts, "Starts with");
-  html.markup("<bdi>").address(file.src, LINE).markup("</bdi>");
-  for (const std::string& detail : {file.type, file.encoding}) {
-    if (!detail.empty()) {
-      html.markup(", <bdi>").text(detail, LINE).markup("</bdi>");
+  HtmlWriter& add(std::string_view term) { return facts.emplace_back(term, HtmlWriter()).second; }
+  void add(std::string_view term, const std::string& value) { add(term).value(value, LINE); }
+  void add(std::string_view term, unsigned int value) { add(term).number(value); }
+  void add(std::string_view term, const LocalizableString& value) {
+    if (!value.empty()) {
+      add(term).localized(value, LINE);
     }
   }
-}
-
-void addIcons(Facts& facts, const std::vector<Config::Icon>& icons, const IconChoice& choice) {
-  constexpr std::size_t MOST = 8;
-  if (icons.empty() && choice.image == nullptr) {
-    return;
-  }
-  HtmlWriter& html = begin(facts, "Icons");
-  for (std::size_t i = 0; i < std::min(icons.size(), MOST); ++i) {
-    html.text(i == 0 ? "" : "\n").markup("<bdi>").address(icons[i].src, LINE).markup("</bdi>");
-    if (icons[i].width && icons[i].height) {
-      html.text(", ").number(icons[i].width.get()).text(" × ").number(icons[i].height.get());
-    }
-    if (i < choice.problems.size()) {
-      html.markup("\n<span class=\"why\">not shown: ").text(choice.problems[i]).markup("</span>");
+  template <typename Value>
+  void add(std::string_view term, const Option<Value>& value, std::string_view unit = {}) {
+    if (value) {
+      add(term, value.get());
+      facts.back().second.text(unit);
     }
   }
-  if (icons.size() > MOST) {
-    html.markup("\n<span class=\"cut\">and ").count(icons.size() - MOST, "more icon");
-    html.markup("</span>");
-  }
-  if (choice.image != nullptr) {
-    html.text(icons.empty() ? "" : "\n").markup("<span class=\"why\">shown: <bdi>");
-    html.address(choice.path, LINE).markup("</bdi>, ");
-    html.text(choice.isDefault ? "a file that is the icon by default" : "the first that can be");
-    html.markup("</span>");
-  }
-}
 
-}  // namespace
+  void addDescription(const Option<LocalizableString>& text) {
+    HtmlWriter& html = add("Description");
+    if (text && !text.get().empty()) {
+      paragraph(html, "prose", text.get(), PARAGRAPH);
+    } else {
+      html.markup("<span class=\"none\">none</span>");
+    }
+  }
+
+  void addLicense(const Config::License& license) {
+    add("License at", license.href);
+    if (!license.text.empty()) {
+      HtmlWriter& html = add("License");
+      html.markup("<details><summary>Text</summary>\n");
+      paragraph(html, "prose", license.text, LICENSE);
+      html.markup("</details>");
+    }
+  }
+
+  void addStartFile(const Config::StartFile& file) {
+    HtmlWriter& html = add("Starts with");
+    html.value(file.src, LINE);
+    for (const std::string& detail : {file.type, file.encoding}) {
+      if (!detail.empty()) {
+        html.markup(", ").value(detail, LINE);
+      }
+    }
+  }
+
+  void addIcons(const std::vector<Config::Icon>& icons, const IconChoice& choice) {
+    constexpr std::size_t MOST = 8;
+    if (icons.empty() && choice.image == nullptr) {
+      return;
+    }
+    HtmlWriter& html = add("Icons");
+    for (std::size_t i = 0; i < std::min(icons.size(), MOST); ++i) {
+      html.text(i == 0 ? "" : "\n").value(icons[i].src, LINE);
+      if (icons[i].width && icons[i].height) {
+        html.text(", ").number(icons[i].width.get()).text(" × ").number(icons[i].height.get());
+      }
+      if (i < choice.problems.size()) {
+        html.markup("\n<span class=\"why\">not shown: ").text(choice.problems[i]);
+        html.markup("</span>");
+      }
+    }
+    if (icons.size() > MOST) {
+      html.markup("\n<span class=\"cut\">and ").count(icons.size() - MOST, "more icon");
+      html.markup("</span>");
+    }
+    if (choice.image != nullptr) {
+      html.text(icons.empty() ? "" : "\n").markup("<span class=\"why\">shown: ");
+      html.value(choice.path, LINE).markup(", ");
+      html.text(choice.isDefault ? "a file that is the icon by default" : "the first that can be");
+      html.markup("</span>");
+    }
+  }
+};
 
 void printFace(HtmlWriter& html, const Config& record, const IconChoice& icon, bool hasPackage) {
   html.markup("<div class=\"face\"");
@@ -145,44 +157,90 @@ void printFace(HtmlWriter& html, const Config& record, const IconChoice& icon, b
   html.markup("\n</div>\n");
 }
 
-Facts factsOf(const Config& record, const IconChoice& icon) {
-  Facts facts;
-  addDescription(facts, record.getDescription());
-  add(facts, "Short name", record.getShortName());
-  add(facts, "Version", record.getVersion());
-  add(facts, "Identifier", record.getId());
-  add(facts, "Store id", record.getTavloApplicationId());
-  add(facts, "Store version", record.getTavloApplicationVersion(), "");
-  if (record.getAuthor()) {
-    const Config::Author& author = record.getAuthor().get();
-    add(facts, "Author", author.name);
-    add(facts, "Author’s page", author.href);
-    add(facts, "Author’s e-mail", author.email);
+}  // namespace
+
+std::vector<Audience> audiencesOf(const util::XmlDocument& document) {
+  std::vector<Audience> audiences = {{{}, true}};
+  // "*" is nobody's language: the parser's sign for elements without one.
+  std::set<std::string_view> known = {"", "*"};
+  const std::shared_ptr<util::XmlNode> root = document.getDocumentElement();
+  const Option<std::string> defaultLocale =
+      config::ConfigRules(std::make_shared<util::UnicodeUtilICU>())
+          .getSingleAttributeValue(root, nullptr, "defaultlocale");
+  if (defaultLocale && !defaultLocale.get().empty()) {
+    audiences.front().locales.push_back(defaultLocale.get());
+    known.insert(defaultLocale.get());
   }
-  if (record.getLicense()) {
-    addLicense(facts, record.getLicense().get());
+  for (const util::XmlNode* child = root->firstElementChild(); child != nullptr;
+       child = child->nextElementSibling()) {
+    const std::string_view language = child->attributeView("lang", config::XML_NAMESPACE);
+    if (known.insert(language).second) {
+      audiences.push_back({{std::string(language)}, false});
+    }
   }
-  add(facts, "Width", record.getWidth(), " px");
-  add(facts, "Height", record.getHeight(), " px");
-  addModes(facts, record.getWindowModes());
-  if (record.getStartFile()) {
-    addStartFile(facts, record.getStartFile().get());
-  }
-  addIcons(facts, record.getIcons(), icon);
-  return facts;
+  return audiences;
 }
 
-Facts takeShared(const std::vector<Facts*>& lists) {
-  Facts shared;
-  if (lists.empty()) {
-    return shared;
+void printAudience(HtmlWriter& html, const Audience& audience, bool isOnly) {
+  const char* separator = "";
+  for (const std::string& locale : audience.locales) {
+    const std::string name = languageName(locale);
+    html.text(separator).text(name).text(name.empty() ? "" : " (");
+    html.markup("<bdi class=\"tag\">").text(locale, TAG).markup("</bdi>");
+    html.text(name.empty() ? "" : ")");
+    separator = ", ";
   }
-  for (const Fact& fact : Facts(*lists.front())) {
-    const auto find = [&](Facts& facts) { return std::find(facts.begin(), facts.end(), fact); };
-    if (std::all_of(lists.begin(), lists.end(),
-                    [&](Facts* facts) { return find(*facts) != facts->end(); })) {
-      for (Facts* const facts : lists) {
-        facts->erase(find(*facts));
+  if (audience.hasOthers) {
+    html.text(audience.locales.empty() ? "" : " and ");
+    html.text(isOnly && audience.locales.empty() ? "every language" : "every other language");
+  }
+}
+
+void describe(View& view, const Config& record, IconFinder& icons) {
+  const IconChoice icon = icons.find(record);
+  printFace(view.face, record, icon, icons.hasPackage());
+  FactList facts = {view.facts};
+  facts.addDescription(record.getDescription());
+  facts.add("Short name", record.getShortName());
+  facts.add("Version", record.getVersion());
+  facts.add("Identifier", record.getId());
+  facts.add("Store id", record.getTavloApplicationId());
+  facts.add("Store version", record.getTavloApplicationVersion());
+  if (record.getAuthor()) {
+    const Config::Author& author = record.getAuthor().get();
+    facts.add("Author", author.name);
+    facts.add("Author’s page", author.href);
+    facts.add("Author’s e-mail", author.email);
+  }
+  if (record.getLicense()) {
+    facts.addLicense(record.getLicense().get());
+  }
+  facts.add("Width", record.getWidth(), " px");
+  facts.add("Height", record.getHeight(), " px");
+  std::string modes;
+  for (const std::string& mode : record.getWindowModes()) {
+    modes += (modes.empty() ? "" : ", ") + mode;
+  }
+  if (!modes.empty()) {
+    facts.add("View modes", modes);
+  }
+  if (record.getStartFile()) {
+    facts.addStartFile(record.getStartFile().get());
+  }
+  facts.addIcons(record.getIcons(), icon);
+}
+
+Facts takeShared(std::vector<View>& views) {
+  Facts shared;
+  const auto first =
+      std::find_if(views.begin(), views.end(), [](const View& view) { return !view.problem; });
+  for (const auto& fact : first == views.end() ? Facts() : Facts(first->facts)) {
+    if (std::all_of(first, views.end(), [&](const View& view) {
+          return view.problem ||
+                 std::find(view.facts.begin(), view.facts.end(), fact) != view.facts.end();
+        })) {
+      for (View& view : views) {
+        view.facts.erase(std::remove(view.facts.begin(), view.facts.end(), fact), view.facts.end());
       }
       shared.push_back(fact);
     }
@@ -195,8 +253,8 @@ void printFacts(HtmlWriter& html, const Facts& facts) {
     return;
   }
   html.markup("<dl>\n");
-  for (const Fact& fact : facts) {
-    html.markup("<div><dt>").text(fact.term).markup("</dt><dd>").part(fact.value);
+  for (const auto& [term, value] : facts) {
+    html.markup("<div><dt>").text(term).markup("</dt><dd>").part(value);
     html.markup("</dd></div>\n");
   }
   html.markup("</dl>\n");

@@ -14,7 +14,6 @@
 #include "check/Wording.h"
 #include "tools/findings/Excerpt.h"
 #include "tools/findings/Explanation.h"
-#include "tools/findings/FindingPrinter.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -23,14 +22,6 @@ using check::Level;
 
 constexpr std::size_t MOST = 1000;   // findings on a page
 constexpr std::size_t LONGEST = 60;  // characters of what the document says
-
-FindingCounts countsOf(const check::Report& report) {
-  FindingCounts counts;
-  for (const check::Diagnostic& finding : report.findings()) {
-    counts.add(check::descriptionOf(finding.code).level);
-  }
-  return counts;
-}
 
 /// The name of a level as the beginning of a sentence.
 const char* titleOf(Level level) noexcept {
@@ -44,39 +35,32 @@ std::size_t numberOf(const check::Report& report, const check::Diagnostic& findi
 /// A finding on the page.
 struct Row {
   const check::Diagnostic* finding;
-  std::size_t number;  // in the report
   std::size_t line;
   Level level;
-  Level worst;  // of the line
   ExcerptParts source = {};
+
+  [[nodiscard]] std::string whole() const { return source.before + source.place + source.behind; }
 };
 
 /// The findings that are printed, in that order. No flood of notes hides a warning.
 std::vector<Row> rowsOf(const check::Report& report) {
   std::vector<Row> rows;
-  std::map<std::size_t, Level> worst;  // by line
   for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
-    for (std::size_t i = 0; i < report.findings().size() && rows.size() < MOST; ++i) {
-      const check::Diagnostic& finding = report.findings()[i];
-      if (check::descriptionOf(finding.code).level == level) {
-        const std::size_t line = report.placeOf(finding).begin.line;
-        rows.push_back({&finding, i, line, level, worst.try_emplace(line, level).first->second});
+    for (const check::Diagnostic& finding : report.findings()) {
+      if (rows.size() < MOST && check::descriptionOf(finding.code).level == level) {
+        rows.push_back({&finding, report.placeOf(finding).begin.line, level});
       }
     }
   }
-  std::sort(rows.begin(), rows.end(), [](const Row& one, const Row& other) {
-    return std::tuple(-static_cast<int>(one.worst), one.line, -static_cast<int>(one.level),
-                      one.number) < std::tuple(-static_cast<int>(other.worst), other.line,
-                                               -static_cast<int>(other.level), other.number);
-  });
+  std::map<std::size_t, Level> worst;  // by line
   for (Row& row : rows) {
+    worst.try_emplace(row.line, row.level);
     row.source = excerptParts(report, *row.finding);
   }
+  std::stable_sort(rows.begin(), rows.end(), [&](const Row& one, const Row& other) {
+    return std::tuple(worst[other.line], one.line) < std::tuple(worst[one.line], other.line);
+  });
   return rows;
-}
-
-std::string wholeOf(const ExcerptParts& parts) {
-  return parts.before + parts.place + parts.behind;
 }
 
 using Rows = std::vector<Row>::const_iterator;
@@ -88,12 +72,12 @@ void printSource(HtmlWriter& html, Rows first, Rows last) {
     html.markup("<p class=\"source none\">");
     html.text(finding.isOfPackage ? "the package" : "the whole document");
     if (finding.isOfPackage && !finding.value.empty()) {
-      html.markup(" <code><bdi>").address(finding.value, LONGEST).markup("</bdi></code>");
+      html.markup(" <code>").value(finding.value, LONGEST).markup("</code>");
     }
     html.markup("</p>\n");
     return;
   }
-  const std::string whole = wholeOf(first->source);
+  const std::string whole = first->whole();
   std::vector<std::pair<std::size_t, std::size_t>> places;
   for (Rows row = first; row != last; ++row) {
     const std::size_t begin = row->source.before.size();
@@ -114,26 +98,24 @@ void printSource(HtmlWriter& html, Rows first, Rows last) {
   html.text(std::string_view(whole).substr(at)).markup("</code></p>\n");
 }
 
-void printFinding(HtmlWriter& html, const Row& row) {
+void printFinding(HtmlWriter& html, const check::Report& report, const Row& row) {
   const check::CodeDescription& kind = check::descriptionOf(row.finding->code);
   const check::Wording wording = check::wordingOf(*row.finding);
   html.markup("<div class=\"finding\"");
   if (row.level == Level::ERROR) {
-    html.markup(" id=\"error-").number(row.number).markup("\"");
+    html.markup(" id=\"error-").number(numberOf(report, *row.finding)).markup("\"");
   }
-  html.markup(">\n<p><strong class=\"").text(check::levelName(kind.level)).markup("\">");
-  html.text(titleOf(kind.level)).markup("</strong> ");
-  if (!wording.element.empty()) {
-    html.markup("<code><bdi>").text(wording.element, LONGEST).markup("</bdi></code> ");
-  }
-  if (!wording.attribute.empty()) {
-    html.markup("<code><bdi>").text(wording.attribute, LONGEST).markup("</bdi></code> ");
+  html.markup(">\n<p><strong class=\"").text(check::levelName(row.level)).markup("\">");
+  html.text(titleOf(row.level)).markup("</strong> ");
+  for (const std::string& name : {wording.element, wording.attribute}) {
+    if (!name.empty()) {
+      html.markup("<code>").value(name, LONGEST).markup("</code> ");
+    }
   }
   html.markup("<a class=\"code\" href=\"#code-").text(kind.name).markup("\">");
   html.text(kind.name).markup("</a></p>\n<p>").text(wording.sentence);
   if (!wording.suggestion.empty()) {
-    html.markup(" Did you mean <code><bdi>").text(wording.suggestion, LONGEST);
-    html.markup("</bdi></code>?");
+    html.markup(" Did you mean <code>").value(wording.suggestion, LONGEST).markup("</code>?");
   }
   html.markup("</p>\n</div>\n");
 }
@@ -176,26 +158,26 @@ void printMeanings(HtmlWriter& html, const std::vector<Row>& rows) {
 
 void printVerdict(HtmlWriter& html, const check::Report& report, bool isRejected,
                   bool hasRejected) {
-  const FindingCounts counts = countsOf(report);
-  if (isRejected || hasRejected || counts.errors != 0) {
+  std::map<Level, std::size_t> counts;
+  for (const check::Diagnostic& finding : report.findings()) {
+    ++counts[check::descriptionOf(finding.code).level];
+  }
+  if (isRejected || hasRejected || counts[Level::ERROR] != 0) {
     html.markup("<strong class=\"error\">");
     html.text(isRejected ? "Rejected" : "Rejected for some users");
-  } else if (counts.warnings != 0) {
+  } else if (counts[Level::WARNING] != 0) {
     html.markup("<strong class=\"warning\">Accepted with warnings");
   } else {
     html.markup("<strong class=\"fine\">No errors or warnings");
   }
   html.markup("</strong>");
   const char* separator = " ";
-  const auto print = [&](std::size_t number, const char* noun) {
-    if (number != 0) {
-      html.text(separator).markup("<a href=\"#findings\">").count(number, noun).markup("</a>");
-      separator = ", ";
+  for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
+    if (counts[level] != 0) {
+      html.text(std::exchange(separator, ", ")).markup("<a href=\"#findings\">");
+      html.count(counts[level], check::levelName(level)).markup("</a>");
     }
-  };
-  print(counts.errors, "error");
-  print(counts.warnings, "warning");
-  print(counts.notes, "note");
+  }
 }
 
 void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t line) {
@@ -234,15 +216,13 @@ void printFindings(HtmlWriter& html, const check::Report& report) {
   html.markup("<ol class=\"findings\">\n");
   for (Rows row = rows.begin(); row != rows.end();) {
     const Rows first = row;
-    const std::string whole = wholeOf(first->source);
-    do {
-      ++row;
-    } while (row != rows.end() && row->line != 0 && row->line == first->line &&
-             wholeOf(row->source) == whole);
+    row = std::find_if(first + 1, rows.end(), [&](const Row& next) {
+      return next.line == 0 || next.line != first->line || next.whole() != first->whole();
+    });
     html.markup("<li>\n");
     printSource(html, first, row);
     html.markup("<div>\n");
-    std::for_each(first, row, [&](const Row& finding) { printFinding(html, finding); });
+    std::for_each(first, row, [&](const Row& finding) { printFinding(html, report, finding); });
     html.markup("</div>\n</li>\n");
   }
   html.markup("</ol>\n");

@@ -16,7 +16,6 @@ namespace {
 
 using util::LocalizableString;
 
-constexpr std::size_t PIECE = 65536;
 constexpr std::size_t LONGEST_TAG = 35;
 
 /// The reference for a character of markup; empty for any other.
@@ -72,23 +71,17 @@ std::size_t charactersOf(std::string_view text) noexcept {
                            std::count_if(text.begin(), text.end(), util::internal::isUtf8Trail));
 }
 
-bool isOverride(LocalizableString::Direction direction) noexcept {
-  return direction == LocalizableString::LRO || direction == LocalizableString::RLO;
+const char* elementFor(LocalizableString::Direction direction) noexcept {
+  const bool isOverride =
+      direction == LocalizableString::LRO || direction == LocalizableString::RLO;
+  return isOverride ? "bdo" : "bdi";
 }
 
 }  // namespace
 
-HtmlWriter& HtmlWriter::append(std::string_view piece) {
-  pending_ += piece;
-  if (target_ == Target::OUTPUT && pending_.size() >= PIECE) {
-    flush();
-  }
-  return *this;
-}
-
 void HtmlWriter::flush() {
-  writeOutput(pending_);
-  pending_.clear();
+  writeOutput(html_);
+  html_.clear();
 }
 
 void HtmlWriter::name(const char* kind, char32_t character, int digits) {
@@ -121,11 +114,6 @@ HtmlWriter& HtmlWriter::text(std::string_view text) {
 }
 
 HtmlWriter& HtmlWriter::text(std::string_view text, std::size_t limit) {
-  const std::string_view start = firstCharacters(text, limit);
-  return this->text(start).more(text.substr(start.size()));
-}
-
-HtmlWriter& HtmlWriter::address(std::string_view text, std::size_t limit) {
   std::string_view shown = firstCharacters(text, limit);
   text.remove_prefix(shown.size());
   for (std::size_t at = 0; (at = shown.find('/')) != std::string_view::npos;) {
@@ -136,6 +124,10 @@ HtmlWriter& HtmlWriter::address(std::string_view text, std::size_t limit) {
   return this->text(shown).more(text);
 }
 
+HtmlWriter& HtmlWriter::value(std::string_view text, std::size_t limit) {
+  return markup("<bdi>").text(text, limit).markup("</bdi>");
+}
+
 /// Says how much is not shown.
 HtmlWriter& HtmlWriter::more(std::string_view rest) {
   return rest.empty() ? *this
@@ -144,11 +136,7 @@ HtmlWriter& HtmlWriter::more(std::string_view rest) {
                             .markup("</bdi>");
 }
 
-HtmlWriter& HtmlWriter::number(std::size_t number) {
-  return append(std::to_string(number));
-}
-
-HtmlWriter& HtmlWriter::count(std::size_t number, const char* noun) {
+HtmlWriter& HtmlWriter::count(std::size_t number, std::string_view noun) {
   return this->number(number).append(" ").append(noun).append(number == 1 ? "" : "s");
 }
 
@@ -177,22 +165,20 @@ HtmlWriter& HtmlWriter::language(std::string_view tag, LocalizableString::Direct
 
 HtmlWriter& HtmlWriter::localized(const LocalizableString& text, std::size_t limit) {
   const auto open = [&](std::string_view tag, LocalizableString::Direction direction) {
-    append(isOverride(direction) ? "<bdo" : "<bdi").language(tag, direction).markup(">");
+    append("<").append(elementFor(direction)).language(tag, direction).markup(">");
   };
   const auto close = [&](LocalizableString::Direction direction) {
-    append(isOverride(direction) ? "</bdo>" : "</bdi>");
+    append("</").append(elementFor(direction)).markup(">");
   };
-  const std::string_view whole = text.c_str();
-  std::size_t left = limit;
   std::size_t shown = 0;
   open(text.getLanguageTag(), text.getDirection());
   for (const LocalizableString::TextNode& run : text.getTextNodes()) {
-    const bool isOwn =
-        run.languageTag != text.getLanguageTag() || run.direction != text.getDirection();
-    const std::string_view part = firstCharacters(run.text, left);
+    const std::string_view part = firstCharacters(run.text, limit);
     if (part.empty()) {
       break;
     }
+    const bool isOwn =
+        run.languageTag != text.getLanguageTag() || run.direction != text.getDirection();
     if (isOwn) {
       open(run.languageTag, run.direction);
     }
@@ -200,11 +186,11 @@ HtmlWriter& HtmlWriter::localized(const LocalizableString& text, std::size_t lim
     if (isOwn) {
       close(run.direction);
     }
-    left -= charactersOf(part);
+    limit -= charactersOf(part);
     shown += part.size();
   }
   close(text.getDirection());
-  return more(whole.substr(shown));
+  return more(std::string_view(text.c_str()).substr(shown));
 }
 
 }  // namespace orvane::nimbrel::tools

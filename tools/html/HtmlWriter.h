@@ -8,22 +8,16 @@
 
 namespace orvane::nimbrel::tools {
 
-/// Writes HTML, which is well-formed XML as well: prints it on standard output, piece by piece, or
-/// keeps it as a part of a page.
+/// Makes HTML, which is well-formed XML as well.
 ///
 /// Markup comes from literals of the program only; all else goes through `text`, the one function
-/// that escapes, or is a number, base64, or an attribute that was checked. Throws `OutputFailure`.
+/// that escapes, or is a number, base64, or an attribute that was checked.
 class HtmlWriter {
  public:
-  enum class Target { OUTPUT, PART };
-
-  explicit HtmlWriter(Target target) : target_(target) {}
-  /// What a part holds.
-  HtmlWriter& part(const HtmlWriter& part) { return append(part.pending_); }
-  [[nodiscard]] bool isEmpty() const noexcept { return pending_.empty(); }
-  [[nodiscard]] bool operator==(const HtmlWriter& other) const {
-    return pending_ == other.pending_;
-  }
+  /// What another one holds.
+  HtmlWriter& part(const HtmlWriter& part) { return append(part.html_); }
+  [[nodiscard]] bool isEmpty() const noexcept { return html_.empty(); }
+  [[nodiscard]] bool operator==(const HtmlWriter& other) const { return html_ == other.html_; }
 
   /// Markup as it is.
   template <std::size_t N>
@@ -37,15 +31,16 @@ class HtmlWriter {
   /// noncharacters and characters that nobody sees are named instead ("U+202E"), bytes that are no
   /// UTF-8 too. Line breaks, tabs, and joiners where they change what is seen, stay.
   HtmlWriter& text(std::string_view text);
-  /// The same of no more than `limit` characters, and of how many are left out.
+
+  /// The same for content alone, of no more than `limit` characters, and of how many are left out.
+  /// An address is broken at "/" where it is longer than a line.
   HtmlWriter& text(std::string_view text, std::size_t limit);
+  /// The same in an element of its own, beyond which its direction does not reach.
+  HtmlWriter& value(std::string_view text, std::size_t limit);
 
-  /// The same of an address or a path, which is broken at "/" where it is longer than a line.
-  HtmlWriter& address(std::string_view text, std::size_t limit);
-
-  HtmlWriter& number(std::size_t number);
+  HtmlWriter& number(std::size_t number) { return append(std::to_string(number)); }
   /// "1 error", "2 errors".
-  HtmlWriter& count(std::size_t number, const char* noun);
+  HtmlWriter& count(std::size_t number, std::string_view noun);
   HtmlWriter& base64(std::string_view bytes);
 
   /// The attributes "lang" and "dir". A tag that is none in form says that the language is not
@@ -55,16 +50,18 @@ class HtmlWriter {
   /// A text with the languages and directions of its runs, none of which reaches beyond it.
   HtmlWriter& localized(const util::LocalizableString& text, std::size_t limit);
 
-  /// Prints what is left.
+  /// Prints all on standard output and holds nothing then. Throws `OutputFailure`.
   void flush();
 
  private:
-  HtmlWriter& append(std::string_view piece);
+  HtmlWriter& append(std::string_view piece) {
+    html_ += piece;
+    return *this;
+  }
   HtmlWriter& more(std::string_view rest);
   void name(const char* kind, char32_t character, int digits);
 
-  Target target_;
-  std::string pending_;
+  std::string html_;
 };
 
 }  // namespace orvane::nimbrel::tools

@@ -1,8 +1,9 @@
 #include "tools/html/Requests.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
-#include <tuple>
+#include <utility>
 
 #include "tools/record/RecordFields.h"
 #include "tools/record/SettingRows.h"
@@ -23,7 +24,7 @@ constexpr std::string_view READABLE_SCHEMES[] = {"http", "ws", "ftp"};
 constexpr struct {
   std::string_view name;
   const char* meaning;
-} SECURITY[] = {
+} PROTECTION[] = {
     {"overrideProxy", "connections go through this proxy"},
     {"enableWrsProxy", "connections go through the WRS proxy"},
     {"allowTlsFallback", "connections may fall back to an older TLS"},
@@ -41,6 +42,26 @@ constexpr struct {
      "a manifest that came by HTTPS may name resources of other hosts"},
 };
 
+// Of each kind of request, in the order of the kinds.
+constexpr struct {
+  const char* title;
+  const char* meaning;
+  const char* nothing;  // instead, when there is none
+} TEXTS[] = {
+    {"Security", "Settings for connections, cookies, authentication and inspection.",
+     "It sets no proxy, no TLS fallback, no inspector, no cookies and no authentication."},
+    {"Network access", "The addresses that it wants to connect to.",
+     "It asks for no address on the network."},
+    {"Features", "What it wants of the device.", "It asks for no feature."},
+    {"Permissions", "What its document allows or forbids.", "It asks for no permission."},
+    {"Messages", "The applications that it may exchange messages with, or may not.",
+     "It exchanges messages with no other application."},
+    {"Exports", "Files that other applications get from it.",
+     "Other applications get no files from it."},
+    {"Settings", "All that differs from the defaults.", "All others are as by default."},
+    {"Preferences", "Values that the application starts with.", "It has no preferences."},
+};
+
 std::string meaningOf(const Config::AccessRequest& request) {
   std::string meaning = request.subdomains ? "this host and all its subdomains" : "this host only";
   const bool isReadable = std::find(std::begin(READABLE_SCHEMES), std::end(READABLE_SCHEMES),
@@ -48,29 +69,11 @@ std::string meaningOf(const Config::AccessRequest& request) {
   return isReadable ? meaning + ", not encrypted" : meaning;
 }
 
-void printAudiences(HtmlWriter& html, const std::bitset<MOST_AUDIENCES>& asking,
-                    const std::vector<Audience>& audiences) {
-  html.markup("<span class=\"whom\">only for users of ");
-  if (asking.count() > MOST_LANGUAGES) {
-    html.number(asking.count()).markup(" of the languages</span>");
-    return;
-  }
-  bool isFirst = true;
-  for (std::size_t i = 0; i < audiences.size(); ++i) {
-    if (asking[i]) {
-      html.text(isFirst ? "" : ", ");
-      printAudience(html, audiences[i]);
-      isFirst = false;
-    }
-  }
-  html.markup("</span>");
-}
-
 void printParameters(HtmlWriter& html,
                      const std::vector<std::pair<std::string, std::string>>& parameters) {
   for (std::size_t i = 0; i < std::min(parameters.size(), MOST_PARAMETERS); ++i) {
-    html.markup("<br/><span class=\"parameter\"><bdi>").text(parameters[i].first, LONGEST);
-    html.markup("</bdi> = <bdi>").text(parameters[i].second, LONGEST).markup("</bdi></span>");
+    html.markup("<br/><span class=\"parameter\">").value(parameters[i].first, LONGEST);
+    html.markup(" = ").value(parameters[i].second, LONGEST).markup("</span>");
   }
   if (parameters.size() > MOST_PARAMETERS) {
     html.markup("<br/><span class=\"cut\">and ")
@@ -81,128 +84,76 @@ void printParameters(HtmlWriter& html,
 
 }  // namespace
 
-bool Requests::Request::operator<(const Request& other) const {
-  return std::tie(subject, meaning, parameters) <
-         std::tie(other.subject, other.meaning, other.parameters);
-}
-
-void Requests::Group::add(Request request, std::size_t audience) {
-  const auto [entry, isNew] = asking_.try_emplace(std::move(request));
-  entry->second.set(audience);
+void Requests::add(Kind kind, std::string subject, std::string meaning, Parameters parameters) {
+  Group& group = groups_[kind];
+  const auto [entry, isNew] =
+      group.asking.try_emplace({std::move(subject), std::move(meaning), std::move(parameters)});
+  entry->second.set(audiences_.size() - 1);
   if (isNew) {
-    inOrder_.push_back(entry);
+    group.inOrder.push_back(entry);
   }
 }
 
-/// The first ones are seen at once, the others when asked for; of a very long list no more than
-/// 1,000 are printed, and the number of the others.
-void Requests::Group::print(HtmlWriter& html, const Asking& all,
-                            const std::vector<Audience>& audiences) const {
-  constexpr std::size_t SEEN = 12;
-  constexpr std::size_t MOST = 1000;
-  // A button that brings a single entry takes as much room as the entry.
-  const bool isFolded = inOrder_.size() > SEEN + 1;
-  html.markup("<ul>\n");
-  for (std::size_t i = 0; i < std::min(inOrder_.size(), MOST); ++i) {
-    if (isFolded && i == SEEN) {
-      html.markup("</ul>\n<details><summary>Show ").number(inOrder_.size() - SEEN);
-      html.markup(" more</summary>\n<ul>\n");
-    }
-    const auto& [request, asking] = *inOrder_[i];
-    html.markup("<li>");
-    html.markup("<span class=\"subject\"><bdi>").address(request.subject, LONGEST);
-    html.markup("</bdi></span>");
-    if (!request.meaning.empty()) {
-      html.markup(" <span class=\"meaning\">").text(request.meaning).markup("</span>");
-    }
-    if (asking != all) {
-      html.markup(" ");
-      printAudiences(html, asking, audiences);
-    }
-    printParameters(html, request.parameters);
-    html.markup("</li>\n");
-  }
-  html.markup("</ul>\n");
-  if (inOrder_.size() > MOST) {
-    html.markup("<p class=\"cut\">Not on this page: ").number(inOrder_.size() - MOST);
-    html.markup(" more.</p>\n");
-  }
-  if (isFolded) {
-    html.markup("</details>\n");
-  }
-}
-
-void Requests::add(const Config& record, std::size_t audience) {
-  all_.set(audience);
-  addAccess(record, audience);
+void Requests::add(const Config& record, const Audience& audience) {
+  audiences_.push_back(audience);
+  addAccess(record);
   for (const Config::Feature& feature : record.getFeatures()) {
-    features_.add(
-        {feature.name, feature.required ? "required: it does not run without it" : "optional",
-         feature.params},
-        audience);
+    add(FEATURES, feature.name,
+        feature.required ? "required: it does not run without it" : "optional", feature.params);
   }
-  const auto addPermissions = [&](Group& group, const std::map<std::string, bool>& permissions) {
+  const auto addPermissions = [&](Kind kind, const std::map<std::string, bool>& permissions) {
     for (const bool isAllowed : {true, false}) {
       for (const auto& [name, allowed] : permissions) {
         if (allowed == isAllowed) {
-          group.add({name, allowed ? "allowed" : "not allowed", {}}, audience);
+          add(kind, name, allowed ? "allowed" : "not allowed");
         }
       }
     }
   };
-  addPermissions(permissions_, record.getAppPermissions());
-  addPermissions(messaging_, record.getMessagingPermissions());
+  addPermissions(PERMISSIONS, record.getAppPermissions());
+  addPermissions(MESSAGES, record.getMessagingPermissions());
   for (const std::string& path : exportedPaths(record)) {
-    exports_.add({path, "", {}}, audience);
+    add(EXPORTS, path, "");
   }
   for (const Config::Preference& preference : record.getPreferences()) {
-    preferences_.add(
-        {preference.value ? preference.name + " = " + preference.value.get() : preference.name,
-         preference.readonly ? "the application may not change it" : "",
-         {}},
-        audience);
+    add(PREFERENCES,
+        preference.value ? preference.name + " = " + preference.value.get() : preference.name,
+        preference.readonly ? "the application may not change it" : "");
   }
-  addSettings(record, audience);
+  addSettings(record);
 }
 
 /// What opens everything comes first.
-void Requests::addAccess(const Config& record, std::size_t audience) {
-  const std::vector<Config::AccessRequest>& requests = record.getAccessRequestList();
-  if (std::any_of(requests.begin(), requests.end(),
-                  [](const Config::AccessRequest& request) { return request.allOrigins != 0; })) {
-    access_.add({"*", "every address on the network", {}}, audience);
-  }
-  for (const Config::AccessRequest& request : requests) {
-    if (request.allOrigins == 0) {
-      access_.add({request.scheme + "://" + request.host + ':' + std::to_string(request.port),
-                   meaningOf(request),
-                   {}},
-                  audience);
+void Requests::addAccess(const Config& record) {
+  for (const bool isAll : {true, false}) {
+    for (const Config::AccessRequest& request : record.getAccessRequestList()) {
+      if (isAll && request.allOrigins != 0) {
+        add(ACCESS, "*", "every address on the network");
+      } else if (!isAll && request.allOrigins == 0) {
+        add(ACCESS, request.scheme + "://" + request.host + ':' + std::to_string(request.port),
+            meaningOf(request));
+      }
     }
   }
 }
 
-void Requests::addSettings(const Config& record, std::size_t audience) {
+void Requests::addSettings(const Config& record) {
   struct Rows {
-    Group& security;
-    Group& others;
-    std::size_t audience;
+    Requests& requests;
 
     void row(const char* name, const std::string& value, const std::string& note = {}) {
-      const auto* const found = std::find_if(std::begin(SECURITY), std::end(SECURITY),
+      const auto* const found = std::find_if(std::begin(PROTECTION), std::end(PROTECTION),
                                              [&](const auto& row) { return row.name == name; });
-      const bool isFound = found != std::end(SECURITY);
-      Request request = {std::string(name) + " = " + value, isFound ? found->meaning : "", {}};
-      if (!note.empty()) {
-        request.parameters.emplace_back("properties", note);
-      }
-      (isFound ? security : others).add(std::move(request), audience);
+      const bool isFound = found != std::end(PROTECTION);
+      requests.add(isFound ? SECURITY : SETTINGS, std::string(name) + " = " + value,
+                   isFound ? found->meaning : "",
+                   note.empty() ? Parameters() : Parameters{{"properties", note}});
     }
     /// A key of the document's own, whatever it is called.
     void row(const std::string& name, const std::string& value) {
-      others.add({name + " = " + value, "", {}}, audience);
+      requests.add(SETTINGS, name + " = " + value, "");
     }
-  } rows = {security_, settings_, audience};
+  } rows = {*this};
   tools::addSettings(rows, record.getNetSettings());
   tools::addSettings(rows, record.getAppSettings());
   tools::addSettings(rows, record.getCookieJarSettings());
@@ -216,45 +167,82 @@ void Requests::addSettings(const Config& record, std::size_t audience) {
   tools::addSettings(rows, record.getLocalResources());
 }
 
-void Requests::print(HtmlWriter& html, const std::vector<Audience>& audiences) const {
-  const auto print = [&](const char* title, const Group& group, const char* meaning) {
-    html.markup("<section class=\"request\">\n<h3>").text(title).markup("</h3>\n<p>");
-    html.text(meaning).markup("</p>\n");
-    if (!group.isEmpty()) {
-      group.print(html, all_, audiences);
-    }
-    html.markup("</section>\n");
-  };
-  const struct {
-    const char* title;
-    const Group& group;
-    const char* meaning;
-    const char* nothing;
-  } groups[] = {
-      {"Security", security_, "Settings for connections, cookies, authentication and inspection.",
-       "It sets no proxy, no TLS fallback, no inspector, no cookies and no authentication."},
-      {"Network access", access_, "The addresses that it wants to connect to.",
-       "It asks for no address on the network."},
-      {"Features", features_, "What it wants of the device.", "It asks for no feature."},
-      {"Permissions", permissions_, "What its document allows or forbids.",
-       "It asks for no permission."},
-      {"Messages", messaging_, "The applications that it may exchange messages with, or may not.",
-       "It exchanges messages with no other application."},
-      {"Exports", exports_, "Files that other applications get from it.",
-       "Other applications get no files from it."},
-  };
-  html.markup("<div class=\"requests\">\n");
-  for (const auto& row : groups) {
-    print(row.title, row.group, row.group.isEmpty() ? row.nothing : row.meaning);
-  }
-  html.markup("</div>\n");
-  if (settings_.isEmpty() && preferences_.isEmpty()) {
+void Requests::printAudiences(HtmlWriter& html, const Asking& asking) const {
+  html.markup(" <span class=\"whom\">only for users of ");
+  if (asking.count() > MOST_LANGUAGES) {
+    html.number(asking.count()).markup(" of the languages</span>");
     return;
   }
-  html.markup(
-      "<details>\n<summary>Other settings and preferences</summary>\n<div class=\"requests\">\n");
-  print("Settings", settings_, "All that differs from the defaults.");
-  print("Preferences", preferences_, "Values that the application starts with.");
+  const char* separator = "";
+  for (std::size_t i = 1; i <= audiences_.size(); ++i) {  // all other languages come last
+    const std::size_t number = i % audiences_.size();
+    if (asking[number]) {
+      html.text(std::exchange(separator, ", "));
+      printAudience(html, audiences_[number]);
+    }
+  }
+  html.markup("</span>");
+}
+
+/// The first ones are seen at once, the others when asked for; of a very long list no more than
+/// 1,000 are printed, and the number of the others.
+void Requests::print(HtmlWriter& html, const Group& group) const {
+  constexpr std::size_t SEEN = 12;
+  constexpr std::size_t MOST = 1000;
+  const std::size_t count = group.inOrder.size();
+  // A button that brings a single entry takes as much room as the entry.
+  const bool isFolded = count > SEEN + 1;
+  html.markup("<ul>\n");
+  for (std::size_t i = 0; i < std::min(count, MOST); ++i) {
+    if (isFolded && i == SEEN) {
+      html.markup("</ul>\n<details><summary>Show ").number(count - SEEN);
+      html.markup(" more</summary>\n<ul>\n");
+    }
+    const auto& [request, asking] = *group.inOrder[i];
+    const auto& [subject, meaning, parameters] = request;
+    html.markup("<li><span class=\"subject\">").value(subject, LONGEST);
+    html.markup("</span>");
+    if (!meaning.empty()) {
+      html.markup(" <span class=\"meaning\">").text(meaning).markup("</span>");
+    }
+    if (asking.count() != audiences_.size()) {
+      printAudiences(html, asking);
+    }
+    printParameters(html, parameters);
+    html.markup("</li>\n");
+  }
+  html.markup("</ul>\n");
+  if (count > MOST) {
+    html.markup("<p class=\"cut\">Not on this page: ").number(count - MOST);
+    html.markup(" more.</p>\n");
+  }
+  if (isFolded) {
+    html.markup("</details>\n");
+  }
+}
+
+void Requests::print(HtmlWriter& html) const {
+  html.markup("<div class=\"requests\">\n");
+  for (std::size_t kind = SECURITY; kind <= PREFERENCES; ++kind) {
+    if (kind == SETTINGS) {
+      html.markup("</div>\n");
+      if (groups_[SETTINGS].inOrder.empty() && groups_[PREFERENCES].inOrder.empty()) {
+        return;
+      }
+      html.markup(
+          "<details>\n<summary>Other settings and preferences</summary>\n"
+          "<div class=\"requests\">\n");
+    }
+    const Group& group = groups_[kind];
+    html.markup("<section class=\"request\">\n<h3>").text(TEXTS[kind].title);
+    html.markup("</h3>\n<p>");
+    html.text(group.inOrder.empty() ? TEXTS[kind].nothing : TEXTS[kind].meaning);
+    html.markup("</p>\n");
+    if (!group.inOrder.empty()) {
+      print(html, group);
+    }
+    html.markup("</section>\n");
+  }
   html.markup("</div>\n</details>\n");
 }
 

@@ -4,59 +4,54 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "config/Config.h"
-#include "tools/html/Audience.h"
+#include "tools/html/ApplicationView.h"
 #include "tools/html/HtmlWriter.h"
 
 namespace orvane::nimbrel::tools {
 
+/// The most audiences that a page shows.
+inline constexpr std::size_t MOST_AUDIENCES = 64;
+
 /// What an application asks for and sets, collected from the records that its audiences get.
 class Requests {
  public:
-  /// Adds what the record of an audience asks for; `audience` is below `MOST_AUDIENCES`.
-  void add(const config::Config& record, std::size_t audience);
+  /// Adds what the record of one more audience asks for.
+  void add(const config::Config& record, const Audience& audience);
 
   /// Prints all in plain words, what weakens or widens what protects users first; who gets a thing
-  /// if not all of these audiences.
-  void print(HtmlWriter& html, const std::vector<Audience>& audiences) const;
+  /// if not all audiences.
+  void print(HtmlWriter& html) const;
+
+  [[nodiscard]] bool isEmpty() const noexcept { return audiences_.empty(); }
 
  private:
-  struct Request {
-    std::string subject;  // as the document says it
-    std::string meaning;  // in our words; may be empty
-    std::vector<std::pair<std::string, std::string>> parameters;
+  enum Kind { SECURITY, ACCESS, FEATURES, PERMISSIONS, MESSAGES, EXPORTS, SETTINGS, PREFERENCES };
 
-    bool operator<(const Request& other) const;
-  };
+  using Parameters = std::vector<std::pair<std::string, std::string>>;
+
+  /// A subject as the document says it, its meaning in our words, which may be empty, parameters.
+  using Request = std::tuple<std::string, std::string, Parameters>;
   using Asking = std::bitset<MOST_AUDIENCES>;
 
   /// Requests of one kind, each once, in the order in which they came.
-  class Group {
-   public:
-    void add(Request request, std::size_t audience);
-    void print(HtmlWriter& html, const Asking& all, const std::vector<Audience>& audiences) const;
-    [[nodiscard]] bool isEmpty() const noexcept { return inOrder_.empty(); }
-
-   private:
-    std::map<Request, Asking> asking_;
-    std::vector<std::map<Request, Asking>::const_iterator> inOrder_;
+  struct Group {
+    std::map<Request, Asking> asking;
+    std::vector<std::map<Request, Asking>::const_iterator> inOrder;
   };
 
-  void addAccess(const config::Config& record, std::size_t audience);
-  void addSettings(const config::Config& record, std::size_t audience);
+  void add(Kind kind, std::string subject, std::string meaning, Parameters parameters = {});
+  void addAccess(const config::Config& record);
+  void addSettings(const config::Config& record);
+  void print(HtmlWriter& html, const Group& group) const;
+  void printAudiences(HtmlWriter& html, const Asking& asking) const;
 
-  Asking all_;
-  Group security_;
-  Group access_;
-  Group features_;
-  Group permissions_;
-  Group messaging_;
-  Group exports_;
-  Group settings_;
-  Group preferences_;
+  std::vector<Audience> audiences_;
+  Group groups_[PREFERENCES + 1];
 };
 
 }  // namespace orvane::nimbrel::tools

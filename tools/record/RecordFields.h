@@ -25,16 +25,6 @@ struct Field {
 template <typename Member>
 Field(const char*, Member) -> Field<Member>;
 
-/// A field that is a section of its own in the text, behind those that RecordText.cpp names.
-template <typename Member>
-struct Section {
-  const char* name;
-  Member member;
-  const char* title;
-};
-template <typename Member>
-Section(const char*, Member, const char*) -> Section<Member>;
-
 /// The fields of a structure in the order in which they are printed; null for any other type.
 template <typename Record>
 inline constexpr auto FIELDS = nullptr;
@@ -69,28 +59,18 @@ inline const char* directionName(util::LocalizableString::Direction direction) n
   return NAMES[direction];
 }
 
-/// The direction of a text, or of one of its runs.
-template <typename Text>
-const char* directionOf(const Text& text) noexcept {
-  if constexpr (std::is_same_v<Text, util::LocalizableString>) {
-    return directionName(text.getDirection());
-  } else {
-    return directionName(text.direction);
-  }
-}
-
 template <>
 inline constexpr auto FIELDS<util::LocalizableString::TextNode> = std::tuple{
     Field{"text", &util::LocalizableString::TextNode::text},
     Field{"language", &util::LocalizableString::TextNode::languageTag},
-    Field{"direction", directionOf<util::LocalizableString::TextNode>},
+    Field{"direction", [](const auto& run) { return directionName(run.direction); }},
 };
 
 template <>
 inline constexpr auto FIELDS<util::LocalizableString> = std::tuple{
     Field{"text", &util::LocalizableString::c_str},
     Field{"language", &util::LocalizableString::getLanguageTag},
-    Field{"direction", directionOf<util::LocalizableString>},
+    Field{"direction", [](const auto& text) { return directionName(text.getDirection()); }},
     Field{"runs", &util::LocalizableString::getTextNodes},
 };
 
@@ -148,13 +128,9 @@ inline constexpr auto FIELDS<config::Config::Gesture> = std::tuple{
     Field{"properties", &config::Config::Gesture::properties},
 };
 
-inline bool allowsAllOrigins(const config::Config::AccessRequest& request) noexcept {
-  return request.allOrigins != 0;
-}
-
 template <>
 inline constexpr auto FIELDS<config::Config::AccessRequest> = std::tuple{
-    Field{"allOrigins", allowsAllOrigins},
+    Field{"allOrigins", [](const auto& request) { return request.allOrigins != 0; }},
     Field{"scheme", &config::Config::AccessRequest::scheme},
     Field{"host", &config::Config::AccessRequest::host},
     Field{"port", &config::Config::AccessRequest::port},
@@ -243,8 +219,37 @@ inline std::vector<std::string> exportedPaths(const config::Config& config) {
   return {paths.begin(), paths.end()};
 }
 
+/// A namespace of more bytes, which many elements may have, is printed once.
+inline constexpr std::size_t LONG_NAMESPACE = 256;
+
+/// None for an element without one.
+inline util::Option<std::string_view> namespaceOf(const config::Element& element) noexcept {
+  const std::string_view uri = element.getNode()->namespaceView();
+  util::Option<std::string_view> found;
+  if (uri.data() != nullptr) {
+    found = uri;
+  }
+  return found;
+}
+
 template <>
-inline constexpr auto FIELDS<config::Config> = std::tuple{
+inline constexpr auto FIELDS<config::Element> = std::tuple{
+    // Views, for the same reason.
+    Field{"name", [](const auto& element) { return element.getNode()->nameView(); }},
+    Field{"namespace", namespaceOf},
+};
+
+/// All that the tool shows of a document.
+struct ShownDocument {
+  config::BasicConfig& record;
+  std::string_view errorText;  ///< of the parser
+
+  /// By which the members of the record are fields of this.
+  [[nodiscard]] config::BasicConfig& operator*() const noexcept { return record; }
+};
+
+template <>
+inline constexpr auto FIELDS<ShownDocument> = std::tuple{
     Field{"author", &config::Config::getAuthor},
     Field{"features", &config::Config::getFeatures},
     Field{"icons", &config::Config::getIcons},
@@ -266,45 +271,15 @@ inline constexpr auto FIELDS<config::Config> = std::tuple{
     Field{"cookieJarSettings", &config::Config::getCookieJarSettings},
     Field{"orvnAuthMode", &config::Config::getOrvnAuthMode},
     Field{"netSettings", &config::Config::getNetSettings},
-    Section{"gestureSettings", &config::Config::getGestureSettings, "Gestures"},
-    Section{"appPermissions", &config::Config::getAppPermissions, "Permissions"},
+    Field{"gestureSettings", &config::Config::getGestureSettings},
+    Field{"appPermissions", &config::Config::getAppPermissions},
     Field{"chromeSettings", &config::Config::getChromeSettings},
     Field{"appSettings", &config::Config::getAppSettings},
-    Section{"messagingPermissions", &config::Config::getMessagingPermissions, "Messaging"},
-    Section{"localResources", &config::Config::getLocalResources, "Local resources"},
-    Section{"exports", exportedPaths, "Exports"},
+    Field{"messagingPermissions", &config::Config::getMessagingPermissions},
+    Field{"localResources", &config::Config::getLocalResources},
+    Field{"exports", [](const auto& shown) { return exportedPaths(*shown); }},
+    Field{"elements", &config::BasicConfig::elements},
+    Field{"errorText", &ShownDocument::errorText},
 };
-
-/// A namespace of more bytes, which many elements may have, is printed once.
-inline constexpr std::size_t LONG_NAMESPACE = 256;
-
-// Views, for the same reason.
-inline std::string_view elementName(const config::Element& element) noexcept {
-  return element.getNode()->nameView();
-}
-inline util::Option<std::string_view> elementNamespace(const config::Element& element) noexcept {
-  const std::string_view uri = element.getNode()->namespaceView();
-  util::Option<std::string_view> found;
-  if (uri.data() != nullptr) {
-    found = uri;
-  }
-  return found;
-}
-
-template <>
-inline constexpr auto FIELDS<config::Element> = std::tuple{
-    Field{"name", elementName},
-    Field{"namespace", elementNamespace},
-};
-
-/// Calls `visit(name, value)` for all that the tool prints of a document, in order: the fields of
-/// its record, the elements that were read, and the parser's error text.
-template <typename Visit>
-void forEachField(config::BasicConfig& record, const std::string& errorText, const Visit& visit) {
-  forEachField(static_cast<const config::Config&>(record),
-               [&](const auto& field, const auto& value) { visit(field.name, value); });
-  visit("elements", record.elements());
-  visit("errorText", errorText);
-}
 
 }  // namespace orvane::nimbrel::tools

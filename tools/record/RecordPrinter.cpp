@@ -1,18 +1,97 @@
 #include "tools/record/RecordPrinter.h"
 
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "tools/record/RecordJson.h"
+#include "tools/record/RecordFields.h"
 #include "tools/record/RecordText.h"
-#include "tools/record/SelectField.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
+
+/// Writes the elements that were read, in order. Where an earlier one has the same long namespace,
+/// the place of that one stands in place of it.
+class ElementWriter {
+ public:
+  void write(JsonWriter& json, const config::Element& element) {
+    const std::string_view uri = element.getNode()->namespaceView();
+    const std::size_t place = count_++;
+    const std::size_t first =
+        uri.size() > LONG_NAMESPACE ? places_.emplace(uri.data(), place).first->second : place;
+    json.beginObject();
+    json.member("name", element.getNode()->nameView());
+    if (first != place) {
+      json.member("namespaceOf", first);
+    } else if (uri.data() != nullptr) {
+      json.member("namespace", uri);
+    } else {
+      json.member("namespace", nullptr);
+    }
+    json.endObject();
+  }
+
+ private:
+  std::size_t count_ = 0;
+  std::map<const char*, std::size_t> places_;  // of the first with this namespace of the tree
+};
+
+/// Writes a value of the record: an absent option as null, a structure as an object with a key for
+/// each of its fields.
+template <typename Value>
+void writeValue(JsonWriter& json, const Value& value) {
+  if constexpr (std::is_same_v<Value, std::vector<config::Element>>) {
+    ElementWriter elements;
+    json.beginArray();
+    for (const config::Element& element : value) {
+      elements.write(json, element);
+    }
+    json.endArray();
+  } else if constexpr (HAS_FIELDS<Value>) {
+    json.beginObject();
+    forEachField(value, [&](const auto& field, const auto& content) {
+      json.key(field.name);
+      writeValue(json, content);
+    });
+    json.endObject();
+  } else if constexpr (IS_OPTION<Value>) {
+    value ? writeValue(json, value.get()) : json.value(nullptr);
+  } else if constexpr (IS_LIST<Value>) {
+    json.beginArray();
+    for (const auto& entry : value) {
+      writeValue(json, entry);
+    }
+    json.endArray();
+  } else if constexpr (IS_MAP<Value>) {
+    json.beginObject();
+    for (const auto& [name, content] : value) {
+      json.key(name);
+      writeValue(json, content);
+    }
+    json.endObject();
+  } else {
+    json.value(value);
+  }
+}
+
+template <typename Write>
+void printJsonLine(const std::string& prefix, const Write& write) {
+  std::string line = prefix;
+  JsonWriter json(JsonWriter::Layout::LINE, [&](std::string_view text) { line += text; });
+  write(json);
+  json.finish();
+  writeOutput(line);
+}
 
 /// Prints a field for a script: one line for each value, after a prefix. Nothing for an absent
 /// option; a text without its language; the entries of a list; a structure as JSON. All is escaped.
@@ -21,6 +100,11 @@ void printLines(const std::string& prefix, const Value& value) {
   if constexpr (IS_OPTION<Value>) {
     if (value) {
       printLines(prefix, value.get());
+    }
+  } else if constexpr (std::is_same_v<Value, std::vector<config::Element>>) {
+    ElementWriter elements;
+    for (const config::Element& element : value) {
+      printJsonLine(prefix, [&](JsonWriter& json) { elements.write(json, element); });
     }
   } else if constexpr (IS_LIST<Value>) {
     for (const auto& entry : value) {
@@ -31,19 +115,74 @@ void printLines(const std::string& prefix, const Value& value) {
   } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
     writeOutput(prefix + escape(value) + '\n');
   } else {
-    std::string line = prefix;
-    JsonWriter json(JsonWriter::Layout::LINE, [&](std::string_view text) { line += text; });
-    writeValue(json, value);
-    json.finish();
-    writeOutput(line);
+    printJsonLine(prefix, [&](JsonWriter& json) { writeValue(json, value); });
+  }
+}
+
+/// The path below the member called `name`; none when it does not lead there. Names from a document
+/// may have dots themselves.
+std::optional<std::string_view> below(std::string_view path, std::string_view name) {
+  if (name.empty() || path.substr(0, name.size()) != name) {
+    return std::nullopt;
+  }
+  path.remove_prefix(name.size());
+  if (path.empty()) {
+    return path;
+  }
+  return path.size() > 1 && path.front() == '.' ? std::optional(path.substr(1)) : std::nullopt;
+}
+
+/// Calls `use` with what `path` leads to from a value, if that has it: the names of fields, the
+/// keys of a map and the places in a list, with dots between. Returns whether some value of this
+/// type has it; `value` may be null to ask for that alone.
+template <typename Value, typename Use>
+bool select(const Value* value, std::string_view path, const Use& use) {
+  if (path.empty()) {
+    if (value != nullptr) {
+      use(*value);
+    }
+    return true;
+  }
+  if constexpr (HAS_FIELDS<Value>) {
+    const auto selectIn = [&](const auto& field) {
+      using Content = std::decay_t<std::invoke_result_t<decltype(field.member), const Value&>>;
+      const auto rest = below(path, field.name);
+      if (rest && value != nullptr) {
+        const Content& content = std::invoke(field.member, *value);
+        return select(&content, *rest, use);
+      }
+      return rest && select<Content>(nullptr, *rest, use);
+    };
+    return std::apply([&](const auto&... field) { return (selectIn(field) || ...); },
+                      FIELDS<Value>);
+  } else if constexpr (IS_OPTION<Value>) {
+    return select(value != nullptr && *value ? &value->get() : nullptr, path, use);
+  } else if constexpr (IS_LIST<Value>) {
+    std::size_t place = 0;
+    std::from_chars(path.data(), path.data() + path.size(), place);
+    const auto rest = below(path, std::to_string(place));
+    const bool isThere = value != nullptr && place < value->size();
+    return rest && select(isThere ? &(*value)[place] : nullptr, *rest, use);
+  } else if constexpr (IS_MAP<Value>) {
+    if (value != nullptr) {
+      for (const auto& entry : *value) {
+        const auto rest = below(path, entry.first);
+        if (rest && select(&entry.second, *rest, use)) {
+          break;
+        }
+      }
+    }
+    return true;  // a document chooses the keys
+  } else {
+    return false;
   }
 }
 
 }  // namespace
 
 void requireField(const std::string& name) {
-  config::BasicConfig empty;
-  if (!selectField(empty, "", name, [](const auto& /*value*/) {})) {
+  const auto ignore = [](const auto& /*value*/) {};
+  if (name.empty() || !select<ShownDocument>(nullptr, name, ignore)) {
     throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no field \"" + escape(name) +
                                      "\"; the keys of --format json are fields");
   }
@@ -53,25 +192,23 @@ RecordPrinter::RecordPrinter(RecordStyle style)
     : style_(std::move(style)),
       json_(isLines() ? JsonWriter::Layout::LINE : JsonWriter::Layout::INDENTED) {}
 
-void RecordPrinter::print(const std::string& file, config::BasicConfig& record,
-                          const std::string& errorText) {
+void RecordPrinter::print(const std::string& file, const ShownDocument& document) {
   if (isListed()) {
-    beginFile(file, "done", nullptr);
-    printRecord(record, errorText);
+    beginFile(file, "done", {});
+    printJson(document);
     endFile();
   } else if (style_.format == "json") {
-    printRecord(record, errorText);
+    printJson(document);
     json_.finish();
   } else if (style_.field) {
     const std::string prefix = style_.several ? escape(file) + ':' : "";
-    selectField(record, errorText, *style_.field,
-                [&](const auto& value) { printLines(prefix, value); });
+    select(&document, *style_.field, [&](const auto& value) { printLines(prefix, value); });
   } else {
     if (style_.several) {
       const std::string name = style_.colour ? "\x1b[1m" + escape(file) + "\x1b[0m" : escape(file);
       writeOutput((std::exchange(first_, false) ? "" : "\n") + name + ":\n\n");
     }
-    printRecordText(record, errorText, style_.colour);
+    printRecordText(document, style_.colour);
   }
 }
 
@@ -81,7 +218,7 @@ void RecordPrinter::printFailure(const std::string& file, const DocumentFailure&
   }
   if (isListed()) {
     beginFile(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
-              &failure.problem());
+              failure.problem());
     json_.value(nullptr);
     endFile();
   }
@@ -103,25 +240,21 @@ void RecordPrinter::beginList() {
 
 /// All of an object up to the record.
 void RecordPrinter::beginFile(const std::string& file, const char* status,
-                              const DocumentFailure::Problem* problem) {
+                              const DocumentFailure::Problem& problem) {
   if (!isLines()) {
     beginList();
   }
+  const auto member = [&](const char* name, const auto& value, bool isKnown) {
+    json_.key(name);
+    isKnown ? json_.value(value) : json_.value(nullptr);
+  };
   json_.beginObject();
   json_.member("file", file);
   json_.member("status", status);
-  json_.key("reason");
-  if (problem == nullptr) {
-    json_.value(nullptr);
-  } else {
-    json_.value(problem->subject + (problem->subject.empty() ? "" : ": ") + problem->reason);
-  }
-  const auto number = [&](const char* name, std::uint32_t value) {
-    json_.key(name);
-    value == 0 ? json_.value(nullptr) : json_.value(value);
-  };
-  number("line", problem == nullptr ? 0 : problem->line);
-  number("column", problem == nullptr ? 0 : problem->column);
+  member("reason", problem.subject + (problem.subject.empty() ? "" : ": ") + problem.reason,
+         !problem.reason.empty());
+  member("line", problem.line, problem.line != 0);
+  member("column", problem.column, problem.column != 0);
   json_.key(style_.field ? "value" : "record");
 }
 
@@ -130,13 +263,9 @@ void RecordPrinter::endFile() {
   isLines() ? json_.finish() : json_.flush();
 }
 
-void RecordPrinter::printRecord(config::BasicConfig& record, const std::string& errorText) {
-  if (!style_.field) {
-    writeRecord(json_, record, errorText);
-    return;
-  }
+void RecordPrinter::printJson(const ShownDocument& document) {
   bool isThere = false;
-  selectField(record, errorText, *style_.field, [&](const auto& value) {
+  select(&document, style_.field.value_or(""), [&](const auto& value) {
     isThere = true;
     writeValue(json_, value);
   });

@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "config/BasicConfig.h"
 #include "tools/Failure.h"
 #include "tools/output/JsonWriter.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
 
@@ -28,7 +28,7 @@ class RecordPrinter {
   explicit RecordPrinter(RecordStyle style);
 
   /// Prints what was asked for of a document; `file` is its name as it was given.
-  void print(const std::string& file, config::BasicConfig& record, const std::string& errorText);
+  void print(const std::string& file, const ShownDocument& document);
   /// Says why there is no record: as JSON with the other files, else on standard error. There it
   /// says in any case which file cannot be read.
   void printFailure(const std::string& file, const DocumentFailure& failure);
@@ -44,9 +44,9 @@ class RecordPrinter {
 
   void beginList();
   void beginFile(const std::string& file, const char* status,
-                 const DocumentFailure::Problem* problem);
+                 const DocumentFailure::Problem& problem);
   void endFile();
-  void printRecord(config::BasicConfig& record, const std::string& errorText);
+  void printJson(const ShownDocument& document);
 
   RecordStyle style_;
   bool first_ = true;

@@ -1,6 +1,5 @@
 #include "tools/record/RecordText.h"
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -9,8 +8,6 @@
 #include <vector>
 
 #include "tools/output/TextReport.h"
-#include "tools/record/Number.h"
-#include "tools/record/RecordFields.h"
 #include "tools/record/SettingRows.h"
 
 namespace orvane::nimbrel::tools {
@@ -24,43 +21,36 @@ std::string languageNote(const std::string& language, LocalizableString::Directi
          ')';
 }
 
-void addText(TextReport& report, const char* label, const LocalizableString& text) {
-  report.lines(label, text.c_str(), languageNote(text.getLanguageTag(), text.getDirection()));
-  const auto& runs = text.getTextNodes();
-  for (const auto& run : runs) {
-    if (runs.size() > 1 || run.languageTag != text.getLanguageTag() ||
-        run.direction != text.getDirection()) {
-      report.detail("run", run.text, languageNote(run.languageTag, run.direction));
+/// A row for a value, if it is there.
+template <typename Value>
+void add(TextReport& report, const char* label, const Value& value) {
+  if constexpr (IS_OPTION<Value>) {
+    if (value) {
+      add(report, label, value.get());
     }
+  } else if constexpr (std::is_integral_v<Value>) {
+    report.row(label, std::to_string(value));
+  } else if constexpr (std::is_same_v<Value, LocalizableString>) {
+    report.lines(label, value.c_str(), languageNote(value.getLanguageTag(), value.getDirection()));
+    const auto& runs = value.getTextNodes();
+    for (const auto& run : runs) {
+      if (runs.size() > 1 || run.languageTag != value.getLanguageTag() ||
+          run.direction != value.getDirection()) {
+        report.detail("run", run.text, languageNote(run.languageTag, run.direction));
+      }
+    }
+  } else {
+    report.row(label, value);
   }
 }
 
-void addText(TextReport& report, const char* label, const util::Option<LocalizableString>& text) {
-  if (text) {
-    addText(report, label, text.get());
-  }
-}
-
-void addOption(TextReport& report, const char* label, const util::Option<std::string>& value) {
-  if (value) {
-    report.row(label, value.get());
-  }
-}
-
-void addOption(TextReport& report, const char* label, const util::Option<unsigned int>& value) {
-  if (value) {
-    report.row(label, std::to_string(value.get()));
-  }
-}
-
-std::string sizeNote(const Config::Icon& icon) {
+std::string sizeOf(const Config::Icon& icon) {
   if (icon.width && icon.height) {
     return std::to_string(icon.width.get()) + " x " + std::to_string(icon.height.get());
   }
-  if (icon.width) {
-    return "width " + std::to_string(icon.width.get());
-  }
-  return icon.height ? "height " + std::to_string(icon.height.get()) : "";
+  return icon.width    ? "width " + std::to_string(icon.width.get())
+         : icon.height ? "height " + std::to_string(icon.height.get())
+                       : "no size";
 }
 
 std::string join(const std::vector<std::string>& words) {
@@ -73,25 +63,25 @@ std::string join(const std::vector<std::string>& words) {
 
 void addWidget(TextReport& report, const Config& config) {
   report.section("Widget");
-  addText(report, "name", config.getName());
-  addText(report, "short name", config.getShortName());
-  addText(report, "version", config.getVersion());
-  addOption(report, "id", config.getId());
-  addOption(report, "store id", config.getTavloApplicationId());
-  addOption(report, "store version", config.getTavloApplicationVersion());
-  addText(report, "description", config.getDescription());
+  add(report, "name", config.getName());
+  add(report, "short name", config.getShortName());
+  add(report, "version", config.getVersion());
+  add(report, "id", config.getId());
+  add(report, "store id", config.getTavloApplicationId());
+  add(report, "store version", config.getTavloApplicationVersion());
+  add(report, "description", config.getDescription());
   if (config.getAuthor()) {
     const Config::Author& author = config.getAuthor().get();
-    addText(report, "author", author.name);
-    addOption(report, "  link", author.href);
-    addOption(report, "  e-mail", author.email);
+    add(report, "author", author.name);
+    add(report, "  link", author.href);
+    add(report, "  e-mail", author.email);
   }
   if (config.getLicense()) {
-    addText(report, "license", config.getLicense().get().text);
-    addOption(report, "  link", config.getLicense().get().href);
+    add(report, "license", config.getLicense().get().text);
+    add(report, "  link", config.getLicense().get().href);
   }
-  addOption(report, "width", config.getWidth());
-  addOption(report, "height", config.getHeight());
+  add(report, "width", config.getWidth());
+  add(report, "height", config.getHeight());
   if (!config.getWindowModes().empty()) {
     report.row("view modes", join(config.getWindowModes()));
   }
@@ -111,7 +101,7 @@ void addWidget(TextReport& report, const Config& config) {
 void addLists(TextReport& report, const Config& config) {
   report.section("Icons");
   for (const auto& icon : config.getIcons()) {
-    report.row(icon.src, sizeNote(icon).empty() ? "no size" : sizeNote(icon));
+    report.row(icon.src, sizeOf(icon));
   }
   report.section("Preferences");
   for (const auto& preference : config.getPreferences()) {
@@ -136,48 +126,36 @@ void addLists(TextReport& report, const Config& config) {
   }
 }
 
-template <typename Record>
-std::enable_if_t<HAS_FIELDS<Record>> addGroup(TextReport& report, const Record& record) {
-  addSettings(report, record);
-}
-
-void addGroup(TextReport& report, const std::map<std::string, bool>& permissions) {
-  for (const auto& [name, allowed] : permissions) {
-    report.row(name, allowed ? "allowed" : "not allowed");
-  }
-}
-
-void addGroup(TextReport& report, const std::vector<std::string>& exports) {
-  for (const std::string& path : exports) {
-    report.row("resource", path);
-  }
-}
-
-template <typename Member, typename Value>
-void addSection(TextReport& report, const Section<Member>& section, const Value& value) {
-  report.section(section.title);
-  addGroup(report, value);
-}
-template <typename Member, typename Value>
-void addSection(TextReport& /*report*/, const Field<Member>& /*field*/, const Value& /*value*/) {}
-
 void addExtensions(TextReport& report, const Config& config) {
-  report.section("Network");
-  addSettings(report, config.getNetSettings());
-  report.section("Cookie jar");
-  addSettings(report, config.getCookieJarSettings());
+  const auto addGroup = [&](const char* title, const auto& settings) {
+    report.section(title);
+    addSettings(report, settings);
+  };
+  const auto addPermissions = [&](const char* title, const auto& permissions) {
+    report.section(title);
+    for (const auto& [name, isAllowed] : permissions) {
+      report.row(name, isAllowed ? "allowed" : "not allowed");
+    }
+  };
+  addGroup("Network", config.getNetSettings());
+  addGroup("Cookie jar", config.getCookieJarSettings());
   report.section("Authentication");
   if (config.getOrvnAuthMode() != 0) {
-    report.row("mode", config.getOrvnAuthMode() == 1 ? "token" : "unknown");
+    report.row("mode", "token");
   }
-  report.section("Settings");
-  addSettings(report, config.getAppSettings());
+  addGroup("Settings", config.getAppSettings());
   report.section("Browser chrome");
   if (config.getChromeSettings() != "system") {
     report.row("search bar", config.getChromeSettings());
   }
-  forEachField(config,
-               [&](const auto& field, const auto& value) { addSection(report, field, value); });
+  addGroup("Gestures", config.getGestureSettings());
+  addPermissions("Permissions", config.getAppPermissions());
+  addPermissions("Messaging", config.getMessagingPermissions());
+  addGroup("Local resources", config.getLocalResources());
+  report.section("Exports");
+  for (const std::string& path : exportedPaths(config)) {
+    report.row("resource", path);
+  }
 }
 
 /// Orders texts of which many are one and the same, maybe a very long one.
@@ -220,16 +198,16 @@ void addElements(TextReport& report, const ElementCounts& counts) {
 
 }  // namespace
 
-void printRecordText(config::BasicConfig& record, const std::string& errorText, bool colour) {
-  const ElementCounts counts = countElements(record.elements());
+void printRecordText(const ShownDocument& document, bool colour) {
+  const ElementCounts counts = countElements(document.record.elements());
   TextReport::print(colour, [&](TextReport& report) {
-    addWidget(report, record);
-    addLists(report, record);
-    addExtensions(report, record);
+    addWidget(report, document.record);
+    addLists(report, document.record);
+    addExtensions(report, document.record);
     addElements(report, counts);
     report.section("Last problem");
-    if (!errorText.empty()) {
-      report.row("message", errorText);
+    if (!document.errorText.empty()) {
+      report.row("message", document.errorText);
     }
   });
 }

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <string>
-
-#include "config/BasicConfig.h"
+#include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
 
 /// Prints the record for a person: what the document set or changed, and the parser's error text.
-void printRecordText(config::BasicConfig& record, const std::string& errorText, bool colour);
+void printRecordText(const ShownDocument& document, bool colour);
 
 }  // namespace orvane::nimbrel::tools

@@ -1,54 +1,44 @@
 #pragma once
 
+#include <charconv>
 #include <functional>
-#include <map>
 #include <string>
 #include <type_traits>
-#include <vector>
 
 #include "config/Config.h"
-#include "tools/record/Number.h"
 #include "tools/record/RecordFields.h"
 
 namespace orvane::nimbrel::tools {
 
+/// The shortest decimal number that reads back as `value`, whatever the locale.
+template <typename Number>
+[[nodiscard]] std::string shortest(Number value) {
+  char digits[32];
+  return {digits, std::to_chars(digits, digits + sizeof(digits), value).ptr};
+}
+
 template <typename Rows, typename Value>
 void addSetting(Rows& rows, const char* label, const Value& value, const Value& unset) {
-  if (value == unset) {
-    return;
-  }
-  if constexpr (std::is_same_v<Value, bool>) {
-    rows.row(label, value ? "yes" : "no");
-  } else if constexpr (std::is_floating_point_v<Value>) {
-    rows.row(label, shortest(value));
-  } else if constexpr (std::is_integral_v<Value>) {
-    rows.row(label, std::to_string(value));
-  } else {
-    rows.row(label, value);
-  }
-}
-
-template <typename Rows>
-void addSetting(Rows& rows, const char* label, const std::vector<std::string>& values,
-                const std::vector<std::string>& /*unset*/) {
-  for (const std::string& value : values) {
-    rows.row(label, value);
-  }
-}
-
-template <typename Rows>
-void addSetting(Rows& rows, const char* /*label*/, const std::map<std::string, std::string>& values,
-                const std::map<std::string, std::string>& /*unset*/) {
-  for (const auto& [key, value] : values) {
-    rows.row(key, value);
-  }
-}
-
-template <typename Rows>
-void addSetting(Rows& rows, const char* label, const config::Config::Gesture& gesture,
-                const config::Config::Gesture& unset) {
-  if (gesture.enabled || gesture.properties != unset.properties) {
-    rows.row(label, gesture.enabled ? "enabled" : "disabled", gesture.properties);
+  if constexpr (IS_LIST<Value>) {
+    for (const std::string& entry : value) {
+      rows.row(label, entry);
+    }
+  } else if constexpr (IS_MAP<Value>) {
+    for (const auto& [key, entry] : value) {
+      rows.row(key, entry);
+    }
+  } else if constexpr (std::is_same_v<Value, config::Config::Gesture>) {
+    if (value.enabled || value.properties != unset.properties) {
+      rows.row(label, value.enabled ? "enabled" : "disabled", value.properties);
+    }
+  } else if (value != unset) {
+    if constexpr (std::is_same_v<Value, bool>) {
+      rows.row(label, value ? "yes" : "no");
+    } else if constexpr (std::is_arithmetic_v<Value>) {
+      rows.row(label, shortest(value));
+    } else {
+      rows.row(label, value);
+    }
   }
 }
 
