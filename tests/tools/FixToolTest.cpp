@@ -120,6 +120,19 @@ TEST(FixTool, DiffShowsTheLinesAndWritesNothing) {
                                       "\\ No newline at end of file\n"));
 }
 
+// A patch needs the very bytes; a terminal would act on them.
+TEST(FixTool, DiffMarksOnATerminalWhatItPrintsAsItIsToAPipe) {
+  const std::string line =
+      "<name>a\xC2\x9B\xE2\x80\xAE"
+      "b</name>";
+  const std::string document = widget("\n" + line + "\n<icon src='a' width='1px'/>");
+  const auto diff = [&](Stdout target) {
+    return run({"check", "--diff", "-"}, document, target, {"NO_COLOR=1"}).out;
+  };
+  EXPECT_THAT(diff(Stdout::CAPTURED), testing::HasSubstr("\n " + line + "\n"));
+  EXPECT_THAT(diff(Stdout::TERMINAL), testing::HasSubstr("<name>a\\u009b\\u202eb</name>"));
+}
+
 TEST(FixTool, SaysWhatItCannotFix) {
   const TemporaryFile file(FAULTY);
   const std::string package = NIMBREL_SEEDS "/package/stored";
