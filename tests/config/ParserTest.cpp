@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -334,6 +335,21 @@ TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
     SCOPED_TRACE(element);
     expectCostInProportion(4000, inChildren(element), read);
   }
+}
+
+TEST(Parser, ARecordTakesAtMost64TimesTheMemoryOfItsDocument) {
+  std::string children = "<description xml:lang='" + std::string(128, 'x') + "'>";
+  for (int i = 0; i < 100'000; ++i) {
+    children += "x<b/>";
+  }
+  const std::string document = widget(children + "</description>");
+  const auto held = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
+  Reader reader({std::string(128, 'x')});
+  const std::size_t before = held();
+  const auto record = reader.document(document);
+  const std::size_t taken = held() - before;
+  EXPECT_LT(taken, 64 * document.size());
+  EXPECT_TRUE(taken > 50 * document.size() || before == 0);  // the sanitizers' heap is not counted
 }
 
 }  // namespace
