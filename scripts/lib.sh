@@ -76,11 +76,13 @@ apt_install() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "$@"
 }
 
-# Several builds compile the same sources with the same options: release, static and packages. To be
-# called once the packages are there.
+# Several builds compile the same sources with the same options: release, static and packages, and those of
+# other checkouts. To be called once the packages are there.
 share_objects() {
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    # Paths count from the checkout, wherever it lies; debug information may then name another one.
+    export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
     # What is read with a precompiled header can be kept too.
     export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
   fi
