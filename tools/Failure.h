@@ -39,12 +39,6 @@ class Failure : public std::runtime_error {
   ExitStatus status_;
 };
 
-/// Ends the run whatever else there is to do: nothing can be printed any more.
-class OutputFailure : public Failure {
- public:
-  explicit OutputFailure(const std::string& line) : Failure(EXIT_UNUSABLE, line) {}
-};
-
 /// Ends the work on one document: "FILE:LINE:COLUMN: reason".
 class DocumentFailure : public Failure {
  public:

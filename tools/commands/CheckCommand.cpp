@@ -75,7 +75,7 @@ CheckedFile checkFile(const std::string& path, const Options& options, std::uint
               std::move(result.diff)};
     }
     return {{options.nameOf(path), std::move(document.name),
-             check::checkDocument(std::move(*document.bytes), settings)}};
+             check::checkDocument(std::move(document.bytes), settings)}};
   } catch (const DocumentFailure& failure) {
     if (failure.status() != EXIT_REJECTED || options.diff) {
       return {{}, failure};

@@ -15,7 +15,9 @@
 #include "check/NearestName.h"
 #include "tools/input/FileList.h"
 #include "tools/output/Escape.h"
+#include "tools/output/JsonWriter.h"
 #include "tools/output/Output.h"
+#include "tools/output/TextReport.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -270,6 +272,25 @@ std::optional<Options> readOptions(const Command& command, int argc, char** argv
       return std::nullopt;
     }
   }
+}
+
+void printTexts(const Options& options,
+                const std::vector<std::pair<std::string, std::string>>& texts) {
+  if (options.format == "json") {
+    JsonWriter json;
+    json.object([&] {
+      for (const auto& [name, text] : texts) {
+        json.member(name, text);
+      }
+    });
+    json.finish();
+    return;
+  }
+  TextReport::print(isColourWanted(options.colour), [&](TextReport& report) {
+    for (const auto& [name, text] : texts) {
+      report.lines(name, text);
+    }
+  });
 }
 
 }  // namespace orvane::nimbrel::tools

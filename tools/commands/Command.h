@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tools/Failure.h"
@@ -97,5 +98,9 @@ std::optional<Options> readOptions(const Command& command, int argc, char** argv
 /// mean "name"?).
 [[nodiscard]] std::string quotedWithHint(std::string_view written,
                                          const std::vector<std::string>& known);
+
+/// Prints texts with their names, as a table or as a JSON object.
+void printTexts(const Options& options,
+                const std::vector<std::pair<std::string, std::string>>& texts);
 
 }  // namespace orvane::nimbrel::tools

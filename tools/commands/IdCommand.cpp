@@ -7,9 +7,6 @@
 #include "tools/Failure.h"
 #include "tools/commands/Command.h"
 #include "tools/output/Escape.h"
-#include "tools/output/JsonWriter.h"
-#include "tools/output/Output.h"
-#include "tools/output/TextReport.h"
 #include "util/HostUriMunger.h"
 #include "util/PortableFilenameMunger.h"
 #include "widgetid/BasicWidgetId.h"
@@ -41,34 +38,6 @@ std::unique_ptr<WidgetId> makeOfApplication(const char* identifier) {
   return std::make_unique<zel::config::ProductionWidgetId>(identifier);
 }
 
-constexpr struct {
-  const char* key;
-  const char* (WidgetId::*get)() const;
-} NAMES[] = {
-    {"string", &WidgetId::toString},
-    {"authority", &WidgetId::toAuthority},
-    {"directoryName", &WidgetId::toDirectoryName},
-    {"topLevelApplicationDataDirectory", &WidgetId::topLevelApplicationDataDirectory},
-};
-
-void print(const Options& options, const WidgetId& id) {
-  if (options.format == "json") {
-    JsonWriter json;
-    json.beginObject();
-    for (const auto& name : NAMES) {
-      json.member(name.key, (id.*name.get)());
-    }
-    json.endObject();
-    json.finish();
-    return;
-  }
-  TextReport::print(isColourWanted(options.colour), [&](TextReport& report) {
-    for (const auto& name : NAMES) {
-      report.row(name.key, (id.*name.get)());
-    }
-  });
-}
-
 ExitStatus runId(Options& options) {
   if (!options.files.empty()) {
     failUsage("unexpected \"" + escape(options.files.front()) + '"');
@@ -92,7 +61,11 @@ ExitStatus runId(Options& options) {
   } catch (const std::invalid_argument& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
   }
-  print(options, *id);
+  printTexts(options,
+             {{"string", id->toString()},
+              {"authority", id->toAuthority()},
+              {"directoryName", id->toDirectoryName()},
+              {"topLevelApplicationDataDirectory", id->topLevelApplicationDataDirectory()}});
   return EXIT_DONE;
 }
 

@@ -7,9 +7,6 @@
 #include "tools/Failure.h"
 #include "tools/commands/Command.h"
 #include "tools/input/Input.h"
-#include "tools/output/JsonWriter.h"
-#include "tools/output/Output.h"
-#include "tools/output/TextReport.h"
 #include "widgetid/LocalizedElementParser.h"
 
 namespace orvane::nimbrel::tools {
@@ -37,27 +34,13 @@ ExitStatus runLocalized(Options& options) {
   const Document document = readDocument(options.files[1], options.stdinName);
   const std::map<std::string, std::string> texts = readingDocument(document.name, [&] {
     return zel::config::LocalizedElementParser::getLocalizedElementMap(
-        document.bytes->data(), static_cast<unsigned int>(document.bytes->size()), element.c_str(),
+        document.bytes.data(), static_cast<unsigned int>(document.bytes.size()), element.c_str(),
         !options.raw);
   });
   if (texts.empty()) {
     requireElement(element);
   }
-  if (options.format == "json") {
-    JsonWriter json;
-    json.beginObject();
-    for (const auto& [language, text] : texts) {
-      json.member(language, text);
-    }
-    json.endObject();
-    json.finish();
-    return EXIT_DONE;
-  }
-  TextReport::print(isColourWanted(options.colour), [&](TextReport& report) {
-    for (const auto& [language, text] : texts) {
-      report.lines(language, text);
-    }
-  });
+  printTexts(options, {texts.begin(), texts.end()});
   return EXIT_DONE;
 }
 

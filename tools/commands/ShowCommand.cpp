@@ -26,12 +26,9 @@ const char* textOrNull(const std::optional<std::string>& text) {
 
 std::shared_ptr<config::BasicConfig> parseDocument(const Options& options, const Document& document,
                                                    config::NimbrelConfigParser& parser) {
-  const char* encoding = textOrNull(options.encoding);
   return parsingDocument(document.name, parser, [&] {
-    return document.bytes ? parser.parse(document.bytes->data(),
-                                         static_cast<unsigned int>(document.bytes->size()),
-                                         textOrNull(options.url), encoding)
-                          : parser.parse(document.name.c_str(), encoding);
+    return parser.parse(document.bytes.data(), static_cast<unsigned int>(document.bytes.size()),
+                        textOrNull(options.url), textOrNull(options.encoding));
   });
 }
 
@@ -47,9 +44,7 @@ ShownFile showFile(const Options& options, const std::string& file,
   // One for each document, as a parser remembers a start file.
   const auto parser = config::createNimbrelConfigParser(locales);
   try {
-    // Only a buffer can have another name.
-    const Document document =
-        options.url ? readDocument(file, options.stdinName) : findDocument(file, options.stdinName);
+    const Document document = readDocument(file, options.stdinName);
     auto record = parseDocument(options, document, *parser);
     return {std::move(record), parser->getErrorText(), std::nullopt};
   } catch (const DocumentFailure& failure) {

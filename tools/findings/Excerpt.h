@@ -24,13 +24,13 @@ struct ExcerptStyle {
                                   const ExcerptStyle& style);
 
 /// The same line in parts, without carets: what stands before the place, in it and behind it. All
-/// are empty where there is no excerpt; the place is when it is not known.
+/// are empty where there is no excerpt. `width` is how many columns of the line are shown.
 struct ExcerptParts {
   std::string before;
   std::string place;
   std::string behind;
 };
 [[nodiscard]] ExcerptParts excerptParts(const check::Report& report,
-                                        const check::Diagnostic& finding);
+                                        const check::Diagnostic& finding, std::size_t width = 100);
 
 }  // namespace orvane::nimbrel::tools

@@ -70,7 +70,7 @@ struct FileCounts {
 };
 
 /// Prints what is found in documents to standard output as it comes: nothing is kept of a document
-/// that was printed. What the output does not take ends it with `OutputFailure`. As it is, it
+/// that was printed. What the output does not take ends it with `Failure`. As it is, it
 /// counts only.
 class FindingPrinter {
  public:

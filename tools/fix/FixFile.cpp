@@ -107,8 +107,8 @@ check::FixedDocument fixFile(const std::string& path, check::CheckSettings setti
       throw unfixable(path, "a package; fix its document and pack it again");
     }
     settings.package = document.contents();
-    check::FixedDocument fixed = check::fixDocument(*document.bytes, settings);
-    if (fixed.count == 0 || replaceFile(document.name, *document.bytes, fixed.report->document())) {
+    check::FixedDocument fixed = check::fixDocument(document.bytes, settings);
+    if (fixed.count == 0 || replaceFile(document.name, document.bytes, fixed.report->document())) {
       return fixed;
     }
   }
@@ -117,7 +117,7 @@ check::FixedDocument fixFile(const std::string& path, check::CheckSettings setti
 
 FixedWithDiff fixWithDiff(const Document& document, const check::CheckSettings& settings,
                           bool isForTerminal) {
-  FixedWithDiff result = {check::fixDocument(*document.bytes, settings), {}};
+  FixedWithDiff result = {check::fixDocument(document.bytes, settings), {}};
   if (result.fixed.count == 0) {
     return result;
   }
@@ -125,8 +125,8 @@ FixedWithDiff fixWithDiff(const Document& document, const check::CheckSettings& 
   const std::string name = escape(document.name);
   result.diff =
       check::encodingOf(report.document())->empty()
-          ? unifiedDiff(name, *document.bytes, report.document())
-          : unifiedDiff(name, check::SourceText(*document.bytes).text(), report.source().text());
+          ? unifiedDiff(name, document.bytes, report.document())
+          : unifiedDiff(name, check::SourceText(document.bytes).text(), report.source().text());
   if (isForTerminal) {
     result.diff = escapedLines(result.diff);
   }

@@ -32,17 +32,14 @@ void require(const std::string& path, bool isDone, const std::string& what = "wr
   }
 }
 
-/// What a call of the system gives that says how much room it needs; none if it fails.
+/// What a call of the system writes, which is no more than Linux lets an attribute have; none if it
+/// fails.
 template <typename Get>
 std::optional<std::string> textFrom(const Get& get) {
-  const ssize_t size = get(nullptr, 0);
-  std::string text(size < 0 ? 0 : static_cast<std::size_t>(size), '\0');
-  const ssize_t got = text.empty() ? size : get(text.data(), text.size());
-  if (got < 0) {
-    return std::nullopt;
-  }
-  text.resize(static_cast<std::size_t>(got));
-  return text;
+  std::string text(65536, '\0');
+  const ssize_t size = get(text.data(), text.size());
+  text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+  return size < 0 ? std::nullopt : std::optional(text);
 }
 
 /// An extended attribute of a file; access control lists are some.

@@ -64,7 +64,7 @@ class Page {
     try {
       Document document = tools::readDocument(request_.file, request_.stdinName);
       name_ = document.name;
-      bytes_ = std::move(*document.bytes);
+      bytes_ = std::move(document.bytes);
       package_ = document.contents();
       icons_.emplace(document.package);
       collectViews(readingDocument(name_, [&] {

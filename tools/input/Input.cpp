@@ -154,12 +154,12 @@ Document findOnStandardInput(const std::string& name) {
   return findInPackage(read, shared->size(), name);
 }
 
-Document find(const std::string& path, const std::string& stdinName, bool wantsBytes) {
+Document find(const std::string& path, const std::string& stdinName) {
   if (path == STANDARD_INPUT) {
     return findOnStandardInput(stdinName);
   }
   if (const std::string inside = documentOf(path); inside != path) {
-    Document document = find(inside, stdinName, wantsBytes);
+    Document document = find(inside, stdinName);
     document.folder = path;
     return document;
   }
@@ -168,7 +168,7 @@ Document find(const std::string& path, const std::string& stdinName, bool wantsB
     const auto read = [file](std::uint64_t at, std::size_t count) { return file->read(at, count); };
     return findInPackage(read, file->size(), path);
   }
-  return {path, wantsBytes ? std::optional(file->readAll()) : std::nullopt};
+  return {path, file->readAll()};
 }
 
 }  // namespace
@@ -186,17 +186,13 @@ std::optional<check::PackageContents> Document::contents() const {
   return folder ? std::make_optional(check::PackageContents{namesBelow(*folder)}) : std::nullopt;
 }
 
-Document findDocument(const std::string& path, const std::string& stdinName) {
-  return find(path, stdinName, false);
-}
-
 std::string readList(const std::string& path) {
   return path == STANDARD_INPUT ? readFrom(STDIN_FILENO, path)
                                 : readFrom(FileDescriptor(path, 0).get(), path);
 }
 
 Document readDocument(const std::string& path, const std::string& stdinName, bool isUnpacked) {
-  Document document = find(path, stdinName, true);
+  Document document = find(path, stdinName);
   if (isUnpacked && document.package == nullptr && fs::path(path).filename() == PACKAGED_DOCUMENT) {
     document.folder = fs::absolute(path).parent_path();
   }

@@ -16,7 +16,7 @@ inline constexpr char STANDARD_INPUT[] = "-";
 /// A document as it was found.
 struct Document {
   std::string name;  ///< what messages call it: the path, for a package or folder with the entry
-  std::optional<std::string> bytes;  ///< none: a regular file that the library may read itself
+  std::string bytes;
   std::shared_ptr<Package> package = nullptr;  ///< in which it stands; null if in none
   /// The folder in which it stands, if that is an unpacked package.
   std::optional<std::string> folder = std::nullopt;
@@ -29,17 +29,14 @@ struct Document {
 /// The "config.xml" of a folder that has one; any other path as it is.
 [[nodiscard]] std::string documentOf(const std::string& path);
 
-/// Finds the document that `path` stands for: a regular file, the "config.xml" of a packaged
+/// Reads the document that `path` stands for: a regular file, the "config.xml" of a packaged
 /// widget, either on standard input ("-"), or the "config.xml" of a folder.
 ///
 /// Throws `Failure` with `EXIT_UNUSABLE` when it cannot be read, with `EXIT_REJECTED` when it has
 /// 2 GiB or more or a package has no usable document. What is no regular file is not opened.
 ///
-/// `stdinName` is what messages call standard input.
-Document findDocument(const std::string& path, const std::string& stdinName);
-
-/// The same with the bytes in any case. If `isUnpacked`, a "config.xml" stands in an unpacked
-/// package.
+/// `stdinName` is what messages call standard input. If `isUnpacked`, a "config.xml" stands in an
+/// unpacked package.
 Document readDocument(const std::string& path, const std::string& stdinName,
                       bool isUnpacked = false);
 

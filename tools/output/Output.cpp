@@ -47,8 +47,8 @@ void writeOutput(std::string_view text) {
       std::signal(SIGPIPE, SIG_DFL);
       std::raise(SIGPIPE);
     }
-    throw OutputFailure("nimbrel-config: standard output cannot be written: " +
-                        std::generic_category().message(error));
+    throw Failure(EXIT_UNUSABLE, "nimbrel-config: standard output cannot be written: " +
+                                     std::generic_category().message(error));
   }
 }
 

@@ -9,7 +9,7 @@ namespace orvane::nimbrel::tools {
 /// closed: what is written there fails, and goes nowhere else. To be called first.
 void secureStandardStreams() noexcept;
 
-/// Writes all of it to standard output. Throws `OutputFailure`; when the reader of a pipe is gone,
+/// Writes all of it to standard output. Throws `Failure`; when the reader of a pipe is gone,
 /// ends the process by SIGPIPE, without a word.
 void writeOutput(std::string_view text);
 

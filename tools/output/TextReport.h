@@ -18,7 +18,7 @@ class TextReport {
 
   /// Prints what `describe` adds to standard output. It is called twice and adds the same each
   /// time: the first call finds how wide the labels are, so that no row has to be kept. Throws
-  /// `OutputFailure` and what `describe` throws.
+  /// `Failure` and what `describe` throws.
   static void print(bool colour, const Describe& describe);
 
   /// Begins a section. One that stays without rows is not printed.

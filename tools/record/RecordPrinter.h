@@ -22,7 +22,7 @@ struct RecordStyle {
 };
 
 /// Prints records to standard output as they come. What the output does not take ends it with
-/// `OutputFailure`.
+/// `Failure`.
 class RecordPrinter {
  public:
   explicit RecordPrinter(RecordStyle style);
