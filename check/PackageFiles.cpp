@@ -98,22 +98,18 @@ bool leadsOut(std::string_view path) {
 }
 
 PackageFiles::PackageFiles(const std::vector<std::string>& names) {
-  const auto sort = [](auto& list) {
-    std::sort(list.begin(), list.end(),
-              [](const auto& left, const auto& right) { return left.order() < right.order(); });
-  };
   entries_.reserve(names.size());
   for (const std::string& name : names) {
     std::string path = resolvePath(name);
     std::string folded = foldCase(path);
     entries_.push_back({std::move(folded), std::move(path)});
   }
-  sort(entries_);
+  std::sort(entries_.begin(), entries_.end());
   addresses_.reserve(names.size());
   for (const Entry& entry : entries_) {
     addAddresses(entry);
   }
-  sort(addresses_);
+  std::sort(addresses_.begin(), addresses_.end());
 }
 
 void PackageFiles::addAddresses(const Entry& entry) {
@@ -139,10 +135,8 @@ bool PackageFiles::has(std::string_view path, const std::vector<std::string>* la
   const std::string resolved = resolvePath(path);
   const std::string folded = foldCase(resolved);
   const auto isIn = [&](std::string_view language) {
-    const Address wanted = {folded, resolved, language};
-    const auto found = std::lower_bound(
-        addresses_.begin(), addresses_.end(), wanted,
-        [](const Address& left, const Address& right) { return left.order() < right.order(); });
+    const auto found =
+        std::lower_bound(addresses_.begin(), addresses_.end(), Address{folded, resolved, language});
     return found != addresses_.end() && found->path == resolved &&
            (languages == nullptr || found->language == language);
   };
@@ -163,64 +157,36 @@ std::string_view PackageFiles::meantBy(std::string_view path) const {
   return {};
 }
 
-std::optional<PackageFiles::Spellings> PackageFiles::differByCase(const Entry& one,
-                                                                  const Entry& other) {
-  std::size_t end = 0;
-  std::size_t otherEnd = 0;
-  std::size_t foldedEnd = 0;
-  while (true) {
-    const std::string_view segment = segmentAt(one.path, end);
-    const std::string_view otherSegment = segmentAt(other.path, otherEnd);
-    const std::string_view folded = segmentAt(one.folded, foldedEnd);
-    if (folded != segmentAt(other.folded, foldedEnd)) {
-      return std::nullopt;
-    }
-    end += segment.size();
-    otherEnd += otherSegment.size();
-    foldedEnd += folded.size();
-    if (segment != otherSegment) {
-      return Spellings{std::string_view(one.path).substr(0, end),
-                       std::string_view(other.path).substr(0, otherEnd)};
-    }
-    if (end == one.path.size() || otherEnd == other.path.size()) {
-      return std::nullopt;
-    }
-    ++end, ++otherEnd, ++foldedEnd;  // behind the "/"
-  }
-}
-
 void PackageFiles::forEachAmbiguous(
     const std::function<void(std::string_view name, std::string_view other)>& visit) const {
   std::set<std::string_view> visited;  // a folder may have many files
   // Names that are the same in all but case, as a whole or up to a folder, stand together.
   for (std::size_t i = 1; i < entries_.size(); ++i) {
-    const Entry& one = entries_[i - 1];
-    const Entry& other = entries_[i];
-    if (one.path == other.path) {
-      if (!one.path.empty() && one.path.back() != '/') {
-        visit(other.path, one.path);
-      }
-    } else if (const auto spellings = differByCase(one, other)) {
-      const bool isNew = visited.insert(spellings->first).second;
-      if (visited.insert(spellings->second).second || isNew) {
-        visit(spellings->second, spellings->first);
+    const std::string_view one = entries_[i - 1].path;
+    const std::string_view other = entries_[i].path;
+    if (one == other && !one.empty() && one.back() != '/') {
+      visit(other, one);
+    }
+    const auto end = static_cast<std::size_t>(
+        std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first - one.begin());
+    const std::string_view left = one.substr(0, one.find('/', end));
+    const std::string_view right = other.substr(0, other.find('/', end));
+    if (left != right && foldCase(left) == foldCase(right)) {
+      const bool isNew = visited.insert(left).second;
+      if (visited.insert(right).second || isNew) {
+        visit(right, left);
       }
     }
   }
-  // Files in whose names the current one begins, the longest last. What stands between a file and
-  // its folder begins like them, since "/" is not the lowest character.
-  std::vector<const Entry*> files;
-  for (const Entry& entry : entries_) {
-    while (!files.empty() &&
-           entry.folded.compare(0, files.back()->folded.size(), files.back()->folded) != 0) {
-      files.pop_back();
-    }
-    if (!files.empty() && entry.folded[files.back()->folded.size()] == '/') {
-      visit(files.back()->path, entry.path);
-      files.pop_back();  // said once
-    }
-    if (!entry.folded.empty() && entry.folded.back() != '/') {
-      files.push_back(&entry);
+  // So do what stands in a folder and what stands in a file.
+  for (auto file = entries_.begin(); file != entries_.end(); ++file) {
+    const std::string folder = file->folded + '/';
+    const auto inside = std::lower_bound(
+        file, entries_.end(), folder,
+        [](const Entry& entry, const std::string& wanted) { return entry.folded < wanted; });
+    if (folder.size() > 1 && inside != entries_.end() && file[1].folded != file->folded &&
+        inside->folded.compare(0, folder.size(), folder) == 0) {
+      visit(file->path, inside->path);
     }
   }
 }

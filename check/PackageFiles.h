@@ -2,11 +2,9 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 namespace orvane::nimbrel::check {
@@ -61,7 +59,9 @@ class PackageFiles {
     std::string folded;  // what is the same for names that differ by case only
     std::string path;
 
-    [[nodiscard]] auto order() const noexcept { return std::tie(folded, path); }
+    bool operator<(const Entry& other) const noexcept {
+      return std::tie(folded, path) < std::tie(other.folded, other.path);
+    }
   };
   /// What a document may write for an entry.
   struct Address {
@@ -69,14 +69,11 @@ class PackageFiles {
     std::string_view path;
     std::string_view language;  // of the folder that it stands in, folded; empty for none
 
-    [[nodiscard]] auto order() const noexcept { return std::tie(folded, path, language); }
+    bool operator<(const Address& other) const noexcept {
+      return std::tie(folded, path, language) < std::tie(other.folded, other.path, other.language);
+    }
   };
 
-  using Spellings = std::pair<std::string_view, std::string_view>;
-
-  /// How two names begin, up to the end of a folder or of the whole, when it is case alone in which
-  /// they differ there.
-  static std::optional<Spellings> differByCase(const Entry& one, const Entry& other);
   void addAddresses(const Entry& entry);
 
   std::vector<Entry> entries_;      // by `folded`, then by `path`
