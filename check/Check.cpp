@@ -1,7 +1,6 @@
 #include "check/Check.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -239,28 +238,18 @@ class Checker : config::NimbrelConfigParser, config::ParseObserver {
 
 /// An attribute that is missing because its name is misspelt, or its value a text, is one mistake.
 void removeExplained(Report& report) {
-  const auto isMissing = [](const Diagnostic& finding) {
-    return finding.code == FindingCode::MISSING_ATTRIBUTE &&
-           finding.attributeIndex == Diagnostic::NO_INDEX;
-  };
-  std::map<const XmlNode*, std::string_view> missing;
+  std::set<std::pair<const XmlNode*, std::string>> explained;
   for (const Diagnostic& finding : report.findings()) {
-    if (isMissing(finding)) {
-      missing.emplace(finding.element, finding.attribute);
-    }
-  }
-  std::set<const XmlNode*> explained;
-  for (const Diagnostic& finding : report.findings()) {
-    const auto found = missing.find(finding.element);
-    if (found != missing.end() &&
-        (finding.isText ? found->second == "value"
-                        : finding.code == FindingCode::UNKNOWN_ATTRIBUTE &&
-                              suggestionFor(finding, Reach::LIKELY) == found->second)) {
-      explained.insert(finding.element);
+    if (finding.isText) {
+      explained.emplace(finding.element, "value");
+    } else if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
+      explained.emplace(finding.element, suggestionFor(finding, Reach::LIKELY));
     }
   }
   report.remove([&](const Diagnostic& finding) {
-    return isMissing(finding) && explained.count(finding.element) != 0;
+    return finding.code == FindingCode::MISSING_ATTRIBUTE &&
+           finding.attributeIndex == Diagnostic::NO_INDEX &&
+           explained.count({finding.element, std::string(finding.attribute)}) != 0;
   });
 }
 

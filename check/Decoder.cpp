@@ -1,12 +1,11 @@
 #include "check/Decoder.h"
 
+#include <unicode/localpointer.h>
 #include <unicode/ucnv.h>
-#include <unicode/ustring.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
 #include <iterator>
-#include <memory>
 #include <new>
 
 #include "util/ParseException.h"
@@ -14,10 +13,6 @@
 
 namespace orvane::nimbrel::check {
 namespace {
-
-struct ConverterCloser {
-  void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
-};
 
 /// What ICU says of a call; throws when it had no memory.
 bool didSucceed(UErrorCode error) {
@@ -62,7 +57,7 @@ bool isKnownEncoding(const std::string& name) {
 bool decode(std::string_view document, const std::string& encoding, std::string& text,
             std::vector<std::uint32_t>& bytes) {
   UErrorCode error = U_ZERO_ERROR;
-  const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
+  const icu::LocalUConverterPointer converter(ucnv_open(encoding.c_str(), &error));
   if (!didSucceed(error)) {
     return false;
   }
@@ -83,8 +78,8 @@ bool decode(std::string_view document, const std::string& encoding, std::string&
     UChar* target = units;
     const auto chunk = static_cast<std::uint32_t>(source - begin);
     error = U_ZERO_ERROR;
-    ucnv_toUnicode(converter.get(), &target, units + std::size(units), &source, end, offsets, 1,
-                   &error);
+    ucnv_toUnicode(converter.getAlias(), &target, units + std::size(units), &source, end, offsets,
+                   1, &error);
     for (const UChar* unit = units; unit != target; ++unit) {
       // A character may begin in the chunk before; then its offset is not known, and -1.
       const std::int32_t offset = offsets[unit - units];
@@ -108,26 +103,23 @@ std::optional<std::string> encode(std::string_view text, const std::string& enco
     return std::string(text);
   }
   UErrorCode error = U_ZERO_ERROR;
-  const std::unique_ptr<UConverter, ConverterCloser> converter(ucnv_open(encoding.c_str(), &error));
-  ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
+  const icu::LocalUConverterPointer converter(ucnv_open(encoding.c_str(), &error));
+  ucnv_setFromUCallBack(converter.getAlias(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                         &error);
   if (!didSucceed(error)) {
     return std::nullopt;
   }
-  std::u16string units(text.size(), u'\0');  // no fewer bytes than units
-  std::int32_t count = 0;
-  u_strFromUTF8(units.data(), static_cast<std::int32_t>(units.size()), &count, text.data(),
-                static_cast<std::int32_t>(text.size()), &error);
-  std::string bytes(static_cast<std::size_t>(
-                        UCNV_GET_MAX_BYTES_FOR_STRING(count, ucnv_getMaxCharSize(converter.get()))),
+  const auto size = static_cast<std::int32_t>(text.size());
+  std::string bytes(static_cast<std::size_t>(UCNV_GET_MAX_BYTES_FOR_STRING(
+                        size, ucnv_getMaxCharSize(converter.getAlias()))),
                     '\0');
-  const std::int32_t size =
-      ucnv_fromUChars(converter.get(), bytes.data(), static_cast<std::int32_t>(bytes.size()),
-                      units.data(), count, &error);
+  const std::int32_t written =
+      ucnv_fromAlgorithmic(converter.getAlias(), UCNV_UTF8, bytes.data(),
+                           static_cast<std::int32_t>(bytes.size()), text.data(), size, &error);
   if (!didSucceed(error)) {
     return std::nullopt;
   }
-  bytes.resize(static_cast<std::size_t>(size));
+  bytes.resize(static_cast<std::size_t>(written));
   return bytes;
 }
 

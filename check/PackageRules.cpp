@@ -67,13 +67,6 @@ std::vector<std::string> languageRanges(const std::vector<std::string>& locales)
   return ranges;
 }
 
-/// Whether a media type is one of `TYPES`, parameters and case aside.
-bool isKnownType(std::string_view type) {
-  const std::string plain =
-      util::ascii::lowerCased(std::string(StringUtil::trimmed(type.substr(0, type.find(';')))));
-  return std::find(std::begin(TYPES), std::end(TYPES), plain) != std::end(TYPES);
-}
-
 /// The type that another one was meant to be; empty when that is not certain.
 std::string_view meantType(const std::string& type) {
   NearestName suggestion(type);
@@ -158,7 +151,10 @@ void PackageRules::checkPath(const XmlNode& element, std::uint32_t index) {
 
 void PackageRules::checkType(const XmlNode& element, std::uint32_t index) {
   const std::string type = StringUtil::squeezeAndTrim(element.attributeAt(index).value);
-  if (!type.empty() && !isKnownType(type)) {
+  // Parameters and case aside.
+  const std::string plain =
+      util::ascii::lowerCased(std::string(StringUtil::trimmed(type.substr(0, type.find(';')))));
+  if (!type.empty() && std::find(std::begin(TYPES), std::end(TYPES), plain) == std::end(TYPES)) {
     report_.add(FindingCode::UNKNOWN_TYPE, element, index).name = report_.keep(meantType(type));
   }
 }

@@ -16,17 +16,14 @@ constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 SourceText::SourceText(std::string_view document) {
   const std::optional<std::string> encoding = encodingOf(document);
-  if (encoding && encoding->empty()) {
+  if (encoding && !encoding->empty()) {
+    text_ = decode(document, *encoding, decoded_, bytes_) ? decoded_ : std::string_view();
+  } else {
+    // Of an unknown encoding the declaration alone can be read.
+    document = document.substr(
+        0, encoding ? std::string_view::npos : util::internal::declarationOf(document).end);
     markSize_ = document.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK ? 3 : 0;
-    text_ = document.substr(markSize_);
-  } else if (encoding && decode(document, *encoding, decoded_, bytes_)) {
-    text_ = decoded_;
-  } else if (!encoding) {
-    // The declaration alone can be read.
-    const std::size_t end = util::internal::declarationOf(document).end;
-    markSize_ =
-        document.substr(0, std::min(end, BYTE_ORDER_MARK.size())) == BYTE_ORDER_MARK ? 3 : 0;
-    text_ = end == 0 ? std::string_view() : document.substr(markSize_, end - markSize_);
+    text_ = encoding || !document.empty() ? document.substr(markSize_) : std::string_view();
   }
   if (text_.data() != nullptr) {
     index();
