@@ -165,7 +165,7 @@ class Checker : config::NimbrelConfigParser, config::ParseObserver {
     } catch (const std::overflow_error& error) {
       rejectIfUnknown(error);
     }
-    return isExtension(*child) && stopped_ != child.get() ? stopped_ : nullptr;
+    return isExtension(child->namespaceView()) && stopped_ != child.get() ? stopped_ : nullptr;
   }
 
   /// Checks children of the root in this order.
@@ -243,7 +243,7 @@ void removeExplained(Report& report) {
     if (finding.isText) {
       explained.emplace(finding.element, "value");
     } else if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
-      explained.emplace(finding.element, suggestionFor(finding, Reach::LIKELY));
+      explained.emplace(finding.element, suggestionFor(finding).text);
     }
   }
   report.remove([&](const Diagnostic& finding) {

@@ -7,20 +7,20 @@
 #include <utility>
 
 #include "check/Decoder.h"
-#include "check/NearestName.h"
 #include "check/Scope.h"
 #include "check/Suggestions.h"
-#include "check/ValueFix.h"
+#include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
+#include "util/StringUtil.h"
 
 namespace orvane::nimbrel::check {
 namespace {
 
 using config::AttributeDescription;
-using config::ChildDescription;
-using config::ElementDescription;
+using config::ValueKind;
 using util::XmlNode;
+using zel::util::StringUtil;
 using Attributes = config::DescriptionList<AttributeDescription>;
 using Edits = std::vector<Edit>;
 
@@ -35,24 +35,16 @@ bool isOurs(std::string_view namespaceUri) noexcept {
          namespaceUri == config::EXTENSION_NAMESPACE;
 }
 
-/// Elements of other vocabularies are none of our business.
-bool mayBeRenamed(const XmlNode& element) noexcept {
-  return isOurs(element.namespaceView()) ||
-         (element.parent() == nullptr &&
-          suggestedNamespace(element.namespaceView()) == config::W3C_WIDGETS_NAMESPACE);
-}
-
-/// Whether an element was meant to have a name that is spelt almost like its own: a letter replaced
-/// in a short name ("game"), and some words, mean something else.
-bool isCertain(std::string_view written, std::string_view meant) {
-  constexpr std::size_t SHORT = 4;
-  constexpr std::string_view WORDS[] = {"reference", "context", "contend",  "resource",
-                                        "gesture",   "expert",  "massaging"};
-  return looksLike(written, meant) ||
-         ((meant.size() > SHORT || written.size() != meant.size() ||
-           std::is_permutation(written.begin(), written.end(), meant.begin())) &&
-          std::none_of(std::begin(WORDS), std::end(WORDS),
-                       [&](std::string_view word) { return looksLike(written, word); }));
+std::string escaped(std::string_view text) {
+  std::string escaped;
+  for (const char c : text) {
+    escaped += c == '&'    ? "&amp;"
+               : c == '<'  ? "&lt;"
+               : c == '"'  ? "&quot;"
+               : c == '\'' ? "&apos;"
+                           : std::string(1, c);
+  }
+  return escaped;
 }
 
 class Fixer {
@@ -61,75 +53,50 @@ class Fixer {
       : report_(report), scope_(report), encoding_(encodingOf(report.document())) {}
 
   std::vector<Fix> fixAll() {
-    const std::vector<Diagnostic>& findings = report_.findings();
-    for (auto first = findings.begin(); first != findings.end();) {
-      const auto last = std::find_if(first, findings.end(), [&](const Diagnostic& finding) {
-        return finding.element != first->element;
-      });
-      if (first->element != nullptr && scope_.enter(*first->element)) {
-        fixElement({&*first, static_cast<std::size_t>(last - first)});
+    const XmlNode* element = nullptr;
+    bool isCertain = false;
+    for (const Diagnostic& finding : report_.findings()) {
+      if (finding.element != element) {
+        element = finding.element;
+        isCertain = element != nullptr && scope_.enter(*element);
+        if (isCertain) {
+          readMeant(*element, attributesOf(*element));
+        }
       }
-      first = last;
+      if (isCertain && !finding.isText) {
+        add(finding);
+      }
     }
     return std::move(fixes_);
   }
 
  private:
-  using Findings = config::DescriptionList<Diagnostic>;
-
-  void fixElement(Findings findings) {
-    countMeant(*findings[0].element, findings);
-    for (const Diagnostic& finding : findings) {
-      if (!finding.isText) {
-        add(finding);
-      }
-    }
-  }
-
-  /// How often each attribute is meant: one that would stand twice is not certain.
-  void countMeant(const XmlNode& element, Findings findings) {
-    meant_.clear();
-    for (const Diagnostic& finding : findings) {
-      if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
-        ++meant_[certainAttribute(element, finding.attributeIndex, attributesOf(element))];
-      }
-    }
-  }
-
   void add(const Diagnostic& finding) {
     Fix fix = {&finding, {}};
-    switch (finding.code) {
-      case FindingCode::WRONG_ROOT:
-        fix.isNamespace = finding.attribute == "xmlns";
-        fix.edits = fix.isNamespace ? namespaceEdits(finding) : renaming(*finding.element, finding);
-        break;
-      case FindingCode::UNKNOWN_ELEMENT:
-        fix.isNamespace = finding.attribute == "xmlns" || isUndeclared(finding.element->nameView());
-        fix.edits = finding.attribute == "xmlns" ? namespaceEdits(finding)
-                    : fix.isNamespace            ? declaration()
-                                                 : renaming(*finding.element, finding);
-        break;
-      case FindingCode::UNKNOWN_ATTRIBUTE: {
-        const XmlNode::Attribute attribute = finding.element->attributeAt(finding.attributeIndex);
-        const bool isMisspelt = !isOurs(attribute.namespaceUri);
-        fix.isNamespace = isMisspelt || isUndeclared(attribute.name);
-        fix.edits = isMisspelt        ? attributeNamespace(finding)
-                    : fix.isNamespace ? declaration()
-                                      : attributeRenaming(*finding.element, finding.attributeIndex,
-                                                          attributesOf(*finding.element));
-        break;
+    if (std::optional<Edits> edits = namespaceEdits(finding)) {
+      fix.isNamespace = true;
+      fix.edits = std::move(*edits);
+    } else {
+      switch (finding.code) {
+        case FindingCode::WRONG_ROOT:
+        case FindingCode::UNKNOWN_ELEMENT:
+          fix.edits = renaming(finding);
+          break;
+        case FindingCode::UNKNOWN_ATTRIBUTE:
+          fix.edits = attributeRenaming(*finding.element, finding.attributeIndex);
+          break;
+        case FindingCode::UNEXPECTED_CHILD:
+        case FindingCode::NOT_READ:
+          fix.edits = unblocking(finding);
+          break;
+        default:
+          fix.edits = valueEdits(finding);
+          break;
       }
-      case FindingCode::UNEXPECTED_CHILD:
-      case FindingCode::NOT_READ:
-        fix.edits = unblocking(finding);
-        break;
-      default:
-        fix.edits = valueEdits(finding);
-        break;
     }
     const bool canBeWritten =
-        std::all_of(fix.edits.begin(), fix.edits.end(), [&](const Edit& edit) {
-          return encoding_ && (encoding_->empty() || encode(edit.text, *encoding_));
+        encoding_ && std::all_of(fix.edits.begin(), fix.edits.end(), [&](const Edit& edit) {
+          return encode(edit.text, *encoding_).has_value();
         });
     if (!fix.edits.empty() && canBeWritten) {
       if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
@@ -139,72 +106,88 @@ class Fixer {
     }
   }
 
-  /// A name whose prefix should be that of the extension elements, but is not declared.
-  static bool isUndeclared(std::string_view name) noexcept {
+  static bool hasExtensionPrefix(std::string_view name) noexcept {
     return name.substr(0, EXTENSION_PREFIX.size()) == EXTENSION_PREFIX;
   }
 
-  [[nodiscard]] Edits declaration() {
-    if (scope_.declarationOf(EXTENSION_PREFIX) != nullptr) {
-      return {};  // of an empty namespace, which declares nothing
-    }
-    const std::size_t end = scope_.rootTag().name.end;
-    return {{{end, end}, " xmlns:tavlo=\"" + escapedValue(config::EXTENSION_NAMESPACE, '"') + '"'}};
+  static Edit inserted(std::size_t at, const std::string& attribute, std::string_view value) {
+    return {{at, at}, ' ' + attribute + "=\"" + escaped(value) + '"'};
   }
 
-  Edits namespaceEdits(const Diagnostic& finding) {
-    const bool isRoot = finding.element->parent() == nullptr;
-    const TagAttribute* const declaration = scope_.declarationOf(scope_.text(scope_.tag().name));
-    if (finding.value.data() == nullptr && isRoot && declaration == nullptr) {
-      const std::size_t end = scope_.tag().name.end;
-      return {{{end, end}, std::string(" xmlns=\"") + config::W3C_WIDGETS_NAMESPACE + '"'}};
+  /// What puts a namespace right; none where something else is wrong.
+  std::optional<Edits> namespaceEdits(const Diagnostic& finding) {
+    const XmlNode& element = *finding.element;
+    const std::string_view tag = scope_.text(scope_.tag().name);
+    const std::string_view space = element.namespaceView();
+    if (finding.attribute == "xmlns") {
+      const bool isRoot = element.parent() == nullptr;
+      const std::string meant = isRoot && space.data() == nullptr ? config::W3C_WIDGETS_NAMESPACE
+                                                                  : suggestedNamespace(space);
+      return isRoot && meant != config::W3C_WIDGETS_NAMESPACE ? Edits()
+                                                              : declared(tag, space, meant);
     }
-    return isRoot && suggestedNamespace(finding.value) != config::W3C_WIDGETS_NAMESPACE
+    if (finding.code == FindingCode::UNKNOWN_ATTRIBUTE) {
+      const XmlNode::Attribute attribute = element.attributeAt(finding.attributeIndex);
+      if (!isOurs(attribute.namespaceUri)) {
+        return declared(nameOf(element, finding.attributeIndex), attribute.namespaceUri,
+                        suggestedNamespace(attribute.namespaceUri));
+      }
+      return hasExtensionPrefix(attribute.name)
+                 ? std::optional(declared(attribute.name, {}, config::EXTENSION_NAMESPACE))
+                 : std::nullopt;
+    }
+    const bool isPrefixWrong = finding.code == FindingCode::UNKNOWN_ELEMENT &&
+                               hasExtensionPrefix(tag) &&
+                               (element.nameView() == tag || suggestedElement(element).text == tag);
+    return isPrefixWrong ? std::optional(declared(tag, space, config::EXTENSION_NAMESPACE))
+                         : std::nullopt;
+  }
+
+  /// Lets the prefix of a name in this tag stand for a namespace.
+  Edits declared(std::string_view name, std::string_view before, const std::string& meant) {
+    const TagAttribute* const declaration = scope_.declarationOf(name);
+    if (declaration == nullptr && before.empty()) {
+      const std::string prefix(name.substr(0, name.find(':')));
+      return {
+          inserted(scope_.rootTag().name.end, prefix == name ? "xmlns" : "xmlns:" + prefix, meant)};
+    }
+    // An empty namespace is none.
+    return meant.empty() || before.empty() || declaration == nullptr ||
+                   scope_.text(declaration->value) != before
                ? Edits()
-               : corrected(declaration, finding.value);
+               : Edits{{declaration->value, escaped(meant)}};
   }
 
-  Edits attributeNamespace(const Diagnostic& finding) {
-    if (finding.attributeIndex >= scope_.tag().attributes.size()) {
+  /// The name of an attribute as it is written; empty when it is not certain where.
+  [[nodiscard]] std::string_view nameOf(const XmlNode& element, std::size_t index) const {
+    const std::vector<TagAttribute>& attributes = scope_.tag().attributes;
+    if (index >= attributes.size()) {
       return {};
     }
-    const std::string_view name = scope_.text(scope_.tag().attributes[finding.attributeIndex].name);
-    return corrected(scope_.declarationOf(name),
-                     finding.element->attributeAt(finding.attributeIndex).namespaceUri);
-  }
-
-  /// A misspelt namespace where it is declared.
-  [[nodiscard]] Edits corrected(const TagAttribute* declaration,
-                                std::string_view namespaceUri) const {
-    const std::string_view meant = suggestedNamespace(namespaceUri);
-    if (meant.empty() || declaration == nullptr ||
-        scope_.text(declaration->value) != namespaceUri) {
-      return {};
-    }
-    return {{declaration->value, escapedValue(meant, quoteOf(declaration->value))}};
-  }
-
-  [[nodiscard]] char quoteOf(Span value) const noexcept {
-    return report_.source().text()[value.begin - 1];
+    const std::string_view name = scope_.text(attributes[index].name);
+    return localPart(name) == localPart(element.attributeAt(index).name) ? name
+                                                                         : std::string_view();
   }
 
   /// The name in both tags of an element.
-  Edits renaming(const XmlNode& element, Diagnostic finding) {
-    finding.code =
-        element.parent() == nullptr ? FindingCode::WRONG_ROOT : FindingCode::UNEXPECTED_CHILD;
-    finding.attribute = {};
-    const std::string meant = suggestionFor(finding);
-    const std::optional<std::string> name = element.parent() == nullptr && !meant.empty()
-                                                ? scope_.prefix() + meant
-                                                : written(meant, false);
-    const Span tag = scope_.tag().name;
-    const std::string_view before = scope_.text(tag);
-    if (!name || *name == before || !mayBeRenamed(element) ||
-        !isCertain(localPart(before), localPart(*name)) ||
-        localPart(before) != element.nameView() || hasChild(element, localPart(*name))) {
+  Edits renaming(const Diagnostic& finding) {
+    const XmlNode& element = *finding.element;
+    const Suggestion meant = suggestedElement(element);
+    const std::string_view before = scope_.text(scope_.tag().name);
+    // Elements of other vocabularies are none of our business.
+    const bool isForeign =
+        !isOurs(element.namespaceView()) &&
+        (element.parent() != nullptr || suggestedNamespace(element.namespaceView()).empty());
+    if (!meant.isCertain || isForeign || localPart(before) != element.nameView() ||
+        hasChild(element, localPart(meant.text))) {
       return {};
     }
-    Edits edits = {{tag, *name}};
+    const std::optional<std::string> name =
+        element.parent() == nullptr ? scope_.prefix() + meant.text : written(meant.text, false);
+    if (!name || *name == before) {
+      return {};
+    }
+    Edits edits = {{scope_.tag().name, *name}};
     if (const std::size_t end = report_.tagsOf(element)->end) {
       edits.push_back({{end + 2, end + 2 + before.size()}, *name});
     }
@@ -220,63 +203,83 @@ class Fixer {
     return child != nullptr;
   }
 
-  /// A name, spelt as in findings, as it has to be written in this tag. None for an empty one, and
-  /// where its namespace has no prefix.
+  /// A name, spelt as in findings, as it has to be written in this tag. None where its namespace
+  /// has no prefix.
   std::optional<std::string> written(std::string_view name, bool isAttribute) {
-    const bool isExtension = isUndeclared(name);
-    if (name.empty()) {
-      return std::nullopt;
-    }
-    const std::string local(isExtension ? localPart(name) : name);
+    const bool isExtension = hasExtensionPrefix(name);
     if (isAttribute && !isExtension) {
-      return local;
+      return std::string(name);
     }
-    const std::optional<std::string> prefix = scope_.prefixFor(
+    std::optional<std::string> prefix = scope_.prefixFor(
         isExtension ? config::EXTENSION_NAMESPACE : config::W3C_WIDGETS_NAMESPACE, isAttribute);
-    return prefix ? std::optional(*prefix + local) : std::nullopt;
-  }
-
-  /// The attribute that was meant, spelt as in findings; empty when that is not certain.
-  static std::string certainAttribute(const XmlNode& element, std::size_t index, Attributes known) {
-    const XmlNode::Attribute attribute = element.attributeAt(index);
-    if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE) {
-      return has(known, attribute.name) ? std::string(attribute.name) : std::string();
+    if (prefix) {
+      prefix->append(isExtension ? localPart(name) : name);
     }
-    const std::string meant = suggestedAttribute(element, index, known);
-    // It would hide the element from users of other languages.
-    return meant == "xml:lang" ? "" : meant;
+    return prefix;
   }
 
-  static bool has(Attributes known, std::string_view name) noexcept {
-    return std::any_of(known.begin(), known.end(), [&](const AttributeDescription& row) {
-      return row.name == name && !row.isExtension;
-    });
+  /// What each attribute of an element that may have these is, or certainly was meant to be, and
+  /// how often: one that would stand twice is not certain.
+  void readMeant(const XmlNode& element, Attributes known) {
+    meant_.clear();
+    counts_.clear();
+    for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+      const XmlNode::Attribute attribute = element.attributeAt(i);
+      const AttributeDescription* const row = findName(known, attribute.name);
+      std::string meant;
+      if (row != nullptr &&
+          (attribute.namespaceUri == namespaceOf(*row) ||
+           (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE && !row->isExtension))) {
+        meant = displayName(row->name, row->isExtension);
+      } else if (isOurs(attribute.namespaceUri)) {
+        const Suggestion suggestion = suggestedAttribute(element, i, known);
+        // "xml:lang" would hide the element from users of other languages.
+        meant = suggestion.isCertain && suggestion.text != "xml:lang" ? suggestion.text : "";
+      }
+      ++counts_[meant];
+      meant_.push_back(std::move(meant));
+    }
   }
 
-  Edits attributeRenaming(const XmlNode& element, std::size_t index, Attributes known) {
-    const std::string meant = certainAttribute(element, index, known);
+  Edits attributeRenaming(const XmlNode& element, std::size_t index) {
+    const std::string& meant = meant_[index];
+    const std::string_view before = nameOf(element, index);
+    if (meant.empty() || before.empty() || counts_[meant] != 1) {
+      return {};
+    }
     const std::optional<std::string> name = written(meant, true);
-    const std::string_view space =
-        isUndeclared(meant) ? std::string_view(config::EXTENSION_NAMESPACE) : std::string_view();
-    if (!name || index >= scope_.tag().attributes.size() || meant_[meant] != 1 ||
-        element.attributeView(localPart(meant), space).data() != nullptr) {
-      return {};
-    }
-    const Span before = scope_.tag().attributes[index].name;
-    return localPart(scope_.text(before)) == localPart(element.attributeAt(index).name)
-               ? Edits{{before, *name}}
-               : Edits();
+    return name && *name != before ? Edits{{scope_.tag().attributes[index].name, *name}} : Edits();
   }
 
+  /// The value in its quotes; white space around what is wrong stays.
   Edits valueEdits(const Diagnostic& finding) {
-    if (finding.attributeIndex >= scope_.tag().attributes.size()) {
+    const ValueKind kind = kindOfValue(*finding.element, finding.attribute);
+    const Suggestion meant =
+        isNumeric(kind) ? suggestedNumber(kind, finding.value) : suggestionFor(finding);
+    if (!meant.isCertain || meant.text.empty() ||
+        nameOf(*finding.element, finding.attributeIndex).empty()) {
       return {};
     }
-    const TagAttribute& attribute = scope_.tag().attributes[finding.attributeIndex];
-    return localPart(scope_.text(attribute.name)) ==
-                   localPart(finding.element->attributeAt(finding.attributeIndex).name)
-               ? fixesOfValue(finding, report_.source().text(), attribute.value)
-               : Edits();
+    const Span span = scope_.tag().attributes[finding.attributeIndex].value;
+    const std::string_view whole = scope_.text(span);
+    const std::string_view core = finding.attribute == "dir"  // where white space counts
+                                      ? whole
+                                      : StringUtil::trimmed(whole);
+    // What spans lines was laid out by its author.
+    if (core.find_first_of("\r\n") != std::string_view::npos || core == meant.text) {
+      return {};
+    }
+    const std::size_t begin = span.begin + static_cast<std::size_t>(core.data() - whole.data());
+    Edits edits = {{{begin, begin + core.size()}, escaped(meant.text)}};
+    if (finding.code == FindingCode::NOT_AN_ORIGIN &&
+        finding.value.find("*.") != std::string_view::npos) {
+      if (counts_["subdomains"] == 0) {
+        edits.push_back(inserted(span.end + 1, "subdomains", "true"));
+      } else if (finding.element->attributeView("subdomains") != "true") {
+        return {};
+      }
+    }
+    return edits;
   }
 
   /// What a child of an extension element needs to be read: its name and those of its attributes,
@@ -287,59 +290,29 @@ class Fixer {
       return {};
     }
     const XmlNode& child = *finding.element;
-    const ElementDescription* const parent = describe(*child.parent());
-    const ChildDescription* known = parent == nullptr ? nullptr : describeChild(*parent, child);
+    const auto* const parent = describe(*child.parent());
+    const auto* known = parent == nullptr ? nullptr : describeChild(*parent, child);
     Edits edits;
     if (known == nullptr) {
-      edits = renaming(child, finding);
-      known = edits.empty() ? nullptr : meantChild(*parent, edits.front().text);
+      edits = renaming(finding);
+      known = edits.empty() ? nullptr : findName(parent->children, localPart(edits[0].text));
     }
     if (known == nullptr) {
       unblocked_ = nullptr;
       return {};
     }
-    if (finding.code == FindingCode::UNEXPECTED_CHILD) {
-      unblocked_ = &child;
+    readMeant(child, known->attributes);
+    for (std::size_t i = 0; i < meant_.size(); ++i) {
+      const Edits names = attributeRenaming(child, i);
+      edits.insert(edits.end(), names.begin(), names.end());
     }
-    const Edits names = attributeEdits(child, known->attributes);
-    edits.insert(edits.end(), names.begin(), names.end());
-    for (const AttributeDescription& row : known->attributes) {
-      if (row.isRequired && child.attributeView(row.name).data() == nullptr &&
-          meant_[std::string(row.name)] != 1) {
-        unblocked_ = nullptr;
-      }
-    }
-    return edits;
-  }
-
-  static const ChildDescription* meantChild(const ElementDescription& parent,
-                                            std::string_view name) noexcept {
-    for (const ChildDescription& known : parent.children) {
-      if (known.name == localPart(name)) {
-        return &known;
-      }
-    }
-    return nullptr;
-  }
-
-  Edits attributeEdits(const XmlNode& child, Attributes known) {
-    std::vector<std::size_t> unknown;
-    meant_.clear();
-    for (std::size_t i = 0; i < child.attributeCount(); ++i) {
-      const XmlNode::Attribute attribute = child.attributeAt(i);
-      const bool isKnown = attribute.namespaceUri.data() == nullptr && has(known, attribute.name);
-      const std::string meant = isKnown || !isOurs(attribute.namespaceUri)
-                                    ? std::string()
-                                    : certainAttribute(child, i, known);
-      if (!meant.empty()) {
-        ++meant_[meant];
-        unknown.push_back(i);
-      }
-    }
-    Edits edits;
-    for (const std::size_t index : unknown) {
-      const Edits edit = attributeRenaming(child, index, known);
-      edits.insert(edits.end(), edit.begin(), edit.end());
+    const bool isComplete = std::all_of(
+        known->attributes.begin(), known->attributes.end(), [&](const AttributeDescription& row) {
+          return !row.isRequired || child.attributeView(row.name).data() != nullptr ||
+                 counts_[std::string(row.name)] == 1;
+        });
+    if (!isComplete || finding.code == FindingCode::UNEXPECTED_CHILD) {
+      unblocked_ = isComplete ? &child : nullptr;
     }
     return edits;
   }
@@ -347,8 +320,9 @@ class Fixer {
   const Report& report_;
   Scope scope_;
   std::optional<std::string> encoding_;
-  std::map<std::string, std::size_t> meant_;  // attributes, of the element at hand
-  const XmlNode* unblocked_ = nullptr;        // the last element that was fixed
+  std::vector<std::string> meant_;             // attributes, of the element at hand
+  std::map<std::string, std::size_t> counts_;  // of each of them
+  const XmlNode* unblocked_ = nullptr;         // the last element that was fixed
   std::vector<Fix> fixes_;
 };
 

@@ -1,5 +1,3 @@
-#include "check/FixDocument.h"
-
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -10,6 +8,7 @@
 
 #include "check/Decoder.h"
 #include "check/FindingCode.h"
+#include "check/Fix.h"
 
 namespace orvane::nimbrel::check {
 namespace {
@@ -19,24 +18,6 @@ constexpr int MAX_ROUNDS = 10;
 /// How much of a document the tries of one round may read; few fixes ever do harm.
 constexpr std::size_t MAX_READ = 0x200000;
 constexpr std::size_t MIN_TRIES = 12;
-
-/// The edits of all fixes in the order of the document, each once.
-std::vector<Edit> editsOf(const std::vector<Fix>& fixes) {
-  std::vector<Edit> edits;
-  for (const Fix& fix : fixes) {
-    edits.insert(edits.end(), fix.edits.begin(), fix.edits.end());
-  }
-  const auto key = [](const Edit& edit) {
-    return std::tie(edit.span.begin, edit.span.end, edit.text);
-  };
-  std::sort(edits.begin(), edits.end(),
-            [&](const Edit& left, const Edit& right) { return key(left) < key(right); });
-  edits.erase(
-      std::unique(edits.begin(), edits.end(),
-                  [&](const Edit& left, const Edit& right) { return key(left) == key(right); }),
-      edits.end());
-  return edits;
-}
 
 /// What is wrong with which element. Elements keep their numbers, as no fix adds or removes one.
 using Fault = std::tuple<FindingCode, std::uint32_t, std::string_view>;
@@ -144,21 +125,27 @@ std::optional<std::string> withFixes(const Report& report, const std::vector<Fix
   if (!encoding) {
     return std::nullopt;
   }
+  std::set<std::tuple<std::size_t, std::size_t, std::string_view>> edits;  // each once
+  for (const Fix& fix : fixes) {
+    for (const Edit& edit : fix.edits) {
+      edits.emplace(edit.span.begin, edit.span.end, edit.text);
+    }
+  }
   const SourceText& source = report.source();
   std::string bytes;
   std::string text;  // in UTF-8
   std::size_t byte = 0;
   std::size_t at = 0;
-  for (const Edit& edit : editsOf(fixes)) {
-    const std::optional<std::string> replacement = encode(edit.text, *encoding);
-    if (!replacement || edit.span.begin < at) {
+  for (const auto& [begin, end, written] : edits) {
+    const std::optional<std::string> replacement = encode(std::string(written), *encoding);
+    if (!replacement || begin < at) {
       return std::nullopt;
     }
-    const std::size_t begin = source.positionOf(edit.span.begin).byte;
-    bytes.append(document, byte, begin - byte).append(*replacement);
-    text.append(source.text(), at, edit.span.begin - at).append(edit.text);
-    byte = source.positionOf(edit.span.end).byte;
-    at = edit.span.end;
+    const std::size_t next = source.positionOf(begin).byte;
+    bytes.append(document, byte, next - byte).append(*replacement);
+    text.append(source.text(), at, begin - at).append(written);
+    byte = source.positionOf(end).byte;
+    at = end;
   }
   bytes.append(document, byte);
   text.append(source.text(), at);

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
@@ -43,6 +43,11 @@ std::string numberOf(char32_t codePoint) {
   return number;
 }
 
+std::vector<std::string> tagsOf(std::vector<std::string> names) {
+  std::transform(names.begin(), names.end(), names.begin(), [](auto& name) { return tagOf(name); });
+  return names;
+}
+
 /// What there is in place of a name: all of a few; of many those that are most like it.
 std::string choice(std::string_view written, std::vector<std::string> names) {
   constexpr std::size_t MOST = 8;
@@ -55,21 +60,6 @@ std::string choice(std::string_view written, std::vector<std::string> names) {
   names.resize(NEAREST);
   names.push_back(std::to_string(others) + " others (docs/elements.md lists all)");
   return listOf(names, " and ");
-}
-
-/// The elements that may stand in another one.
-std::vector<std::string> childrenOf(const XmlNode& parent) {
-  std::vector<std::string> names;
-  if (parent.parent() == nullptr) {
-    for (const ElementDescription* const known : config::elementDescriptions()) {
-      names.push_back(tagOf(*known));
-    }
-  } else if (const ElementDescription* const known = describe(parent)) {
-    for (const auto& child : known->children) {
-      names.push_back(tagOf(displayName(child.name, known->isExtension)));
-    }
-  }
-  return names;
 }
 
 /// The namespace in which a name means something; empty when there is none.
@@ -264,7 +254,7 @@ std::string unknownElementSentence(const Diagnostic& finding) {
            (space.empty() ? "no namespace" : "the namespace " + std::string(space)) +
            "; it belongs to " + std::string(known) + '.';
   }
-  const std::vector<std::string> allowed = childrenOf(*element.parent());
+  const std::vector<std::string> allowed = tagsOf(childNames(element.parent()));
   return "There is no " + tagOf(displayName(element)) + " in " +
          tagOf(displayName(*element.parent())) + ", which may contain " +
          (allowed.empty() ? "no elements" : choice(element.nameView(), allowed)) + '.';
@@ -272,8 +262,8 @@ std::string unknownElementSentence(const Diagnostic& finding) {
 
 std::string unexpectedSentence(const XmlNode& element) {
   const XmlNode& parent = *element.parent();
-  return tagOf(displayName(parent)) + " may contain only " + listOf(childrenOf(parent), " and ") +
-         "; the rest of it is not read.";
+  return tagOf(displayName(parent)) + " may contain only " +
+         listOf(tagsOf(childNames(&parent)), " and ") + "; the rest of it is not read.";
 }
 
 std::string misplacedSentence(const Diagnostic& finding) {
@@ -311,11 +301,8 @@ std::string unknownKeySentence(const Diagnostic& finding) {
   if (!of.empty()) {
     return of + ", not of " + tagOf(parent) + '.';
   }
-  std::vector<std::string> keys;
-  for (const auto& known : parent.keys) {
-    keys.emplace_back(known.name);
-  }
-  return tagOf(parent) + " has no key " + quoted(key) + "; it has " + choice(key, keys) + '.';
+  return tagOf(parent) + " has no key " + quoted(key) + "; it has " +
+         choice(key, namesOf(parent.keys)) + '.';
 }
 
 }  // namespace orvane::nimbrel::check

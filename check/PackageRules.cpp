@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
@@ -68,16 +68,13 @@ std::vector<std::string> languageRanges(const std::vector<std::string>& locales)
 }
 
 /// The type that another one was meant to be; empty when that is not certain.
-std::string_view meantType(const std::string& type) {
-  NearestName suggestion(type);
-  for (const std::string_view known : TYPES) {
-    const std::string_view subtype = known.substr(known.find('/') + 1);
-    if (type == subtype) {
-      return known;
-    }
-    suggestion.consider(known);
-  }
-  return suggestion.get();
+std::string meantType(const std::string& type) {
+  const auto* const found = std::find_if(
+      std::begin(TYPES), std::end(TYPES),
+      [&](std::string_view known) { return known.substr(known.find('/') + 1) == type; });
+  return found != std::end(TYPES)
+             ? std::string(*found)
+             : nearestName(type, {std::begin(TYPES), std::end(TYPES)}, Reach::CERTAIN).text;
 }
 
 }  // namespace

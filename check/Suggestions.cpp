@@ -1,24 +1,77 @@
 #include "check/Suggestions.h"
 
-#include <algorithm>
-#include <string_view>
+#include <unicode/uchar.h>
 
-#include "check/NearestName.h"
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
+
 #include "check/PackageFiles.h"
 #include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
+#include "util/Ascii.h"
 #include "util/IRIParser.h"
 #include "util/StringUtil.h"
+#include "util/Utf8.h"
 
 namespace orvane::nimbrel::check {
 namespace {
 
+using std::string_view_literals::operator""sv;
 using config::AttributeDescription;
-using config::ChildDescription;
-using config::ElementDescription;
-using config::KeyDescription;
 using util::XmlNode;
+
+/// Longer texts are no misspelt name.
+constexpr std::size_t LONGEST = 256;
+
+/// Letters of other scripts that are taken for Latin ones, in lower case. Not the whole list of
+/// Unicode's UTS #39: the library that has it takes an eighth of the tool's start.
+constexpr std::pair<std::u32string_view, std::u32string_view> LOOK_ALIKES = {
+    U"\u0430\u0432\u0435\u0451\u043A\u043C\u043D\u043E\u0440\u0441\u0442\u0443\u0445\u0455\u0456"
+    U"\u0458\u0501\u051B\u051D\u04CF\u04BB\u0261\u0131\u03B1\u03B9\u03BA\u03BD\u03BF\u03C1\u03C5",
+    U"abeekmhopctyxsijdqwlhgiaikvopu"};
+
+/// What a character is that looks as if it were another one, or none.
+enum class Look { LETTER, DASH, BLANK, NOTHING };
+
+Look lookOf(char32_t codePoint) noexcept {
+  const auto character = static_cast<UChar32>(codePoint);
+  const std::uint32_t category = codePoint < 0x80 ? 0 : U_MASK(u_charType(character));
+  if ((category & (U_GC_PI_MASK | U_GC_PF_MASK | U_GC_C_MASK)) != 0 ||
+      u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0) {
+    return Look::NOTHING;  // or a quote, which people put around what they mean
+  }
+  return (category & U_GC_PD_MASK) != 0  ? Look::DASH
+         : (category & U_GC_Z_MASK) != 0 ? Look::BLANK
+                                         : Look::LETTER;
+}
+
+/// How many letters have to be changed, left out, added or exchanged with the next one.
+std::size_t distanceOf(const std::u32string& left, const std::u32string& right) {
+  std::vector<std::size_t> before;
+  std::vector<std::size_t> last(right.size() + 1);
+  std::iota(last.begin(), last.end(), std::size_t{0});
+  for (std::size_t i = 1; i <= left.size(); ++i) {
+    std::vector<std::size_t> row(right.size() + 1, i);
+    for (std::size_t j = 1; j <= right.size(); ++j) {
+      row[j] = std::min(
+          {last[j] + 1, row[j - 1] + 1, last[j - 1] + (left[i - 1] == right[j - 1] ? 0 : 1)});
+      if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1]) {
+        row[j] = std::min(row[j], before[j - 2] + 1);
+      }
+    }
+    before = std::exchange(last, std::move(row));
+  }
+  return last.back();
+}
+
+/// Of a name with a prefix, the name; an address has none.
+std::u32string plainLocalPart(std::string_view name) {
+  const std::size_t begin = name.find(':') + 1;
+  return plainForm(name.substr(begin, 1) == "/" ? name : name.substr(begin));
+}
 
 /// Names that authors take from other vocabularies.
 constexpr struct {
@@ -32,74 +85,30 @@ constexpr struct {
                 {"href", "origin"},   {"source", "src"},    {"src", "resource"},
                 {"href", "resource"}, {"path", "resource"}, {"file", "resource"}};
 
-bool hasAttribute(const XmlNode& element, const AttributeDescription& attribute) {
-  return element.attributeView(attribute.name, namespaceOf(attribute)).data() != nullptr;
+Suggestion meantLanguage(const XmlNode& element) {
+  return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr
+             ? Suggestion{"xml:lang", true}
+             : Suggestion();
 }
 
-std::string meantLanguage(const XmlNode& element) {
-  return element.attributeView("lang", config::XML_NAMESPACE).data() == nullptr ? "xml:lang" : "";
-}
-
-/// The child of the root that an element was meant to be: of either vocabulary.
-std::string meantChildOfRoot(const XmlNode& element, Reach reach) {
-  NearestName suggestion(element.nameView(), reach);
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    suggestion.consider(known->name);
-  }
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (known->name == suggestion.get()) {
-      return displayName(known->name, known->isExtension);
+/// The word that a switch was meant to have: one that looks like one of its own, or the word of the
+/// other pair ("true" for "yes", "no" for "false").
+Suggestion meantWord(std::string_view written, const config::SwitchWords& words) {
+  constexpr std::string_view YES[] = {"true", "yes"};
+  constexpr std::string_view NO[] = {"false", "no"};
+  const auto isLike = [&](std::string_view word) { return looksLike(written, word); };
+  for (const auto& known : {words.trigger, words.opposite}) {
+    if (const auto* const word = std::find_if(known, known + 2, isLike); word != known + 2) {
+      return {std::string(*word), true};
     }
   }
-  return {};
-}
-
-std::string meantElement(const XmlNode& element, Reach reach) {
-  const XmlNode* const parent = element.parent();
-  if (element.nameView().find(':') != std::string_view::npos) {
-    return {};  // the prefix is the mistake
+  const bool isYes = std::any_of(std::begin(YES), std::end(YES), isLike);
+  if (!isYes && std::none_of(std::begin(NO), std::end(NO), isLike)) {
+    return {};
   }
-  if (parent == nullptr) {
-    NearestName suggestion(element.nameView(), reach);
-    suggestion.consider("widget");
-    return std::string(suggestion.get());
-  }
-  if (parent->parent() == nullptr) {
-    return meantChildOfRoot(element, reach);
-  }
-  NearestName suggestion(element.nameView(), reach);
-  const ElementDescription* const known = describe(*parent);
-  for (const ChildDescription& child :
-       known == nullptr ? config::DescriptionList<ChildDescription>() : known->children) {
-    suggestion.consider(child.name);
-  }
-  return suggestion.get().empty() ? "" : displayName(suggestion.get(), known->isExtension);
-}
-
-std::string_view meantWord(const XmlNode& element, std::string_view attribute,
-                           std::string_view value) {
-  const KeyDescription* const key = attribute == "value" ? describeSetting(element) : nullptr;
-  if (key != nullptr && key->words != nullptr) {
-    for (const auto& words : {key->words->trigger, key->words->opposite}) {
-      const auto* const word = std::find_if(
-          words, words + 2, [&](std::string_view known) { return looksLike(value, known); });
-      if (word != words + 2) {
-        return *word;
-      }
-    }
-    return suggestedWord(value, key->words->trigger[0], key->words->opposite[0]);
-  }
-  NearestName suggestion(value);
-  for (const std::string_view direction : DIRECTIONS) {
-    suggestion.consider(direction);
-  }
-  return suggestion.get();
-}
-
-std::string_view meantKey(const XmlNode& setting, std::string_view key, Reach reach) {
-  const ElementDescription* const parent =
-      setting.parent() == nullptr ? nullptr : describe(*setting.parent());
-  return parent == nullptr ? std::string_view() : suggestedKey(*parent, key, reach);
+  const std::string_view meant =
+      (isYes != isAmong(NO, words.trigger[0]) ? words.trigger : words.opposite)[0];
+  return {std::string(meant), isAmong(YES, meant) || isAmong(NO, meant)};
 }
 
 /// The IRI that a text with blanks was meant to be. Blanks in an authority, or between two
@@ -125,9 +134,101 @@ std::string meantIri(std::string_view text) {
 
 }  // namespace
 
-std::string suggestedAttribute(const XmlNode& element, std::size_t index,
-                               config::DescriptionList<AttributeDescription> described,
-                               Reach reach) {
+std::u32string plainForm(std::string_view text) {
+  std::u32string plain;
+  text = text.substr(0, LONGEST);
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t codePoint = util::internal::decodeUtf8(text, at);
+    if (codePoint < 0x80) {
+      if (codePoint > ' ' && U"-_.\"'`"sv.find(codePoint) == std::u32string_view::npos) {
+        plain += static_cast<unsigned char>(util::ascii::lowerCase(static_cast<char>(codePoint)));
+      }
+    } else if (lookOf(codePoint) == Look::LETTER) {
+      const auto folded =
+          static_cast<char32_t>(u_foldCase(static_cast<UChar32>(codePoint), U_FOLD_CASE_DEFAULT));
+      const std::size_t found = LOOK_ALIKES.first.find(folded);
+      plain += found == std::u32string_view::npos ? folded : LOOK_ALIKES.second[found];
+    }
+  }
+  return plain;
+}
+
+std::string asTyped(std::string_view text) {
+  std::string typed;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t begin = at;
+    const char32_t codePoint = util::internal::decodeUtf8(text, at);
+    const Look look = lookOf(codePoint);
+    if (look == Look::LETTER) {
+      typed += text.substr(begin, at - begin);
+    } else if (look != Look::NOTHING) {
+      typed += look == Look::DASH ? '-' : ' ';
+    }
+  }
+  return zel::util::StringUtil::squeezeAndTrim(typed);
+}
+
+bool looksLike(std::string_view left, std::string_view right) {
+  const std::u32string plain = plainForm(left);
+  return !plain.empty() && plain == plainForm(right);
+}
+
+Suggestion nearestName(std::string_view written, const std::vector<std::string>& known,
+                       Reach reach) {
+  const std::u32string plain = plainForm(written);
+  Suggestion nearest;
+  std::size_t least = LONGEST;
+  for (const std::string& name : known) {
+    const std::u32string other = plainLocalPart(name);
+    const auto [shorter, longer] = std::minmax(plain.size(), other.size());
+    const std::size_t limit = reach == Reach::CERTAIN ? 1 : std::max<std::size_t>(longer / 3, 1);
+    if (shorter == 0 || longer - shorter > limit) {
+      continue;
+    }
+    const std::size_t distance = distanceOf(plain, other);
+    if (distance <= limit && distance <= least) {
+      // Of two that are as near it is not known which.
+      nearest = distance == least ? Suggestion() : Suggestion{name, distance <= 1};
+      least = distance;
+    }
+  }
+  return nearest;
+}
+
+void sortByLikeness(std::string_view written, std::vector<std::string>& names) {
+  const std::u32string plain = plainForm(written).substr(0, 64);  // a document may have many
+  std::vector<std::pair<std::size_t, std::string>> sorted;
+  for (std::string& name : names) {
+    sorted.emplace_back(distanceOf(plain, plainLocalPart(name)), std::move(name));
+  }
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  std::transform(sorted.begin(), sorted.end(), names.begin(),
+                 [](auto& entry) { return std::move(entry.second); });
+}
+
+Suggestion suggestedElement(const XmlNode& element) {
+  constexpr std::size_t SHORT = 4;
+  constexpr std::string_view WORDS[] = {"reference", "context", "contend",  "resource",
+                                        "gesture",   "expert",  "massaging"};
+  const std::string_view written = element.nameView();
+  if (written.find(':') != std::string_view::npos) {
+    return {};  // the prefix is the mistake
+  }
+  Suggestion meant = nearestName(written, childNames(element.parent()));
+  const std::string_view name = std::string_view(meant.text).substr(meant.text.find(':') + 1);
+  // A letter replaced in a short name ("game"), and some words, mean something else.
+  meant.isCertain = looksLike(written, name) ||
+                    (meant.isCertain &&
+                     (name.size() > SHORT || written.size() != name.size() ||
+                      std::is_permutation(written.begin(), written.end(), name.begin())) &&
+                     std::none_of(std::begin(WORDS), std::end(WORDS),
+                                  [&](std::string_view word) { return looksLike(written, word); }));
+  return meant;
+}
+
+Suggestion suggestedAttribute(const XmlNode& element, std::size_t index,
+                              config::DescriptionList<AttributeDescription> known) {
   const XmlNode::Attribute attribute = element.attributeAt(index);
   const std::string_view written = attribute.name;
   if (attribute.namespaceUri == config::W3C_WIDGETS_NAMESPACE ||
@@ -138,22 +239,14 @@ std::string suggestedAttribute(const XmlNode& element, std::size_t index,
     return meantLanguage(element);
   }
   if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
-    return std::string(suggestedNamespace(attribute.namespaceUri));
+    return {suggestedNamespace(attribute.namespaceUri), true};
   }
-  // The element's own names first; those in another namespace only if none of these is similar.
-  for (const bool isExtension : {false, true}) {
-    NearestName suggestion(written, reach);
-    for (const AttributeDescription& description : described) {
-      if (description.isExtension == isExtension) {
-        suggestion.consider(description.name);
-      }
-    }
-    if (!isExtension) {
-      suggestion.consider("dir");  // which any element may have
-    }
-    if (!suggestion.get().empty()) {
-      return displayName(suggestion.get(), isExtension);
-    }
+  std::vector<std::string> names = {"dir"};  // which any element may have
+  for (const AttributeDescription& row : known) {
+    names.push_back(displayName(row.name, row.isExtension));
+  }
+  if (Suggestion meant = nearestName(written, names); !meant.text.empty()) {
+    return meant;
   }
   for (const auto& row : SYNONYMS) {
     if (!looksLike(row.written, written)) {
@@ -162,57 +255,76 @@ std::string suggestedAttribute(const XmlNode& element, std::size_t index,
     if (row.meant == "xml:lang") {
       return meantLanguage(element);
     }
-    for (const AttributeDescription& description : described) {
-      if (description.name == row.meant && !hasAttribute(element, description)) {
-        return std::string(row.meant);
-      }
+    const AttributeDescription* const meant = findName(known, row.meant);
+    if (meant != nullptr &&
+        element.attributeView(meant->name, namespaceOf(*meant)).data() == nullptr) {
+      return {std::string(row.meant), true};
     }
   }
   return {};
 }
 
-std::string suggestionFor(const Diagnostic& finding, Reach reach) {
+Suggestion suggestionFor(const Diagnostic& finding) {
   // Of a short value only: a namespace may be long, and many elements may have it.
   const auto value = [&] { return zel::util::StringUtil::squeezeAndTrim(finding.value); };
+  // The file that is there; nothing when it is the one that is written.
+  const auto unless = [&](const std::string& written) {
+    return Suggestion{finding.name == written ? "" : std::string(finding.name)};
+  };
   switch (finding.code) {
     case FindingCode::WRONG_ROOT:
-      if (finding.attribute == "xmlns") {
-        return config::W3C_WIDGETS_NAMESPACE;
-      }
-      return finding.element == nullptr ? "" : meantElement(*finding.element, reach);
     case FindingCode::UNKNOWN_ELEMENT:
-      if (finding.attribute == "xmlns") {
-        return std::string(suggestedNamespace(finding.value));
-      } else {
-        const std::string meant = meantElement(*finding.element, reach);
-        return meant == finding.name ? "" : meant;  // its prefix stands for another namespace
-      }
     case FindingCode::UNEXPECTED_CHILD:
-      return meantElement(*finding.element, reach);
+      if (finding.attribute == "xmlns") {
+        return {finding.code == FindingCode::WRONG_ROOT ? config::W3C_WIDGETS_NAMESPACE
+                                                        : suggestedNamespace(finding.value),
+                true};
+      }
+      if (finding.element != nullptr) {
+        Suggestion meant = suggestedElement(*finding.element);
+        // Else its prefix stands for another namespace.
+        return meant.text == finding.name ? Suggestion() : meant;
+      }
+      return {};
     case FindingCode::UNKNOWN_ATTRIBUTE:
       return suggestedAttribute(*finding.element, finding.attributeIndex,
-                                attributesOf(*finding.element), reach);
+                                attributesOf(*finding.element));
     case FindingCode::UNKNOWN_KEY:
-    case FindingCode::SIMILAR_KEY:
-      return std::string(meantKey(*finding.element, value(), reach));
-    case FindingCode::UNKNOWN_WORD:
-      return std::string(meantWord(*finding.element, finding.attribute, value()));
+    case FindingCode::SIMILAR_KEY: {
+      const std::vector<std::string> keys = namesOf(describe(*finding.element->parent())->keys);
+      const Suggestion meant = nearestName(value(), keys);
+      return {meant.text, meant.isCertain && finding.code == FindingCode::UNKNOWN_KEY};
+    }
+    case FindingCode::UNKNOWN_WORD: {
+      const config::KeyDescription* const key =
+          finding.attribute == "value" ? describeSetting(*finding.element) : nullptr;
+      if (key != nullptr && key->words != nullptr) {
+        return meantWord(value(), *key->words);
+      }
+      Suggestion meant =
+          nearestName(value(), {std::begin(DIRECTIONS), std::end(DIRECTIONS)}, Reach::CERTAIN);
+      meant.isCertain = looksLike(value(), meant.text);
+      return meant;
+    }
+    case FindingCode::NOT_A_BOOLEAN:
+      return meantWord(value(), {{"true", "true"}, {"false", "false"}});
     case FindingCode::NOT_AN_IRI:
     case FindingCode::REQUIRED_FEATURE_NAME:
-      return meantIri(value());
+      // In the name of a feature a blank may separate two, and no identity is guessed.
+      return {meantIri(value()), finding.attribute == "href"};
+    case FindingCode::NOT_AN_ORIGIN:
+      return adviceOnOrigin(value()).meant;
     case FindingCode::INVALID_VALUE:
-    case FindingCode::SUSPICIOUS_VALUE: {
-      const auto advice = adviceOnValue(kindOfValue(*finding.element, finding.attribute), value());
-      return advice ? advice->suggestion : "";
-    }
+    case FindingCode::SUSPICIOUS_VALUE:
+      return adviceOnValue(kindOfValue(*finding.element, finding.attribute), value())
+          .value_or(Advice())
+          .meant;
     case FindingCode::MISSING_FILE:  // or it is there, for users of other languages
-      return finding.name == resolvePath(value()) ? "" : std::string(finding.name);
+      return unless(resolvePath(value()));
     case FindingCode::OUTSIDE_PACKAGE:
-      return finding.name == value() ? "" : std::string(finding.name);
+      return unless(value());
     case FindingCode::UNKNOWN_TYPE:
-      return std::string(finding.name);
-    case FindingCode::NOT_A_BOOLEAN:
-      return std::string(suggestedWord(value(), "true", "false"));
+      return {std::string(finding.name)};
     default:
       return {};
   }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "check/ValueAdvice.h"
 #include "check/Vocabulary.h"
 #include "config/Namespaces.h"
@@ -23,9 +23,7 @@ namespace {
 
 /// Whether a name was probably meant to be another one.
 bool isNear(std::string_view written, std::string_view meant) {
-  NearestName nearest(written);
-  nearest.consider(meant);
-  return !nearest.get().empty();
+  return nearestName(written, {std::string(meant)}).isCertain;
 }
 
 }  // namespace
@@ -82,7 +80,7 @@ void TreeRules::checkAttribute(const XmlNode& element, std::uint32_t index, Attr
     report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, index);
   } else if (isNumeric(found->kind)) {
     checkNumber(element, index, found->kind);
-  } else if (found->kind != ValueKind::PATH || !isExtension(element)) {
+  } else if (found->kind != ValueKind::PATH || !isExtension(element.namespaceView())) {
     checkValue(element, index, found->kind);  // paths of the extensions may be addresses
   }
 }
@@ -212,7 +210,7 @@ void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& p
     return;
   }
   if (description == parent.anyKey && !parent.keys.empty() &&
-      (!suggestedKey(parent, key).empty() || ownerOfKey(key, parent) != nullptr)) {
+      (nearestName(key, namesOf(parent.keys)).isCertain || ownerOfKey(key, parent) != nullptr)) {
     report_.add(FindingCode::SIMILAR_KEY, setting, indexOf(setting, keyAttribute));
   }
   // What is not used, of whichever screen, can be no mistake.

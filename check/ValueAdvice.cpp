@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "check/Decoder.h"
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "util/Ascii.h"
 #include "util/IDNConverter.h"
 #include "util/IRI.h"
@@ -60,7 +60,6 @@ bool isWhole(std::string_view text) noexcept {
 // Origins.
 
 constexpr std::string_view SCHEME_END = "://";
-constexpr unsigned int MAX_PORT = 65535;
 
 util::Option<IRI> parse(const std::string& text) {
   util::Option<IRI> iri;
@@ -70,20 +69,12 @@ util::Option<IRI> parse(const std::string& text) {
   return iri;
 }
 
-bool hasMore(const IRI& iri) noexcept {
-  return iri.hasUserInfo || iri.hasPath || iri.hasQuery || iri.hasFragment;
-}
-
-std::string schemeOf(const IRI& iri) {
-  return util::ascii::lowerCased(std::string(iri.scheme));
-}
-
 /// Scheme, host and port, if the parser takes them.
 std::string originOf(const IRI& iri) {
-  const std::string scheme = schemeOf(iri);
+  const std::string scheme = util::ascii::lowerCased(iri.scheme);
   const bool hasPort = iri.port >= 0 || scheme == "http" || scheme == "https";
   std::string ascii;
-  if (iri.hasUserInfo || !hasPort ||
+  if (iri.hasUserInfo || iri.host.empty() || !hasPort ||
       !util::IDNConverter().tryConvertToASCII(iri.host.c_str(), ascii)) {
     return {};
   }
@@ -91,59 +82,38 @@ std::string originOf(const IRI& iri) {
          (iri.port >= 0 ? ":" + std::to_string(iri.port) : "");
 }
 
-/// Whether an origin is an IRI but for its port.
-bool isPortWrong(const std::string& origin) {
-  const std::size_t host = origin.find(SCHEME_END);
-  const std::size_t colon = origin.rfind(':');
-  if (host == std::string::npos || colon == host) {
-    return false;
+/// The origin in an address, whatever its slashes and its scheme, which may be missing. It is
+/// certain unless the scheme is a guess, or what stands behind may be a network or a port.
+Suggestion meantOrigin(std::string address) {
+  std::replace(address.begin(), address.end(), '\\', '/');
+  std::size_t scheme = address.find(":/");
+  const bool isGuess = scheme == std::string::npos;
+  if (isGuess) {
+    scheme = 5;
+    address.insert(0, "https://");
+  } else {
+    address.replace(scheme, address.find_first_not_of('/', scheme + 1) - scheme, SCHEME_END);
   }
-  const std::string_view port = std::string_view(origin).substr(colon + 1);
-  const bool isNumber =
-      !port.empty() && port.size() < 6 && std::all_of(port.begin(), port.end(), isDigit);
-  return !(isNumber && std::stoul(std::string(port)) <= MAX_PORT) && parse(origin.substr(0, colon));
-}
-
-/// What a text without a scheme was meant to be, if it is a host: with a dot, or with a port.
-std::string meantByHost(const std::string& origin) {
-  const util::Option<IRI> iri = parse("https://" + origin);
-  const bool isHost =
-      iri && iri.get().hasHost && !hasMore(iri.get()) && !originOf(iri.get()).empty();
-  const bool hasDot = origin.find('.') != std::string::npos;
-  if (!isHost || (!hasDot && iri.get().port < 0)) {
+  const std::size_t end = address.find_first_of("/?#", scheme + SCHEME_END.size());
+  const std::string rest = address.substr(std::min(end, address.size()));
+  const util::Option<IRI> parsed = parse(address);
+  if (!parsed) {
     return {};
   }
-  return (hasDot && !isDigit(iri.get().host.back()) ? "https://" : "http://") + origin;
-}
-
-/// What was meant where "\\" or a single "/" stands behind the scheme.
-std::string meantBySlashes(std::string origin) {
-  std::replace(origin.begin(), origin.end(), '\\', '/');
-  const std::size_t scheme = origin.find(":/");
-  if (scheme == std::string::npos) {
-    return {};
+  IRI iri = parsed.get();
+  if (isGuess && (iri.host.find('.') == std::string::npos || isDigit(iri.host.back()))) {
+    if (iri.port < 0 && iri.host.find('.') == std::string::npos) {
+      return {};  // any word
+    }
+    iri.scheme = "http";
   }
-  const std::size_t host = std::min(origin.find_first_not_of('/', scheme + 1), origin.size());
-  const util::Option<IRI> iri =
-      parse(origin.substr(0, scheme) + std::string(SCHEME_END) + origin.substr(host));
-  return iri && !iri.get().host.empty() ? originOf(iri.get()) : "";
-}
-
-Advice adviceOnText(const std::string& origin) {
-  if (origin.find_first_not_of("[]{}()\"' *") == std::string::npos &&
-      std::count(origin.begin(), origin.end(), '*') == 1) {
-    return {"Write \"*\" alone", "*"};
+  if (iri.host.substr(0, 2) == "*.") {
+    iri.host.erase(0, 2);
   }
-  if (origin.find('\\') != std::string::npos) {
-    return {"Write \"/\" for \"\\\"", meantBySlashes(origin)};
-  }
-  if (origin.find(' ') != std::string::npos) {
-    return {"Write an element for each origin", ""};
-  }
-  if (isPortWrong(origin)) {
-    return {"The port must be a number up to 65535", ""};
-  }
-  return {"Must be \"*\", or scheme, host and port", meantByHost(origin)};
+  const bool isPath =
+      rest.find(':') == std::string::npos &&
+      (rest.size() < 2 || rest.find_first_not_of("/0123456789") != std::string::npos);
+  return {originOf(iri), !isGuess && isPath};
 }
 
 // Values that the parser does not judge.
@@ -169,10 +139,10 @@ std::optional<Advice> adviceOnCode(const std::string& tag) {
   }
   const std::string meant(likely, std::strcspn(likely, "_"));
   if (U_FAILURE(error) || meant.empty() || meant == "und") {
-    return Advice{'"' + language + "\" is no language.", ""};
+    return Advice{'"' + language + "\" is no language."};
   }
   return Advice{'"' + language + "\" is a country, not a language.",
-                meant + tag.substr(language.size())};
+                {meant + tag.substr(language.size())}};
 }
 
 std::optional<Advice> adviceOnLanguage(const std::string& value) {
@@ -183,57 +153,64 @@ std::optional<Advice> adviceOnLanguage(const std::string& value) {
   if (isLanguageTag(value)) {
     return adviceOnCode(value);
   }
-  std::string meant = value;
+  std::string meant = asTyped(value);
   std::replace(meant.begin(), meant.end(), '_', '-');
+  const std::vector<std::string> parts = StringUtil::split(meant, '-');
+  // "en_us_x" is no tag, and "x" was not meant to begin another part.
+  const bool isCertain = std::all_of(parts.begin(), parts.end(),
+                                     [](const std::string& part) { return part.size() > 1; });
   return Advice{"No user has this language; write a tag such as \"en\" or \"en-US\".",
-                isLanguageTag(meant) ? meant : "", true, true};
+                isLanguageTag(meant) ? Suggestion{meant, isCertain} : Suggestion(), true};
 }
 
-std::optional<Advice> adviceOnKeywords(const std::string& value) {
-  if (value.find(',') != std::string::npos) {
-    std::string meant = value;
-    std::replace(meant.begin(), meant.end(), ',', ' ');
-    return Advice{"Separate view modes by blanks, not by commas.",
-                  StringUtil::squeezeAndTrim(meant), false, true};
-  }
-  const std::vector<std::string> keywords = StringUtil::split(value, ' ');
-  for (const std::string& keyword : keywords) {
-    if (std::find(std::begin(VIEW_MODES), std::end(VIEW_MODES), keyword) == std::end(VIEW_MODES)) {
-      NearestName suggestion(keyword, Reach::LIKELY);
-      for (const std::string_view mode : VIEW_MODES) {
-        suggestion.consider(mode);
-      }
-      return Advice{"There is no view mode \"" + keyword +
-                        "\"; there are windowed, floating, fullscreen, maximized and minimized.",
-                    std::string(suggestion.get()), false, true};
+std::optional<Advice> adviceOnKeywords(std::string value) {
+  const bool hasComma = value.find(',') != std::string::npos;
+  std::replace(value.begin(), value.end(), ',', ' ');
+  std::string unknown;
+  std::string repeated;
+  std::set<std::string> seen;
+  Suggestion meant = {"", true};
+  for (const std::string& keyword : StringUtil::split(StringUtil::squeezeAndTrim(value), ' ')) {
+    const Suggestion mode = nearestName(keyword, {std::begin(VIEW_MODES), std::end(VIEW_MODES)});
+    if (mode.text != keyword && unknown.empty()) {
+      unknown = keyword;
     }
-  }
-  std::set<std::string_view> seen;
-  for (const std::string& keyword : keywords) {
     if (!seen.insert(keyword).second) {
-      return Advice{"The view mode \"" + keyword + "\" is repeated; the first one counts.", ""};
+      repeated = keyword;
     }
+    meant.text += (meant.text.empty() ? "" : " ") + (mode.text.empty() ? keyword : mode.text);
+    meant.isCertain = meant.isCertain && mode.isCertain && repeated.empty();
   }
-  return std::nullopt;
+  if (hasComma) {
+    return Advice{"Separate view modes by blanks, not by commas.", meant, true};
+  }
+  if (!unknown.empty()) {
+    return Advice{"There is no view mode \"" + unknown +
+                      "\"; there are windowed, floating, fullscreen, maximized and minimized.",
+                  meant.text == value ? Suggestion() : meant, true};
+  }
+  return repeated.empty() ? std::nullopt
+                          : std::optional(Advice{"The view mode \"" + repeated +
+                                                 "\" is repeated; the first one counts."});
 }
 
-std::optional<Advice> adviceOnPath(const std::string& value) {
-  const std::size_t scheme = value.find("://");
+std::optional<Advice> adviceOnPath(std::string value) {
+  const std::size_t scheme = value.find(SCHEME_END);
   const bool isAddress =
       scheme != std::string::npos && scheme > 0 &&
       std::all_of(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(scheme),
                   util::ascii::isLetterOrDigit);
   if (isAddress) {
-    return Advice{"An address; write the path of a file in the package.", ""};
+    return Advice{"An address; write the path of a file in the package."};
   }
   if (value.find('\\') == std::string::npos) {
     return std::nullopt;
   }
-  std::string meant = value;
-  std::replace(meant.begin(), meant.end(), '\\', '/');
-  const bool isRelative = meant.front() != '/' && meant.find(':') == std::string::npos;
-  return Advice{"Write \"/\" between folders; \"\\\" is part of a name.", isRelative ? meant : "",
-                true, true};
+  std::replace(value.begin(), value.end(), '\\', '/');
+  const bool isRelative = value.front() != '/' && value.find(':') == std::string::npos;
+  return Advice{"Write \"/\" between folders; \"\\\" is part of a name.",
+                {isRelative ? value : "", isRelative},
+                true};
 }
 
 }  // namespace
@@ -280,44 +257,61 @@ std::string usedNumber(ValueKind kind, const std::string& text) {
   return digits.empty() ? "0" : digits;
 }
 
+Suggestion suggestedNumber(ValueKind kind, std::string_view text) {
+  constexpr std::string_view UNIT = "px";
+  std::string number = asTyped(text);
+  const std::size_t unit = number.size() - std::min(UNIT.size(), number.size());
+  if ((kind == ValueKind::SIZE || kind == ValueKind::INTEGER) &&
+      util::ascii::lowerCased(number.substr(unit)) == UNIT) {
+    number = StringUtil::trimmed(std::string_view(number).substr(0, unit));
+  }
+  // Zero may be too small.
+  return isWholeNumber(kind, number) && usedNumber(kind, number) != "0" ? Suggestion{number, true}
+                                                                        : Suggestion();
+}
+
 Advice adviceOnOrigin(const std::string& origin) {
-  if (origin.substr(0, 2) == "*.") {
-    return adviceOnOrigin("https://" + origin);
+  const auto has = [&](std::string_view text) { return origin.find(text) != std::string::npos; };
+  const std::string typed = asTyped(origin);
+  if (typed.find_first_not_of("[]{}()\"' *") == std::string::npos &&
+      std::count(typed.begin(), typed.end(), '*') == 1) {
+    return {"Write \"*\" alone", {"*", true}};
   }
   const util::Option<IRI> parsed = parse(origin);
-  if (!parsed) {
-    return adviceOnText(origin);
+  const IRI iri = parsed ? parsed.get() : IRI();
+  const Suggestion meant = meantOrigin(typed);
+  if (origin.substr(0, 2) == "*." || iri.host.substr(0, 2) == "*.") {
+    return {"Write subdomains=\"true\" instead of a wildcard", meant};
   }
-  const IRI& iri = parsed.get();
-  if (!iri.hasHost || iri.host.empty()) {
-    if (const std::string meant = meantBySlashes(origin); !meant.empty()) {
-      return {"Write \"//\" behind \"" + iri.scheme + ":\"", meant};
-    }
-    const Advice advice = adviceOnText(origin);
-    return {advice.suggestion.empty()
-                ? "An origin needs a host"
-                : '"' + iri.scheme + ":\" is read as a scheme; write scheme, host and port",
-            advice.suggestion};
+  if (has("\\")) {
+    return {"Write \"/\" for \"\\\"", meant};
   }
-  if (iri.host.substr(0, 2) == "*.") {
-    return {"Write subdomains=\"true\" instead of a wildcard",
-            iri.scheme + std::string(SCHEME_END) + iri.host.substr(2) +
-                (iri.port >= 0 ? ":" + std::to_string(iri.port) : "")};
-  }
-  if (iri.host.find_first_of(",;") != std::string::npos ||
+  if (has(" ") || iri.host.find_first_of(",;") != std::string::npos ||
       origin.find(SCHEME_END) != origin.rfind(SCHEME_END)) {
-    return {"Write an element for each origin", ""};
+    return {"Write an element for each origin"};
   }
-  if (hasMore(iri)) {
-    return {"Only scheme, host and port are allowed, without a final slash", originOf(iri), true};
+  if (!parsed) {
+    const std::size_t colon = origin.rfind(':');
+    const bool isPortWrong =
+        has(SCHEME_END) && colon > origin.find(SCHEME_END) && parse(origin.substr(0, colon));
+    return {isPortWrong ? "The port must be a number up to 65535"
+                        : "Must be \"*\", or scheme, host and port",
+            meant};
   }
-  if (iri.port < 0 && schemeOf(iri) != iri.scheme) {
-    return {"The scheme must be in lower case", originOf(iri), true};
+  if (iri.host.empty()) {
+    return {meant.text.empty() ? "An origin needs a host"
+            : has(":/")        ? "Write \"//\" behind \"" + iri.scheme + ":\""
+                        : '"' + iri.scheme + ":\" is read as a scheme; write scheme, host and port",
+            meant};
   }
-  if (iri.port < 0 && iri.scheme != "http" && iri.scheme != "https") {
-    return {"A port is needed, unless the scheme is \"http\" or \"https\"", ""};
-  }
-  return {"The host is not a valid domain name", ""};
+  const std::string scheme = util::ascii::lowerCased(iri.scheme);
+  return {iri.hasUserInfo || iri.hasPath || iri.hasQuery || iri.hasFragment
+              ? "Only scheme, host and port are allowed, without a final slash"
+          : iri.port < 0 && scheme != iri.scheme ? "The scheme must be in lower case"
+          : iri.port < 0 && scheme != "http" && scheme != "https"
+              ? "A port is needed, unless the scheme is \"http\" or \"https\""
+              : "The host is not a valid domain name",
+          meant};
 }
 
 std::optional<Advice> adviceOnValue(ValueKind kind, const std::string& value) {
@@ -331,7 +325,7 @@ std::optional<Advice> adviceOnValue(ValueKind kind, const std::string& value) {
     case ValueKind::ENCODING:
       return value.empty() || isKnownEncoding(value)
                  ? std::nullopt
-                 : std::optional(Advice{"There is no encoding of this name; write \"utf-8\".", ""});
+                 : std::optional(Advice{"There is no encoding of this name; write \"utf-8\"."});
     default:
       return std::nullopt;
   }

@@ -4,17 +4,16 @@
 #include <string>
 #include <string_view>
 
+#include "check/Suggestions.h"
 #include "config/ElementDescription.h"
 
 // What can be said of a value by its kind alone.
 namespace orvane::nimbrel::check {
 
-/// What is wrong, and what was meant where that is certain.
+/// What is wrong, and what was meant.
 struct Advice {
   std::string sentence;  ///< of an origin without its end
-  std::string suggestion;
-  /// Whether nothing else can be meant, so that it may be written without asking.
-  bool isCertain = false;
+  Suggestion meant = {};
   bool isUseless = false;  ///< whether the value as it is serves nobody
 };
 
@@ -37,5 +36,8 @@ struct Advice {
 
 /// The number that the parser reads at the beginning of a text which it accepts.
 [[nodiscard]] std::string usedNumber(config::ValueKind kind, const std::string& text);
+
+/// The number that was meant by "480px", as sizes are in pixels, or by one in typographic quotes.
+[[nodiscard]] Suggestion suggestedNumber(config::ValueKind kind, std::string_view text);
 
 }  // namespace orvane::nimbrel::check

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "check/Suggestions.h"
 #include "config/Namespaces.h"
 #include "util/Ascii.h"
 #include "util/StringUtil.h"
@@ -15,9 +16,7 @@ using config::KeyDescription;
 using util::XmlNode;
 
 std::string displayName(std::string_view name, bool isExtension) {
-  std::string result = isExtension ? "tavlo:" : "";
-  result += name;
-  return result;
+  return (isExtension ? "tavlo:" : "") + std::string(name);
 }
 
 std::string displayName(std::string_view name, std::string_view namespaceUri) {
@@ -35,17 +34,9 @@ bool isExtension(std::string_view namespaceUri) noexcept {
   return namespaceUri == config::EXTENSION_NAMESPACE;
 }
 
-bool isExtension(const XmlNode& element) noexcept {
-  return isExtension(element.namespaceView());
-}
-
 const ElementDescription* describe(const XmlNode& element) noexcept {
-  const bool extension = isExtension(element);
-  if (!extension && element.namespaceView() != config::W3C_WIDGETS_NAMESPACE) {
-    return nullptr;
-  }
   for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (known->isExtension == extension && known->name == element.nameView()) {
+    if (known->name == element.nameView() && element.namespaceView() == namespaceOf(*known)) {
       return known;
     }
   }
@@ -54,26 +45,17 @@ const ElementDescription* describe(const XmlNode& element) noexcept {
 
 const ChildDescription* describeChild(const ElementDescription& parent,
                                       const XmlNode& child) noexcept {
-  if (child.namespaceView() !=
-      (parent.isExtension ? config::EXTENSION_NAMESPACE : config::W3C_WIDGETS_NAMESPACE)) {
-    return nullptr;
-  }
-  for (const ChildDescription& known : parent.children) {
-    if (known.name == child.nameView()) {
-      return &known;
-    }
-  }
-  return nullptr;
+  return child.namespaceView() == namespaceOf(parent) ? findName(parent.children, child.nameView())
+                                                      : nullptr;
 }
 
 const KeyDescription* describeKey(const ElementDescription& element,
                                   std::string_view key) noexcept {
-  for (const KeyDescription& known : element.keys) {
-    if (known.name == key || isDensityVariant(known, key)) {
-      return &known;
-    }
-  }
-  return element.anyKey;
+  const auto* const found =
+      std::find_if(element.keys.begin(), element.keys.end(), [&](const KeyDescription& known) {
+        return known.name == key || isDensityVariant(known, key);
+      });
+  return found == element.keys.end() ? element.anyKey : found;
 }
 
 const KeyDescription* describeSetting(const XmlNode& setting) {
@@ -91,15 +73,19 @@ std::string_view namespaceOf(const config::AttributeDescription& attribute) noex
   return attribute.isExtension ? std::string_view(config::EXTENSION_NAMESPACE) : std::string_view();
 }
 
+std::string_view namespaceOf(const ElementDescription& element) noexcept {
+  return element.isExtension ? config::EXTENSION_NAMESPACE : config::W3C_WIDGETS_NAMESPACE;
+}
+
 std::uint32_t indexOf(const XmlNode& element, std::string_view name,
                       std::string_view namespaceUri) noexcept {
-  std::uint32_t index = 0;
-  while (index < element.attributeCount() &&
-         (element.attributeAt(index).name != name ||
-          element.attributeAt(index).namespaceUri != namespaceUri)) {
-    ++index;
+  for (std::uint32_t i = 0; i < element.attributeCount(); ++i) {
+    const XmlNode::Attribute attribute = element.attributeAt(i);
+    if (attribute.name == name && attribute.namespaceUri == namespaceUri) {
+      return i;
+    }
   }
-  return index < element.attributeCount() ? index : Diagnostic::NO_INDEX;
+  return Diagnostic::NO_INDEX;
 }
 
 config::DescriptionList<config::AttributeDescription> attributesOf(
@@ -108,14 +94,12 @@ config::DescriptionList<config::AttributeDescription> attributesOf(
   if (parent == nullptr) {
     return config::widgetDescription().attributes;
   }
-  if (parent->parent() == nullptr) {
-    const ElementDescription* const known = describe(element);
+  const ElementDescription* const known = describe(parent->parent() == nullptr ? element : *parent);
+  if (known == nullptr || parent->parent() == nullptr) {
     return known == nullptr ? decltype(known->attributes)() : known->attributes;
   }
-  const ElementDescription* const around = describe(*parent);
-  const ChildDescription* const known =
-      around == nullptr ? nullptr : describeChild(*around, element);
-  return known == nullptr ? decltype(known->attributes)() : known->attributes;
+  const ChildDescription* const child = describeChild(*known, element);
+  return child == nullptr ? decltype(child->attributes)() : child->attributes;
 }
 
 config::ValueKind kindOfValue(const XmlNode& element, std::string_view attribute) {
@@ -142,41 +126,44 @@ bool isDensityVariant(const KeyDescription& description, std::string_view key) n
                      [](char c) { return util::ascii::isDigit(c) || c == '-'; });
 }
 
-std::string_view suggestedKey(const ElementDescription& element, std::string_view key,
-                              Reach reach) {
-  NearestName suggestion(key, reach);
-  for (const KeyDescription& known : element.keys) {
-    suggestion.consider(known.name);
+std::vector<std::string> childNames(const XmlNode* parent) {
+  if (parent == nullptr) {
+    return {std::string(config::widgetDescription().name)};
   }
-  return suggestion.get();
+  std::vector<std::string> names;
+  if (parent->parent() == nullptr) {
+    for (const ElementDescription* const known : config::elementDescriptions()) {
+      names.push_back(displayName(known->name, known->isExtension));
+    }
+  } else if (const ElementDescription* const known = describe(*parent)) {
+    for (const ChildDescription& child : known->children) {
+      names.push_back(displayName(child.name, known->isExtension));
+    }
+  }
+  return names;
 }
 
 const ElementDescription* ownerOfKey(std::string_view key, const ElementDescription& other) {
   for (const ElementDescription* const known : config::elementDescriptions()) {
-    for (const KeyDescription& row : known->keys) {
-      if (known != &other && row.name == key) {
-        return known;
-      }
+    if (known != &other && findName(known->keys, key) != nullptr) {
+      return known;
     }
   }
   return nullptr;
 }
 
-std::string_view suggestedNamespace(std::string_view written) {
-  NearestName suggestion(written);
-  suggestion.consider(config::W3C_WIDGETS_NAMESPACE);
-  suggestion.consider(config::EXTENSION_NAMESPACE);
-  return suggestion.get();
+std::string suggestedNamespace(std::string_view written) {
+  return nearestName(written, {config::W3C_WIDGETS_NAMESPACE, config::EXTENSION_NAMESPACE},
+                     Reach::CERTAIN)
+      .text;
 }
 
 bool isKnownSomewhere(const XmlNode& element) noexcept {
-  if (describe(element) != nullptr) {
-    return true;
-  }
   const auto known = config::elementDescriptions();
-  return std::any_of(known.begin(), known.end(), [&](const ElementDescription* parent) {
-    return describeChild(*parent, element) != nullptr;
-  });
+  return describe(element) != nullptr ||
+         std::any_of(known.begin(), known.end(), [&](const ElementDescription* parent) {
+           return describeChild(*parent, element) != nullptr;
+         });
 }
 
 bool isDirection(std::string_view value) noexcept {

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "check/Diagnostic.h"
-#include "check/NearestName.h"
 #include "config/ElementDescription.h"
 #include "util/XmlNode.h"
 
@@ -22,8 +23,6 @@ namespace orvane::nimbrel::check {
 
 /// Whether a namespace is that of the extensions.
 [[nodiscard]] bool isExtension(std::string_view namespaceUri) noexcept;
-/// Whether an element is in it.
-[[nodiscard]] bool isExtension(const util::XmlNode& element) noexcept;
 
 /// The description of a child of the root; null for one that is not known.
 [[nodiscard]] const config::ElementDescription* describe(const util::XmlNode& element) noexcept;
@@ -41,6 +40,8 @@ namespace orvane::nimbrel::check {
 
 /// The namespace of an attribute; null data for none.
 [[nodiscard]] std::string_view namespaceOf(const config::AttributeDescription& attribute) noexcept;
+/// The namespace of an element and its children.
+[[nodiscard]] std::string_view namespaceOf(const config::ElementDescription& element) noexcept;
 
 /// The place of an attribute among those of an element; `Diagnostic::NO_INDEX` for an absent one.
 [[nodiscard]] std::uint32_t indexOf(const util::XmlNode& element, std::string_view name,
@@ -58,16 +59,33 @@ namespace orvane::nimbrel::check {
 [[nodiscard]] bool isDensityVariant(const config::KeyDescription& description,
                                     std::string_view key) noexcept;
 
-/// The key of an element that an unknown one was meant to be; empty when that is not certain.
-[[nodiscard]] std::string_view suggestedKey(const config::ElementDescription& element,
-                                            std::string_view key, Reach reach = Reach::CERTAIN);
+/// The description of a name in a list; null when there is none.
+template <typename T>
+const T* findName(config::DescriptionList<T> list, std::string_view name) noexcept {
+  const auto* const found =
+      std::find_if(list.begin(), list.end(), [&](const T& known) { return known.name == name; });
+  return found == list.end() ? nullptr : found;
+}
+
+/// The names of some descriptions.
+template <typename List>
+std::vector<std::string> namesOf(const List& list) {
+  std::vector<std::string> names;
+  for (const auto& known : list) {
+    names.emplace_back(known.name);
+  }
+  return names;
+}
+
+/// The elements that may stand in another one, as findings spell them; "widget" for null.
+[[nodiscard]] std::vector<std::string> childNames(const util::XmlNode* parent);
 
 /// Another element that has a key; null when there is none.
 [[nodiscard]] const config::ElementDescription* ownerOfKey(std::string_view key,
                                                            const config::ElementDescription& other);
 
-/// The namespace that another one was meant to be; empty when that is not certain.
-[[nodiscard]] std::string_view suggestedNamespace(std::string_view written);
+/// The one of our namespaces that another one was meant to be; empty when that is not certain.
+[[nodiscard]] std::string suggestedNamespace(std::string_view written);
 
 /// Whether an element with a namespace of ours may stand somewhere.
 [[nodiscard]] bool isKnownSomewhere(const util::XmlNode& element) noexcept;

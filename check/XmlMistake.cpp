@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "check/Markup.h"
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "util/Utf8.h"
 #include "util/xml/XmlEncoding.h"
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "check/FindingCode.h"
-#include "check/FixDocument.h"
+#include "check/Fix.h"
 #include "check/Wording.h"
 #include "fuzz/Host.h"
 #include "fuzz/Property.h"

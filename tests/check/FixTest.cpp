@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "check/Decoder.h"
-#include "check/FixDocument.h"
+#include "check/Fix.h"
 #include "check/Markup.h"
 #include "check/Vocabulary.h"
 #include "tests/check/FindingLines.h"
@@ -93,8 +93,35 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "<access origin='http://10.0.0.0/8'/><access origin='http://localhost/api:8080'/>"
        "<access origin='http://a.example'/>"},
       {"<access origin='ftp://a.example/'/><access origin='http://u@a.example/'/>"
-       "<access origin='https://*.a.example'/><access origin='a.example'/>",
+       "<access origin='a.example'/><access origin='*.a.example'/><access "
+       "origin='localhost:8080'/>",
        ""},
+      {"<access origin='http://*.a.example:8080'/><access origin='https://*.b.example' "
+       "Subdomains='true'/><access origin='https://*.c.example' subdomains='false'/>",
+       "<access origin='http://a.example:8080' subdomains=\"true\"/><access "
+       "origin='https://b.example' subdomains='true'/><access origin='https://*.c.example' "
+       "subdomains='false'/>"},
+      {"<access origin='http:/a'/><access origin='http:\\\\b'/><access origin='[ * ]'/>"
+       "<access origin='http:\\\\10.0.0.0\\8'/><access origin='\u201Chttp://c\u201D'/>"
+       "<access origin='http://d\u00A0http://e'/>",
+       "<access origin='http://a'/><access origin='http://b'/><access origin='*'/>"
+       "<access origin='http:\\\\10.0.0.0\\8'/><access origin='http://c'/>"
+       "<access origin='http://d\u00A0http://e'/>"},
+      // What a word processor writes.
+      {"<ic\u043En s\u200Crc='icons\\16.png' width='\u201C48\u201D' height='4\u200B8\u00A0'/>"
+       "<icon src='a' width='4\u00A08' height='0px'/>",
+       "<icon src='icons/16.png' width='48' height='48'/>"
+       "<icon src='a' width='4\u00A08' height='0px'/>"},
+      {"<tavlo:network><tavlo:asset key='http\u2013header' value='a'/></tavlo:network>"
+       "<tavlo:settings><tavlo:setting name='disable_zel_features' value='\u201Cyes\u201D'/>"
+       "</tavlo:settings><tavlo:cookiejar><tavlo:asset key='persist\u200Bent' value='tru\u0435'/>"
+       "</tavlo:cookiejar>",
+       "<tavlo:network><tavlo:asset key='http-header' value='a'/></tavlo:network>"
+       "<tavlo:settings><tavlo:setting name='disable-zel-features' value='yes'/>"
+       "</tavlo:settings><tavlo:cookiejar><tavlo:asset key='persistent' value='true'/>"
+       "</tavlo:cookiejar>"},
+      {"<name xml:lang='en\u2013US\u00A0'>a</name><name xml:lang='e n'>b</name>",
+       "<name xml:lang='en-US'>a</name><name xml:lang='e n'>b</name>"},
       {"<name dir='Rtl'>a<span dir='ltr '/><b dir='rtr'/></name>",
        "<name dir='rtl'>a<span dir='ltr'/><b dir='rtr'/></name>"},
       {"<preference name='a' readonly='NO'/><preference name='b' readonly='1'/>",
@@ -118,7 +145,9 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
        "</tavlo:messaging>",
        "<tavlo:messaging><tavlo:app name='a' value='true'/><tavlo:app name='b' value='no'/>"
        "</tavlo:messaging>"},
-      {"<tavlo:resources><tavlo:asset key='DatabaseStorag' value='yes'/></tavlo:resources>", ""},
+      {"<tavlo:resources><tavlo:asset key='DatabaseStorag' value='yes'/>"
+       "<tavlo:asset key='application-cache-path' value='a'/></tavlo:resources>",
+       ""},
       {"<tavlo:auth><tavlo:asset key='a' value='yes'/><tavlo:asset key='b' value='Token'/>"
        "</tavlo:auth>",
        "<tavlo:auth><tavlo:asset key='a' value='yes'/><tavlo:asset key='b' value='token'/>"
@@ -128,6 +157,10 @@ TEST(Fix, ChangesWhatIsCertainAndNothingElse) {
       {"<?x?><w:Widget xmlns:w='https://www.w3.org/ns/widgets'><name/></w:Widget>",
        "<?x?><w:widget xmlns:w='http://www.w3.org/ns/widgets'><w:name/></w:widget>"},
       {"<widget xmlns='urn:x'/>", ""},
+      {"<widget xmlns='http://www.w3.org/ns/widgets' xmlns:tavlo='http://www.w3.org/ns/widgets'>"
+       "<tavlo:chrome/></widget>",
+       std::string("<widget xmlns='http://www.w3.org/ns/widgets' xmlns:tavlo='") +
+           config::EXTENSION_NAMESPACE + "'><tavlo:chrome/></widget>"},
       {"<widget xmlns='http://www.w3.org/ns/widgets' id='http://a.example/a b'/>", ""},
       {"<widget xmlns='http://www.w3.org/ns/widgets'"
        " xmlns:a='http://tavlo.example/ns/widget-extension' a:applicationid='b'/>",

@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <variant>
 
-#include "check/NearestName.h"
+#include "check/Suggestions.h"
 #include "tools/input/FileList.h"
 #include "tools/output/Escape.h"
 #include "tools/output/JsonWriter.h"
@@ -225,9 +225,7 @@ void failUsage(const std::string& message) {
 }
 
 std::string quotedWithHint(std::string_view written, const std::vector<std::string>& known) {
-  check::NearestName meant(written);
-  std::for_each(known.begin(), known.end(), [&](const auto& name) { meant.consider(name); });
-  const std::string hint(meant.get());
+  const std::string hint = check::nearestName(written, known, check::Reach::CERTAIN).text;
   return '"' + escape(written) + '"' + (hint.empty() ? "" : " (did you mean \"" + hint + "\"?)");
 }
 

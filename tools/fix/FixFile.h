@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "check/FixDocument.h"
+#include "check/Fix.h"
 #include "tools/input/Input.h"
 
 namespace orvane::nimbrel::tools {
