@@ -140,6 +140,10 @@ constexpr CodeDescription CODES[] = {
      "There are bytes in the package that belong to no file of it.",
      R"(<!-- package: index.html +7 --> <name>Map</name>)",
      R"(<!-- package: index.html --> <name>Map</name>)"},
+    {Code::UNUSABLE_PACKAGE, "unusable-package", ERROR,
+     "The package is no usable ZIP archive, or has no document, or more than one, at its root.",
+     R"(<!-- package: index.html config.xml config.xml --> <name>Map</name>)",
+     R"(<!-- package: index.html config.xml --> <name>Map</name>)"},
 };
 
 constexpr bool areInOrder() noexcept {
@@ -148,7 +152,7 @@ constexpr bool areInOrder() noexcept {
       return false;
     }
   }
-  return std::size(CODES) == static_cast<std::size_t>(Code::UNLISTED_BYTES) + 1;
+  return std::size(CODES) == static_cast<std::size_t>(Code::UNUSABLE_PACKAGE) + 1;
 }
 static_assert(areInOrder());
 

@@ -46,7 +46,8 @@ enum class FindingCode {
   OUTSIDE_PACKAGE,  ///< a path that leads out of the package
   UNKNOWN_TYPE,     ///< a media type that files of packages do not have
   AMBIGUOUS_NAME,   ///< two files of one name, or of names that differ by case only
-  UNLISTED_BYTES    ///< bytes of the package that belong to no entry
+  UNLISTED_BYTES,   ///< bytes of the package that belong to no entry
+  UNUSABLE_PACKAGE  ///< no usable archive, or none with one document; found by who unpacks it
 };
 
 /// The code of what the parser reports.

@@ -76,8 +76,8 @@ std::string_view Report::keep(std::string_view text) {
 }
 
 void Report::reject(std::string_view message, std::uint32_t line, std::uint32_t column,
-                    std::optional<Span> place) {
-  Diagnostic& finding = add(FindingCode::DOCUMENT_REJECTED, nullptr);
+                    std::optional<Span> place, FindingCode code) {
+  Diagnostic& finding = add(code, nullptr);
   finding.value = keep(message);
   finding.line = line;
   finding.column = column;

@@ -75,10 +75,11 @@ class Report {
   void remove(const std::function<bool(const Diagnostic&)>& isUnwanted);
   /// A copy of a text that lives as long as the report; equal ones are kept once.
   [[nodiscard]] std::string_view keep(std::string_view text);
-  /// Adds that the document is rejected and why; 0 for a line or column that is not known. A place
-  /// in the text goes before them.
+  /// Adds that the document, or its package, is rejected and why; 0 for a line or column that is
+  /// not known. A place in the text goes before them.
   void reject(std::string_view message, std::uint32_t line, std::uint32_t column,
-              std::optional<Span> place = std::nullopt);
+              std::optional<Span> place = std::nullopt,
+              FindingCode code = FindingCode::DOCUMENT_REJECTED);
   /// Puts the findings in order and finds their places, in the tree that they point into; null when
   /// there is none.
   void complete(std::shared_ptr<const util::XmlDocument> tree);

@@ -233,6 +233,7 @@ std::string sentenceOf(const Diagnostic& finding) {
   const std::string_view ignored = "the attribute is ignored";
   switch (finding.code) {
     case FindingCode::DOCUMENT_REJECTED:
+    case FindingCode::UNUSABLE_PACKAGE:
       return std::string(finding.value);
     case FindingCode::WRONG_ROOT:
       return rootSentence(finding);
@@ -317,7 +318,8 @@ Wording wordingOf(const Diagnostic& finding) {
     wording.element = displayName(*finding.element);
   }
   wording.attribute = finding.attribute;
-  if (finding.code != FindingCode::DOCUMENT_REJECTED) {
+  if (finding.code != FindingCode::DOCUMENT_REJECTED &&
+      finding.code != FindingCode::UNUSABLE_PACKAGE) {
     wording.value = finding.attribute == "xmlns" ? beginningOf(finding.value, MAX_NAMESPACE_SIZE)
                                                  : finding.value;
   }

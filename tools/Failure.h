@@ -3,11 +3,13 @@
 #include <cerrno>
 #include <cstdint>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 #include <utility>
 
+#include "check/FindingCode.h"
 #include "config/ConfigParser.h"
 #include "tools/output/Escape.h"
 #include "util/ParseException.h"
@@ -43,12 +45,12 @@ class Failure : public std::runtime_error {
 class DocumentFailure : public Failure {
  public:
   /// What is wrong and where, as the library or the system put it; a line or column of 0 is
-  /// unknown.
+  /// unknown. Of a finding it is the sentence.
   struct Problem {
     std::string reason;
     std::uint32_t line = 0;
     std::uint32_t column = 0;
-    std::string subject = {};  ///< what it is about, if not the whole document; escaped already
+    std::optional<check::FindingCode> code = std::nullopt;
   };
 
   DocumentFailure(ExitStatus status, const std::string& file, Problem problem)
@@ -58,15 +60,16 @@ class DocumentFailure : public Failure {
 
  private:
   static std::string lineOf(const std::string& file, const Problem& problem) {
-    std::string line = placed(escape(file), problem.line, problem.column);
-    line += problem.subject.empty() ? "" : ": " + problem.subject;
-    return line + ": " + escape(problem.reason);
+    const std::string line = placed(escape(file), problem.line, problem.column);
+    return problem.code ? line + ": error: " + escapeUnprintable(problem.reason) + " [" +
+                              std::string(check::descriptionOf(*problem.code).name) + ']'
+                        : line + ": " + escape(problem.reason);
   }
 
   Problem problem_;
 };
 
-/// The library, or a package, gives no document for this reason.
+/// The library gives no document for this reason.
 inline DocumentFailure rejection(const std::string& file, const std::string& reason,
                                  std::uint32_t line = 0, std::uint32_t column = 0) {
   return {EXIT_REJECTED, file, {reason, line, column}};

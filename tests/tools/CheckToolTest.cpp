@@ -39,10 +39,10 @@ TEST(CheckTool, FindsAFaultOfEveryKind) {
   EXPECT_EQ(outcome.error, "");
   EXPECT_EQ(outcome.out, contentOf(data + "/faulty.txt"));
 
-  std::set<std::string> found = {"document-rejected",     "wrong-root",
-                                 "required-feature-name", "missing-file",  // of packages, this and
-                                 "outside-package",       "unknown-type",  // these
-                                 "ambiguous-name",        "unlisted-bytes"};
+  std::set<std::string> found = {"document-rejected", "wrong-root",     "required-feature-name",
+                                 "missing-file",                       // of packages, this and
+                                 "outside-package",   "unknown-type",  // these
+                                 "ambiguous-name",    "unlisted-bytes", "unusable-package"};
   for (const std::string& code : codesIn(outcome.out)) {
     found.insert(code.substr(code.find(' ') + 1));
   }
@@ -63,7 +63,7 @@ TEST(CheckTool, ReportsOnceWhyADocumentIsRejected) {
       {"<widget>\n  <a></b>", "-:2:6: error: "},
       {"\n<a/>", "-:2:2: error: a: "},
       {widget("\n<feature name='x'/>"), "-:2:16: error: feature: name=\"x\": "},
-      {"PK\x03\x04", "-: error: no usable ZIP archive: "},
+      {"PK\x03\x04", "-: error: The package is no usable ZIP archive: it "},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.document);

@@ -14,17 +14,24 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+// In the sentences of "check", which print the same.
 TEST(ShowTool, RejectsADocumentInOneLine) {
   const Row rows[] = {
-      {"", "-: The document is empty\n"},
-      {"<a/>", "-:1: Document root is not a 'widget' from 'http://www.w3.org/ns/widgets'.\n"},
-      {widget("\n<feature name='no IRI'/>"), "-:2: Feature name is not a valid IRI.\n"},
+      {"", "-: error: The document is empty. [document-rejected]\n"},
+      {"<a/>", "-:1:2: error: a: The root element must be <widget>. [wrong-root]\n"},
+      {"<a>\n</b>",
+       "-:2:1: error: <a> in line 1 is closed by </b>; write </a>. [document-rejected]\n"},
+      {widget("<name/>\n<icon src='x' width='x'/><feature name='x y'/>"),
+       "-:2:41: error: feature: name=\"x y\": Must be a full address that begins with a scheme, "
+       "such "
+       "as https://...; the feature is required, so the document is rejected. "
+       "[required-feature-name]\n"},
       {widget("<t:network>\n<t:asset key='maxConnections' value=''/></t:network>"),
-       "-:2: tavlo:asset \"maxConnections\": input\n"},
-      {widget("<t:resources><t:asset key='LocalStorageQuota' value='4294967296'/></t:resources>"),
-       "-:1: tavlo:asset \"LocalStorageQuota\": input\n"}};
+       "-:2:37: error: tavlo:asset: value=\"\": A number is needed; the document is rejected. "
+       "[number-rejected]\n"}};
   expectRows(rows, [](const std::string& document) {
     const Outcome outcome = run({"show", "-"}, document);
+    EXPECT_THAT(run({"check", "-"}, document).out, HasSubstr(outcome.error));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     return outcome.error;
@@ -79,7 +86,8 @@ TEST(ShowTool, AFifoIsNotOpened) {
 TEST(ShowTool, AFileOfTwoGibibytesIsRejectedUnread) {
   const TemporaryFile file("");
   ASSERT_EQ(truncate(file.path().c_str(), off_t{1} << 31), 0);
-  EXPECT_EQ(run({"show", file.path()}).error, file.path() + ": The document is too large\n");
+  EXPECT_EQ(run({"show", file.path()}).error,
+            file.path() + ": error: The document is too large. [document-rejected]\n");
   EXPECT_THAT(run({"check", file.path()}).out, HasSubstr("The document is too large"));
 }
 
@@ -179,7 +187,7 @@ TEST(ShowTool, TextShowsOnlyWhatIsSet) {
       "  name        http://www.w3.org/ns/widgets\n"
       "  other       http://www.w3.org/ns/widgets\n"
       "  preference  http://www.w3.org/ns/widgets\n"
-      "\nLast problem\n"
+      "\nError text of the parser\n"
       "  message  !Error: ConfigParser::processWidgetElements, Found unknown xml element\n");
 }
 

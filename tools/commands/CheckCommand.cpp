@@ -14,6 +14,7 @@
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/ForEachFile.h"
+#include "tools/commands/UserLocales.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/fix/FixFile.h"
@@ -59,7 +60,8 @@ struct CheckedFile {
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
 CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
-  check::CheckSettings settings = {options.locales, logMask};
+  check::CheckSettings settings = {
+      options.locales ? std::optional(tagsOf(*options.locales)) : std::nullopt, logMask};
   try {
     if (options.fix) {
       check::FixedDocument fixed = fixFile(path, settings, options.recursive);

@@ -3,9 +3,11 @@
 #include <memory>
 #include <string>
 
+#include "check/Check.h"
 #include "config/ElementDescription.h"
 #include "tools/Failure.h"
 #include "tools/commands/Command.h"
+#include "tools/findings/FindingPrinter.h"
 #include "tools/input/Input.h"
 #include "widgetid/LocalizedElementParser.h"
 
@@ -26,17 +28,26 @@ void requireElement(const std::string& name) {
   }
 }
 
+std::map<std::string, std::string> textsOf(const std::string& element, Document document,
+                                           bool isNormalized) {
+  try {
+    return readingDocument(document.name, [&] {
+      return zel::config::LocalizedElementParser::getLocalizedElementMap(
+          document.bytes.data(), static_cast<unsigned int>(document.bytes.size()), element.c_str(),
+          isNormalized);
+    });
+  } catch (const DocumentFailure& failure) {
+    throw explained(failure, document.name, *check::checkDocument(std::move(document.bytes)));
+  }
+}
+
 ExitStatus runLocalized(Options& options) {
   if (options.files.size() != 2) {
     failUsage("ELEMENT and FILE are required");
   }
   const std::string& element = options.files[0];
-  const Document document = readDocument(options.files[1], options.stdinName);
-  const std::map<std::string, std::string> texts = readingDocument(document.name, [&] {
-    return zel::config::LocalizedElementParser::getLocalizedElementMap(
-        document.bytes.data(), static_cast<unsigned int>(document.bytes.size()), element.c_str(),
-        !options.raw);
-  });
+  const std::map<std::string, std::string> texts =
+      textsOf(element, readDocument(options.files[1], options.stdinName), !options.raw);
   if (texts.empty()) {
     requireElement(element);
   }

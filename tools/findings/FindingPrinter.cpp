@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iterator>
 
+#include "tools/findings/Explanation.h"
 #include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
@@ -127,8 +128,22 @@ std::vector<FindingPrinter::CodeCount> FindingPrinter::codes() const {
 std::unique_ptr<const check::Report> reportOf(const DocumentFailure& failure) {
   const DocumentFailure::Problem& problem = failure.problem();
   auto report = std::make_unique<check::Report>("");
-  report->reject(problem.reason, problem.line, problem.column);
+  report->reject(problem.reason, problem.line, problem.column, std::nullopt,
+                 problem.code.value_or(check::FindingCode::DOCUMENT_REJECTED));
   return report;
+}
+
+DocumentFailure explained(const DocumentFailure& failure, const std::string& name,
+                          const check::Report& report) {
+  for (const check::Diagnostic& finding : report.findings()) {
+    if (const ShownFinding shown = {report, finding}; shown.kind.level == check::Level::ERROR) {
+      const check::Position& place = shown.place.begin;
+      return {failure.status(),
+              name,
+              {sentenceOf(shown.wording), place.line, place.column, finding.code}};
+    }
+  }
+  return failure;
 }
 
 std::unique_ptr<FindingPrinter> makePrinter(const FindingStyle& style) {

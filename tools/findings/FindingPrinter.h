@@ -41,6 +41,10 @@ struct CheckedDocument {
 /// The report on a document that cannot be had, such as that of a faulty package.
 [[nodiscard]] std::unique_ptr<const check::Report> reportOf(const DocumentFailure& failure);
 
+/// A failure in the words of the report's first error, if it has one.
+[[nodiscard]] DocumentFailure explained(const DocumentFailure& failure, const std::string& name,
+                                        const check::Report& report);
+
 /// What is printed of a finding.
 struct ShownFinding {
   const check::Report& report;

@@ -11,6 +11,7 @@
 
 #include "config/ConfigRules.h"
 #include "config/Namespaces.h"
+#include "util/Ascii.h"
 #include "util/LocalizableString.h"
 #include "util/Option.h"
 #include "util/UnicodeUtilICU.h"
@@ -183,7 +184,13 @@ std::vector<Audience> audiencesOf(const util::XmlDocument& document) {
 
 void printAudience(HtmlWriter& html, const Audience& audience, bool isOnly) {
   const char* separator = "";
+  std::string last;
   for (const std::string& locale : audience.locales) {
+    using util::ascii::lowerCased;
+    if ((lowerCased(last) + '-').rfind(lowerCased(locale) + '-', 0) == 0) {
+      continue;  // a shorter form
+    }
+    last = locale;
     const std::string name = languageName(locale);
     html.text(separator).text(name).text(name.empty() ? "" : " (");
     html.markup("<bdi class=\"tag\">").text(locale, TAG).markup("</bdi>");

@@ -15,7 +15,6 @@
 #include "tools/input/Input.h"
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "tools/record/ParsingDocument.h"
 #include "util/HostSymbols.h"
 #include "util/XmlParserLibXml.h"
 
@@ -54,7 +53,7 @@ class Page {
     if (!failure_) {
       return EXIT_DONE;
     }
-    writeError(failure_->what());
+    writeError(explained(*failure_, name_, *report_).what());
     return failure_->status();
   }
 
@@ -104,8 +103,7 @@ class Page {
     // One for each, as a parser remembers a start file.
     const auto parser = config::createNimbrelConfigParser(locales);
     try {
-      const auto record =
-          parsingDocument(name_, *parser, [&] { return parser->process(tree, locales); });
+      const auto record = readingDocument(name_, [&] { return parser->process(tree, locales); });
       if (title_.isEmpty() && record->getName() && !record->getName().get().empty()) {
         title_.localized(record->getName().get(), TITLE_LENGTH);
       }

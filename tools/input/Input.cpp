@@ -24,7 +24,9 @@ namespace fs = std::filesystem;
 constexpr std::size_t MAXIMUM_SIZE = std::numeric_limits<int>::max();  // the library's
 
 DocumentFailure tooLarge(const std::string& path) {
-  return rejection(path, "The document is too large");
+  return {EXIT_REJECTED,
+          path,
+          {"The document is too large.", 0, 0, check::FindingCode::DOCUMENT_REJECTED}};
 }
 
 /// Throws when something is no regular file, or cannot be seen.

@@ -57,12 +57,17 @@ std::string textOf(const ZipEntry& entry) {
   return text;
 }
 
+DocumentFailure unusable(const std::string& path, const std::string& sentence) {
+  return {EXIT_REJECTED, path, {sentence, 0, 0, check::FindingCode::UNUSABLE_PACKAGE}};
+}
+
 /// The archive, or the reason why there is none.
 ZipArchive open(ZipArchive::Read read, std::uint64_t size, const std::string& path) {
   try {
     return {std::move(read), size};
   } catch (const ZipProblem& problem) {
-    throw rejection(path, std::string("no usable ZIP archive: it ") + problem.what());
+    throw unusable(path,
+                   std::string("The package is no usable ZIP archive: it ") + problem.what() + '.');
   }
 }
 
@@ -96,11 +101,12 @@ const ZipEntry& Package::findDocument() const {
     const bool isDocument = entry.name == PACKAGED_DOCUMENT;
     // Which of two counts depends on who reads the archive: no telling what a runtime will do.
     if (isDocument && found != nullptr) {
-      throw rejection(path_, "more than one config.xml at the root of the archive");
+      throw unusable(path_, "The package has more than one config.xml at its root.");
     }
     if (isDoubtful(entry, isDocument)) {
-      throw rejection(path_, "an entry, '" + std::string(entry.name) + "', that is '" +
-                                 std::string(entry.unicodeName) + "' to some programs");
+      throw unusable(path_, "The package has an entry, '" + std::string(entry.name) +
+                                "', that is '" + std::string(entry.unicodeName) +
+                                "' to some programs.");
     }
     if (isDocument) {
       found = &entry;
@@ -109,23 +115,24 @@ const ZipEntry& Package::findDocument() const {
     }
   }
   if (found == nullptr) {
-    throw rejection(path_, "no config.xml at the root of the archive" +
-                               (similar.empty() ? similar : ", and '" + similar + "' is another"));
+    throw unusable(path_, "The package has no config.xml at its root" +
+                              (similar.empty() ? "." : "; '" + similar + "' is another name."));
   }
   return *found;
 }
 
 std::string Package::document() const {
   if (document_.isLink) {
-    throw rejection(path_, "config.xml is a symbolic link, or no file");
+    throw unusable(path_, "The config.xml of the package is a symbolic link, or no file.");
   }
   if (document_.size > MAXIMUM_SIZE) {
-    throw rejection(path_, "config.xml is larger than 16 MiB");
+    throw unusable(path_, "The config.xml of the package is larger than 16 MiB.");
   }
   try {
     return archive_.unpack(document_, MAXIMUM_SIZE);
   } catch (const ZipProblem& problem) {
-    throw rejection(path_, std::string("config.xml cannot be unpacked: it ") + problem.what());
+    throw unusable(path_, std::string("The config.xml of the package cannot be unpacked: it ") +
+                              problem.what() + '.');
   }
 }
 

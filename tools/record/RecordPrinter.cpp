@@ -178,14 +178,35 @@ bool select(const Value* value, std::string_view path, const Use& use) {
   }
 }
 
+/// Adds the paths that lead to a value of this type and to what is in it.
+template <typename Value>
+void addPaths(std::vector<std::string>& paths, const std::string& path) {
+  if constexpr (IS_OPTION<Value>) {
+    addPaths<std::decay_t<decltype(std::declval<Value>().get())>>(paths, path);
+    return;
+  }
+  paths.push_back(path);
+  if constexpr (HAS_FIELDS<Value>) {
+    const auto add = [&](const auto& field) {
+      using Content = std::decay_t<std::invoke_result_t<decltype(field.member), const Value&>>;
+      addPaths<Content>(paths, path + (path.empty() ? "" : ".") + field.name);
+    };
+    std::apply([&](const auto&... field) { (add(field), ...); }, FIELDS<Value>);
+  } else if constexpr (IS_LIST<Value>) {
+    addPaths<typename Value::value_type>(paths, path + ".0");
+  }
+}
+
 }  // namespace
 
-void requireField(const std::string& name) {
-  const auto ignore = [](const auto& /*value*/) {};
-  if (name.empty() || !select<ShownDocument>(nullptr, name, ignore)) {
-    throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no field \"" + escape(name) +
-                                     "\"; the keys of --format json are fields");
-  }
+bool isField(const std::string& name) {
+  return !name.empty() && select<ShownDocument>(nullptr, name, [](const auto& /*value*/) {});
+}
+
+std::vector<std::string> fieldNames() {
+  std::vector<std::string> names;
+  addPaths<ShownDocument>(names, "");
+  return names;
 }
 
 RecordPrinter::RecordPrinter(RecordStyle style)
@@ -251,8 +272,7 @@ void RecordPrinter::beginFile(const std::string& file, const char* status,
   json_.beginObject();
   json_.member("file", file);
   json_.member("status", status);
-  member("reason", problem.subject + (problem.subject.empty() ? "" : ": ") + problem.reason,
-         !problem.reason.empty());
+  member("reason", problem.reason, !problem.reason.empty());
   member("line", problem.line, problem.line != 0);
   member("column", problem.column, problem.column != 0);
   json_.key(style_.field ? "value" : "record");

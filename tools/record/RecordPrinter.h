@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/Failure.h"
 #include "tools/output/JsonWriter.h"
@@ -9,9 +10,11 @@
 
 namespace orvane::nimbrel::tools {
 
-/// Throws `Failure` with `EXIT_UNUSABLE` unless some record may have a field of this name: a key of
-/// the record's JSON object, or a path of them with dots between ("startFile.src", "icons.0.src").
-void requireField(const std::string& name);
+/// Whether some record may have a field of this name: a key of the record's JSON object, or a path
+/// of them with dots between ("startFile.src", "icons.0.src").
+[[nodiscard]] bool isField(const std::string& name);
+/// The names of all fields, those of an entry with the place 0.
+[[nodiscard]] std::vector<std::string> fieldNames();
 
 /// How records are printed.
 struct RecordStyle {

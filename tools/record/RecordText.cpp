@@ -205,7 +205,7 @@ void printRecordText(const ShownDocument& document, bool colour) {
     addLists(report, document.record);
     addExtensions(report, document.record);
     addElements(report, counts);
-    report.section("Last problem");
+    report.section("Error text of the parser");
     if (!document.errorText.empty()) {
       report.row("message", document.errorText);
     }
