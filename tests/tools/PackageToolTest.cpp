@@ -334,8 +334,9 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
        "no config.xml at its root. ["},
       {"cut short", whole.substr(0, whole.size() / 2), "no usable ZIP archive: "},
       {"only its beginning", "PK\x03\x04", "no usable ZIP archive: "},
-      {"in a folder", package({{"widget/config.xml", DOCUMENT}}),
-       "no config.xml at its root. [unusable-package]\n"},
+      {"in a folder", package({{"chess/a.html"}, {"chess/config.xml", DOCUMENT}}),
+       "root, but in 'chess/'; pack the contents of this folder, not the folder. ["},
+      {"deep in a folder", package({{"a/b/config.xml", DOCUMENT}}), "no config.xml at its root. ["},
       {"a folder of that name", package({{"config.xml/a", DOCUMENT}}),
        "no config.xml at its root. [unusable-package]\n"},
       {"another spelling", package({{"./config.xml", DOCUMENT}}),
@@ -440,6 +441,21 @@ TEST(PackagedWidget, IsRejectedWhenItsDocumentIsInDoubt) {
         package({{"config.xml", DOCUMENT, ZIP_CM_STORE, false, "\x01\x01\x01\x01no"}})}) {
     EXPECT_EQ(run({"show", "--field", "name", "-"}, bytes).out, "Chess\n");
   }
+}
+
+TEST(PackagedWidget, IsNoPageOrOtherArchiveOfSuchAName) {
+  const TemporaryFolder folder;
+  const std::string page = "\xEF\xBB\xBF\n<!DOCTYPE HTML>\n<html></html>";
+  const std::string reason = ": error: The package is no ZIP archive: it is ";
+  const std::string code = ". [unusable-package]\n";
+  for (const auto& [content, kind] : {std::pair<std::string, const char*>(page, "an HTML page"),
+                                      {"<html lang='en'>", "an HTML page"},
+                                      {"\x1F\x8B\x08", "a gzip file; pack it with zip"}}) {
+    const std::string path = folder.add("chess.Wgt", content);
+    EXPECT_EQ(run({"show", path}).error, path + reason + kind + code);
+  }
+  EXPECT_EQ(run({"show", "--field", "name", folder.add("a.wgt", DOCUMENT)}).out, "Chess\n");
+  EXPECT_THAT(run({"check", folder.add("page.xml", page)}).out, HasSubstr("wrong-root"));
 }
 
 TEST(PackagedWidget, HasFindingsForLinksAndBytesOfNoEntry) {

@@ -20,13 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t MOST_NAMES = 100000;
 
-bool isWanted(const std::string& name) {
-  constexpr std::string_view PACKAGE = ".wgt";
-  return name == PACKAGED_DOCUMENT ||
-         (name.size() > PACKAGE.size() &&
-          util::ascii::lowerCased(name.substr(name.size() - PACKAGE.size())) == PACKAGE);
-}
-
 /// What is in a directory, in the order of names; `error` says whether that is all.
 std::vector<fs::directory_entry> entriesOf(const fs::path& directory, std::error_code& error) {
   std::vector<fs::directory_entry> entries;
@@ -65,7 +58,7 @@ void addFiles(std::vector<std::string>& files, const DirectoryRules& rules, cons
     const bool isLink = entry.is_symlink(error);
     if (!isLink && entry.is_directory(error)) {
       addFiles(files, rules, root, entry.path());
-    } else if (isWanted(name) &&
+    } else if ((name == PACKAGED_DOCUMENT || isPackageName(name)) &&
                (!isLink || rules.followsLinksOut || isWithin(entry.path(), root))) {
       files.push_back(entry.path());
     }

@@ -170,6 +170,7 @@ Document find(const std::string& path, const std::string& stdinName) {
     const auto read = [file](std::uint64_t at, std::size_t count) { return file->read(at, count); };
     return findInPackage(read, file->size(), path);
   }
+  rejectNamedPackage(path, file->read(0, 256));
   return {path, file->readAll()};
 }
 

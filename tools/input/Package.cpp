@@ -2,11 +2,13 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "check/Decoder.h"
 #include "check/PackageFiles.h"
 #include "tools/Failure.h"
+#include "util/Ascii.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::tools {
@@ -78,6 +80,25 @@ bool isPackage(std::string_view bytes) noexcept {
   return head == "PK\x03\x04" || head == "PK\x05\x06";
 }
 
+bool isPackageName(const std::string& name) {
+  constexpr std::string_view ENDING = ".wgt";
+  return name.size() > ENDING.size() &&
+         util::ascii::lowerCased(name.substr(name.size() - ENDING.size())) == ENDING;
+}
+
+void rejectNamedPackage(const std::string& path, const std::string& bytes) {
+  constexpr std::string_view KINDS[][2] = {{"\x1F\x8B", "a gzip file; pack it with zip"},
+                                           {"<!doctype html", "an HTML page"},
+                                           {"<html", "an HTML page"}};
+  const std::string head = util::ascii::lowerCased(bytes);
+  const std::size_t begin = std::min(head.find_first_not_of("\xEF\xBB\xBF \t\r\n"), head.size());
+  for (const auto& [mark, kind] : KINDS) {
+    if (isPackageName(path) && head.compare(begin, mark.size(), mark) == 0) {
+      throw unusable(path, "The package is no ZIP archive: it is " + std::string(kind) + '.');
+    }
+  }
+}
+
 Package::Package(ZipArchive::Read read, std::uint64_t size, const std::string& path)
     : path_(path), archive_(open(std::move(read), size, path)), document_(findDocument()) {}
 
@@ -111,12 +132,15 @@ const ZipEntry& Package::findDocument() const {
     if (isDocument) {
       found = &entry;
     } else if (isSimilar(entry.name)) {
-      similar = entry.name;
+      similar = "; '" + std::string(entry.name) + "' is another name";
+    } else if (const std::size_t folder = entry.name.find('/') + 1;
+               similar.empty() && entry.name.substr(folder) == PACKAGED_DOCUMENT) {
+      similar = ", but in '" + std::string(entry.name.substr(0, folder)) +
+                "'; pack the contents of this folder, not the folder";
     }
   }
   if (found == nullptr) {
-    throw unusable(path_, "The package has no config.xml at its root" +
-                              (similar.empty() ? "." : "; '" + similar + "' is another name."));
+    throw unusable(path_, "The package has no config.xml at its root" + similar + '.');
   }
   return *found;
 }

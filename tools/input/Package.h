@@ -18,6 +18,12 @@ inline constexpr char PACKAGED_DOCUMENT[] = "config.xml";
 /// Whether bytes begin as a ZIP archive does. Four are enough.
 [[nodiscard]] bool isPackage(std::string_view bytes) noexcept;
 
+/// Whether a file is named like a packaged widget: "*.wgt", in any case.
+[[nodiscard]] bool isPackageName(const std::string& name);
+/// Throws `DocumentFailure` with `EXIT_REJECTED` if a file of such a name begins like a web page or
+/// another archive; `bytes` are its first ones.
+void rejectNamedPackage(const std::string& path, const std::string& bytes);
+
 /// A packaged widget: a ZIP archive with a document at its root. Nothing is written, and a file is
 /// unpacked when it is asked for. For one thread.
 class Package {
