@@ -3,6 +3,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -17,9 +18,18 @@ namespace {
 
 constexpr std::string_view LOCALES = "locales/";
 
+/// Formats of which an author may have taken one for another.
+constexpr std::string_view FORMATS[][5] = {{".html", ".htm", ".xhtml", ".xht", ".svg"},
+                                           {".png", ".jpg", ".jpeg", ".gif", ".svg"}};
+
 /// The segment of a path that begins at `from`, without "/".
 std::string_view segmentAt(std::string_view path, std::size_t from) noexcept {
   return path.substr(from, path.find('/', from) - from);
+}
+
+/// What stands behind the last folder of a path.
+std::string_view lastOf(std::string_view path) noexcept {
+  return path.substr(path.rfind('/') + 1);
 }
 
 /// A text in which case makes no difference (Unicode's simple case folding). Bytes that are no
@@ -110,6 +120,12 @@ PackageFiles::PackageFiles(const std::vector<std::string>& names) {
     addAddresses(entry);
   }
   std::sort(addresses_.begin(), addresses_.end());
+  for (const auto& [folded, path, language] : addresses_) {
+    if (path.substr(0, LOCALES.size()) != LOCALES) {
+      names_.push_back({lastOf(folded), path, {}});
+    }
+  }
+  std::sort(names_.begin(), names_.end());
 }
 
 void PackageFiles::addAddresses(const Entry& entry) {
@@ -145,10 +161,20 @@ bool PackageFiles::has(std::string_view path, const std::vector<std::string>* la
 }
 
 std::string_view PackageFiles::meantBy(std::string_view path) const {
-  for (const std::string& meant : {std::string(path), withoutAddressSyntax(path)}) {
-    const std::string folded = foldCase(resolvePath(meant));
+  const std::string plain = foldCase(resolvePath(withoutAddressSyntax(path)));
+  const std::size_t end = std::min(plain.rfind('.'), plain.size());
+  std::vector<std::string> meant = {foldCase(resolvePath(path)), plain};
+  for (const auto& formats : FORMATS) {
+    if (std::find(std::begin(formats), std::end(formats), plain.substr(end)) != std::end(formats)) {
+      std::transform(std::begin(formats), std::end(formats), std::back_inserter(meant),
+                     [&](std::string_view format) { return plain.substr(0, end).append(format); });
+    }
+  }
+  meant.emplace_back(lastOf(plain));
+  for (const std::string& folded : meant) {
+    const std::vector<Address>& known = &folded == &meant.back() ? names_ : addresses_;
     const auto [first, last] = std::equal_range(
-        addresses_.begin(), addresses_.end(), Address{folded, {}, {}},
+        known.begin(), known.end(), Address{folded, {}, {}},
         [](const Address& left, const Address& right) { return left.folded < right.folded; });
     if (first != last) {
       return first->path == (last - 1)->path ? first->path : std::string_view();
@@ -160,6 +186,12 @@ std::string_view PackageFiles::meantBy(std::string_view path) const {
 void PackageFiles::forEachAmbiguous(
     const std::function<void(std::string_view name, std::string_view other)>& visit) const {
   std::set<std::string_view> visited;  // a folder may have many files
+  const auto visitOnce = [&](std::string_view name, std::string_view other) {
+    const bool isNew = visited.insert(name).second;
+    if (visited.insert(other).second || isNew) {
+      visit(name, other);
+    }
+  };
   // Names that are the same in all but case, as a whole or up to a folder, stand together.
   for (std::size_t i = 1; i < entries_.size(); ++i) {
     const std::string_view one = entries_[i - 1].path;
@@ -172,10 +204,16 @@ void PackageFiles::forEachAmbiguous(
     const std::string_view left = one.substr(0, one.find('/', end));
     const std::string_view right = other.substr(0, other.find('/', end));
     if (left != right && foldCase(left) == foldCase(right)) {
-      const bool isNew = visited.insert(left).second;
-      if (visited.insert(right).second || isNew) {
-        visit(right, left);
-      }
+      visitOnce(right, left);
+    }
+    // The folder for languages has one name; that it is meant shows where it has what the root has.
+    const std::string_view folder = other.substr(0, LOCALES.size() - 1);
+    const std::string language(segmentAt(other, std::min(LOCALES.size(), other.size())));
+    const std::size_t rest = LOCALES.size() + language.size() + 1;
+    if (folder != LOCALES.substr(0, folder.size()) && segmentAt(other, 0) == folder &&
+        foldCase(folder) == LOCALES.substr(0, folder.size()) && rest < other.size() &&
+        isLanguageTag(language) && has(other.substr(rest), nullptr)) {
+      visitOnce(folder, LOCALES.substr(0, folder.size()));
     }
   }
   // So do what stands in a folder and what stands in a file.

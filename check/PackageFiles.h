@@ -43,14 +43,14 @@ class PackageFiles {
   /// anybody does.
   [[nodiscard]] bool has(std::string_view path, const std::vector<std::string>* languages) const;
 
-  /// The path that another one, for which there is no file, was meant to be: in another case, or
-  /// with an escape ("%20"), query, fragment or "\" that no runtime takes for one. Empty when that
-  /// is not certain. Lives as long as the object.
+  /// The path that another one, for which there is no file, was meant to be: in another case, with
+  /// an escape ("%20"), query, fragment or "\" that no runtime takes for one, in another format, or
+  /// in another folder. Empty when that is not certain. Lives as long as the object.
   [[nodiscard]] std::string_view meantBy(std::string_view path) const;
 
-  /// Visits names of files that stand twice, those of files and folders that differ by case only,
-  /// and those of files that are folders as well, each with the other one. The views live as long
-  /// as the object.
+  /// Visits names of files that stand twice, those of files and folders that differ by case only
+  /// (the folder for languages also from what it should be), and those of files that are folders as
+  /// well, each with the other one. The views live as long as the object.
   void forEachAmbiguous(
       const std::function<void(std::string_view name, std::string_view other)>& visit) const;
 
@@ -78,6 +78,7 @@ class PackageFiles {
 
   std::vector<Entry> entries_;      // by `folded`, then by `path`
   std::vector<Address> addresses_;  // likewise, then by `language`
+  std::vector<Address> names_;      // the same without folders
 };
 
 }  // namespace orvane::nimbrel::check

@@ -112,7 +112,8 @@ void PackageRules::checkRoot(const XmlNode& root, const std::vector<std::string>
   }
   if (std::none_of(std::begin(DEFAULT_START_FILES), std::end(DEFAULT_START_FILES),
                    [&](std::string_view file) { return has(file); })) {
-    addName(FindingCode::MISSING_FILE, {});
+    const std::string_view meant = files_.meantBy("index.html");
+    addName(FindingCode::MISSING_FILE, {}, has(meant) ? meant : std::string_view());
   }
 }
 

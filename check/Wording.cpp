@@ -118,7 +118,9 @@ std::string otherLanguageSentence(const Diagnostic& finding) {
 
 std::string missingSentence(const Diagnostic& finding) {
   if (finding.isOfPackage) {
-    return "Nothing to start; write <content src=\"...\"/>, or add index.html.";
+    const std::string_view meant = finding.name.empty() ? "..." : finding.name;
+    return "Nothing to start; write <content src=\"" +
+           std::string(beginningOf(meant, MAX_NAME_SIZE)) + "\"/>, or add index.html.";
   }
   const bool isForOthers = !finding.name.empty() && suggestionFor(finding).text.empty();
   return isForOthers ? "In the package for other languages only." : "No such file in the package.";
