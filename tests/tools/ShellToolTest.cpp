@@ -82,7 +82,13 @@ TEST(ShowToolLocales, ComeFromTheEnvironmentUnlessGiven) {
       [](const std::string& environment) {
         return localesShown({}, orvane::zel::util::StringUtil::split(environment, ' '));
       });
-  EXPECT_EQ(localesShown({"--locale", "he"}, {"LANG=de_AT"}), "he *");
+  // What is given means the same as in the environment.
+  expectRows(
+      "he => he *  de-AT => de-AT de-at de *  de_AT.UTF-8 => de-AT de-at de *  "
+      "zh-Hant-TW => zh-Hant-TW zh-hant-tw zh-Hant zh-hant zh *  x => x *",
+      [](const std::string& locale) {
+        return localesShown({"--locale", locale}, {"LANG=fr_FR"});
+      });
 }
 
 }  // namespace

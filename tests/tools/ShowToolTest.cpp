@@ -14,6 +14,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+const std::string DOCUMENT_WITH_NAME = widget("<name>Maps</name>");
+
 // In the sentences of "check", which print the same.
 TEST(ShowTool, RejectsADocumentInOneLine) {
   const Row rows[] = {
@@ -124,25 +126,62 @@ TEST(ShowTool, RejectsWrongUsage) {
   }
 }
 
-TEST(ShowTool, SuggestsACommand) {
-  EXPECT_THAT(run({"chekc"}).error, HasSubstr("no command \"chekc\" (did you mean \"check\"?);"));
-  EXPECT_THAT(run({"sho\x1B"}).error, HasSubstr("no command \"sho\\u001b\" (did you mean"));
-  EXPECT_THAT(run({"parse"}).error, HasSubstr("no command \"parse\"; --help"));
+TEST(ShowTool, SuggestsWhatWasMeant) {
+  const TemporaryFile file(DOCUMENT_WITH_NAME);
+  const Row rows[] = {
+      {"chekc", "there is no command \"chekc\" (did you mean \"check\"?); --help"},
+      {"sho\x1B", "there is no command \"sho\\u001b\" (did you mean \"show\"?); --help"},
+      {"parse", "there is no command \"parse\"; --help"},
+      {"hepl show", "there is no command \"hepl\" (did you mean \"help\"?); --help"},
+      {"help sohw", "there is no command \"sohw\" (did you mean \"show\"?); --help"},
+      {file.path(), "there is no command \"" + file.path() + "\"; show or check FILE; --help"},
+      {"--verison", "unknown option \"--verison\" (did you mean \"--version\"?); --help"},
+      {"show --formt -", "unknown option \"--formt\" (did you mean \"--format\"?); --help"},
+      {"id --formt=json", "unknown option \"--formt\" (did you mean \"--format\"?); --help"},
+      {"show --summary -", "unknown option \"--summary\"; --help"},
+      {"show -x -", "unknown option \"-x\"; --help"},
+      {"show --format jsom -",
+       "--format: \"jsom\" (did you mean \"json\"?) is none of: text html json jsonl; --help"},
+      {"show --field nme -", "there is no field \"nme\" (did you mean \"name\"?); the keys of"},
+      {"show --field author.nmae -",
+       "there is no field \"author.nmae\" (did you mean \"author.name\"?); the keys of"},
+      {"show --field icons.0.scr -",
+       "there is no field \"icons.0.scr\" (did you mean \"icons.0.src\"?); the keys of"},
+      {"show --field x -", "there is no field \"x\"; the keys of"},
+      {"check --explain not-an-irri",
+       "there is no code \"not-an-irri\" (did you mean \"not-an-iri\"?); --codes"},
+      {"check --explain x", "there is no code \"x\"; --codes"},
+      {"localized nme -", "there is no element \"nme\" (did you mean \"name\"?)\n"},
+      {"localized icon -", "there is no element \"icon\"\n"},
+  };
+  for (const auto& [line, expected] : rows) {
+    SCOPED_TRACE(line);
+    const Outcome outcome =
+        run(orvane::zel::util::StringUtil::split(line, ' '), DOCUMENT_WITH_NAME);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.error, testing::StartsWith("nimbrel-config: " + expected));
+  }
 }
 
 TEST(ShowTool, HelpAndVersionWorkEverywhere) {
-  for (const char* command : {"", "show", "localized", "id", "check"}) {
+  for (const std::string command : {"", "show", "localized", "id", "check"}) {
     SCOPED_TRACE(command);
-    std::vector<std::string> words;
-    if (*command != '\0') {
-      words.emplace_back(command);
-    }
-    words.emplace_back("--help");
-    const Outcome help = run(words);
+    const auto runWith = [&](const std::string& option) {
+      return run(command.empty() ? std::vector{option} : std::vector{command, option});
+    };
+    const Outcome help = runWith("--help");
     EXPECT_EQ(help.status, 0);
-    EXPECT_THAT(help.out, HasSubstr("Usage: nimbrel-config"));
-    words.back() = "--version";
-    EXPECT_EQ(run(words).out, "nimbrel-config " NIMBREL_VERSION "\n");
+    EXPECT_THAT(help.out, testing::StartsWith("Usage: nimbrel-config "));
+    EXPECT_THAT(help.out, testing::Not(testing::ContainsRegex("[^\n]{61}")));
+    EXPECT_EQ(runWith("-h").out, help.out);
+    EXPECT_EQ(run(command.empty() ? std::vector<std::string>{"help"}
+                                  : std::vector<std::string>{"help", command})
+                  .out,
+              help.out);
+    for (const char* option : {"--version", "-V"}) {
+      EXPECT_EQ(runWith(option).out, "nimbrel-config " NIMBREL_VERSION "\n");
+    }
   }
 }
 

@@ -5,7 +5,7 @@ _nimbrel_config() {
   local words=
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      show | localized | id | check)
+      show | localized | id | check | help)
         command=$word
         break
         ;;
@@ -28,11 +28,12 @@ _nimbrel_config() {
     --stdin-name | --jobs | --exclude | --locale | --url | --encoding | --density | --iri | --filename | --application) return ;;
     *)
       case $command in
-        '') words='show localized id check --help --version' ;;
+        '') words='show localized id check help --help --version' ;;
         show)
           words='--locale --format --field --url --encoding --density --debug --recursive
             --exclude --files-from --jobs --no-progress --color --stdin-name --help --version'
           ;;
+        help) words='show localized id check' ;;
         localized) words='--raw --format --color --stdin-name --help --version' ;;
         id) words='--iri --filename --application --format --color --help --version' ;;
         check)
