@@ -6,7 +6,7 @@
 
 #include "config/BasicConfig.h"
 #include "tools/record/RecordFields.h"
-#include "tools/record/SettingRows.h"
+#include "tools/record/RecordText.h"
 
 namespace orvane::nimbrel::test {
 

@@ -316,6 +316,9 @@ TEST(ShowTool, PrintsALongNamespaceOnce) {
   const std::string text = run({"show", "-"}, document(longer)).out;
   EXPECT_EQ(text.find(longer), text.rfind(longer));
   EXPECT_THAT(text, HasSubstr("a499  the same namespace\n"));
+  const std::string lines = run({"show", "--field", "elements", "-"}, document(longer)).out;
+  EXPECT_EQ(lines.find(longer), lines.rfind(longer));
+  EXPECT_THAT(lines, HasSubstr(R"({"name":"a499","namespaceOf":1})"));
 }
 
 TEST(ShowTool, ColoursFollowTheUsersWish) {
@@ -364,6 +367,29 @@ TEST(ShowTool, DensityStandsInForTheDevice) {
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.options));
     EXPECT_EQ(show(document, c.options)["appSettings"]["defaultFontSize"], c.size);
+  }
+}
+
+TEST(ShowTool, TakesMemoryInProportionToTheText) {
+  if (NIMBREL_SANITIZE) {
+    GTEST_SKIP() << "a sanitizer keeps what is freed";
+  }
+  std::string children = "<description>";
+  while (children.size() < 1'000'000) {
+    children += "some words of a text\n";
+  }
+  children += "</description>";
+  for (int i = 0; children.size() < 2'000'000; ++i) {
+    children.append("<preference name='p").append(std::to_string(i)).append("' value='text'/>");
+  }
+  const long size = static_cast<long>(children.size()) / 1024;
+  for (const char* format : {"text", "html"}) {
+    const auto memoryOf = [&](const std::string& content) {
+      const Outcome outcome = run({"show", "--format", format, "-"}, widget(content));
+      EXPECT_EQ(outcome.status, 0) << outcome.error;
+      return outcome.memory;
+    };
+    EXPECT_LT(memoryOf(children) - memoryOf(""), 20 * size) << format;
   }
 }
 

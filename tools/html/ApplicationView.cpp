@@ -1,16 +1,15 @@
 #include "tools/html/ApplicationView.h"
 
-#include <unicode/uloc.h>
-#include <unicode/ustring.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <memory>
-#include <new>
 #include <set>
 
 #include "config/ConfigRules.h"
 #include "config/Namespaces.h"
+#include "tools/record/RecordText.h"
 #include "util/Ascii.h"
 #include "util/LocalizableString.h"
 #include "util/Option.h"
@@ -32,21 +31,13 @@ constexpr std::size_t LICENSE = 4000;
 
 /// The English name of a language; empty when there is none.
 std::string languageName(const std::string& tag) {
-  char locale[ULOC_FULLNAME_CAPACITY];
-  std::int32_t parsed = 0;
   UErrorCode status = U_ZERO_ERROR;
-  uloc_forLanguageTag(tag.c_str(), locale, ULOC_FULLNAME_CAPACITY, &parsed, &status);
-  UChar name[128];
-  const std::int32_t length = uloc_getDisplayName(locale, "en", name, 128, &status);
-  if (status == U_MEMORY_ALLOCATION_ERROR) {
-    throw std::bad_alloc();
-  }
-  // Of a language that has no name the tag is all that is known.
-  const bool isKnown = U_SUCCESS(status) && length > 0 && length < 128 &&
-                       static_cast<std::size_t>(parsed) == tag.size();
-  char text[512];
-  u_strToUTF8(text, sizeof(text), nullptr, name, isKnown ? length : 0, &status);
-  return isKnown && U_SUCCESS(status) ? text : "";
+  const icu::Locale locale = icu::Locale::forLanguageTag(tag, status);
+  icu::UnicodeString name;
+  std::string text;
+  return U_SUCCESS(status)
+             ? locale.getDisplayName(icu::Locale::getEnglish(), name).toUTF8String(text)
+             : text;
 }
 
 /// A paragraph of a class, in the language and direction of its text.
@@ -224,12 +215,8 @@ void describe(View& view, const Config& record, IconFinder& icons) {
   }
   facts.add("Width", record.getWidth(), " px");
   facts.add("Height", record.getHeight(), " px");
-  std::string modes;
-  for (const std::string& mode : record.getWindowModes()) {
-    modes += (modes.empty() ? "" : ", ") + mode;
-  }
-  if (!modes.empty()) {
-    facts.add("View modes", modes);
+  if (!record.getWindowModes().empty()) {
+    facts.add("View modes", join(record.getWindowModes()));
   }
   if (record.getStartFile()) {
     facts.addStartFile(record.getStartFile().get());

@@ -14,6 +14,7 @@
 #include "check/Wording.h"
 #include "tools/findings/Excerpt.h"
 #include "tools/findings/Explanation.h"
+#include "tools/findings/FindingPrinter.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -78,12 +79,11 @@ void printSource(HtmlWriter& html, Rows first, Rows last) {
     return;
   }
   const std::string whole = first->whole();
-  std::vector<std::pair<std::size_t, std::size_t>> places;
+  std::set<std::pair<std::size_t, std::size_t>> places;
   for (Rows row = first; row != last; ++row) {
     const std::size_t begin = row->source.before.size();
-    places.emplace_back(begin, begin + row->source.place.size());
+    places.emplace(begin, begin + row->source.place.size());
   }
-  std::sort(places.begin(), places.end());
   html.markup("<p class=\"source\"><span class=\"line\">line ").number(first->line);
   html.markup("</span> <code dir=\"ltr\">");
   // Without the indentation, which only takes room here.
@@ -158,25 +158,21 @@ void printMeanings(HtmlWriter& html, const std::vector<Row>& rows) {
 
 void printVerdict(HtmlWriter& html, const check::Report& report, bool isRejected,
                   bool hasRejected) {
-  std::map<Level, std::size_t> counts;
+  FindingCounts counts;
   for (const check::Diagnostic& finding : report.findings()) {
-    ++counts[check::descriptionOf(finding.code).level];
+    counts.add(check::descriptionOf(finding.code).level);
   }
-  if (isRejected || hasRejected || counts[Level::ERROR] != 0) {
+  if (isRejected || hasRejected || counts.errors != 0) {
     html.markup("<strong class=\"error\">");
     html.text(isRejected ? "Rejected" : "Rejected for some users");
-  } else if (counts[Level::WARNING] != 0) {
+  } else if (counts.warnings != 0) {
     html.markup("<strong class=\"warning\">Accepted with warnings");
   } else {
     html.markup("<strong class=\"fine\">No errors or warnings");
   }
   html.markup("</strong>");
-  const char* separator = " ";
-  for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
-    if (counts[level] != 0) {
-      html.text(std::exchange(separator, ", ")).markup("<a href=\"#findings\">");
-      html.count(counts[level], check::levelName(level)).markup("</a>");
-    }
+  if (counts.all() != 0) {
+    html.markup(" <a href=\"#findings\">").text(counts.text()).markup("</a>");
   }
 }
 

@@ -1,5 +1,6 @@
 #include "tools/html/HtmlWriter.h"
 
+#include <unicode/locid.h>
 #include <unicode/uchar.h>
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 
 #include "tools/output/Escape.h"
 #include "tools/output/Output.h"
-#include "util/Ascii.h"
 #include "util/Utf8.h"
 
 namespace orvane::nimbrel::tools {
@@ -53,17 +53,11 @@ bool isNamed(char32_t character, char32_t previous) noexcept {
   return isControl || character == 0x7F || isNoncharacter || isUnprintable(character);
 }
 
-/// Whether a text has the form of a language tag (BCP 47), so far as matters here: up to eight
-/// letters or digits between hyphens.
-bool isTag(std::string_view text) noexcept {
-  std::size_t length = 0;  // of the subtag
-  for (const char c : text) {
-    length = c == '-' && length != 0 ? 0 : length + 1;
-    if (length > 8 || (length != 0 && !util::ascii::isLetterOrDigit(c))) {
-      return false;
-    }
-  }
-  return length != 0 && text.size() <= LONGEST_TAG && util::ascii::isLetter(text.front());
+/// Whether a text has the form of a language tag (BCP 47).
+bool isTag(std::string_view text) {
+  UErrorCode status = U_ZERO_ERROR;
+  icu::Locale::forLanguageTag({text.data(), static_cast<std::int32_t>(text.size())}, status);
+  return U_SUCCESS(status) && !text.empty() && text.size() <= LONGEST_TAG;
 }
 
 std::size_t charactersOf(std::string_view text) noexcept {
@@ -142,18 +136,13 @@ HtmlWriter& HtmlWriter::count(std::size_t number, std::string_view noun) {
 
 HtmlWriter& HtmlWriter::base64(std::string_view bytes) {
   constexpr char DIGITS[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(bytes.size(), 3))) {
-    std::uint32_t group = 0;
-    for (std::size_t i = 0; i < 3; ++i) {
-      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
-    }
-    char digits[4] = {'=', '=', '=', '='};
-    for (std::size_t i = 0; i <= std::min<std::size_t>(bytes.size(), 3); ++i) {
-      digits[i] = DIGITS[group >> (18 - 6 * i) & 0x3F];
-    }
-    append({digits, sizeof(digits)});
+  for (std::size_t bit = 0; bit < 8 * bytes.size(); bit += 6) {
+    const unsigned int next =
+        bit / 8 + 1 < bytes.size() ? static_cast<unsigned char>(bytes[bit / 8 + 1]) : 0;
+    const unsigned int pair = static_cast<unsigned char>(bytes[bit / 8]) << 8U | next;
+    html_ += DIGITS[pair >> (10 - bit % 8) & 0x3F];
   }
-  return *this;
+  return append(std::string_view("==").substr(0, (3 - bytes.size() % 3) % 3));
 }
 
 HtmlWriter& HtmlWriter::language(std::string_view tag, LocalizableString::Direction direction) {

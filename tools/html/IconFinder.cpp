@@ -145,32 +145,29 @@ const IconImage& IconFinder::load(const std::string& path) {
   return image;
 }
 
-/// Chooses an icon if it can be shown; else tells why it cannot.
-const char* IconFinder::tryPath(IconChoice& choice, const config::Config& record,
-                                const std::string& path) {
-  const char* problem = UNREADABLE;
-  for (const std::string& locale : record.getUserAgentLocales()) {
-    // At the root are the files for all languages.
-    std::string folder = locale == "*" ? "" : "locales/" + locale + '/';
-    const IconImage& icon = load(folder += path);
-    if (icon.type != nullptr) {
-      choice.image = &icon;
-      choice.path = folder;
-      return nullptr;
-    }
-    problem = icon.problem != UNREADABLE ? icon.problem : problem;
-  }
-  return problem;
-}
-
 IconChoice IconFinder::find(const config::Config& record) {
   IconChoice choice;
   if (package_ == nullptr) {
     return choice;
   }
+  // Chooses an icon if it can be shown; else tells why it cannot.
+  const auto tryPath = [&](const std::string& path) {
+    const char* problem = UNREADABLE;
+    for (const std::string& locale : record.getUserAgentLocales()) {
+      // At the root are the files for all languages.
+      choice.path = (locale == "*" ? "" : "locales/" + locale + '/') + path;
+      const IconImage& icon = load(choice.path);
+      if (icon.type != nullptr) {
+        choice.image = &icon;
+        return icon.problem;
+      }
+      problem = icon.problem != UNREADABLE ? icon.problem : problem;
+    }
+    return problem;
+  };
   const std::vector<config::Config::Icon>& icons = record.getIcons();
   for (std::size_t i = 0; i < std::min(icons.size(), MOST_TRIED); ++i) {
-    const char* const problem = tryPath(choice, record, check::resolvePath(icons[i].src));
+    const char* const problem = tryPath(check::resolvePath(icons[i].src));
     if (problem == nullptr) {
       return choice;
     }
@@ -178,7 +175,7 @@ IconChoice IconFinder::find(const config::Config& record) {
   }
   choice.isDefault = true;
   for (const char* const path : DEFAULTS) {
-    if (tryPath(choice, record, path) == nullptr) {
+    if (tryPath(path) == nullptr) {
       break;
     }
   }

@@ -22,7 +22,7 @@ struct IconImage {
 /// Which icon of an application is shown, and why no other.
 struct IconChoice {
   const IconImage* image = nullptr;   ///< null when there is none; lives as long as the finder
-  std::string path;                   ///< in the package
+  std::string path;                   ///< of the last one tried, in the package
   bool isDefault = false;             ///< whether the document does not name it
   std::vector<const char*> problems;  ///< of the record's first icons, which are not shown
 };
@@ -42,8 +42,6 @@ class IconFinder {
 
  private:
   [[nodiscard]] const IconImage& load(const std::string& path);
-  [[nodiscard]] const char* tryPath(IconChoice& choice, const config::Config& record,
-                                    const std::string& path);
 
   std::shared_ptr<Package> package_;
   std::map<std::string, IconImage> images_;                 // by path

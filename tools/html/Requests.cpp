@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
-#include "tools/record/RecordFields.h"
-#include "tools/record/SettingRows.h"
+#include "tools/record/RecordText.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -16,9 +16,6 @@ using config::Config;
 constexpr std::size_t LONGEST = 300;         // characters of what the document says
 constexpr std::size_t MOST_PARAMETERS = 50;  // of one feature
 constexpr std::size_t MOST_LANGUAGES = 4;    // that are named
-
-// Schemes whose connections anybody on the way can read.
-constexpr std::string_view READABLE_SCHEMES[] = {"http", "ws", "ftp"};
 
 // The settings that a reviewer looks for first, and what they ask the runtime for.
 constexpr struct {
@@ -63,10 +60,11 @@ constexpr struct {
 };
 
 std::string meaningOf(const Config::AccessRequest& request) {
-  std::string meaning = request.subdomains ? "this host and all its subdomains" : "this host only";
-  const bool isReadable = std::find(std::begin(READABLE_SCHEMES), std::end(READABLE_SCHEMES),
-                                    request.scheme) != std::end(READABLE_SCHEMES);
-  return isReadable ? meaning + ", not encrypted" : meaning;
+  const std::string_view scheme = request.scheme;
+  // Anybody on the way can read their connections.
+  const bool isReadable = scheme == "http" || scheme == "ws" || scheme == "ftp";
+  return std::string(request.subdomains ? "this host and all its subdomains" : "this host only") +
+         (isReadable ? ", not encrypted" : "");
 }
 
 void printParameters(HtmlWriter& html,
@@ -138,33 +136,28 @@ void Requests::addAccess(const Config& record) {
 }
 
 void Requests::addSettings(const Config& record) {
-  struct Rows {
-    Requests& requests;
-
-    void row(const char* name, const std::string& value, const std::string& note = {}) {
-      const auto* const found = std::find_if(std::begin(PROTECTION), std::end(PROTECTION),
-                                             [&](const auto& row) { return row.name == name; });
-      const bool isFound = found != std::end(PROTECTION);
-      requests.add(isFound ? SECURITY : SETTINGS, std::string(name) + " = " + value,
-                   isFound ? found->meaning : "",
-                   note.empty() ? Parameters() : Parameters{{"properties", note}});
+  const auto add = [&](const auto& name, const std::string& value, const std::string& note) {
+    const auto* found = std::end(PROTECTION);
+    if constexpr (!std::is_same_v<decltype(name), const std::string&>) {  // none of the document's
+      found = std::find_if(std::begin(PROTECTION), found,
+                           [&](const auto& row) { return row.name == name; });
     }
-    /// A key of the document's own, whatever it is called.
-    void row(const std::string& name, const std::string& value) {
-      requests.add(SETTINGS, name + " = " + value, "");
-    }
-  } rows = {*this};
-  tools::addSettings(rows, record.getNetSettings());
-  tools::addSettings(rows, record.getAppSettings());
-  tools::addSettings(rows, record.getCookieJarSettings());
+    const bool isFound = found != std::end(PROTECTION);
+    this->add(isFound ? SECURITY : SETTINGS, std::string(name) + " = " + value,
+              isFound ? found->meaning : "",
+              note.empty() ? Parameters() : Parameters{{"properties", note}});
+  };
+  forEachSetting(record.getNetSettings(), add);
+  forEachSetting(record.getAppSettings(), add);
+  forEachSetting(record.getCookieJarSettings(), add);
   if (record.getOrvnAuthMode() != 0) {
-    rows.row("authentication", "token");
+    add("authentication", "token", "");
   }
   if (record.getChromeSettings() != "system") {
-    rows.row("search bar", record.getChromeSettings());
+    add("search bar", record.getChromeSettings(), "");
   }
-  tools::addSettings(rows, record.getGestureSettings());
-  tools::addSettings(rows, record.getLocalResources());
+  forEachSetting(record.getGestureSettings(), add);
+  forEachSetting(record.getLocalResources(), add);
 }
 
 void Requests::printAudiences(HtmlWriter& html, const Asking& asking) const {

@@ -29,16 +29,14 @@ class ElementWriter {
     const std::size_t place = count_++;
     const std::size_t first =
         uri.size() > LONG_NAMESPACE ? places_.emplace(uri.data(), place).first->second : place;
-    json.beginObject();
-    json.member("name", element.getNode()->nameView());
-    if (first != place) {
-      json.member("namespaceOf", first);
-    } else if (uri.data() != nullptr) {
-      json.member("namespace", uri);
-    } else {
-      json.member("namespace", nullptr);
-    }
-    json.endObject();
+    json.object([&] {
+      json.member("name", element.getNode()->nameView());
+      if (first != place) {
+        json.member("namespaceOf", first);
+      } else {
+        json.memberOrNull("namespace", uri);
+      }
+    });
   }
 
  private:
@@ -58,12 +56,12 @@ void writeValue(JsonWriter& json, const Value& value) {
     }
     json.endArray();
   } else if constexpr (HAS_FIELDS<Value>) {
-    json.beginObject();
-    forEachField(value, [&](const auto& field, const auto& content) {
-      json.key(field.name);
-      writeValue(json, content);
+    json.object([&] {
+      forEachField(value, [&](const auto& field, const auto& content) {
+        json.key(field.name);
+        writeValue(json, content);
+      });
     });
-    json.endObject();
   } else if constexpr (IS_OPTION<Value>) {
     value ? writeValue(json, value.get()) : json.value(nullptr);
   } else if constexpr (IS_LIST<Value>) {
@@ -122,14 +120,12 @@ void printLines(const std::string& prefix, const Value& value) {
 /// The path below the member called `name`; none when it does not lead there. Names from a document
 /// may have dots themselves.
 std::optional<std::string_view> below(std::string_view path, std::string_view name) {
-  if (name.empty() || path.substr(0, name.size()) != name) {
-    return std::nullopt;
+  if (path == name) {
+    return std::string_view();
   }
-  path.remove_prefix(name.size());
-  if (path.empty()) {
-    return path;
-  }
-  return path.size() > 1 && path.front() == '.' ? std::optional(path.substr(1)) : std::nullopt;
+  const bool leads = !name.empty() && path.size() > name.size() + 1 && path[name.size()] == '.' &&
+                     path.substr(0, name.size()) == name;
+  return leads ? std::optional(path.substr(name.size() + 1)) : std::nullopt;
 }
 
 /// Calls `use` with what `path` leads to from a value, if that has it: the names of fields, the
@@ -215,9 +211,7 @@ RecordPrinter::RecordPrinter(RecordStyle style)
 
 void RecordPrinter::print(const std::string& file, const ShownDocument& document) {
   if (isListed()) {
-    beginFile(file, "done", {});
-    printJson(document);
-    endFile();
+    printFile(file, "done", {}, &document);
   } else if (style_.format == "json") {
     printJson(document);
     json_.finish();
@@ -238,10 +232,8 @@ void RecordPrinter::printFailure(const std::string& file, const DocumentFailure&
     writeError(failure.what());
   }
   if (isListed()) {
-    beginFile(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
-              failure.problem());
-    json_.value(nullptr);
-    endFile();
+    printFile(file, failure.status() == EXIT_REJECTED ? "rejected" : "unreadable",
+              failure.problem(), nullptr);
   }
 }
 
@@ -254,32 +246,24 @@ void RecordPrinter::finish() {
 }
 
 void RecordPrinter::beginList() {
-  if (std::exchange(first_, false)) {
+  if (std::exchange(first_, false) && !isLines()) {
     json_.beginArray();
   }
 }
 
-/// All of an object up to the record.
-void RecordPrinter::beginFile(const std::string& file, const char* status,
-                              const DocumentFailure::Problem& problem) {
-  if (!isLines()) {
-    beginList();
-  }
-  const auto member = [&](const char* name, const auto& value, bool isKnown) {
-    json_.key(name);
-    isKnown ? json_.value(value) : json_.value(nullptr);
-  };
-  json_.beginObject();
-  json_.member("file", file);
-  json_.member("status", status);
-  member("reason", problem.reason, !problem.reason.empty());
-  member("line", problem.line, problem.line != 0);
-  member("column", problem.column, problem.column != 0);
-  json_.key(style_.field ? "value" : "record");
-}
-
-void RecordPrinter::endFile() {
-  json_.endObject();
+void RecordPrinter::printFile(const std::string& file, const char* status,
+                              const DocumentFailure::Problem& problem,
+                              const ShownDocument* document) {
+  beginList();
+  json_.object([&] {
+    json_.member("file", file);
+    json_.member("status", status);
+    json_.memberOrNull("reason", problem.reason);
+    json_.memberOrNull("line", problem.line);
+    json_.memberOrNull("column", problem.column);
+    json_.key(style_.field ? "value" : "record");
+    document == nullptr ? json_.value(nullptr) : printJson(*document);
+  });
   isLines() ? json_.finish() : json_.flush();
 }
 

@@ -46,9 +46,9 @@ class RecordPrinter {
   }
 
   void beginList();
-  void beginFile(const std::string& file, const char* status,
-                 const DocumentFailure::Problem& problem);
-  void endFile();
+  /// Prints the object of a file; `document` is null when there is no record.
+  void printFile(const std::string& file, const char* status,
+                 const DocumentFailure::Problem& problem, const ShownDocument* document);
   void printJson(const ShownDocument& document);
 
   RecordStyle style_;

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "tools/output/TextReport.h"
-#include "tools/record/SettingRows.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -51,14 +50,6 @@ std::string sizeOf(const Config::Icon& icon) {
   return icon.width    ? "width " + std::to_string(icon.width.get())
          : icon.height ? "height " + std::to_string(icon.height.get())
                        : "no size";
-}
-
-std::string join(const std::vector<std::string>& words) {
-  std::string joined;
-  for (const std::string& word : words) {
-    joined += (joined.empty() ? "" : ", ") + word;
-  }
-  return joined;
 }
 
 void addWidget(TextReport& report, const Config& config) {
@@ -129,7 +120,7 @@ void addLists(TextReport& report, const Config& config) {
 void addExtensions(TextReport& report, const Config& config) {
   const auto addGroup = [&](const char* title, const auto& settings) {
     report.section(title);
-    addSettings(report, settings);
+    forEachSetting(settings, [&](const auto&... cells) { report.row(cells...); });
   };
   const auto addPermissions = [&](const char* title, const auto& permissions) {
     report.section(title);
@@ -158,45 +149,50 @@ void addExtensions(TextReport& report, const Config& config) {
   }
 }
 
-/// Orders texts of which many are one and the same, maybe a very long one.
-int compare(std::string_view one, std::string_view other) noexcept {
-  const bool same = one.data() == other.data() && one.size() == other.size();
-  return same ? 0 : one.compare(other);
-}
-
-struct ByNamespaceAndName {
-  using Names = std::pair<std::string_view, std::string_view>;
-  bool operator()(const Names& one, const Names& other) const noexcept {
-    const int order = compare(one.first, other.first);
-    return order < 0 || (order == 0 && one.second < other.second);
-  }
-};
-
-using ElementCounts = std::map<ByNamespaceAndName::Names, std::size_t, ByNamespaceAndName>;
+/// How often an element of each name was read, by namespace.
+using Names = std::map<std::string_view, std::size_t>;
+using ElementCounts = std::map<std::string_view, Names>;
 
 ElementCounts countElements(const std::vector<config::Element>& elements) {
-  ElementCounts counts;
+  // The tree has each namespace once: a long one is not compared for each element.
+  std::map<const char*, std::pair<std::string_view, Names>> byAddress;
   for (const config::Element& element : elements) {
-    const std::string_view namespaceUri = element.getNode()->namespaceView();
-    ++counts[{namespaceUri.data() == nullptr ? "no namespace" : namespaceUri,
-              element.getNode()->nameView()}];
+    const std::string_view uri = element.getNode()->namespaceView();
+    auto& [known, names] = byAddress[uri.data()];
+    known = uri.data() == nullptr ? "no namespace" : uri;
+    ++names[element.getNode()->nameView()];
+  }
+  ElementCounts counts;
+  for (const auto& [address, group] : byAddress) {
+    Names& names = counts[group.first];
+    for (const auto& [name, count] : group.second) {
+      names[name] += count;
+    }
   }
   return counts;
 }
 
 /// A long namespace is printed once.
 void addElements(TextReport& report, const ElementCounts& counts) {
-  std::string_view last;
   report.section("Elements read");
-  for (const auto& [names, count] : counts) {
-    const bool isSame = names.first.size() > LONG_NAMESPACE && compare(names.first, last) == 0;
-    report.row(names.second, isSame ? "the same namespace" : names.first,
-               count == 1 ? "" : std::to_string(count) + " times");
-    last = names.first;
+  for (const auto& [uri, names] : counts) {
+    std::string_view shown = uri;
+    for (const auto& [name, count] : names) {
+      report.row(name, shown, count == 1 ? "" : std::to_string(count) + " times");
+      shown = uri.size() > LONG_NAMESPACE ? "the same namespace" : uri;
+    }
   }
 }
 
 }  // namespace
+
+std::string join(const std::vector<std::string>& words) {
+  std::string joined;
+  for (const std::string& word : words) {
+    joined += (joined.empty() ? "" : ", ") + word;
+  }
+  return joined;
+}
 
 void printRecordText(const ShownDocument& document, bool colour) {
   const ElementCounts counts = countElements(document.record.elements());
