@@ -35,15 +35,6 @@ std::string_view languageOf(const XmlNode& element) noexcept {
   return element.attributeView("lang", config::XML_NAMESPACE);
 }
 
-Nodes childrenOf(const XmlNode& root) {
-  Nodes children;
-  for (const XmlNode* child = root.firstElementChild(); child != nullptr;
-       child = child->nextElementSibling()) {
-    children.push_back(child->share());
-  }
-  return children;
-}
-
 /// Sets the log mask of the process when it goes.
 struct LogMaskGuard {
   std::uint32_t mask;
@@ -187,13 +178,15 @@ class Checker : config::NimbrelConfigParser, config::ParseObserver {
 
   /// Checks children in the order for which `RepetitionRules` asks, those that no user gets aside.
   void checkForAnyUser(const XmlNode& root) {
-    Nodes children = childrenOf(root);
-    const auto unused =
-        std::stable_partition(children.begin(), children.end(),
-                              [](const auto& child) { return languageOf(*child) != ANY_LOCALE; });
-    std::for_each(unused, children.end(),
-                  [&](const auto& child) { addLanguage(FindingCode::UNUSED_LANGUAGE, *child); });
-    children.erase(unused, children.end());
+    Nodes children;
+    for (const XmlNode* child = root.firstElementChild(); child != nullptr;
+         child = child->nextElementSibling()) {
+      if (languageOf(*child) == ANY_LOCALE) {
+        addLanguage(FindingCode::UNUSED_LANGUAGE, *child);
+      } else {
+        children.push_back(child->share());
+      }
+    }
     // What the parser took of the document stands in front of "*".
     const std::string_view defaultLanguage =
         locales().size() > 1 ? report_.keep(locales().front()) : std::string_view();

@@ -67,44 +67,39 @@ std::string withoutAddressSyntax(std::string_view path) {
   return plain;
 }
 
-}  // namespace
+struct Resolved {
+  std::string path;
+  bool leadsOut = false;
+};
 
-std::string resolvePath(std::string_view path) {
-  std::string resolved;
+Resolved resolve(std::string_view path, std::string_view separators) {
+  Resolved resolved;
   bool isFolder = true;
   for (std::size_t at = 0; at <= path.size();) {
-    const std::string_view segment = segmentAt(path, at);
+    const std::string_view segment = path.substr(at, path.find_first_of(separators, at) - at);
     at += segment.size() + 1;
     isFolder = segment.empty() || segment == "." || segment == "..";
     if (segment == "..") {
-      const std::size_t last = resolved.rfind('/');
-      resolved.erase(last == std::string::npos ? 0 : last);
+      const std::size_t last = resolved.path.rfind('/');
+      resolved.leadsOut |= resolved.path.empty();
+      resolved.path.erase(last == std::string::npos ? 0 : last);
     } else if (!isFolder) {
-      resolved += resolved.empty() ? "" : "/";
-      resolved += segment;
+      resolved.path.append(resolved.path.empty() ? "" : "/").append(segment);
     }
   }
-  return isFolder && !resolved.empty() ? resolved + '/' : resolved;
+  resolved.path += isFolder && !resolved.path.empty() ? "/" : "";
+  return resolved;
+}
+
+}  // namespace
+
+std::string resolvePath(std::string_view path) {
+  return resolve(path, "/").path;
 }
 
 bool leadsOut(std::string_view path) {
-  if (path.size() > 1 && util::ascii::isLetter(path[0]) && path[1] == ':') {
-    return true;
-  }
-  std::size_t depth = 0;
-  for (std::size_t at = 0; at <= path.size();) {
-    const std::string_view segment = path.substr(at, path.find_first_of("/\\", at) - at);
-    at += segment.size() + 1;
-    if (segment == ".." && depth == 0) {
-      return true;
-    }
-    if (segment == "..") {
-      --depth;
-    } else if (!segment.empty() && segment != ".") {
-      ++depth;
-    }
-  }
-  return false;
+  const bool hasDrive = path.size() > 1 && util::ascii::isLetter(path[0]) && path[1] == ':';
+  return hasDrive || resolve(path, "/\\").leadsOut;
 }
 
 PackageFiles::PackageFiles(const std::vector<std::string>& names) {
