@@ -202,13 +202,13 @@ void PackageFiles::forEachAmbiguous(
       visitOnce(right, left);
     }
     // The folder for languages has one name; that it is meant shows where it has what the root has.
-    const std::string_view folder = other.substr(0, LOCALES.size() - 1);
-    const std::string language(segmentAt(other, std::min(LOCALES.size(), other.size())));
-    const std::size_t rest = LOCALES.size() + language.size() + 1;
-    if (folder != LOCALES.substr(0, folder.size()) && segmentAt(other, 0) == folder &&
-        foldCase(folder) == LOCALES.substr(0, folder.size()) && rest < other.size() &&
-        isLanguageTag(language) && has(other.substr(rest), nullptr)) {
-      visitOnce(folder, LOCALES.substr(0, folder.size()));
+    const std::string_view folder = segmentAt(other, 0);
+    const std::string_view inside = other.substr(std::min(folder.size() + 1, other.size()));
+    const std::string_view language = segmentAt(inside, 0);
+    if (entries_[i].folded.compare(0, LOCALES.size(), LOCALES) == 0 &&
+        other.substr(0, LOCALES.size()) != LOCALES && language.size() < inside.size() &&
+        isLanguageTag(std::string(language)) && has(inside.substr(language.size() + 1), nullptr)) {
+      visitOnce(folder, LOCALES.substr(0, LOCALES.size() - 1));
     }
   }
   // So do what stands in a folder and what stands in a file.
