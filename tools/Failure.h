@@ -69,12 +69,6 @@ class DocumentFailure : public Failure {
   Problem problem_;
 };
 
-/// The library gives no document for this reason.
-inline DocumentFailure rejection(const std::string& file, const std::string& reason,
-                                 std::uint32_t line = 0, std::uint32_t column = 0) {
-  return {EXIT_REJECTED, file, {reason, line, column}};
-}
-
 /// The system has no bytes of a file, or entries of a directory, for this reason. Throws
 /// `std::bad_alloc` when that is a lack of memory, be it for the exception itself.
 inline DocumentFailure unreadable(const std::string& path, int error) {
@@ -88,16 +82,19 @@ inline DocumentFailure unreadable(const std::string& path, int error) {
 /// becomes a `DocumentFailure`.
 template <typename Read>
 auto readingDocument(const std::string& file, Read&& read) {
+  const auto rejection = [&](const char* reason, std::uint32_t line = 0, std::uint32_t column = 0) {
+    return DocumentFailure(EXIT_REJECTED, file, {reason, line, column});
+  };
   try {
     return std::forward<Read>(read)();
   } catch (const config::ConfigParser::ConfigException& error) {
-    throw rejection(file, error.what(), error.line, error.column);
+    throw rejection(error.what(), error.line, error.column);
   } catch (const ParseException& error) {
-    throw rejection(file, error.what(), error.line, error.column);
+    throw rejection(error.what(), error.line, error.column);
   } catch (const std::invalid_argument& error) {
-    throw rejection(file, error.what());
+    throw rejection(error.what());
   } catch (const std::overflow_error& error) {
-    throw rejection(file, error.what());
+    throw rejection(error.what());
   }
 }
 

@@ -14,7 +14,6 @@
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/ForEachFile.h"
-#include "tools/commands/UserLocales.h"
 #include "tools/findings/Explanation.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/fix/FixFile.h"
@@ -26,23 +25,17 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-[[noreturn]] void failUnknownCode(const std::string& name) {
-  std::vector<std::string> known;
-  for (const check::CodeDescription& kind : check::codeDescriptions()) {
-    known.emplace_back(kind.name);
-  }
-  throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no code " + quotedWithHint(name, known) +
-                                   "; --codes lists them");
-}
-
 ExitStatus explainCode(const std::string& name) {
+  std::vector<std::string> known;
   for (const check::CodeDescription& kind : check::codeDescriptions()) {
     if (kind.name == name) {
       writeOutput(explain(kind));
       return EXIT_DONE;
     }
+    known.emplace_back(kind.name);
   }
-  failUnknownCode(name);
+  throw Failure(EXIT_UNUSABLE, "nimbrel-config: there is no code " + quotedWithHint(name, known) +
+                                   "; --codes lists them");
 }
 
 FindingStyle styleOf(const Options& options) {
@@ -60,8 +53,7 @@ struct CheckedFile {
 /// Checks the document that `path` stands for, as `readDocument` takes it. A package without a
 /// usable one has a finding, too.
 CheckedFile checkFile(const std::string& path, const Options& options, std::uint32_t logMask) {
-  check::CheckSettings settings = {
-      options.locales ? std::optional(tagsOf(*options.locales)) : std::nullopt, logMask};
+  check::CheckSettings settings = {options.locales, logMask};
   try {
     if (options.fix) {
       check::FixedDocument fixed = fixFile(path, settings, options.recursive);

@@ -251,6 +251,9 @@ std::optional<Options> readOptions(const Command& command, int argc, char** argv
     const char* const current = argv[optind - 1];
     if (found == -1) {
       options.files.assign(argv + optind, argv + argc);
+      if (options.locales) {
+        options.locales = tagsOf(*options.locales);
+      }
       return options;
     }
     if (found == ':' || (found == '?' && optopt >= FIRST)) {

@@ -23,7 +23,7 @@ struct Options {
   bool noProgress = false;
   std::string stdinName = STANDARD_INPUT;
 
-  std::optional<std::vector<std::string>> locales;
+  std::optional<std::vector<std::string>> locales;  ///< as `tagsOf` gives them
   std::string format = "text";
   std::string colour = "auto";
   std::optional<int> density;
@@ -98,6 +98,15 @@ std::optional<Options> readOptions(const Command& command, int argc, char** argv
 /// mean "name"?).
 [[nodiscard]] std::string quotedWithHint(std::string_view written,
                                          const std::vector<std::string>& known);
+
+/// Language tags (BCP 47) or names of locales, best first, as the tags that documents are matched
+/// by. Each is followed by its shorter forms and, since that is done byte for byte, by its
+/// lower-case form: "de_AT.UTF-8" and "de-AT" give "de-AT", "de-at", "de".
+[[nodiscard]] std::vector<std::string> tagsOf(const std::vector<std::string>& names);
+
+/// The same of the user's languages, as the environment names them: LANGUAGE, unless the locale
+/// (LC_ALL, LC_MESSAGES, LANG) is "C" or "POSIX", for which there are none; else that locale.
+[[nodiscard]] std::vector<std::string> userLocales();
 
 /// Prints texts with their names, as a table or as a JSON object.
 void printTexts(const Options& options,

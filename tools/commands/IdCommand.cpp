@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -18,44 +16,34 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-using zel::config::BasicWidgetId;
 using zel::config::WidgetId;
 
-std::unique_ptr<WidgetId> makeOfIri(const char* identifier) {
-  return std::make_unique<BasicWidgetId>(
-      identifier, std::make_shared<zel::config::PelloWidgetIdParser>(
-                      std::make_shared<zel::util::HostUriMunger>(),
-                      std::make_shared<zel::util::PortableFilenameMunger>()));
-}
-
-std::unique_ptr<WidgetId> makeOfFilename(const char* identifier) {
-  return std::make_unique<BasicWidgetId>(
-      identifier, std::make_shared<zel::config::FilenameWidgetIdParser>(
-                      std::make_shared<zel::util::PortableFilenameMunger>()));
-}
-
-std::unique_ptr<WidgetId> makeOfApplication(const char* identifier) {
-  return std::make_unique<zel::config::ProductionWidgetId>(identifier);
+std::unique_ptr<WidgetId> makeId(const Options& options) {
+  if (options.application) {
+    return std::make_unique<zel::config::ProductionWidgetId>(options.application->c_str());
+  }
+  const auto munger = std::make_shared<zel::util::PortableFilenameMunger>();
+  std::shared_ptr<zel::config::WidgetIdParser> parser;
+  if (options.iri) {
+    parser = std::make_shared<zel::config::PelloWidgetIdParser>(
+        std::make_shared<zel::util::HostUriMunger>(), munger);
+  } else {
+    parser = std::make_shared<zel::config::FilenameWidgetIdParser>(munger);
+  }
+  const std::string& identifier = options.iri ? *options.iri : *options.filename;
+  return std::make_unique<zel::config::BasicWidgetId>(identifier.c_str(), parser);
 }
 
 ExitStatus runId(Options& options) {
   if (!options.files.empty()) {
     failUsage("unexpected \"" + escape(options.files.front()) + '"');
   }
-  const struct {
-    const std::optional<std::string>& identifier;
-    std::unique_ptr<WidgetId> (*make)(const char* identifier);
-  } makers[] = {{options.iri, makeOfIri},
-                {options.filename, makeOfFilename},
-                {options.application, makeOfApplication}};
-  const auto isGiven = [](const auto& maker) { return maker.identifier.has_value(); };
-  if (std::count_if(std::begin(makers), std::end(makers), isGiven) != 1) {
+  if ((options.iri ? 1 : 0) + (options.filename ? 1 : 0) + (options.application ? 1 : 0) != 1) {
     failUsage("one of --iri, --filename and --application is required");
   }
-  const auto& maker = *std::find_if(std::begin(makers), std::end(makers), isGiven);
   std::unique_ptr<WidgetId> id;
   try {
-    id = maker.make(maker.identifier->c_str());
+    id = makeId(options);
   } catch (const zel::config::WidgetIdError& rejection) {
     throw Failure(EXIT_REJECTED, escape(rejection.what()));
   } catch (const std::invalid_argument& rejection) {

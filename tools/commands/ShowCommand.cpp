@@ -12,7 +12,6 @@
 #include "tools/Host.h"
 #include "tools/commands/Command.h"
 #include "tools/commands/ForEachFile.h"
-#include "tools/commands/UserLocales.h"
 #include "tools/findings/FindingPrinter.h"
 #include "tools/html/Page.h"
 #include "tools/input/Input.h"
@@ -61,8 +60,7 @@ ShownFile showFile(const Options& options, const std::string& file,
 ExitStatus showFiles(const Options& options) {
   ExitStatus worst = EXIT_DONE;
   std::size_t failures = 0;
-  const std::vector<std::string> locales =
-      options.locales ? tagsOf(*options.locales) : userLocales();
+  const std::vector<std::string> locales = options.locales ? *options.locales : userLocales();
   const std::uint32_t logMask = util::logMask();
   RecordPrinter printer(
       {options.format, options.field, options.isSeveral(), isColourWanted(options.colour)});
@@ -88,8 +86,7 @@ ExitStatus showPage(const Options& options) {
   if (options.files.size() != 1 || options.field || options.encoding) {
     failUsage("--format html takes one FILE, and neither --field nor --encoding");
   }
-  return printPage({options.files.front(), options.stdinName, options.url,
-                    options.locales ? std::optional(tagsOf(*options.locales)) : std::nullopt});
+  return printPage({options.files.front(), options.stdinName, options.url, options.locales});
 }
 
 ExitStatus runShow(Options& options) {

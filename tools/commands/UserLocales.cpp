@@ -1,10 +1,9 @@
-#include "tools/commands/UserLocales.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string_view>
 
+#include "tools/commands/Command.h"
 #include "util/Ascii.h"
 
 namespace orvane::nimbrel::tools {

@@ -7,8 +7,6 @@
 #include <optional>
 #include <utility>
 
-#include "tools/input/ZipFormat.h"
-
 namespace orvane::nimbrel::tools {
 namespace {
 

@@ -9,7 +9,6 @@
 #include <string>
 
 #include "tools/input/ZipArchive.h"
-#include "tools/input/ZipFormat.h"
 
 namespace orvane::nimbrel::tools {
 namespace {

@@ -64,13 +64,6 @@ void TextReport::lines(std::string_view label, std::string_view text, std::strin
   endRow(note);
 }
 
-void TextReport::detail(std::string_view label, std::string_view value, std::string_view note) {
-  if (beginRow("  " + escape(label))) {
-    pending_ += valueOf(value);
-    endRow(note);
-  }
-}
-
 bool TextReport::beginRow(const std::string& label) {
   if (sections_ == 0) {
     section({});

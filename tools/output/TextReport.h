@@ -27,8 +27,6 @@ class TextReport {
   void row(std::string_view label, std::string_view value, std::string_view note = {});
   /// The same for a text whose line breaks are kept: further lines stand under the first.
   void lines(std::string_view label, std::string_view text, std::string_view note = {});
-  /// Adds a row that explains the one before it.
-  void detail(std::string_view label, std::string_view value, std::string_view note = {});
 
  private:
   explicit TextReport(bool colour) : colour_(colour) {}

@@ -35,7 +35,7 @@ void add(TextReport& report, const char* label, const Value& value) {
     for (const auto& run : runs) {
       if (runs.size() > 1 || run.languageTag != value.getLanguageTag() ||
           run.direction != value.getDirection()) {
-        report.detail("run", run.text, languageNote(run.languageTag, run.direction));
+        report.row("  run", run.text, languageNote(run.languageTag, run.direction));
       }
     }
   } else {
@@ -103,7 +103,7 @@ void addLists(TextReport& report, const Config& config) {
   for (const auto& feature : config.getFeatures()) {
     report.row(feature.name, feature.required ? "required" : "optional");
     for (const auto& [name, value] : feature.params) {
-      report.detail(name, value);
+      report.row("  " + name, value);
     }
   }
   report.section("Network access");
