@@ -46,13 +46,15 @@ void SourceText::index() {
 SourceText::Counts SourceText::countsBefore(std::size_t offset) const noexcept {
   const std::size_t mark = std::min(offset / MARK_DISTANCE, marks_.size() - 1);
   Counts counts = marks_[mark];
-  for (const char byte : text_.substr(mark * MARK_DISTANCE, offset - mark * MARK_DISTANCE)) {
-    counts.codePoints += util::internal::isUtf8Trail(byte) ? 0U : 1U;
-    // A character of four bytes takes two units.
-    counts.utf16Units += util::internal::isUtf8Trail(byte)           ? 0U
-                         : static_cast<unsigned char>(byte) >= 0xF0U ? 2U
-                                                                     : 1U;
+  std::uint32_t trails = 0;
+  std::uint32_t pairs = 0;  // a character of four bytes takes two units
+  const std::string_view rest = text_.substr(mark * MARK_DISTANCE, offset - mark * MARK_DISTANCE);
+  for (const char byte : rest) {
+    trails += util::internal::isUtf8Trail(byte) ? 1U : 0U;
+    pairs += static_cast<unsigned char>(byte) >= 0xF0U ? 1U : 0U;
   }
+  counts.codePoints += static_cast<std::uint32_t>(rest.size()) - trails;
+  counts.utf16Units += static_cast<std::uint32_t>(rest.size()) - trails + pairs;
   return counts;
 }
 

@@ -48,8 +48,9 @@ Look lookOf(char32_t codePoint) noexcept {
                                          : Look::LETTER;
 }
 
-/// How many letters have to be changed, left out, added or exchanged with the next one.
-std::size_t distanceOf(const std::u32string& left, const std::u32string& right) {
+/// How many letters have to be changed, left out, added or exchanged with the next one; more than
+/// `limit` is not counted.
+std::size_t distanceOf(const std::u32string& left, const std::u32string& right, std::size_t limit) {
   std::vector<std::size_t> before;
   std::vector<std::size_t> last(right.size() + 1);
   std::iota(last.begin(), last.end(), std::size_t{0});
@@ -61,6 +62,9 @@ std::size_t distanceOf(const std::u32string& left, const std::u32string& right) 
       if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1]) {
         row[j] = std::min(row[j], before[j - 2] + 1);
       }
+    }
+    if (*std::min_element(row.begin(), row.end()) > limit) {
+      return limit + 1;
     }
     before = std::exchange(last, std::move(row));
   }
@@ -175,6 +179,9 @@ bool looksLike(std::string_view left, std::string_view right) {
 
 Suggestion nearestName(std::string_view written, const std::vector<std::string>& known,
                        Reach reach) {
+  if (std::find(known.begin(), known.end(), written) != known.end()) {
+    return {std::string(written), true};  // which is quick
+  }
   const std::u32string plain = plainForm(written);
   Suggestion nearest;
   std::size_t least = LONGEST;
@@ -185,7 +192,7 @@ Suggestion nearestName(std::string_view written, const std::vector<std::string>&
     if (shorter == 0 || longer - shorter > limit) {
       continue;
     }
-    const std::size_t distance = distanceOf(plain, other);
+    const std::size_t distance = distanceOf(plain, other, limit);
     if (distance <= limit && distance <= least) {
       // Of two that are as near it is not known which.
       nearest = distance == least ? Suggestion() : Suggestion{name, distance <= 1};
@@ -199,7 +206,7 @@ void sortByLikeness(std::string_view written, std::vector<std::string>& names) {
   const std::u32string plain = plainForm(written).substr(0, 64);  // a document may have many
   std::vector<std::pair<std::size_t, std::string>> sorted;
   for (std::string& name : names) {
-    sorted.emplace_back(distanceOf(plain, plainLocalPart(name)), std::move(name));
+    sorted.emplace_back(distanceOf(plain, plainLocalPart(name), LONGEST), std::move(name));
   }
   std::stable_sort(sorted.begin(), sorted.end(),
                    [](const auto& left, const auto& right) { return left.first < right.first; });

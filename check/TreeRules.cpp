@@ -210,7 +210,8 @@ void TreeRules::checkSetting(const XmlNode& setting, const ElementDescription& p
     return;
   }
   if (description == parent.anyKey && !parent.keys.empty() &&
-      (nearestName(key, namesOf(parent.keys)).isCertain || ownerOfKey(key, parent) != nullptr)) {
+      (nearestName(key, namesOf(parent.keys), Reach::CERTAIN).isCertain ||
+       ownerOfKey(key, parent) != nullptr)) {
     report_.add(FindingCode::SIMILAR_KEY, setting, indexOf(setting, keyAttribute));
   }
   // What is not used, of whichever screen, can be no mistake.

@@ -124,11 +124,12 @@ constexpr std::string_view VIEW_MODES[] = {"windowed", "floating", "fullscreen",
 
 /// What a language was meant to be that is none, but the code of a country, as "jp".
 std::optional<Advice> adviceOnCode(const std::string& tag) {
-  constexpr std::string_view FORMER[] = {"bh", "mo", "sh"};  // known to users, not to the library
+  // The library has to look for the first and no longer has the others, which users know.
+  constexpr std::string_view KNOWN[] = {"en", "bh", "mo", "sh"};
   const std::string language = tag.substr(0, tag.find('-'));
   const std::string code = util::ascii::lowerCased(language);
-  if (code.size() != 2 || *uloc_getISO3Language(code.c_str()) != '\0' ||
-      std::find(std::begin(FORMER), std::end(FORMER), code) != std::end(FORMER)) {
+  if (code.size() != 2 || std::find(std::begin(KNOWN), std::end(KNOWN), code) != std::end(KNOWN) ||
+      *uloc_getISO3Language(code.c_str()) != '\0') {
     return std::nullopt;
   }
   const std::string country = "und_" + code;
