@@ -147,12 +147,11 @@ constexpr CodeDescription CODES[] = {
 };
 
 constexpr bool areInOrder() noexcept {
-  for (std::size_t i = 0; i < std::size(CODES); ++i) {
-    if (CODES[i].code != static_cast<Code>(i)) {
-      return false;
-    }
+  std::size_t next = 0;
+  for (const CodeDescription& row : CODES) {
+    next += row.code == static_cast<Code>(next) ? 1U : 0U;
   }
-  return std::size(CODES) == static_cast<std::size_t>(Code::UNUSABLE_PACKAGE) + 1;
+  return next == std::size(CODES) && next == static_cast<std::size_t>(Code::UNUSABLE_PACKAGE) + 1;
 }
 static_assert(areInOrder());
 

@@ -271,11 +271,13 @@ class Fixer {
     }
     const std::size_t begin = span.begin + static_cast<std::size_t>(core.data() - whole.data());
     Edits edits = {{{begin, begin + core.size()}, escaped(meant.text)}};
-    if (finding.code == FindingCode::NOT_AN_ORIGIN &&
-        finding.value.find("*.") != std::string_view::npos) {
-      if (counts_["subdomains"] == 0) {
+    if (finding.code == FindingCode::NOT_AN_ORIGIN) {
+      const bool isWildcard = finding.value.find("*.") != std::string_view::npos;
+      const bool hasSubdomains = counts_["subdomains"] != 0;
+      if (isWildcard && !hasSubdomains) {
         edits.push_back(inserted(span.end + 1, "subdomains", "true"));
-      } else if (finding.element->attributeView("subdomains") != "true") {
+      } else if (isWildcard ? finding.element->attributeView("subdomains") != "true"
+                            : hasSubdomains && meant.text == "*") {
         return {};
       }
     }

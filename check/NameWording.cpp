@@ -64,29 +64,25 @@ std::string choice(std::string_view written, std::vector<std::string> names) {
 
 /// The namespace in which a name means something; empty when there is none.
 std::string_view namespaceOfName(std::string_view name) {
-  const auto isName = [&](const auto& known) { return known.name == name; };
-  if (isName(config::widgetDescription())) {
-    return config::W3C_WIDGETS_NAMESPACE;
-  }
   for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (isName(*known) || std::any_of(known->children.begin(), known->children.end(), isName)) {
-      return known->isExtension ? std::string_view(config::EXTENSION_NAMESPACE)
-                                : std::string_view(config::W3C_WIDGETS_NAMESPACE);
+    if (known->name == name || findName(known->children, name) != nullptr) {
+      return namespaceOf(*known);
     }
   }
-  const auto attributes = config::widgetDescription().attributes;
-  return std::any_of(attributes.begin(), attributes.end(),
-                     [&](const auto& known) { return known.isExtension && isName(known); })
-             ? config::EXTENSION_NAMESPACE
-             : "";
+  const auto* const attribute = findName(config::widgetDescription().attributes, name);
+  return name == config::widgetDescription().name ? config::W3C_WIDGETS_NAMESPACE
+         : attribute == nullptr                   ? std::string_view()
+                                                  : namespaceOf(*attribute);
 }
 
-/// What to write for a name whose prefix is not declared; nothing for a name without one.
+/// Whether a name has a prefix that is not declared.
+bool hasPrefix(std::string_view name) noexcept {
+  return name.find(':') != std::string_view::npos;
+}
+
+/// What to write then.
 std::string missingDeclaration(std::string_view name) {
   const std::size_t colon = name.find(':');
-  if (colon == std::string_view::npos) {
-    return {};
-  }
   const std::string prefix(name.substr(0, colon));
   const std::string_view known =
       prefix == "tavlo" ? config::EXTENSION_NAMESPACE : namespaceOfName(name.substr(colon + 1));
@@ -101,51 +97,48 @@ std::string example(std::string_view value) {
   return value.empty() || !isPlain ? "..." : std::string(value);
 }
 
-/// How to write an attribute of the root that is an element in truth; empty for another one.
-std::string asElement(std::string_view name, std::string_view value) {
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (known->name != name) {
-      continue;
-    }
-    std::string start = tagOf(*known);
-    if (known->textField.data() != nullptr) {
-      return start + example(value) + "</" + start.substr(1);
-    }
-    for (const auto& attribute : known->attributes) {
-      if (attribute.isRequired || attribute.name == known->uniqueAttribute) {
-        return start.substr(0, start.size() - 1) + ' ' + std::string(attribute.name) + "=\"" +
-               example(value) + "\"/>";
-      }
-    }
-    return start;
+std::string withValue(std::string_view name, std::string_view value) {
+  return std::string(name) + "=\"" + example(value) + '"';
+}
+
+/// An element with a value as its text, or in the attribute that it needs.
+std::string asElement(const ElementDescription& element, std::string_view value) {
+  const std::string tag = tagOf(element);
+  if (element.textField.data() != nullptr) {
+    return tag + example(value) + "</" + tag.substr(1);
   }
-  return {};
+  for (const auto& row : element.attributes) {
+    if (row.isRequired || row.name == element.uniqueAttribute) {
+      return tag.substr(0, tag.size() - 1) + ' ' + withValue(row.name, value) + "/>";
+    }
+  }
+  return tag;
 }
 
 /// An attribute that is an element or a setting in truth, or the text of its element; empty for
 /// another one.
 std::string otherFormSentence(const XmlNode& element, const XmlNode::Attribute& attribute) {
   const std::string is = quoted(attribute.name) + " is ";
-  const ElementDescription* const known = describe(element);
   if (element.parent() == nullptr) {
-    const std::string meant = asElement(attribute.name, attribute.value);
-    return meant.empty() ? meant : is + "an element: write " + meant + " in <widget>.";
-  }
-  if (known == nullptr || element.parent()->parent() != nullptr) {
+    for (const ElementDescription* const known : config::elementDescriptions()) {
+      if (known->name == attribute.name) {
+        return is + "an element: write " + asElement(*known, attribute.value) + " in <widget>.";
+      }
+    }
     return {};
   }
-  if (known->textField.data() != nullptr && attribute.name == "value") {
+  const auto* const known = element.parent()->parent() == nullptr ? describe(element) : nullptr;
+  if (known != nullptr && known->textField.data() != nullptr && attribute.name == "value") {
     return "The value of " + tagOf(*known) + " is its text: write " +
-           asElement(known->name, attribute.value) + '.';
+           asElement(*known, attribute.value) + '.';
   }
-  const auto found = std::find_if(known->keys.begin(), known->keys.end(),
-                                  [&](const auto& key) { return key.name == attribute.name; });
-  return found == known->keys.end()
-             ? ""
-             : is + "a setting: write <" +
-                   displayName(known->children[0].name, known->isExtension) + ' ' +
-                   std::string(known->children[0].keyAttribute) + "=\"" + std::string(found->name) +
-                   "\" value=\"" + example(attribute.value) + "\"/> in " + tagOf(*known) + '.';
+  if (known == nullptr || findName(known->keys, attribute.name) == nullptr) {
+    return {};
+  }
+  const auto& setting = known->children[0];
+  return is + "a setting: write <" + displayName(setting.name, known->isExtension) + ' ' +
+         withValue(setting.keyAttribute, attribute.name) + ' ' +
+         withValue("value", attribute.value) + "/> in " + tagOf(*known) + '.';
 }
 
 }  // namespace
@@ -202,10 +195,8 @@ std::string rootSentence(const Diagnostic& finding) {
   if (!finding.attribute.empty()) {
     return "<widget> must be in the namespace of W3C Widgets.";
   }
-  const std::string_view name = finding.element->nameView();
-  const std::size_t colon = name.find(':');  // only where the prefix is not declared
-  return colon != std::string_view::npos &&
-                 name.substr(colon + 1) == config::widgetDescription().name
+  const std::string_view name = finding.element->nameView();  // a prefix that is not declared
+  return name.substr(name.find(':') + 1) == config::widgetDescription().name
              ? missingDeclaration(name)
              : "The root element must be <widget>.";
 }
@@ -220,18 +211,14 @@ std::string unknownAttributeSentence(const Diagnostic& finding) {
   if (space.data() != nullptr && !isExtension(space) && space != config::XML_NAMESPACE) {
     return "The prefix stands for the unknown namespace " + quoted(space) + '.';
   }
-  if (space.data() == nullptr) {
-    for (const std::string& other :
-         {otherFormSentence(element, attribute), missingDeclaration(attribute.name)}) {
-      if (!other.empty()) {
-        return other;
-      }
-    }
+  const std::string other = otherFormSentence(element, attribute);
+  if (space.data() == nullptr && !other.empty()) {
+    return other;
   }
-  std::vector<std::string> names;
-  for (const auto& known : attributesOf(element)) {
-    names.push_back(displayName(known.name, known.isExtension));
+  if (hasPrefix(attribute.name)) {
+    return missingDeclaration(attribute.name);
   }
+  const std::vector<std::string> names = namesOf(attributesOf(element));
   return tagOf(displayName(element)) + " has no attribute " + quoted(finding.attribute) +
          (names.empty() ? "" : "; it has " + choice(attribute.name, names)) + '.';
 }
@@ -242,10 +229,8 @@ std::string unknownElementSentence(const Diagnostic& finding) {
   }
   const XmlNode& element = *finding.element;
   const std::string_view space = element.namespaceView();
-  std::string declaration =
-      space.data() == nullptr ? missingDeclaration(element.nameView()) : std::string();
-  if (!declaration.empty()) {
-    return declaration;
+  if (hasPrefix(element.nameView())) {
+    return missingDeclaration(element.nameView());
   }
   const std::string written(finding.name.empty() ? element.nameView() : finding.name);
   const std::string_view known = namespaceOfName(element.nameView());
@@ -270,23 +255,12 @@ std::string misplacedSentence(const Diagnostic& finding) {
   const XmlNode& element = *finding.element;
   const std::string name = tagOf(displayName(element));
   if (finding.isText) {
-    const auto known = attributesOf(element);
     const bool lacksValue = element.attributeView("value").data() == nullptr &&
-                            std::any_of(known.begin(), known.end(),
-                                        [](const auto& row) { return row.name == "value"; });
+                            findName(attributesOf(element), "value") != nullptr;
     return "Text in " + name + " is not read" + (lacksValue ? "; write value=\"...\"." : ".");
   }
-  std::vector<std::string> parents;
-  if (describe(element) != nullptr) {
-    parents.emplace_back("<widget>");
-  }
-  for (const ElementDescription* const known : config::elementDescriptions()) {
-    if (describeChild(*known, element) != nullptr) {
-      parents.push_back(tagOf(*known));
-    }
-  }
   return name + " is not read in " + tagOf(displayName(*element.parent())) + ", only in " +
-         listOf(parents) + '.';
+         listOf(tagsOf(parentNames(element))) + '.';
 }
 
 std::string unknownKeySentence(const Diagnostic& finding) {

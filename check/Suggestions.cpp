@@ -187,7 +187,7 @@ Suggestion nearestName(std::string_view written, const std::vector<std::string>&
   std::size_t least = LONGEST;
   for (const std::string& name : known) {
     const std::u32string other = plainLocalPart(name);
-    const auto [shorter, longer] = std::minmax(plain.size(), other.size());
+    const auto [shorter, longer] = std::minmax({plain.size(), other.size()});  // not references
     const std::size_t limit = reach == Reach::CERTAIN ? 1 : std::max<std::size_t>(longer / 3, 1);
     if (shorter == 0 || longer - shorter > limit) {
       continue;
@@ -248,10 +248,8 @@ Suggestion suggestedAttribute(const XmlNode& element, std::size_t index,
   if (attribute.namespaceUri.data() != nullptr && !isExtension(attribute.namespaceUri)) {
     return {suggestedNamespace(attribute.namespaceUri), true};
   }
-  std::vector<std::string> names = {"dir"};  // which any element may have
-  for (const AttributeDescription& row : known) {
-    names.push_back(displayName(row.name, row.isExtension));
-  }
+  std::vector<std::string> names = namesOf(known);
+  names.emplace_back("dir");  // which any element may have
   if (Suggestion meant = nearestName(written, names); !meant.text.empty()) {
     return meant;
   }

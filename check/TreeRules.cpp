@@ -150,8 +150,9 @@ void TreeRules::checkOrigin(const XmlNode& access, Attributes known) {
 void TreeRules::checkUnknown(const XmlNode& element) {
   const std::string_view space = element.namespaceView();
   if (space == config::W3C_WIDGETS_NAMESPACE || space == config::EXTENSION_NAMESPACE) {
-    report_.add(isKnownSomewhere(element) ? FindingCode::MISPLACED : FindingCode::UNKNOWN_ELEMENT,
-                &element);
+    report_.add(
+        parentNames(element).empty() ? FindingCode::UNKNOWN_ELEMENT : FindingCode::MISPLACED,
+        &element);
   } else if (space.data() == nullptr) {
     report_.add(FindingCode::UNKNOWN_ELEMENT, &element);
   } else {

@@ -126,6 +126,22 @@ bool isDensityVariant(const KeyDescription& description, std::string_view key) n
                      [](char c) { return util::ascii::isDigit(c) || c == '-'; });
 }
 
+std::vector<std::string> namesOf(config::DescriptionList<config::AttributeDescription> attributes) {
+  std::vector<std::string> names;
+  for (const config::AttributeDescription& known : attributes) {
+    names.push_back(displayName(known.name, known.isExtension));
+  }
+  return names;
+}
+
+std::vector<std::string> namesOf(config::DescriptionList<KeyDescription> keys) {
+  std::vector<std::string> names;
+  for (const KeyDescription& known : keys) {
+    names.emplace_back(known.name);
+  }
+  return names;
+}
+
 std::vector<std::string> childNames(const XmlNode* parent) {
   if (parent == nullptr) {
     return {std::string(config::widgetDescription().name)};
@@ -138,6 +154,19 @@ std::vector<std::string> childNames(const XmlNode* parent) {
   } else if (const ElementDescription* const known = describe(*parent)) {
     for (const ChildDescription& child : known->children) {
       names.push_back(displayName(child.name, known->isExtension));
+    }
+  }
+  return names;
+}
+
+std::vector<std::string> parentNames(const XmlNode& element) {
+  std::vector<std::string> names;
+  if (describe(element) != nullptr) {
+    names.emplace_back(config::widgetDescription().name);
+  }
+  for (const ElementDescription* const known : config::elementDescriptions()) {
+    if (describeChild(*known, element) != nullptr) {
+      names.push_back(displayName(known->name, known->isExtension));
     }
   }
   return names;
@@ -156,14 +185,6 @@ std::string suggestedNamespace(std::string_view written) {
   return nearestName(written, {config::W3C_WIDGETS_NAMESPACE, config::EXTENSION_NAMESPACE},
                      Reach::CERTAIN)
       .text;
-}
-
-bool isKnownSomewhere(const XmlNode& element) noexcept {
-  const auto known = config::elementDescriptions();
-  return describe(element) != nullptr ||
-         std::any_of(known.begin(), known.end(), [&](const ElementDescription* parent) {
-           return describeChild(*parent, element) != nullptr;
-         });
 }
 
 bool isDirection(std::string_view value) noexcept {

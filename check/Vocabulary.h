@@ -67,15 +67,12 @@ const T* findName(config::DescriptionList<T> list, std::string_view name) noexce
   return found == list.end() ? nullptr : found;
 }
 
-/// The names of some descriptions.
-template <typename List>
-std::vector<std::string> namesOf(const List& list) {
-  std::vector<std::string> names;
-  for (const auto& known : list) {
-    names.emplace_back(known.name);
-  }
-  return names;
-}
+/// The names of some attributes as findings spell them, or of some keys.
+[[nodiscard]] std::vector<std::string> namesOf(
+    config::DescriptionList<config::AttributeDescription> attributes);
+/// @overload
+[[nodiscard]] std::vector<std::string> namesOf(
+    config::DescriptionList<config::KeyDescription> keys);
 
 /// The elements that may stand in another one, as findings spell them; "widget" for null.
 [[nodiscard]] std::vector<std::string> childNames(const util::XmlNode* parent);
@@ -87,8 +84,8 @@ std::vector<std::string> namesOf(const List& list) {
 /// The one of our namespaces that another one was meant to be; empty when that is not certain.
 [[nodiscard]] std::string suggestedNamespace(std::string_view written);
 
-/// Whether an element with a namespace of ours may stand somewhere.
-[[nodiscard]] bool isKnownSomewhere(const util::XmlNode& element) noexcept;
+/// The elements, as findings spell them, in which one with this name and namespace may stand.
+[[nodiscard]] std::vector<std::string> parentNames(const util::XmlNode& element);
 
 /// The values of "dir".
 inline constexpr std::string_view DIRECTIONS[] = {"ltr", "rtl", "lro", "rlo"};
