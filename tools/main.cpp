@@ -20,7 +20,7 @@ constexpr const Command* COMMANDS[] = {&SHOW_COMMAND, &LOCALIZED_COMMAND, &ID_CO
 
 [[noreturn]] void failUnknown(std::string_view word) {
   if (std::error_code error; std::filesystem::exists(word, error)) {
-    failUsage("there is no command \"" + escape(word) + "\"; show or check FILE");
+    failUsage('"' + escape(word) + "\" is a file, not a command; use show or check FILE");
   }
   std::vector<std::string> known = {"help"};
   for (const Command* command : COMMANDS) {

@@ -50,7 +50,7 @@ constexpr struct {
     {"Network access", "The addresses that it wants to connect to.",
      "It asks for no address on the network."},
     {"Features", "What it wants of the device.", "It asks for no feature."},
-    {"Permissions", "What its document allows or forbids.", "It asks for no permission."},
+    {"Permissions", "What its document allows or does not allow.", "It asks for no permission."},
     {"Messages", "The applications that it may exchange messages with, or may not.",
      "It exchanges messages with no other application."},
     {"Exports", "Files that other applications get from it.",
