@@ -80,8 +80,12 @@ class Page {
   }
 
   void collectViews(const std::shared_ptr<util::XmlDocument>& tree) {
-    std::vector<Audience> audiences =
-        request_.locales ? std::vector<Audience>{{*request_.locales}} : audiencesOf(*tree);
+    std::vector<Audience> audiences;
+    if (request_.locales) {
+      audiences.push_back({*request_.locales});
+    } else {
+      audiences = audiencesOf(*tree);
+    }
     // Each takes a walk through the document.
     const std::size_t walks = MOST_WALKED / std::max<std::size_t>(bytes_.size(), 1);
     const std::size_t shown = std::min({audiences.size(), MOST_AUDIENCES, walks + 1});
