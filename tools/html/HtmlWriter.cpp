@@ -136,10 +136,11 @@ HtmlWriter& HtmlWriter::count(std::size_t number, std::string_view noun) {
 
 HtmlWriter& HtmlWriter::base64(std::string_view bytes) {
   constexpr char DIGITS[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  const auto byteAt = [&](std::size_t at) {
+    return std::uint32_t{static_cast<unsigned char>(at < bytes.size() ? bytes[at] : '\0')};
+  };
   for (std::size_t bit = 0; bit < 8 * bytes.size(); bit += 6) {
-    const unsigned int next =
-        bit / 8 + 1 < bytes.size() ? static_cast<unsigned char>(bytes[bit / 8 + 1]) : 0;
-    const unsigned int pair = static_cast<unsigned char>(bytes[bit / 8]) << 8U | next;
+    const std::uint32_t pair = byteAt(bit / 8) << 8 | byteAt(bit / 8 + 1);
     html_ += DIGITS[pair >> (10 - bit % 8) & 0x3F];
   }
   return append(std::string_view("==").substr(0, (3 - bytes.size() % 3) % 3));
@@ -148,7 +149,7 @@ HtmlWriter& HtmlWriter::base64(std::string_view bytes) {
 HtmlWriter& HtmlWriter::language(std::string_view tag, LocalizableString::Direction direction) {
   const bool isLeftToRight =
       direction == LocalizableString::LTR || direction == LocalizableString::LRO;
-  markup(" lang=\"").append(isTag(tag) ? tag : std::string_view());
+  markup(" lang=\"").text(isTag(tag) ? tag : std::string_view());
   return markup("\" dir=\"").append(isLeftToRight ? "ltr" : "rtl").append("\"");
 }
 

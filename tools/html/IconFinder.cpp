@@ -155,7 +155,8 @@ IconChoice IconFinder::find(const config::Config& record) {
     const char* problem = UNREADABLE;
     for (const std::string& locale : record.getUserAgentLocales()) {
       // At the root are the files for all languages.
-      choice.path = (locale == "*" ? "" : "locales/" + locale + '/') + path;
+      choice.path = locale == "*" ? "" : "locales/" + locale + '/';
+      choice.path += path;
       const IconImage& icon = load(choice.path);
       if (icon.type != nullptr) {
         choice.image = &icon;
