@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <sstream>
 #include <string_view>
 #include <system_error>
@@ -45,6 +46,9 @@ void addFiles(std::vector<std::string>& files, const DirectoryRules& rules, cons
               const fs::path& directory) {
   std::error_code error;
   const std::vector<fs::directory_entry> entries = entriesOf(directory, error);
+  if (error == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
+  }
   if (error) {
     files.push_back(directory);  // reading it as a file says why, when its turn comes
   }
