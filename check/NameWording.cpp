@@ -229,7 +229,7 @@ std::string unknownElementSentence(const Diagnostic& finding) {
   }
   const XmlNode& element = *finding.element;
   const std::string_view space = element.namespaceView();
-  if (hasPrefix(element.nameView())) {
+  if (space.data() == nullptr && hasPrefix(element.nameView())) {
     return missingDeclaration(element.nameView());
   }
   const std::string written(finding.name.empty() ? element.nameView() : finding.name);
