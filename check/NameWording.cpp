@@ -103,7 +103,7 @@ std::string withValue(std::string_view name, std::string_view value) {
 
 /// An element with a value as its text, or in the attribute that it needs.
 std::string asElement(const ElementDescription& element, std::string_view value) {
-  const std::string tag = tagOf(element);
+  std::string tag = tagOf(element);
   if (element.textField.data() != nullptr) {
     return tag + example(value) + "</" + tag.substr(1);
   }
@@ -211,7 +211,7 @@ std::string unknownAttributeSentence(const Diagnostic& finding) {
   if (space.data() != nullptr && !isExtension(space) && space != config::XML_NAMESPACE) {
     return "The prefix stands for the unknown namespace " + quoted(space) + '.';
   }
-  const std::string other = otherFormSentence(element, attribute);
+  std::string other = otherFormSentence(element, attribute);
   if (space.data() == nullptr && !other.empty()) {
     return other;
   }

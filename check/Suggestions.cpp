@@ -19,7 +19,6 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-using std::string_view_literals::operator""sv;
 using config::AttributeDescription;
 using util::XmlNode;
 
@@ -32,6 +31,8 @@ constexpr std::pair<std::u32string_view, std::u32string_view> LOOK_ALIKES = {
     U"\u0430\u0432\u0435\u0451\u043A\u043C\u043D\u043E\u0440\u0441\u0442\u0443\u0445\u0455\u0456"
     U"\u0458\u0501\u051B\u051D\u04CF\u04BB\u0261\u0131\u03B1\u03B9\u03BA\u03BD\u03BF\u03C1\u03C5",
     U"abeekmhopctyxsijdqwlhgiaikvopu"};
+
+constexpr std::u32string_view LEFT_OUT = U"-_.\"'`";  // of ASCII
 
 /// What a character is that looks as if it were another one, or none.
 enum class Look { LETTER, DASH, BLANK, NOTHING };
@@ -144,7 +145,7 @@ std::u32string plainForm(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const char32_t codePoint = util::internal::decodeUtf8(text, at);
     if (codePoint < 0x80) {
-      if (codePoint > ' ' && U"-_.\"'`"sv.find(codePoint) == std::u32string_view::npos) {
+      if (codePoint > ' ' && LEFT_OUT.find(codePoint) == std::u32string_view::npos) {
         plain += static_cast<unsigned char>(util::ascii::lowerCase(static_cast<char>(codePoint)));
       }
     } else if (lookOf(codePoint) == Look::LETTER) {
@@ -205,6 +206,7 @@ Suggestion nearestName(std::string_view written, const std::vector<std::string>&
 void sortByLikeness(std::string_view written, std::vector<std::string>& names) {
   const std::u32string plain = plainForm(written).substr(0, 64);  // a document may have many
   std::vector<std::pair<std::size_t, std::string>> sorted;
+  sorted.reserve(names.size());
   for (std::string& name : names) {
     sorted.emplace_back(distanceOf(plain, plainLocalPart(name), LONGEST), std::move(name));
   }
@@ -295,11 +297,9 @@ Suggestion suggestionFor(const Diagnostic& finding) {
       return suggestedAttribute(*finding.element, finding.attributeIndex,
                                 attributesOf(*finding.element));
     case FindingCode::UNKNOWN_KEY:
-    case FindingCode::SIMILAR_KEY: {
-      const std::vector<std::string> keys = namesOf(describe(*finding.element->parent())->keys);
-      const Suggestion meant = nearestName(value(), keys);
-      return {meant.text, meant.isCertain && finding.code == FindingCode::UNKNOWN_KEY};
-    }
+      return nearestName(value(), namesOf(describe(*finding.element->parent())->keys));
+    case FindingCode::SIMILAR_KEY:  // which is allowed
+      return {nearestName(value(), namesOf(describe(*finding.element->parent())->keys)).text};
     case FindingCode::UNKNOWN_WORD: {
       const config::KeyDescription* const key =
           finding.attribute == "value" ? describeSetting(*finding.element) : nullptr;

@@ -11,7 +11,6 @@
 
 namespace orvane::nimbrel::check {
 
-using config::AttributeDescription;
 using config::ChildDescription;
 using config::ElementDescription;
 using config::KeyDescription;

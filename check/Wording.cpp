@@ -52,10 +52,10 @@ const auto& consequencesFor(const XmlNode& element) {
                        [&](const auto& row) { return row.element == name; });
 }
 
-/// " in line 7"; nothing when the line is not known.
+/// " in line 7"; " before" when the line is not known.
 std::string inLine(const XmlNode* element) {
   const unsigned int line = element == nullptr ? 0 : element->getLineNumber();
-  return line == 0 ? "" : " in line " + std::to_string(line);
+  return line == 0 ? " before" : " in line " + std::to_string(line);
 }
 
 /// What becomes of an element that is wrong in itself.
@@ -74,11 +74,10 @@ std::string repeatedSentence(const Diagnostic& finding) {
   if (const ElementDescription* const known = describe(element)) {
     switch (known->repetition) {
       case Repetition::FIRST_COUNTS:
-        return "Only the first " + tagOf(displayName(element)) + " counts; it is" +
-               (other.empty() ? " an earlier one." : other + '.');
+        return "Only the first " + tagOf(displayName(element)) + " counts; it is" + other + '.';
       case Repetition::RESTARTS:
         return "Only the last " + tagOf(displayName(element)) + " counts; it replaces the one" +
-               (other.empty() ? " before." : other + '.');
+               other + '.';
       default:
         return "Repeated; only the one" + other + " counts.";
     }
@@ -88,7 +87,7 @@ std::string repeatedSentence(const Diagnostic& finding) {
     return "Contradicts the value" + other + "; " + '"' + std::string(key->words->trigger[0]) +
            '"' + " counts.";
   }
-  return "Repeated; it replaces the one" + (other.empty() ? " before." : other + '.');
+  return "Repeated; it replaces the one" + other + '.';
 }
 
 /// Why an element does without an attribute, or what it needs.
@@ -139,14 +138,12 @@ std::string ambiguousSentence(const Diagnostic& finding) {
   if (finding.name == finding.value) {
     return "Stands twice in the package; which one counts is not certain.";
   }
+  const std::string other = '"' + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) + '"';
   const bool isFolder =
       finding.name.size() > finding.value.size() && finding.name[finding.value.size()] == '/';
-  if (isFolder) {
-    return "Is a file, and in \"" + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) +
-           "\" a folder; programs differ in which one they take.";
-  }
-  return "Differs from \"" + std::string(beginningOf(finding.name, MAX_NAME_SIZE)) +
-         "\" by case only; some systems take one for the other.";
+  return isFolder
+             ? "Is a file, and in " + other + " a folder; programs differ in which one they take."
+             : "Differs from " + other + " by case only; some systems take one for the other.";
 }
 
 /// The ranges of numbers that the parser does not tell by their kind.
@@ -274,7 +271,8 @@ std::string sentenceOf(const Diagnostic& finding) {
     case FindingCode::REPEATED:
       return repeatedSentence(finding);
     case FindingCode::UNUSED_SETTING:
-      return "No effect; a font size is set already" + inLine(finding.other) + '.';
+      return "No effect; a font size is set already" +
+             (finding.other == nullptr ? "" : inLine(finding.other)) + '.';
     case FindingCode::PARTIAL_NUMBER:
       return partialSentence(finding);
     case FindingCode::UNKNOWN_ATTRIBUTE:
@@ -327,14 +325,12 @@ Wording wordingOf(const Diagnostic& finding) {
   }
   wording.sentence = sentenceOf(finding);
   // What nobody sees may be the mistake, and has to be named.
-  const bool isNameWrong = finding.code == FindingCode::UNKNOWN_ATTRIBUTE;
-  const std::string invisible = isNameWrong ? invisibleIn(finding.attribute)
-                                : finding.attributeIndex != Diagnostic::NO_INDEX
-                                    ? invisibleIn(beginningOf(finding.value, MAX_SEARCHED))
-                                    : std::string();
+  const bool isValue = finding.code != FindingCode::UNKNOWN_ATTRIBUTE &&
+                       finding.attributeIndex != Diagnostic::NO_INDEX;
+  const std::string invisible =
+      invisibleIn(isValue ? beginningOf(finding.value, MAX_SEARCHED) : finding.attribute);
   if (!invisible.empty()) {
-    wording.sentence +=
-        std::string(isNameWrong ? " The name" : " The value") + " has " + invisible + '.';
+    wording.sentence += (isValue ? " The value has " : " The name has ") + invisible + '.';
   }
   wording.suggestion = suggestionFor(finding).text;
   return wording;
