@@ -54,7 +54,7 @@ class Checker : config::NimbrelConfigParser, config::ParseObserver {
         report_(report),
         settings_(settings),
         rules_(settings.package.has_value(), report) {
-    setObserver({std::shared_ptr<void>(), this});
+    setObserver({std::shared_ptr<void>(), this});  // shares nothing
     if (settings.package) {
       package_.emplace(*settings.package, report).checkContents();
     }
@@ -78,7 +78,7 @@ class Checker : config::NimbrelConfigParser, config::ParseObserver {
   void onFinding(const config::Finding& finding) override {
     const FindingCode code = codeOf(finding.code);
     hasError_ |= descriptionOf(code).level == Level::ERROR;
-    // The last two are found in the tree, with the languages of the elements in view.
+    // These two codes are found in the tree, with the languages of the elements in view.
     if (finding.element == nullptr || code == FindingCode::UNKNOWN_ELEMENT ||
         code == FindingCode::REPEATED) {
       return;

@@ -39,12 +39,20 @@ void TreeRules::checkChild(const XmlNode& element, const XmlNode* stopped) {
     checkElement(element, description->attributes);
     checkChildren(element, *description, stopped);
   }
-  checkOrigin(element, description->attributes);
 }
 
 void TreeRules::checkElement(const XmlNode& element, Attributes known) {
   checkAttributes(element, known);
-  checkStrayText(element);
+  for (const XmlNode* child = element.firstChild(); child != nullptr;
+       child = child->nextSibling()) {
+    const std::string_view text = StringUtil::trimmed(child->contentView());
+    if (!text.empty()) {
+      Diagnostic& finding = report_.add(FindingCode::MISPLACED, &element);
+      finding.isText = true;
+      finding.value = text;
+      return;  // once an element
+    }
+  }
 }
 
 void TreeRules::checkAttributes(const XmlNode& element, std::optional<Attributes> known) {
@@ -52,7 +60,11 @@ void TreeRules::checkAttributes(const XmlNode& element, std::optional<Attributes
     const XmlNode::Attribute attribute = element.attributeAt(i);
     const bool isPlain = attribute.namespaceUri.data() == nullptr;
     if (attribute.namespaceUri == config::XML_NAMESPACE) {
-      checkLanguage(element, i);
+      if (attribute.name == "lang") {
+        checkValue(element, i, ValueKind::LANGUAGE);
+      } else if (isNear(attribute.name, "lang")) {
+        report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, i);
+      }
     } else if (isPlain && attribute.name == "dir") {
       if (!isDirection(attribute.value)) {
         report_.add(FindingCode::UNKNOWN_WORD, element, i);
@@ -82,6 +94,10 @@ void TreeRules::checkAttribute(const XmlNode& element, std::uint32_t index, Attr
   } else if (found->kind != ValueKind::PATH || !isExtension(element.namespaceView())) {
     checkValue(element, index, found->kind);  // paths of the extensions may be addresses
   }
+  if (found != known.end() && found->name == "subdomains" &&
+      StringUtil::trimmed(element.attributeView("origin")) == "*") {
+    report_.add(FindingCode::UNUSED_ATTRIBUTE, element, index);
+  }
 }
 
 void TreeRules::checkNumber(const XmlNode& element, std::uint32_t index, ValueKind kind,
@@ -108,41 +124,6 @@ void TreeRules::checkValue(const XmlNode& element, std::uint32_t index, ValueKin
   } else if (const auto advice = adviceOnValue(kind, value)) {
     report_.add(advice->isUseless ? FindingCode::INVALID_VALUE : FindingCode::SUSPICIOUS_VALUE,
                 element, index);
-  }
-}
-
-void TreeRules::checkLanguage(const XmlNode& element, std::uint32_t index) {
-  const std::string_view name = element.attributeAt(index).name;
-  if (name == "lang") {
-    checkValue(element, index, ValueKind::LANGUAGE);
-  } else if (isNear(name, "lang")) {
-    report_.add(FindingCode::UNKNOWN_ATTRIBUTE, element, index);
-  }
-}
-
-void TreeRules::checkStrayText(const XmlNode& element) {
-  for (const XmlNode* child = element.firstChild(); child != nullptr;
-       child = child->nextSibling()) {
-    const std::string_view text = StringUtil::trimmed(child->contentView());
-    if (!text.empty()) {
-      Diagnostic& finding = report_.add(FindingCode::MISPLACED, &element);
-      finding.isText = true;
-      finding.value = text;
-      return;  // once an element
-    }
-  }
-}
-
-void TreeRules::checkOrigin(const XmlNode& access, Attributes known) {
-  const auto origin = std::find_if(known.begin(), known.end(), [](const auto& description) {
-    return description.kind == ValueKind::ORIGIN;
-  });
-  if (origin == known.end() || StringUtil::trimmed(access.attributeView(origin->name)) != "*") {
-    return;
-  }
-  const std::uint32_t subdomains = indexOf(access, "subdomains");
-  if (subdomains != Diagnostic::NO_INDEX) {
-    report_.add(FindingCode::UNUSED_ATTRIBUTE, access, subdomains);
   }
 }
 

@@ -34,10 +34,7 @@ class TreeRules {
   void checkAttribute(const util::XmlNode& element, std::uint32_t index, Attributes known);
   void checkNumber(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind,
                    bool onlyIfUsable = false);
-  void checkLanguage(const util::XmlNode& element, std::uint32_t index);
   void checkValue(const util::XmlNode& element, std::uint32_t index, config::ValueKind kind);
-  void checkStrayText(const util::XmlNode& element);
-  void checkOrigin(const util::XmlNode& access, Attributes known);
   void checkUnknown(const util::XmlNode& element);
   void checkText(const util::XmlNode& element);
   void checkChildren(const util::XmlNode& element, const config::ElementDescription& description,
