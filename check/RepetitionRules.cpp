@@ -56,9 +56,9 @@ const XmlNode* RepetitionRules::before(Name name, Language language) const {
 
 const XmlNode* RepetitionRules::alwaysBefore(Name name, Language language) const {
   const XmlNode* const same = inLanguage(name, language);
-  return same == nullptr && language.empty() && defaultLanguage_.value_or("") != ""
-             ? inLanguage(name, *defaultLanguage_)
-             : same;
+  const std::string_view fallback = defaultLanguage_.value_or(Language());
+  return same == nullptr && language.empty() && !fallback.empty() ? inLanguage(name, fallback)
+                                                                  : same;
 }
 
 void RepetitionRules::remember(Name name, Language language, const XmlNode& element, Keep keep) {
