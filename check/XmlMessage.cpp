@@ -48,6 +48,19 @@ Span declaredEncoding(std::string_view text) noexcept {
   return {begin, begin + name.size()};
 }
 
+/// The reference in or behind which the parser stopped, if it did so at one: versions of libxml2
+/// differ in the place.
+Span referenceAt(std::string_view text, Span stopped) noexcept {
+  const std::size_t begin = text.find_last_of("&%", stopped.begin);
+  if (begin == std::string_view::npos) {
+    return stopped;
+  }
+  const Span name = nameAt(text, begin + 1);
+  const bool isThere =
+      !name.isEmpty() && hasAt(text, name.end, ";") && name.end + 1 >= stopped.begin;
+  return isThere ? Span{begin, name.end + 1} : stopped;
+}
+
 }  // namespace
 
 XmlMistake explainXml(const SourceText& source, std::string_view message, std::uint32_t line,
@@ -66,7 +79,8 @@ XmlMistake explainXml(const SourceText& source, std::string_view message, std::u
                       ", but is UTF-8; correct what it declares."};
   }
   const std::size_t stopped = line == 0 ? text.size() : source.offsetOf(line, column);
-  const Span there = {stopped, line == 0 ? stopped : source.offsetOf(line, column + 1)};
+  const Span there =
+      referenceAt(text, {stopped, line == 0 ? stopped : source.offsetOf(line, column + 1)});
   if (hasAt(message, 0, "input conversion failed")) {
     return {there, "The bytes are not valid in the encoding that the document declares."};
   }
