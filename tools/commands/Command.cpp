@@ -189,6 +189,7 @@ void set(Options& options, const Option& option, const char* value) {
 
 [[noreturn]] void failUnknown(const char* written, const std::vector<const Option*>& options) {
   std::vector<std::string> known;
+  known.reserve(options.size());
   for (const Option* option : options) {
     known.push_back(std::string("--") + option->name);
   }

@@ -61,7 +61,7 @@ class ZipArchive {
   /// How many bytes belong neither to an entry nor to the directory.
   [[nodiscard]] std::uint64_t unlistedBytes() const noexcept { return unlistedBytes_; }
 
-  /// The content of an entry. No more than `limit` bytes and a piece are unpacked, whatever size
+  /// The content of an entry. No more than `limit` bytes and one are unpacked, whatever size
   /// the archive says. Throws `ZipProblem` for an entry of more than 1 MiB and a hundred times its
   /// packed size, too.
   [[nodiscard]] std::string unpack(const ZipEntry& entry, std::size_t limit) const;
