@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <iterator>
-#include <sstream>
 #include <thread>
 #include <type_traits>
 #include <variant>
@@ -18,9 +16,12 @@
 #include "tools/output/JsonWriter.h"
 #include "tools/output/Output.h"
 #include "tools/output/TextReport.h"
+#include "util/StringUtil.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
+
+using zel::util::StringUtil;
 
 /// An option of some commands, and what it sets.
 struct Option {
@@ -134,9 +135,9 @@ std::string helpOf(const Command& command, const std::vector<const Option*>& opt
   text += '\n';
   appendEntry(text, "", command.summary + std::string("."), 0);
   text += *command.operandsHelp == '\0' ? "" : "\n";
-  std::istringstream operands(command.operandsHelp);
-  for (std::string name, help; operands >> name && std::getline(operands >> std::ws, help);) {
-    appendEntry(text, "  " + name, help);
+  for (const std::string& operand : StringUtil::split(command.operandsHelp, '\n')) {
+    const std::size_t gap = std::min(operand.find(' '), operand.size() - 1);
+    appendEntry(text, "  " + operand.substr(0, gap), std::string_view(operand).substr(gap + 1));
   }
   text += "\nOptions:\n";
   for (const Option* option : options) {
@@ -147,11 +148,6 @@ std::string helpOf(const Command& command, const std::vector<const Option*>& opt
                 option->help);
   }
   return text + EXIT_STATUS_HELP;
-}
-
-std::vector<std::string> wordsOf(const char* text) {
-  std::istringstream words(text);
-  return {std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()};
 }
 
 int wholeNumber(const Option& option, const char* value) {
@@ -165,7 +161,7 @@ int wholeNumber(const Option& option, const char* value) {
 }
 
 void set(Options& options, const Option& option, const char* value) {
-  const std::vector<std::string> words = wordsOf(option.words);
+  const std::vector<std::string> words = StringUtil::split(option.words, ' ');
   if (!words.empty() && std::find(words.begin(), words.end(), value) == words.end()) {
     failUsage(std::string("--") + option.name + ": " + quotedWithHint(value, words) +
               " is none of: " + option.words);

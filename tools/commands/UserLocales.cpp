@@ -1,10 +1,11 @@
 #include <algorithm>
 #include <cstdlib>
-#include <sstream>
+#include <functional>
 #include <string_view>
 
 #include "tools/commands/Command.h"
 #include "util/Ascii.h"
+#include "util/StringUtil.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -70,11 +71,10 @@ std::vector<std::string> userLocales() {
   }
   const char* const languages = std::getenv("LANGUAGE");
   std::vector<std::string> names;
-  std::istringstream list(languages == nullptr || *languages == '\0' ? locale : languages);
-  for (std::string name; isLanguage(locale) && std::getline(list, name, ':');) {
-    if (isLanguage(name)) {
-      names.push_back(name);
-    }
+  const std::string list = languages == nullptr || *languages == '\0' ? locale : languages;
+  if (isLanguage(locale)) {
+    names = zel::util::StringUtil::split(list, ':');
+    names.erase(std::remove_if(names.begin(), names.end(), std::not_fn(isLanguage)), names.end());
   }
   return tagsOf(names);
 }

@@ -5,14 +5,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <new>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "tools/Failure.h"
 #include "tools/input/Input.h"
-#include "util/Ascii.h"
+#include "util/StringUtil.h"
 
 namespace orvane::nimbrel::tools {
 namespace {
@@ -26,6 +25,9 @@ std::vector<fs::directory_entry> entriesOf(const fs::path& directory, std::error
   std::vector<fs::directory_entry> entries;
   for (fs::directory_iterator at(directory, error), end; at != end; at.increment(error)) {
     entries.push_back(*at);
+  }
+  if (error == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
   }
   std::sort(entries.begin(), entries.end());
   return entries;
@@ -46,9 +48,6 @@ void addFiles(std::vector<std::string>& files, const DirectoryRules& rules, cons
               const fs::path& directory) {
   std::error_code error;
   const std::vector<fs::directory_entry> entries = entriesOf(directory, error);
-  if (error == std::errc::not_enough_memory) {
-    throw std::bad_alloc();
-  }
   if (error) {
     files.push_back(directory);  // reading it as a file says why, when its turn comes
   }
@@ -91,9 +90,8 @@ void addNames(std::vector<std::string>& names, const fs::path& folder, const std
 
 void addList(std::vector<std::string>& files, const std::string& path) {
   const std::string text = readList(path);
-  std::istringstream names(text);
-  for (std::string name;
-       std::getline(names, name, text.find('\0') == std::string::npos ? '\n' : '\0');) {
+  const char end = text.find('\0') == std::string::npos ? '\n' : '\0';
+  for (std::string& name : zel::util::StringUtil::split(text, end)) {
     if (!name.empty()) {
       files.push_back(std::move(name));
     }
