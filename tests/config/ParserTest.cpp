@@ -2,12 +2,14 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <functional>
 #include <limits>
 
 #include "config/ConfigParserFactory.h"
 #include "tests/support/Checks.h"
 #include "tests/support/CollidingNames.h"
 #include "tests/support/ConfigReader.h"
+#include "tests/support/RecordDump.h"
 #include "util/ParseException.h"
 #include "util/StringUtil.h"
 
@@ -253,6 +255,38 @@ TEST(Parser, HandlersCalledWithoutADocumentSaySo) {
   }
 }
 
+TEST(Parser, EachHandlerReadsItsElement) {
+  using P = NimbrelConfigParser;
+  using Handler = std::function<void(P&, const std::shared_ptr<util::XmlNode>&)>;
+  const std::pair<Handler, std::string> cases[] = {
+      {&P::processName, "<name short='s'>n</name>"},
+      {&P::processDescription, "<description>d</description>"},
+      {&P::processLicense, "<license href='a:b'>l</license>"},
+      {&P::processAuthor, "<author email='e'>a</author>"},
+      {&P::processContent, "<content src='c'/>"},
+      {&P::processIcon, "<icon src='i'/>"},
+      {&P::processPreference, "<preference name='p'/>"},
+      {&P::processFeature, "<feature name='a:b'/>"},
+      {&P::processAccess, "<access origin='*'/>"},
+      {&P::processCookieJar,
+       "<tavlo:cookiejar>" + asset("persistent", "true") + "</tavlo:cookiejar>"},
+      {&P::processNetwork, "<tavlo:network>" + asset("maxConnections", "3") + "</tavlo:network>"},
+      {&P::processLocalResources, "<tavlo:resources>" + asset("a", "b") + "</tavlo:resources>"},
+  };
+  for (const auto& [handler, element] : cases) {
+    SCOPED_TRACE(element);
+    Reader whole;
+    whole.read(element);
+    whole.record().elements().clear();
+    Reader single;
+    single.read("");
+    const std::string before = dumpOf(single.record());
+    handler(single, rootOf(widget(element))->getFirstElementChild());
+    EXPECT_EQ(dumpOf(single.record()), dumpOf(whole.record()));
+    EXPECT_NE(dumpOf(single.record()), before);
+  }
+}
+
 /// A host's IRI parser: it looks at the record before it answers, and may throw.
 class LookingIRIParser : public util::IRIParser {
  public:
@@ -335,6 +369,15 @@ TEST(Parser, ALongListDoesNotCostTheSquareOfItsLength) {
     SCOPED_TRACE(element);
     expectCostInProportion(4000, inChildren(element), read);
   }
+  const std::vector<std::string> names = collidingNames(8 * 4000);
+  const auto colliding = [&](std::size_t count) {
+    std::string children;
+    for (std::size_t i = 0; i < count; ++i) {
+      children += "<preference name='" + names[i] + "'/>";
+    }
+    return widget(children);
+  };
+  expectCostInProportion(4000, colliding, read);
 }
 
 TEST(Parser, ARecordTakesAtMost64TimesTheMemoryOfItsDocument) {
