@@ -151,9 +151,10 @@ constexpr bool areInOrder() noexcept {
   for (const CodeDescription& row : CODES) {
     next += row.code == static_cast<Code>(next) ? 1U : 0U;
   }
-  return next == std::size(CODES) && next == static_cast<std::size_t>(Code::UNUSABLE_PACKAGE) + 1;
+  return next == std::size(CODES);
 }
 static_assert(areInOrder());
+static_assert(CODES[std::size(CODES) - 1].code == Code::UNUSABLE_PACKAGE);
 
 }  // namespace
 
