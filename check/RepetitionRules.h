@@ -20,10 +20,10 @@ class RepetitionRules {
   RepetitionRules(Report& report, std::optional<std::string_view> defaultLanguage)
       : report_(report), defaultLanguage_(defaultLanguage) {}
 
-  /// The next child of the root, in the order of the walk; of any user those with a language of
-  /// their own have to come first, then those in the default language, then those without one. Its
-  /// children are read up to `stopped`, or all for null. False when an earlier element is used
-  /// instead.
+  /// Checks the next child of the root, whose own children are read up to `stopped`, or all for
+  /// null. The order is that of the walk; for all users it is: children with a language that is not
+  /// the default one, children in the default language, children without one. False when an earlier
+  /// element is used instead.
   bool check(const util::XmlNode& element, const util::XmlNode* stopped);
 
   /// Whether an element of this name was checked.
@@ -48,8 +48,8 @@ class RepetitionRules {
   [[nodiscard]] const util::XmlNode* inLanguage(Name name, Language language) const;
   /// What some user gets before the next one in this language; null for none.
   [[nodiscard]] const util::XmlNode* before(Name name, Language language) const;
-  /// What each user who gets the next one in this language gets before it; null for none. Of one
-  /// user the language alone tells.
+  /// What every user who gets the next one in this language gets before it; null for none.
+  /// For one user that is what has the same language.
   [[nodiscard]] const util::XmlNode* alwaysBefore(Name name, Language language) const;
   /// Which of several is remembered.
   enum class Keep { FIRST, LAST };

@@ -272,6 +272,16 @@ TEST(Parser, EachHandlerReadsItsElement) {
        "<tavlo:cookiejar>" + asset("persistent", "true") + "</tavlo:cookiejar>"},
       {&P::processNetwork, "<tavlo:network>" + asset("maxConnections", "3") + "</tavlo:network>"},
       {&P::processLocalResources, "<tavlo:resources>" + asset("a", "b") + "</tavlo:resources>"},
+      {&P::processAuth, "<tavlo:auth>" + asset("k", "token") + "</tavlo:auth>"},
+      {&P::processGestures,
+       "<tavlo:gestures>" + named("param", "pinchzoom", "yes") + "</tavlo:gestures>"},
+      {&P::processPermissions,
+       "<tavlo:permissions>" + named("permission", "p", "no") + "</tavlo:permissions>"},
+      {&P::processChrome, "<tavlo:chrome>" + asset("configureSearchBar", "c") + "</tavlo:chrome>"},
+      {&P::processSettings,
+       "<tavlo:settings>" + named("setting", "internetRequired", "yes") + "</tavlo:settings>"},
+      {&P::processMessaging, "<tavlo:messaging>" + named("app", "a", "yes") + "</tavlo:messaging>"},
+      {&P::processExport, "<tavlo:export resource='r'/>"},
   };
   for (const auto& [handler, element] : cases) {
     SCOPED_TRACE(element);
