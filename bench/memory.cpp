@@ -14,7 +14,7 @@
 #include "bench/Documents.h"
 
 // The C library's own names: what is counted still has to be allocated.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -22,7 +22,7 @@ void* __libc_realloc(void* address, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* address);
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 namespace {
 

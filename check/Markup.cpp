@@ -5,12 +5,10 @@
 namespace orvane::nimbrel::check {
 namespace {
 
-constexpr std::size_t NOWHERE = std::string_view::npos;
-
 /// The offset behind the next `end`; the size of the text when there is none.
 std::size_t behind(std::string_view text, std::size_t at, std::string_view end) noexcept {
   const std::size_t found = text.find(end, at);
-  return found == NOWHERE ? text.size() : found + end.size();
+  return found == std::string_view::npos ? text.size() : found + end.size();
 }
 
 /// The offset behind the next ">" that stands in no literal.
@@ -39,8 +37,8 @@ std::optional<Token> miscAt(std::string_view text, std::size_t at) noexcept {
   for (const auto& form : FORMS) {
     if (hasAt(text, at, form.start)) {
       const std::size_t end = text.find(form.end, at + form.start.size());
-      return end == NOWHERE ? Token{form.kind, {at, text.size()}, false}
-                            : Token{form.kind, {at, end + form.end.size()}, true};
+      return end == std::string_view::npos ? Token{form.kind, {at, text.size()}, false}
+                                           : Token{form.kind, {at, end + form.end.size()}, true};
     }
   }
   return std::nullopt;
@@ -86,7 +84,7 @@ std::size_t skipSpace(std::string_view text, std::size_t at) noexcept {
 Span nameAt(std::string_view text, std::size_t begin) noexcept {
   constexpr std::string_view NOT_FIRST = "-.0123456789";
   constexpr std::string_view NOT_OF_NAMES = " \t\r\n!\"#$%&'()*+,/;<=>?@[\\]^`{|}~";
-  return {begin, begin < text.size() && NOT_FIRST.find(text[begin]) != NOWHERE
+  return {begin, begin < text.size() && NOT_FIRST.find(text[begin]) != std::string_view::npos
                      ? begin
                      : std::min(text.find_first_of(NOT_OF_NAMES, begin), text.size())};
 }

@@ -38,6 +38,10 @@ function(nimbrel_library name)
   # cache serves both.
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
+  # What is delivered is compiled source by source, and each includes what it needs.
+  if(NOT NIMBREL_SANITIZE)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
   if(BUILD_SHARED_LIBS)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set(preemptible ${PROJECT_SOURCE_DIR}/cmake/preemptible.map)
@@ -61,16 +65,25 @@ function(nimbrel_library name)
   endif()
 endfunction()
 
-# nimbrel_module(LIBRARY NAME SOURCES source... LIBS library...): a part of LIBRARY that links what
-# most processes never need. It becomes a module that LIBRARY opens by its run path when it has to,
-# from a private folder beside it; both have the version in their names, so that two versions can
+# nimbrel_module(LIBRARY NAME OPENED_BY source SOURCES source... LIBS library...): a part of LIBRARY that
+# links what most processes never need. It becomes a module that a source of LIBRARY opens by its run path
+# when it has to, from a private folder beside it; both have the version in their names, so that two versions can
 # be installed, and loaded. A static library is linked with all of it, and so is one for a sanitizer,
 # whose runtime stands between LIBRARY and dlopen.
 function(nimbrel_module library name)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;LIBS")
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "OPENED_BY" "SOURCES;LIBS")
   if(NOT BUILD_SHARED_LIBS OR NIMBREL_SANITIZE)
-    target_sources(${library} PRIVATE ${arg_SOURCES})
-    target_link_libraries(${library} PRIVATE ${arg_LIBS})
+    add_library(${name} OBJECT ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS})
+    target_sources(${library} PRIVATE $<TARGET_OBJECTS:${name}>)
+    # The other sources do not see these libraries: they are compiled as for a shared library, and a
+    # compiler's cache serves both.
+    if(BUILD_SHARED_LIBS)
+      target_link_libraries(${library} PRIVATE ${arg_LIBS})
+    else()
+      target_link_libraries(${library} INTERFACE $<LINK_ONLY:${arg_LIBS}>)
+    endif()
     return()
   endif()
   set(version ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
@@ -91,7 +104,8 @@ function(nimbrel_module library name)
 
   string(REGEX REPLACE "^nimbrel(.*)$" "NIMBREL_\\1_MODULE" macro ${library})
   string(TOUPPER ${macro} macro)
-  target_compile_definitions(${library} PRIVATE ${macro}="${folder}/$<TARGET_FILE_NAME:${name}>")
+  set_property(SOURCE ${arg_OPENED_BY} APPEND PROPERTY COMPILE_DEFINITIONS
+    ${macro}="${folder}/$<TARGET_FILE_NAME:${name}>")
   target_link_libraries(${library} PRIVATE ${CMAKE_DL_LIBS})
   # Not INSTALL_RPATH, which CMAKE_SKIP_INSTALL_RPATH switches off: nothing else finds the module.
   # Not target_link_options, which escapes "$" twice.

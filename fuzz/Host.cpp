@@ -51,7 +51,7 @@ __attribute__((visibility("default"))) void syslog(int /*priority*/, const char*
 }
 
 // What syslog is when the C library's checks are compiled in.
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier)
 __attribute__((visibility("default"))) void __syslog_chk(int /*priority*/, int /*flag*/,
                                                          const char* text, ...) {
   va_list arguments;

@@ -67,7 +67,7 @@ __attribute__((visibility("default"))) void syslog(int priority, const char* for
 }
 
 // What code compiled with _FORTIFY_SOURCE calls instead.
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the C library gives it this name.
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the C library gives it this name.
 __attribute__((visibility("default"))) void __syslog_chk(int priority, int /*flag*/,
                                                          const char* format, ...) {
   std::va_list arguments;

@@ -9,7 +9,7 @@
 #include "util/UriMunger.h"
 
 /// libsoup's `SoupURI` by its tag, so that no header of libsoup is needed.
-struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): the tag is libsoup's
+struct _SoupURI;  // NOLINT(clang-diagnostic-reserved-identifier): the tag is libsoup's
 
 namespace orvane::zel::config {
 

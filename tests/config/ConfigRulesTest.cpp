@@ -9,7 +9,7 @@ using namespace test;
 using namespace testing;
 
 using Node = std::shared_ptr<util::XmlNode>;
-using Bad = std::invalid_argument;
+using BadArgument = std::invalid_argument;
 
 const ConfigRules& rules() {
   static const ConfigRules RULES(std::make_shared<util::UnicodeUtilICU>());
@@ -17,10 +17,11 @@ const ConfigRules& rules() {
 }
 
 TEST(ConfigRules, NameWhatIsNull) {
-  EXPECT_EQ(thrownBy<Bad>([] { ConfigRules(nullptr); }), "unicodeUtil cannot be NULL");
-  EXPECT_EQ(thrownBy<Bad>([] { (void)rules().parseBoolean(nullptr); }), "input is null");
-  EXPECT_EQ(thrownBy<Bad>([] { (void)rules().parseNonNegativeInteger(nullptr); }), "input is null");
-  EXPECT_EQ(thrownBy<Bad>([] { (void)rules().getTextContent(Node(), true); }),
+  EXPECT_EQ(thrownBy<BadArgument>([] { ConfigRules(nullptr); }), "unicodeUtil cannot be NULL");
+  EXPECT_EQ(thrownBy<BadArgument>([] { (void)rules().parseBoolean(nullptr); }), "input is null");
+  EXPECT_EQ(thrownBy<BadArgument>([] { (void)rules().parseNonNegativeInteger(nullptr); }),
+            "input is null");
+  EXPECT_EQ(thrownBy<BadArgument>([] { (void)rules().getTextContent(Node(), true); }),
             "node cannot be NULL");
   EXPECT_FALSE(rules().isValidTavloApplicationId(nullptr));
 }
@@ -129,7 +130,7 @@ TEST(ConfigRules, BooleansAreTrueAndFalseInSoManyWords) {
   EXPECT_TRUE(rules().parseBoolean("true"));
   EXPECT_FALSE(rules().parseBoolean("false"));
   for (const char* input : {"", "TRUE", " true", "true ", "1", "0", "yes", "tru", "truee"}) {
-    EXPECT_EQ(thrownBy<Bad>([&] { (void)rules().parseBoolean(input); }),
+    EXPECT_EQ(thrownBy<BadArgument>([&] { (void)rules().parseBoolean(input); }),
               "input is not a valid boolean")
         << input;
   }
@@ -148,7 +149,7 @@ TEST(ConfigRules, IntegersAreReadLenientlyUpToTheirEndOrLimit) {
     }
   }
   for (const char* input : {"", " ", "\n\t", "42 ", "42\n", "1 2 "}) {
-    EXPECT_EQ(thrownBy<Bad>([&] { (void)parse(input); }), "input") << input;
+    EXPECT_EQ(thrownBy<BadArgument>([&] { (void)parse(input); }), "input") << input;
   }
   for (const char* input : {"4294967296", "42949672950", "4294967296px", "4294967 296 "}) {
     EXPECT_EQ(thrownBy<std::overflow_error>([&] { (void)parse(input); }), "input") << input;

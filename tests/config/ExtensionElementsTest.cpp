@@ -12,7 +12,7 @@ namespace {
 using namespace test;
 using namespace testing;
 
-using P = NimbrelConfigParser;
+using Parser = NimbrelConfigParser;
 
 std::string setting(const std::string& name, const std::string& value) {
   return named("setting", name, value);
@@ -38,7 +38,7 @@ std::size_t effects(const Config& record) {
 
 TEST(ExtensionElements, StopAtTheFirstMalformedChildAndKeepWhatWasRead) {
   const auto expect = [](const std::string& element,
-                         bool (P::*handler)(const std::shared_ptr<util::XmlNode>&),
+                         bool (Parser::*handler)(const std::shared_ptr<util::XmlNode>&),
                          const std::string& good, const std::vector<Row>& faults) {
     const auto node = [&](const std::string& children) {
       return rootOf(widget(extension(element, children)))->getFirstElementChild();
@@ -60,40 +60,40 @@ TEST(ExtensionElements, StopAtTheFirstMalformedChildAndKeepWhatWasRead) {
       EXPECT_EQ(effects(*reader.read(extension(element, bad + good))), 0U);
     }
   };
-  expect("cookiejar", &P::processCookieJar, asset("persistent", "true"),
+  expect("cookiejar", &Parser::processCookieJar, asset("persistent", "true"),
          {{"<tavlo:x/>", "tavlo:cookiejar is missing tavlo:asset element "},
           {"<asset key='a' value='b'/>", "tavlo:cookiejar is missing tavlo:asset element "},
           {"<tavlo:asset key='a'/>", "tavlo:cookie, missing attributes for tavlo:asset element"}});
   expect(
-      "auth", &P::processAuth, asset("any", "token"),
+      "auth", &Parser::processAuth, asset("any", "token"),
       {{"<tavlo:Asset/>", "tavlo:auth is missing tavlo:asset element "},
        {"<tavlo:asset value='token'/>", "tavlo:auth, missing attributes for tavlo:asset element"}});
   expect(
-      "network", &P::processNetwork, asset("maxConnections", "1"),
+      "network", &Parser::processNetwork, asset("maxConnections", "1"),
       {{"<errorPage src='a'/>", "tavlo:network unknown sub element"},
        {"<tavlo:errorPage/>", "tavlo:network, missing 'src' attribute for tavlo:errorPage element"},
        {"<tavlo:asset tavlo:key='a' value='b'/>",
         "tavlo:network, missing attributes for tavlo:asset element"}});
-  expect("settings", &P::processSettings, setting("inspector", "yes"),
+  expect("settings", &Parser::processSettings, setting("inspector", "yes"),
          {{"<tavlo:asset/>", "tavlo:settings unknown sub element"},
           {"<tavlo:setting name='a'/>",
            "tavlo:settings, missing attributes for tavlo:settings element\n"}});
-  expect("chrome", &P::processChrome, asset("configureSearchBar", "none"),
+  expect("chrome", &Parser::processChrome, asset("configureSearchBar", "none"),
          {{"<tavlo:setting/>", "tavlo:chrome unknown sub element"},
           {"<tavlo:asset key='a'/>", "tavlo:chrome, missing attributes for tavlo:asset element"}});
-  expect("gestures", &P::processGestures, named("param", "tap", "yes"),
+  expect("gestures", &Parser::processGestures, named("param", "tap", "yes"),
          {{"<param name='a' value='b'/>", "Invalid gesture's param format"},
           {"<tavlo:param name='a' properties='p'/>",
            "tavlo:network, missing attributes for tavlo:asset element"}});
-  expect("permissions", &P::processPermissions, named("permission", "a", "no"),
+  expect("permissions", &Parser::processPermissions, named("permission", "a", "no"),
          {{"<tavlo:app/>", "Invalid permissions param format"},
           {"<tavlo:permission value='no'/>",
            "tavlo:permission, missing attribute name for tavlo:permission element"}});
-  expect("messaging", &P::processMessaging, named("app", "a", "yes"),
+  expect("messaging", &Parser::processMessaging, named("app", "a", "yes"),
          {{"<tavlo:permission/>", "tavlo:messaging unknown sub element"},
           {"<tavlo:app name='b'/>",
            "tavlo:messaging, missing attributes for tavlo:messaging element"}});
-  expect("resources", &P::processLocalResources, asset("LocalStorageQuota", "1"),
+  expect("resources", &Parser::processLocalResources, asset("LocalStorageQuota", "1"),
          {{"<tavlo:setting/>", "tavlo:resources unknown sub element"},
           {"<tavlo:asset key='a'/>",
            "tavlo:resources, missing attributes for tavlo:resources element"}});

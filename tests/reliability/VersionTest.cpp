@@ -10,7 +10,7 @@
 // Found before that of libxml2 itself; a function in version 2.9.
 #define VISIBLE __attribute__((visibility("default")))
 #ifdef xmlParserVersion
-VISIBLE const char** __xmlParserVersion() {  // NOLINT(bugprone-reserved-identifier)
+VISIBLE const char** __xmlParserVersion() {  // NOLINT(clang-diagnostic-reserved-identifier)
   static const char* version = "20901-something";
   return &version;
 }

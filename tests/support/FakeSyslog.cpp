@@ -38,7 +38,7 @@ void syslog(int priority, const char* format, ...) {
 }
 
 /// What `syslog` becomes in a build with _FORTIFY_SOURCE.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl*): the C library chose the name.
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier,cert-dcl*): the C library chose the name.
 void __syslog_chk(int priority, int /*flag*/, const char* format, ...) {
   std::va_list arguments;
   va_start(arguments, format);

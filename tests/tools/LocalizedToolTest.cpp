@@ -3,7 +3,7 @@
 namespace nimbrel_test {
 namespace {
 
-const std::string DOCUMENT = widget(
+const std::string NAMES = widget(
     "<name>Maps</name><name xml:lang='de'> Karten\n\xC2\x9B"
     "2J </name><name>late</name>");
 
@@ -17,14 +17,14 @@ TEST(LocalizedTool, PrintsOneTextForEachLanguage) {
     if (!option.empty()) {
       arguments.push_back(option);
     }
-    const Outcome outcome = run(arguments, DOCUMENT);
+    const Outcome outcome = run(arguments, NAMES);
     EXPECT_EQ(outcome.status, 0) << outcome.error;
     return outcome.out;
   });
 }
 
 TEST(LocalizedTool, ReadsFilesAndTellsWhyItCannot) {
-  const TemporaryFile good(DOCUMENT);
+  const TemporaryFile good(NAMES);
   EXPECT_EQ(run({"localized", "name", good.path()}).status, 0);
   EXPECT_EQ(run({"localized", "author", good.path(), "--format", "json"}).out, "{}\n");
 

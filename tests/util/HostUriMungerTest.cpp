@@ -12,12 +12,12 @@ namespace {
 
 using nimbrel::test::expectRows;
 
-std::string munge(const std::string& host) {
+std::string nameOf(const std::string& host) {
   return HostUriMunger().munge(host.c_str());
 }
 
 // Why `name` is no safe directory entry; empty when it is one.
-std::string fault(const std::string& name) {
+std::string whyUnsafe(const std::string& name) {
   std::string munged = name;
   PortableFilenameMunger().munge(munged);
   return name.empty() ? "empty" : munged == name ? "" : "unsafe";
@@ -25,8 +25,8 @@ std::string fault(const std::string& name) {
 
 /// The name of a host, which must be safe.
 std::string safe(const std::string& host) {
-  EXPECT_EQ(fault(munge(host)), "");
-  return munge(host);
+  EXPECT_EQ(whyUnsafe(nameOf(host)), "");
+  return nameOf(host);
 }
 
 TEST(HostUriMunger, GivesSpellingsOfAHostOneName) {
@@ -53,22 +53,22 @@ TEST(HostUriMunger, NamesWhatIsNoHostByItsBytes) {
       safe);
   EXPECT_EQ(safe("a\n"), "%61%0A");
   EXPECT_EQ(safe(std::string(64, 'a')), "%61" + std::string(63, 'a'));
-  EXPECT_EQ(munge(""), "");
+  EXPECT_EQ(nameOf(""), "");
   EXPECT_EQ(HostUriMunger().munge(nullptr), "");
 }
 
 TEST(HostUriMunger, GivesLongNamesAPrefixAndTheDigest) {
   const std::string digest = "9835fa6bf4e20a9b9ea812506302e98982721a6cf8d2cae67af57129bf21ae90";
-  EXPECT_EQ(munge(std::string(300, 'a')), "%61" + std::string(187, 'a') + "~" + digest);
-  EXPECT_NE(munge(std::string(300, 'a')), munge(std::string(301, 'a')));
+  EXPECT_EQ(nameOf(std::string(300, 'a')), "%61" + std::string(187, 'a') + "~" + digest);
+  EXPECT_NE(nameOf(std::string(300, 'a')), nameOf(std::string(301, 'a')));
 
   std::string longest;  // 253 bytes, the most a host may have
   for (int label = 0; label < 4; ++label) {
     longest += std::string(label < 3 ? 63 : 61, 'h') + ".";
   }
-  EXPECT_EQ(munge(longest.substr(0, 253)), longest.substr(0, 253));
-  EXPECT_EQ(munge(longest).find('~'), 190U);  // the escaped root dot is too much
-  EXPECT_EQ(fault(munge(longest)), "");
+  EXPECT_EQ(nameOf(longest.substr(0, 253)), longest.substr(0, 253));
+  EXPECT_EQ(nameOf(longest).find('~'), 190U);  // the escaped root dot is too much
+  EXPECT_EQ(whyUnsafe(nameOf(longest)), "");
 }
 
 // A second, plain statement of which inputs are one host, for ASCII.
@@ -92,9 +92,9 @@ TEST(HostUriMunger, IsInjectiveOnAllShortStrings) {
   std::unordered_map<std::string, std::string> identities;
   std::unordered_map<std::string, std::string> names;
   nimbrel::test::forEachString("aA1.-%:[]/", 5, [&](const std::string& host) {
-    const std::string name = munge(host);
+    const std::string name = nameOf(host);
     const std::string key = identity(host);
-    ASSERT_EQ(fault(name), "") << host;
+    ASSERT_EQ(whyUnsafe(name), "") << host;
     ASSERT_EQ(identities.emplace(name, key).first->second, key) << host;
     ASSERT_EQ(names.emplace(key, name).first->second, name) << host;
   });

@@ -9,7 +9,7 @@ namespace {
 using orvane::nimbrel::util::Option;
 using orvane::nimbrel::util::internal::StackAllocator;
 
-constexpr const char* LONG = "a text that is too long to be stored in place";
+constexpr const char* LONG_TEXT = "a text that is too long to be stored in place";
 
 Option<std::string> some(const char* text) {
   Option<std::string> option;
@@ -47,7 +47,7 @@ TEST(Option, CopiesAndMovesAsAValue) {
   };
   static_assert(std::is_nothrow_move_constructible_v<Entry>);
   static_assert(std::is_nothrow_move_assignable_v<Entry>);
-  const Option<std::string> source = some(LONG);
+  const Option<std::string> source = some(LONG_TEXT);
   Option<std::string> copy(source);
   EXPECT_EQ(copy.get(), source.get());
   EXPECT_NE(&copy.get(), &source.get());
@@ -74,8 +74,8 @@ TEST(Option, CopiesAndMovesAsAValue) {
 }
 
 TEST(Option, KeepsItsValueWhenAssignedToItselfAndLeavesZeroBytes) {
-  const std::string text = LONG;
-  Option<std::string> option = some(LONG);
+  const std::string text = LONG_TEXT;
+  Option<std::string> option = some(LONG_TEXT);
   const Option<std::string>& same = option;
   option = same;
   EXPECT_TRUE(option == text);

@@ -15,7 +15,7 @@
 namespace orvane::zel::config {
 namespace {
 
-using Parser = std::shared_ptr<WidgetIdParser>;
+using AnyParser = std::shared_ptr<WidgetIdParser>;
 
 // What a cell stands for: "\xHH" is a byte, "\" before anything else stands for that.
 std::string unescape(const std::string& cell) {
@@ -33,7 +33,7 @@ std::string unescape(const std::string& cell) {
   return text;
 }
 
-std::string namesOf(const std::string& identifier, const Parser& parser) {
+std::string namesOf(const std::string& identifier, const AnyParser& parser) {
   try {
     const BasicWidgetId id(identifier.c_str(), parser);
     return std::string("`") + id.toAuthority() + "` | `" + id.toDirectoryName() + "` | `" +
@@ -45,13 +45,13 @@ std::string namesOf(const std::string& identifier, const Parser& parser) {
 
 TEST(IdentifierTable, IsWhatTheLibraryGives) {
   const auto filenameMunger = std::make_shared<util::PortableFilenameMunger>();
-  const Parser uris = std::make_shared<PelloWidgetIdParser>(std::make_shared<util::HostUriMunger>(),
-                                                            filenameMunger);
-  const Parser filenames = std::make_shared<FilenameWidgetIdParser>(filenameMunger);
+  const AnyParser uris = std::make_shared<PelloWidgetIdParser>(
+      std::make_shared<util::HostUriMunger>(), filenameMunger);
+  const AnyParser filenames = std::make_shared<FilenameWidgetIdParser>(filenameMunger);
 
   std::ifstream in(NIMBREL_IDENTIFIER_TABLE);
   std::vector<std::string> lines;
-  Parser parser;
+  AnyParser parser;
   int identifierCount = 0;
   int filenameCount = 0;
   for (std::string line; std::getline(in, line);) {

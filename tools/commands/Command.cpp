@@ -24,7 +24,7 @@ namespace {
 using zel::util::StringUtil;
 
 /// An option of some commands, and what it sets.
-struct Option {
+struct OptionRow {
   unsigned int commands;
   const char* name;   // "locale", written "--locale"
   const char* value;  // "TAG"; null for an option without a value
@@ -38,7 +38,7 @@ struct Option {
 };
 
 // In the order of "--help".
-constexpr Option OPTIONS[] = {
+constexpr OptionRow OPTIONS[] = {
     {SHOW, "locale", "TAG",
      "Language tag that the user prefers, best first; may be repeated (default: by LANGUAGE and "
      "LANG)",
@@ -127,7 +127,7 @@ void appendEntry(std::string& out, std::string line, std::string_view help,
   }
 }
 
-std::string helpOf(const Command& command, const std::vector<const Option*>& options) {
+std::string helpOf(const Command& command, const std::vector<const OptionRow*>& options) {
   std::string text;
   appendEntry(
       text, "",
@@ -140,7 +140,7 @@ std::string helpOf(const Command& command, const std::vector<const Option*>& opt
     appendEntry(text, "  " + operand.substr(0, gap), std::string_view(operand).substr(gap + 1));
   }
   text += "\nOptions:\n";
-  for (const Option* option : options) {
+  for (const OptionRow* option : options) {
     appendEntry(text,
                 "  " + (option->letter == 0 ? "" : std::string("-") + option->letter + ", ") +
                     "--" + option->name +
@@ -150,7 +150,7 @@ std::string helpOf(const Command& command, const std::vector<const Option*>& opt
   return text + EXIT_STATUS_HELP;
 }
 
-int wholeNumber(const Option& option, const char* value) {
+int wholeNumber(const OptionRow& option, const char* value) {
   int number = 0;
   const char* const end = value + std::strlen(value);
   const auto [last, error] = std::from_chars(value, end, number);
@@ -160,7 +160,7 @@ int wholeNumber(const Option& option, const char* value) {
   return number;
 }
 
-void set(Options& options, const Option& option, const char* value) {
+void set(Options& options, const OptionRow& option, const char* value) {
   const std::vector<std::string> words = StringUtil::split(option.words, ' ');
   if (!words.empty() && std::find(words.begin(), words.end(), value) == words.end()) {
     failUsage(std::string("--") + option.name + ": " + quotedWithHint(value, words) +
@@ -183,10 +183,10 @@ void set(Options& options, const Option& option, const char* value) {
       option.target);
 }
 
-[[noreturn]] void failUnknown(const char* written, const std::vector<const Option*>& options) {
+[[noreturn]] void failUnknown(const char* written, const std::vector<const OptionRow*>& options) {
   std::vector<std::string> known;
   known.reserve(options.size());
-  for (const Option* option : options) {
+  for (const OptionRow* option : options) {
     known.push_back(std::string("--") + option->name);
   }
   const std::string_view name = written;
@@ -228,10 +228,10 @@ std::string quotedWithHint(std::string_view written, const std::vector<std::stri
 
 std::optional<Options> readOptions(const Command& command, int argc, char** argv) {
   constexpr int FIRST = 256;  // behind all letters
-  std::vector<const Option*> known;
+  std::vector<const OptionRow*> known;
   std::vector<::option> table;
   std::string letters = ":";  // keeps it from printing, and tells what is missing
-  for (const Option& option : OPTIONS) {
+  for (const OptionRow& option : OPTIONS) {
     if ((option.commands & command.bit) != 0) {
       const bool hasValue = option.value != nullptr;
       letters += option.letter == 0 ? "" : std::string(1, option.letter) + (hasValue ? ":" : "");
@@ -263,7 +263,7 @@ std::optional<Options> readOptions(const Command& command, int argc, char** argv
     const auto option =
         found >= FIRST ? known.begin() + (found - FIRST)
                        : std::find_if(known.begin(), known.end(),
-                                      [&](const Option* each) { return found == each->letter; });
+                                      [&](const OptionRow* each) { return found == each->letter; });
     set(options, **option, optarg);
     if (options.help || options.version) {
       writeOutput(options.help ? helpOf(command, known) : "nimbrel-config " NIMBREL_VERSION "\n");

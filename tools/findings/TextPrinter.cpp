@@ -12,11 +12,6 @@ namespace {
 
 using check::Level;
 
-constexpr std::size_t PIECE = 65536;
-constexpr char PLAIN[] = "\x1b[0m";
-constexpr char BOLD[] = "\x1b[1m";
-constexpr char FAINT[] = "\x1b[2m";
-
 constexpr std::size_t DEFAULT_WIDTH = 100;
 constexpr std::size_t LEAST_WIDTH = 40;
 constexpr std::size_t FRAME = 14;  // of an excerpt: the gutter, and the marks of a cut

@@ -21,8 +21,8 @@ namespace {
 
 using check::Level;
 
-constexpr std::size_t MOST = 1000;   // findings on a page
-constexpr std::size_t LONGEST = 60;  // characters of what the document says
+constexpr std::size_t MOST_FINDINGS = 1000;  // findings on a page
+constexpr std::size_t LONGEST_VALUE = 60;    // characters of what the document says
 
 /// The name of a level as the beginning of a sentence.
 const char* titleOf(Level level) noexcept {
@@ -48,7 +48,7 @@ std::vector<Row> rowsOf(const check::Report& report) {
   std::vector<Row> rows;
   for (const Level level : {Level::ERROR, Level::WARNING, Level::NOTE}) {
     for (const check::Diagnostic& finding : report.findings()) {
-      if (rows.size() < MOST && check::descriptionOf(finding.code).level == level) {
+      if (rows.size() < MOST_FINDINGS && check::descriptionOf(finding.code).level == level) {
         rows.push_back({&finding, report.placeOf(finding).begin.line, level});
       }
     }
@@ -73,7 +73,7 @@ void printSource(HtmlWriter& html, Rows first, Rows last) {
     html.markup("<p class=\"source none\">");
     html.text(finding.isOfPackage ? "the package" : "the whole document");
     if (finding.isOfPackage && !finding.value.empty()) {
-      html.markup(" <code>").value(finding.value, LONGEST).markup("</code>");
+      html.markup(" <code>").value(finding.value, LONGEST_VALUE).markup("</code>");
     }
     html.markup("</p>\n");
     return;
@@ -109,13 +109,13 @@ void printFinding(HtmlWriter& html, const check::Report& report, const Row& row)
   html.text(titleOf(row.level)).markup("</strong> ");
   for (const std::string& name : {wording.element, wording.attribute}) {
     if (!name.empty()) {
-      html.markup("<code>").value(name, LONGEST).markup("</code> ");
+      html.markup("<code>").value(name, LONGEST_VALUE).markup("</code> ");
     }
   }
   html.markup("<a class=\"code\" href=\"#code-").text(kind.name).markup("\">");
   html.text(kind.name).markup("</a></p>\n<p>").text(wording.sentence);
   if (!wording.suggestion.empty()) {
-    html.markup(" Did you mean <code>").value(wording.suggestion, LONGEST).markup("</code>?");
+    html.markup(" Did you mean <code>").value(wording.suggestion, LONGEST_VALUE).markup("</code>?");
   }
   html.markup("</p>\n</div>\n");
 }
@@ -182,7 +182,7 @@ void printErrorLink(HtmlWriter& html, const check::Report& report, std::size_t l
   for (const check::Diagnostic& finding : report.findings()) {
     const bool isOfLine = report.placeOf(finding).begin.line == line;
     if (check::descriptionOf(finding.code).level == Level::ERROR &&
-        errors++ < MOST &&  // is printed
+        errors++ < MOST_FINDINGS &&  // is printed
         (found == nullptr || (isOfLine && report.placeOf(*found).begin.line != line))) {
       found = &finding;
     }

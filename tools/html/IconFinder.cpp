@@ -31,7 +31,7 @@ constexpr std::string_view SVG_ELEMENTS[] = {
     "rect", "line",  "circle", "ellipse",        "polyline",      "polygon",  "text",
     "stop", "tspan", "style",  "linearGradient", "radialGradient"};
 
-bool begins(std::string_view bytes, std::string_view mark) noexcept {
+bool hasMark(std::string_view bytes, std::string_view mark) noexcept {
   return bytes.substr(0, mark.size()) == mark;
 }
 
@@ -49,7 +49,7 @@ bool isIcon(std::uint32_t width, std::uint32_t height) noexcept {
 }
 
 bool isPng(std::string_view bytes) noexcept {
-  return bytes.size() >= 24 && begins(bytes, "\x89PNG\r\n\x1A\n") &&
+  return bytes.size() >= 24 && hasMark(bytes, "\x89PNG\r\n\x1A\n") &&
          bytes.substr(12, 4) == "IHDR" && isIcon(bigEndian(bytes, 16, 4), bigEndian(bytes, 20, 4));
 }
 
@@ -57,14 +57,14 @@ bool isGif(std::string_view bytes) noexcept {
   const auto size = [&](std::size_t at) {
     return bigEndian(bytes, at + 1, 1) << 8 | bigEndian(bytes, at, 1);
   };
-  return bytes.size() >= 10 && (begins(bytes, "GIF87a") || begins(bytes, "GIF89a")) &&
+  return bytes.size() >= 10 && (hasMark(bytes, "GIF87a") || hasMark(bytes, "GIF89a")) &&
          isIcon(size(6), size(8));
 }
 
 /// Finds the size in the first segment that has one.
 bool isJpeg(std::string_view bytes) noexcept {
   constexpr std::string_view WITHOUT_SIZE = "\xC4\xC8\xCC";  // among the codes C0 to CF
-  if (!begins(bytes, "\xFF\xD8\xFF")) {
+  if (!hasMark(bytes, "\xFF\xD8\xFF")) {
     return false;
   }
   for (std::size_t at = 2; at + 9 <= bytes.size() && bytes[at] == '\xFF';) {

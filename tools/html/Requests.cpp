@@ -13,7 +13,7 @@ namespace {
 
 using config::Config;
 
-constexpr std::size_t LONGEST = 300;         // characters of what the document says
+constexpr std::size_t LONGEST_TEXT = 300;    // characters of what the document says
 constexpr std::size_t MOST_PARAMETERS = 50;  // of one feature
 constexpr std::size_t MOST_LANGUAGES = 4;    // that are named
 
@@ -70,8 +70,8 @@ std::string meaningOf(const Config::AccessRequest& request) {
 void printParameters(HtmlWriter& html,
                      const std::vector<std::pair<std::string, std::string>>& parameters) {
   for (std::size_t i = 0; i < std::min(parameters.size(), MOST_PARAMETERS); ++i) {
-    html.markup("<br/><span class=\"parameter\">").value(parameters[i].first, LONGEST);
-    html.markup(" = ").value(parameters[i].second, LONGEST).markup("</span>");
+    html.markup("<br/><span class=\"parameter\">").value(parameters[i].first, LONGEST_TEXT);
+    html.markup(" = ").value(parameters[i].second, LONGEST_TEXT).markup("</span>");
   }
   if (parameters.size() > MOST_PARAMETERS) {
     html.markup("<br/><span class=\"cut\">and ")
@@ -193,7 +193,7 @@ void Requests::print(HtmlWriter& html, const Group& group) const {
     }
     const auto& [request, asking] = *group.inOrder[i];
     const auto& [subject, meaning, parameters] = request;
-    html.markup("<li><span class=\"subject\">").value(subject, LONGEST);
+    html.markup("<li><span class=\"subject\">").value(subject, LONGEST_TEXT);
     html.markup("</span>");
     if (!meaning.empty()) {
       html.markup(" <span class=\"meaning\">").text(meaning).markup("</span>");

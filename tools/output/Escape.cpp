@@ -24,8 +24,8 @@ constexpr std::array<bool, 256> plainCharacters(bool withQuotes) {
   return plain;
 }
 
-constexpr std::array<bool, 256> PLAIN = plainCharacters(false);
-constexpr std::array<bool, 256> PLAIN_OR_QUOTE = plainCharacters(true);
+constexpr std::array<bool, 256> PLAIN_BYTE = plainCharacters(false);
+constexpr std::array<bool, 256> PLAIN_BYTE_OR_QUOTE = plainCharacters(true);
 
 void appendHex(std::string& out, const char* prefix, char32_t value, int digits) {
   out += prefix;
@@ -109,18 +109,18 @@ bool isUnprintable(char32_t character) noexcept {
 }
 
 void appendEscaped(std::string& out, std::string_view text, Encoding encoding) {
-  append(out, text, encoding, PLAIN);
+  append(out, text, encoding, PLAIN_BYTE);
 }
 
 std::string escape(std::string_view text) {
   std::string out;
-  append(out, text, Encoding::TEXT, PLAIN);
+  append(out, text, Encoding::TEXT, PLAIN_BYTE);
   return out;
 }
 
 std::string escapeUnprintable(std::string_view line) {
   std::string out;
-  append(out, line, Encoding::TEXT, PLAIN_OR_QUOTE);
+  append(out, line, Encoding::TEXT, PLAIN_BYTE_OR_QUOTE);
   return out;
 }
 

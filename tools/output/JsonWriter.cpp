@@ -8,12 +8,6 @@
 #include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
-namespace {
-
-constexpr std::size_t PIECE = 65536;
-
-}  // namespace
-
 JsonWriter::JsonWriter(Layout layout, Write write) : layout_(layout), write_(std::move(write)) {}
 
 JsonWriter::JsonWriter(Layout layout) : JsonWriter(layout, writeOutput) {}

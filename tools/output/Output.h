@@ -5,6 +5,14 @@
 
 namespace orvane::nimbrel::tools {
 
+/// What is printed is gathered up to this many bytes.
+inline constexpr std::size_t PIECE = 65536;
+
+/// What a terminal takes for bold text, faint text, and neither.
+inline constexpr char BOLD[] = "\x1b[1m";
+inline constexpr char FAINT[] = "\x1b[2m";
+inline constexpr char PLAIN[] = "\x1b[0m";
+
 /// Makes sure that no file opened later takes the number of a standard stream that the caller
 /// closed: what is written there fails, and goes nowhere else. To be called first.
 void secureStandardStreams() noexcept;

@@ -10,10 +10,7 @@ namespace {
 
 constexpr std::size_t MAXIMUM_LABEL_WIDTH = 42;  // a longer label pushes its own value aside only
 
-constexpr char BOLD[] = "\x1b[1m";
 constexpr char LABEL[] = "\x1b[36m";
-constexpr char NOTE[] = "\x1b[2m";
-constexpr char PLAIN[] = "\x1b[0m";
 
 // In quotes where its ends could not be seen otherwise.
 std::string valueOf(std::string_view text) {
@@ -87,7 +84,6 @@ bool TextReport::beginRow(const std::string& label) {
 }
 
 void TextReport::writeLarge() {
-  constexpr std::size_t PIECE = 65536;
   if (pending_.size() >= PIECE) {
     writeOutput(pending_);
     pending_.clear();
@@ -96,7 +92,7 @@ void TextReport::writeLarge() {
 
 void TextReport::endRow(std::string_view note) {
   if (!note.empty()) {
-    pending_ += colour_ ? std::string("  ") + NOTE + escape(note) + PLAIN : "  " + escape(note);
+    pending_ += colour_ ? std::string("  ") + FAINT + escape(note) + PLAIN : "  " + escape(note);
   }
   pending_ += '\n';
   writeLarge();

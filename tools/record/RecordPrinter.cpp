@@ -220,7 +220,7 @@ void RecordPrinter::print(const std::string& file, const ShownDocument& document
     select(&document, *style_.field, [&](const auto& value) { printLines(prefix, value); });
   } else {
     if (style_.several) {
-      const std::string name = style_.colour ? "\x1b[1m" + escape(file) + "\x1b[0m" : escape(file);
+      const std::string name = style_.colour ? BOLD + escape(file) + PLAIN : escape(file);
       writeOutput((std::exchange(first_, false) ? "" : "\n") + name + ":\n\n");
     }
     printRecordText(document, style_.colour);

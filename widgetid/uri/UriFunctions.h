@@ -2,7 +2,7 @@
 
 #include "config/Api.h"
 
-struct _SoupURI;  // NOLINT(bugprone-reserved-identifier): libsoup's name
+struct _SoupURI;  // NOLINT(clang-diagnostic-reserved-identifier): libsoup's name
 
 namespace orvane::zel::config::detail {
 
