@@ -42,6 +42,7 @@ std::uint32_t g_quillo_log_mask = 0;
 __attribute__((visibility("default"))) void syslog(int /*priority*/, const char* /*text*/, ...) {
   ++lines;
 }
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the C library chose the name.
 __attribute__((visibility("default"))) void __syslog_chk(int /*priority*/, int /*flag*/,
                                                          const char* /*text*/, ...) {
   ++lines;
