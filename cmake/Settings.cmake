@@ -38,7 +38,7 @@ function(nimbrel_library name)
   # cache serves both.
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
-  # What is delivered is compiled source by source, and each includes what it needs.
+  # What is measured is compiled source by source, whatever a builder does with the rest.
   if(NOT NIMBREL_SANITIZE)
     set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
   endif()
