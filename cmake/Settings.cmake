@@ -38,7 +38,7 @@ function(nimbrel_library name)
   # cache serves both.
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
-  # What is measured is compiled source by source, whatever a builder does with the rest.
+  # Compiled source by source also where CMAKE_UNITY_BUILD is on, as the benchmarks measure it.
   if(NOT NIMBREL_SANITIZE)
     set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
   endif()
@@ -66,9 +66,9 @@ function(nimbrel_library name)
 endfunction()
 
 # nimbrel_module(LIBRARY NAME OPENED_BY source SOURCES source... LIBS library...): a part of LIBRARY that
-# links what most processes never need. It becomes a module that a source of LIBRARY opens by its run path
-# when it has to, from a private folder beside it; both have the version in their names, so that two versions can
-# be installed, and loaded. A static library is linked with all of it, and so is one for a sanitizer,
+# links what most processes never need. It becomes a module that this source of LIBRARY opens by its run path
+# when it has to, from a private folder beside it; both have the version in their names, so that two versions
+# can be installed, and loaded. A static library is linked with all of it, and so is one for a sanitizer,
 # whose runtime stands between LIBRARY and dlopen.
 function(nimbrel_module library name)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "OPENED_BY" "SOURCES;LIBS")

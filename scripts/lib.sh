@@ -83,7 +83,7 @@ share_objects() {
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
     # Paths count from the checkout, wherever it lies; debug information may then name another one.
     export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
-    # What is read with a precompiled header can be kept too, and what dpkg compiles in a locale of its own.
+    # Objects that are compiled with a precompiled header can be kept too, and are the same in any locale.
     export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime,locale}
   fi
 }
