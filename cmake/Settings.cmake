@@ -77,11 +77,11 @@ function(nimbrel_module library name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${arg_LIBS})
     target_sources(${library} PRIVATE $<TARGET_OBJECTS:${name}>)
-    # The other sources do not see these libraries: they are compiled as for a shared library, and a
-    # compiler's cache serves both.
     if(BUILD_SHARED_LIBS)
       target_link_libraries(${library} PRIVATE ${arg_LIBS})
     else()
+      # The other sources do not see these libraries: they are compiled as for a shared library, and a
+      # compiler's cache serves both.
       target_link_libraries(${library} INTERFACE $<LINK_ONLY:${arg_LIBS}>)
     endif()
     return()

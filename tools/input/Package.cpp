@@ -14,7 +14,7 @@
 namespace orvane::nimbrel::tools {
 namespace {
 
-constexpr std::size_t MAXIMUM_DOCUMENT = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t MAXIMUM_DOCUMENT_SIZE = std::size_t{16} * 1024 * 1024;
 
 /// Whether somebody may take the name for that of the document. Names are compared as bytes, as a
 /// runtime does.
@@ -149,11 +149,11 @@ std::string Package::document() const {
   if (document_.isLink) {
     throw unusable(path_, "The config.xml of the package is a symbolic link, or no file.");
   }
-  if (document_.size > MAXIMUM_DOCUMENT) {
+  if (document_.size > MAXIMUM_DOCUMENT_SIZE) {
     throw unusable(path_, "The config.xml of the package is larger than 16 MiB.");
   }
   try {
-    return archive_.unpack(document_, MAXIMUM_DOCUMENT);
+    return archive_.unpack(document_, MAXIMUM_DOCUMENT_SIZE);
   } catch (const ZipProblem& problem) {
     throw unusable(path_, std::string("The config.xml of the package cannot be unpacked: it ") +
                               problem.what() + '.');

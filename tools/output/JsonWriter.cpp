@@ -8,6 +8,7 @@
 #include "tools/output/Output.h"
 
 namespace orvane::nimbrel::tools {
+
 JsonWriter::JsonWriter(Layout layout, Write write) : layout_(layout), write_(std::move(write)) {}
 
 JsonWriter::JsonWriter(Layout layout) : JsonWriter(layout, writeOutput) {}
