@@ -5,10 +5,10 @@
 
 namespace orvane::nimbrel::tools {
 
-/// What is printed is gathered up to this many bytes.
+/// Output is gathered until it has this many bytes, and then written.
 inline constexpr std::size_t PIECE = 65536;
 
-/// What a terminal takes for bold text, faint text, and neither.
+/// The control sequences of a terminal for bold text, for faint text, and for plain text again.
 inline constexpr char BOLD[] = "\x1b[1m";
 inline constexpr char FAINT[] = "\x1b[2m";
 inline constexpr char PLAIN[] = "\x1b[0m";
