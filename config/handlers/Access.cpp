@@ -4,7 +4,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace access {
 
 enum : std::uint8_t { ORIGIN, SUBDOMAINS };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -13,13 +13,13 @@ constexpr AttributeDescription ATTRIBUTES[] = {
 };
 
 /// Only scheme, host and port make an origin, not even a final slash.
-bool isOrigin(const util::IRI& iri) noexcept {
+static bool isOrigin(const util::IRI& iri) noexcept {
   return iri.hasHost && !iri.hasUserInfo && !iri.hasPath && !iri.hasQuery && !iri.hasFragment;
 }
 
 /// The port of an origin; nothing when it names none and its scheme has no default. Deliberately,
 /// any scheme will do with a port.
-std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
+static std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
   if (iri.port >= 0) {
     return static_cast<std::uint16_t>(iri.port);
   }
@@ -29,7 +29,7 @@ std::optional<std::uint16_t> portOf(const util::IRI& iri) noexcept {
   return iri.scheme == "https" ? std::optional<std::uint16_t>(443) : std::nullopt;
 }
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   const util::Option<std::string> origin = reader.presentText(ATTRIBUTES[ORIGIN]);
   if (!origin) {
@@ -65,9 +65,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace access
 
-const KnownElement ACCESS =
-    w3cElement("access", Repetition::ADDS, handle, "accessRequestList[]", ATTRIBUTES);
+const KnownElement ACCESS = w3cElement("access", Repetition::ADDS, access::handle,
+                                       "accessRequestList[]", access::ATTRIBUTES);
 
 }  // namespace orvane::nimbrel::config::detail

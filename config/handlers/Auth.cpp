@@ -1,7 +1,7 @@
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace auth {
 
 constexpr ErrorTexts TEXTS = {"tavlo:auth is missing tavlo:asset element ",
                               "tavlo:auth, missing attributes for tavlo:asset element"};
@@ -15,7 +15,7 @@ constexpr SwitchWords TOKEN_WORD = {{"token", "token"}, {}};
 constexpr KeyDescription ANY_KEY = {ANY_NAME, ValueKind::SWITCH, KeyRule::ONLY_RAISED,
                                     "orvnAuthMode", &TOKEN_WORD};
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   bool allKnown = true;
   const auto apply = [&](const Setting& setting) {
     logKeyValue(SITE, setting);
@@ -30,9 +30,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, apply) && allKnown;
 }
 
-}  // namespace
+}  // namespace auth
 
-const KnownElement AUTH =
-    extensionElement("auth", Repetition::ADDS, handle, NO_MEMBER, CHILDREN, NO_KEYS, &ANY_KEY);
+const KnownElement AUTH = extensionElement("auth", Repetition::ADDS, auth::handle, NO_MEMBER,
+                                           auth::CHILDREN, NO_KEYS, &auth::ANY_KEY);
 
 }  // namespace orvane::nimbrel::config::detail

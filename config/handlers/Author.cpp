@@ -3,7 +3,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace author {
 
 enum : std::uint8_t { HREF, EMAIL };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -11,7 +11,7 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("email", ValueKind::TEXT, "email"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<Config::Author>& author = context.record.author();
   if (author) {
@@ -25,9 +25,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace author
 
-const KnownElement AUTHOR =
-    w3cElement("author", Repetition::FIRST_COUNTS, handle, "author", ATTRIBUTES, "name");
+const KnownElement AUTHOR = w3cElement("author", Repetition::FIRST_COUNTS, author::handle, "author",
+                                       author::ATTRIBUTES, "name");
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,7 @@
 #include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace chrome {
 
 constexpr ErrorTexts TEXTS = {"tavlo:chrome unknown sub element",
                               "tavlo:chrome, missing attributes for tavlo:asset element"};
@@ -13,7 +13,7 @@ constexpr KeyTable KEYS({KeyRow<std::string>{
     {"configureSearchBar", ValueKind::TEXT, KeyRule::LAST_COUNTS, "chromeSettings"},
     [](std::string& searchBar, const Setting& setting) { searchBar = setting.valueText(); }}});
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   // Each element starts again from the default.
   std::string& searchBar = context.record.chromeSettings();
   searchBar = "system";
@@ -23,9 +23,9 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace chrome
 
-const KnownElement CHROME =
-    extensionElement("chrome", Repetition::RESTARTS, handle, NO_MEMBER, CHILDREN, KEYS);
+const KnownElement CHROME = extensionElement("chrome", Repetition::RESTARTS, chrome::handle,
+                                             NO_MEMBER, chrome::CHILDREN, chrome::KEYS);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -3,7 +3,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace content {
 
 enum : std::uint8_t { SRC, ENCODING, TYPE };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -12,7 +12,7 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("type", ValueKind::MEDIA_TYPE, "type"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<Config::StartFile>& startFile = context.record.startFile();
   if (startFile || context.contentSeen) {
@@ -38,9 +38,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace content
 
-const KnownElement CONTENT =
-    w3cElement("content", Repetition::FIRST_COUNTS, handle, "startFile", ATTRIBUTES);
+const KnownElement CONTENT = w3cElement("content", Repetition::FIRST_COUNTS, content::handle,
+                                        "startFile", content::ATTRIBUTES);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,7 @@
 #include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace cookie_jar {
 
 using Jar = Config::CookieJarSettings;
 
@@ -21,7 +21,7 @@ constexpr KeyTable KEYS({
     raises<&Jar::useAuthCookiesForRegionalStack, TRUE_WORD>("useAuthCookiesForRegionalStack"),
 });
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   Jar& jar = context.record.cookieJarSettings();
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
     logKeyValue(SITE, setting);
@@ -29,9 +29,10 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace cookie_jar
 
 const KnownElement COOKIE_JAR =
-    extensionElement("cookiejar", Repetition::ADDS, handle, "cookieJarSettings", CHILDREN, KEYS);
+    extensionElement("cookiejar", Repetition::ADDS, cookie_jar::handle, "cookieJarSettings",
+                     cookie_jar::CHILDREN, cookie_jar::KEYS);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,9 +1,9 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace description {
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   util::Option<util::LocalizableString>& description = context.record.description();
   if (description) {
     return context.readerOf(*node).report(FindingCode::REPEATED);
@@ -12,9 +12,10 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace description
 
-const KnownElement DESCRIPTION = w3cElement("description", Repetition::FIRST_COUNTS, handle,
-                                            NO_MEMBER, NO_ATTRIBUTES, "description");
+const KnownElement DESCRIPTION =
+    w3cElement("description", Repetition::FIRST_COUNTS, description::handle, NO_MEMBER,
+               NO_ATTRIBUTES, "description");
 
 }  // namespace orvane::nimbrel::config::detail

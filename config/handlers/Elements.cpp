@@ -7,7 +7,6 @@
 
 namespace orvane::nimbrel::config {
 namespace detail {
-
 namespace {
 
 // In the order in which they are tried.

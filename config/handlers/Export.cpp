@@ -2,7 +2,7 @@
 #include "util/Log.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace exports {
 
 // An author can choose paths whose hashes collide, at a cost that is the square of the document's
 // size. So many never fall into one bucket by chance; further ones are ignored.
@@ -11,7 +11,7 @@ constexpr std::size_t MAX_COLLISIONS = 100;
 constexpr AttributeDescription ATTRIBUTES[] = {
     neededAttribute("resource", ValueKind::PATH, "exports[]")};
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   const util::Option<std::string> resource = reader.text(ATTRIBUTES[0]);
   if (!resource) {
@@ -31,9 +31,10 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace exports
 
 const KnownElement EXPORT = {
-    {"export", true, Repetition::UNIQUE_BY, "resource", NO_MEMBER, ATTRIBUTES}, handle};
+    {"export", true, Repetition::UNIQUE_BY, "resource", NO_MEMBER, exports::ATTRIBUTES},
+    exports::handle};
 
 }  // namespace orvane::nimbrel::config::detail

@@ -5,7 +5,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace feature {
 
 enum : std::uint8_t { NAME_OF_FEATURE, REQUIRED };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -21,7 +21,8 @@ constexpr AttributeDescription PARAM_ATTRIBUTES[] = {
 constexpr ChildDescription CHILDREN[] = {{"param", PARAM_ATTRIBUTES}};
 
 /// Appends what a child of a feature says, if it is a parameter with all that it needs.
-void readParam(const util::XmlNode& child, const ElementReader& reader, Config::Feature& feature) {
+static void readParam(const util::XmlNode& child, const ElementReader& reader,
+                      Config::Feature& feature) {
   if (child.nameView() != CHILDREN[0].name || child.namespaceView() != W3C_WIDGETS_NAMESPACE) {
     reader.report(FindingCode::UNKNOWN_ELEMENT);
     return;
@@ -35,7 +36,7 @@ void readParam(const util::XmlNode& child, const ElementReader& reader, Config::
   }
 }
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<std::string> name = reader.presentText(ATTRIBUTES[NAME_OF_FEATURE]);
   if (!name) {
@@ -60,9 +61,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace feature
 
-const KnownElement FEATURE =
-    w3cElement("feature", Repetition::ADDS, handle, "features[]", ATTRIBUTES, NO_TEXT, CHILDREN);
+const KnownElement FEATURE = w3cElement("feature", Repetition::ADDS, feature::handle, "features[]",
+                                        feature::ATTRIBUTES, NO_TEXT, feature::CHILDREN);
 
 }  // namespace orvane::nimbrel::config::detail

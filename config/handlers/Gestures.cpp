@@ -1,7 +1,7 @@
 #include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace gestures {
 
 using Gesture = Config::Gesture;
 using Gestures = Config::GestureSettings;
@@ -46,7 +46,7 @@ constexpr KeyTable KEYS({
     enables<&Gestures::hold>("hold", "hold.enabled"),
 });
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   // Each element starts with all gestures off, their properties kept.
   Gestures& gestures = context.record.gestureSettings();
   for (Gesture* const gesture :
@@ -61,9 +61,10 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace gestures
 
 const KnownElement GESTURES =
-    extensionElement("gestures", Repetition::RESTARTS, handle, "gestureSettings", CHILDREN, KEYS);
+    extensionElement("gestures", Repetition::RESTARTS, gestures::handle, "gestureSettings",
+                     gestures::CHILDREN, gestures::KEYS);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -3,7 +3,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace icon {
 
 enum : std::uint8_t { SRC, WIDTH, HEIGHT };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -12,7 +12,7 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("height", ValueKind::SIZE, "height"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<std::string> src = reader.filledText(ATTRIBUTES[SRC]);
   if (!src) {
@@ -27,8 +27,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace icon
 
-const KnownElement ICON = w3cElement("icon", Repetition::UNIQUE_BY, handle, "icons[]", ATTRIBUTES);
+const KnownElement ICON =
+    w3cElement("icon", Repetition::UNIQUE_BY, icon::handle, "icons[]", icon::ATTRIBUTES);
 
 }  // namespace orvane::nimbrel::config::detail

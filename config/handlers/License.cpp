@@ -3,13 +3,13 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace license {
 
 constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("href", ValueKind::IRI, "href"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<Config::License>& license = context.record.license();
   if (license) {
@@ -22,9 +22,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace license
 
-const KnownElement LICENSE =
-    w3cElement("license", Repetition::FIRST_COUNTS, handle, "license", ATTRIBUTES, "text");
+const KnownElement LICENSE = w3cElement("license", Repetition::FIRST_COUNTS, license::handle,
+                                        "license", license::ATTRIBUTES, "text");
 
 }  // namespace orvane::nimbrel::config::detail

@@ -2,7 +2,7 @@
 #include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace resources {
 
 using Local = Config::LocalResources;
 
@@ -15,7 +15,7 @@ constexpr ChildDescription CHILDREN[] = {{"asset", KEY_AND_VALUE, "key"}};
 // "yes" counts for this flag only, on purpose.
 constexpr SwitchWords TRUE_OR_YES = {{"true", "yes"}, {"false", "no"}};
 
-void storeLoadDelay(Local& local, const Setting& setting) {
+static void storeLoadDelay(Local& local, const Setting& setting) {
   const double delay = extractNumber(setting.valueText(), 0.0);
   if (delay >= 0.0) {
     local.applicationCacheLoadDelay = delay;
@@ -46,7 +46,7 @@ constexpr KeyTable KEYS({
 constexpr KeyDescription ANY_KEY = {ANY_NAME, ValueKind::TEXT, KeyRule::LAST_COUNTS,
                                     "otherSettings.*"};
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   Local& local = context.record.localResources();
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
     if (!KEYS.apply(setting.keyText(), local, setting)) {
@@ -56,9 +56,10 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace resources
 
-const KnownElement RESOURCES = extensionElement("resources", Repetition::ADDS, handle,
-                                                "localResources", CHILDREN, KEYS, &ANY_KEY);
+const KnownElement RESOURCES =
+    extensionElement("resources", Repetition::ADDS, resources::handle, "localResources",
+                     resources::CHILDREN, resources::KEYS, &resources::ANY_KEY);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -1,7 +1,7 @@
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace messaging {
 
 constexpr ErrorTexts TEXTS = {"tavlo:messaging unknown sub element",
                               "tavlo:messaging, missing attributes for tavlo:messaging element"};
@@ -14,7 +14,7 @@ constexpr SwitchWords GRANTING = {{"yes", "true"}, {"no", "false"}};
 constexpr KeyDescription ANY_APP = {ANY_NAME, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "*",
                                     &GRANTING};
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   std::map<std::string, bool>& permissions = context.record.messagingPermissions();
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
     permissions[setting.keyText()] = setting.isTriggered(GRANTING);
@@ -22,9 +22,10 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace messaging
 
-const KnownElement MESSAGING = extensionElement(
-    "messaging", Repetition::ADDS, handle, "messagingPermissions", CHILDREN, NO_KEYS, &ANY_APP);
+const KnownElement MESSAGING =
+    extensionElement("messaging", Repetition::ADDS, messaging::handle, "messagingPermissions",
+                     messaging::CHILDREN, NO_KEYS, &messaging::ANY_APP);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -3,13 +3,13 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace name {
 
 constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("short", ValueKind::TEXT, "shortName"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   BasicConfig& record = context.record;
   if (record.name()) {
     return context.readerOf(*node).report(FindingCode::REPEATED);
@@ -20,9 +20,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace name
 
 const KnownElement NAME =
-    w3cElement("name", Repetition::FIRST_COUNTS, handle, NO_MEMBER, ATTRIBUTES, "name");
+    w3cElement("name", Repetition::FIRST_COUNTS, name::handle, NO_MEMBER, name::ATTRIBUTES, "name");
 
 }  // namespace orvane::nimbrel::config::detail

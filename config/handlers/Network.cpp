@@ -1,7 +1,7 @@
 #include "config/handlers/KeyTable.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace network {
 
 using Net = Config::NetSettings;
 
@@ -32,7 +32,7 @@ constexpr KeyTable KEYS({
     storesSwitch<&Net::allowTlsFallback, TRUE_WORD>("allowTlsFallback"),
 });
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   Net& net = context.record.netSettings();
   const auto apply = [&](const Setting& setting) {
     logKeyValue(SITE, setting);
@@ -58,9 +58,9 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace network
 
-const KnownElement NETWORK =
-    extensionElement("network", Repetition::ADDS, handle, "netSettings", CHILDREN, KEYS);
+const KnownElement NETWORK = extensionElement("network", Repetition::ADDS, network::handle,
+                                              "netSettings", network::CHILDREN, network::KEYS);
 
 }  // namespace orvane::nimbrel::config::detail

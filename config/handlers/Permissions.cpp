@@ -1,7 +1,7 @@
 #include "config/handlers/ExtensionFrame.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace permissions {
 
 constexpr ErrorTexts TEXTS = {
     "Invalid permissions param format",
@@ -17,7 +17,7 @@ constexpr SwitchWords REVOKING = {{"no", "false"}, {"yes", "true"}};
 constexpr KeyDescription ANY_PERMISSION = {ANY_NAME, ValueKind::SWITCH, KeyRule::LAST_COUNTS, "*",
                                            &REVOKING};
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   std::map<std::string, bool>& permissions = context.record.appPermissions();
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
     const bool allowed = !setting.value || !setting.isTriggered(REVOKING);
@@ -26,9 +26,10 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace permissions
 
-const KnownElement PERMISSIONS = extensionElement(
-    "permissions", Repetition::ADDS, handle, "appPermissions", CHILDREN, NO_KEYS, &ANY_PERMISSION);
+const KnownElement PERMISSIONS =
+    extensionElement("permissions", Repetition::ADDS, permissions::handle, "appPermissions",
+                     permissions::CHILDREN, NO_KEYS, &permissions::ANY_PERMISSION);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -4,7 +4,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace preference {
 
 enum : std::uint8_t { NAME_OF_PREFERENCE, VALUE, READONLY };
 constexpr AttributeDescription ATTRIBUTES[] = {
@@ -13,7 +13,7 @@ constexpr AttributeDescription ATTRIBUTES[] = {
     optionalAttribute("readonly", ValueKind::BOOLEAN, "readonly"),
 };
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   const ElementReader reader = context.readerOf(*node);
   util::Option<std::string> name = reader.filledText(ATTRIBUTES[NAME_OF_PREFERENCE]);
   if (!name) {
@@ -28,9 +28,9 @@ bool handle(HandlerContext& context, const Node& node) {
   return true;
 }
 
-}  // namespace
+}  // namespace preference
 
-const KnownElement PREFERENCE =
-    w3cElement("preference", Repetition::UNIQUE_BY, handle, "preferences[]", ATTRIBUTES);
+const KnownElement PREFERENCE = w3cElement("preference", Repetition::UNIQUE_BY, preference::handle,
+                                           "preferences[]", preference::ATTRIBUTES);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -5,7 +5,7 @@
 #include "util/Ascii.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
+namespace settings {
 
 using App = Config::AppSettings;
 
@@ -20,13 +20,13 @@ constexpr std::uint32_t DEBUG_LOG_MASK = 0x0FFFFFFE;
 constexpr ChildDescription CHILDREN[] = {{"setting", NAME_AND_VALUE, "name"}};
 
 /// A value is ignored because it is out of range.
-void ignore(const Setting& setting, const std::string& error) {
+static void ignore(const Setting& setting, const std::string& error) {
   setting.context.errorText = error;
   setting.reportValue(FindingCode::OUT_OF_RANGE);
 }
 
 /// Switches on the debug lines of the whole process, the one of this setting included.
-void debug(App& settings, const Setting& setting) {
+static void debug(App& settings, const Setting& setting) {
   if (setting.isTriggered(YES_WORD)) {
     settings.debug = true;
     util::setLogMask(DEBUG_LOG_MASK);
@@ -35,7 +35,7 @@ void debug(App& settings, const Setting& setting) {
   }
 }
 
-void storeFontSize(App& settings, const Setting& setting) {
+static void storeFontSize(App& settings, const Setting& setting) {
   const int size = extractNumber(setting.valueText(), 0);
   if (size < 1) {
     return ignore(setting, "Invalid defaultFontSize value : " + setting.valueText());
@@ -43,7 +43,7 @@ void storeFontSize(App& settings, const Setting& setting) {
   settings.defaultFontSize = size;
 }
 
-void storeMinimumFontSize(App& settings, const Setting& setting) {
+static void storeMinimumFontSize(App& settings, const Setting& setting) {
   const int size = extractNumber(setting.valueText(), -1);
   if (size < 0) {
     return ignore(setting, "Invalid minimum font size : " + setting.valueText());
@@ -51,7 +51,7 @@ void storeMinimumFontSize(App& settings, const Setting& setting) {
   settings.minimumFontSize = size;
 }
 
-void storeZoomFactor(App& settings, const Setting& setting) {
+static void storeZoomFactor(App& settings, const Setting& setting) {
   const float factor = extractNumber(setting.valueText(), 0.0F);
   if (!(factor > 0.0F)) {
     return ignore(setting, "Invalid zoom factor");
@@ -85,14 +85,14 @@ constexpr KeyTable KEYS({
 
 /// The key of the font size for this device's screen, such as "defaultFontSize300"; the plain key
 /// when the device does not tell its density.
-std::string densityKey() {
+static std::string densityKey() {
   int status = 0;
   const int density = corvel_get_int("screen", "dpi", &status, 0);
   return std::string(FONT_SIZE) + (status == 0 ? std::to_string(density) : std::string());
 }
 
 /// Whether a name is that of a font size for the density of some screen.
-bool isForDensity(std::string_view name) {
+static bool isForDensity(std::string_view name) {
   return name.size() > FONT_SIZE.size() && name.substr(0, FONT_SIZE.size()) == FONT_SIZE &&
          std::all_of(name.begin() + FONT_SIZE.size(), name.end(),
                      [](char c) { return util::ascii::isDigit(c) || c == '-'; });
@@ -100,7 +100,7 @@ bool isForDensity(std::string_view name) {
 
 /// The key of the density always counts, the plain one only while no size is stored; so a size for
 /// the density wins wherever it stands.
-void apply(App& settings, std::string_view densityName, const Setting& setting) {
+static void apply(App& settings, std::string_view densityName, const Setting& setting) {
   const std::string_view name = setting.keyText();
   if (name == densityName) {
     KEYS.apply(FONT_SIZE, settings, setting);
@@ -111,7 +111,7 @@ void apply(App& settings, std::string_view densityName, const Setting& setting) 
   }
 }
 
-bool handle(HandlerContext& context, const Node& node) {
+static bool handle(HandlerContext& context, const Node& node) {
   App& settings = context.record.appSettings();
   const std::string densityName = densityKey();
   return forEachSetting(context, *node, CHILDREN[0], TEXTS, [&](const Setting& setting) {
@@ -120,9 +120,9 @@ bool handle(HandlerContext& context, const Node& node) {
   });
 }
 
-}  // namespace
+}  // namespace settings
 
-const KnownElement SETTINGS =
-    extensionElement("settings", Repetition::ADDS, handle, "appSettings", CHILDREN, KEYS);
+const KnownElement SETTINGS = extensionElement("settings", Repetition::ADDS, settings::handle,
+                                               "appSettings", settings::CHILDREN, settings::KEYS);
 
 }  // namespace orvane::nimbrel::config::detail

@@ -4,9 +4,7 @@
 #include "config/handlers/Elements.h"
 
 namespace orvane::nimbrel::config::detail {
-namespace {
-
-using util::Option;
+namespace widget {
 
 constexpr AttributeDescription inExtension(AttributeDescription attribute) noexcept {
   attribute.isExtension = true;
@@ -27,11 +25,11 @@ constexpr AttributeDescription ATTRIBUTES[] = {
         optionalAttribute("applicationVersion", ValueKind::NUMBER, "tavloApplicationVersion")),
 };
 
-bool handle(HandlerContext& context, const Node& root) {
+static bool handle(HandlerContext& context, const Node& root) {
   BasicConfig& record = context.record;
   const ElementReader reader = context.readerOf(*root);
 
-  const Option<std::string> defaultLocale = reader.text(ATTRIBUTES[LOCALE]);
+  const util::Option<std::string> defaultLocale = reader.text(ATTRIBUTES[LOCALE]);
   if (defaultLocale && defaultLocale.get().empty()) {
     reader.report(FindingCode::EMPTY_VALUE, ATTRIBUTES[LOCALE], defaultLocale);
   }
@@ -46,7 +44,7 @@ bool handle(HandlerContext& context, const Node& root) {
     record.version().reset();
     reader.report(FindingCode::EMPTY_VALUE, ATTRIBUTES[VERSION], "");
   }
-  Option<std::string> applicationId = reader.text(ATTRIBUTES[APPLICATION]);
+  util::Option<std::string> applicationId = reader.text(ATTRIBUTES[APPLICATION]);
   if (applicationId && context.rules.isValidTavloApplicationId(applicationId.c_str())) {
     record.tavloApplicationId() = std::move(applicationId);
   } else if (applicationId) {
@@ -60,12 +58,12 @@ bool handle(HandlerContext& context, const Node& root) {
   return true;
 }
 
-}  // namespace
+}  // namespace widget
 
 const KnownElement WIDGET =
-    w3cElement("widget", Repetition::FIRST_COUNTS, handle, NO_MEMBER, ATTRIBUTES);
+    w3cElement("widget", Repetition::FIRST_COUNTS, widget::handle, NO_MEMBER, widget::ATTRIBUTES);
 
-void completeLocales(BasicConfig& record, const Option<std::string>& defaultLocale) {
+void completeLocales(BasicConfig& record, const util::Option<std::string>& defaultLocale) {
   std::vector<std::string>& locales = record.userAgentLocales();
   locales.reserve(locales.size() + 2);
   if (defaultLocale && !defaultLocale.get().empty() &&
@@ -75,7 +73,7 @@ void completeLocales(BasicConfig& record, const Option<std::string>& defaultLoca
   locales.emplace_back("*");
 }
 
-void readViewModes(const HandlerContext& context, const Option<std::string>& viewModes) {
+void readViewModes(const HandlerContext& context, const util::Option<std::string>& viewModes) {
   if (!viewModes) {
     return;
   }
@@ -88,7 +86,8 @@ void readViewModes(const HandlerContext& context, const Option<std::string>& vie
       distinct.push_back(std::move(keyword));
     } else if (context.record.document() != nullptr) {
       const Node root = context.record.document()->getDocumentElement();
-      context.readerOf(*root).report(FindingCode::REPEATED, ATTRIBUTES[MODES], keyword);
+      context.readerOf(*root).report(FindingCode::REPEATED, widget::ATTRIBUTES[widget::MODES],
+                                     keyword);
     }
   }
   distinct.shrink_to_fit();  // no room is kept for repeated ones
