@@ -14,7 +14,6 @@
 #include "util/NameEscape.h"
 
 namespace orvane::zel::util {
-
 namespace {
 
 constexpr bool isHostByte(char byte) noexcept {

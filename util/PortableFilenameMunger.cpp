@@ -8,7 +8,6 @@
 #include "util/NameEscape.h"
 
 namespace orvane::zel::util {
-
 namespace {
 
 bool mayStay(std::string_view name, std::size_t index) noexcept {

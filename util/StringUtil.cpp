@@ -7,7 +7,6 @@
 
 namespace orvane::zel::util {
 namespace {
-
 namespace ascii = nimbrel::util::ascii;
 
 /// The length of the part in front that `squeeze` leaves as it is. The rest is empty or begins with

@@ -6,7 +6,6 @@
 #include "util/glib/GlibFunctions.h"
 
 namespace orvane::zel::config {
-
 namespace {
 
 std::string stripExtension(const char* widgetFilename) {

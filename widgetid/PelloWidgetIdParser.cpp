@@ -7,7 +7,6 @@
 #include "widgetid/WidgetIdError.h"
 
 namespace orvane::zel::config {
-
 namespace {
 
 // Directory names are rejected with the same words as authorities; hosts match on them.

@@ -9,7 +9,6 @@
 #include "widgetid/uri/UriFunctions.h"
 
 namespace orvane::zel::config {
-
 namespace {
 
 void requireLoaded(const detail::UriFunctions* uris, const std::string& loadError) {
