@@ -1,6 +1,8 @@
 // What is found in documents, by a table in a file: tests/data/findings.txt says how it is written.
 // With NIMBREL_UPDATE_DOCS set in the environment this test rewrites the findings there.
 
+#include <gmock/gmock.h>
+
 #include <cstdlib>
 #include <sstream>
 

@@ -1,5 +1,7 @@
 // Lines and columns of a document in every encoding, and the places of its tags.
 
+#include <gmock/gmock.h>
+
 #include "check/Decoder.h"
 #include "check/Markup.h"
 #include "check/SourceText.h"

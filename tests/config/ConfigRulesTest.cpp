@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "config/ConfigRules.h"
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"

@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <iterator>
 #include <limits>

@@ -1,6 +1,8 @@
 // A host of its own: it brings the data and the query that a host process brings, and takes the
 // lines that go to syslog.
 
+#include <gmock/gmock.h>
+
 #include "tests/support/Checks.h"
 #include "tests/support/ConfigReader.h"
 #include "tests/support/FakeSyslog.h"

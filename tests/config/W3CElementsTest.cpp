@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "tests/support/Checks.h"
 #include "tests/support/CollidingNames.h"
 #include "tests/support/ConfigReader.h"

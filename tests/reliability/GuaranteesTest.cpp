@@ -1,6 +1,8 @@
 // What each operation promises for the case that it throws, held by letting each of its allocations
 // fail in turn: nothing has changed (strong), or what is left is usable and the same call then
 // gives what it gives undisturbed (basic). Parses of whole documents are in OutOfMemoryTest.cpp.
+#include <gmock/gmock.h>
+
 #include <functional>
 
 #include "tests/reliability/FaultyMemory.h"

@@ -11,9 +11,11 @@
 
 extern "C" {
 // Those of the C library under the names that nobody replaces.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 }
 
 namespace {

@@ -14,12 +14,12 @@ extern "C" int fsync(int /*file*/) {
   static int saves = 0;
   const char* const most = std::getenv("NIMBREL_SAVES");
   if (const char* const path = std::getenv("NIMBREL_SAVE");
-      path != nullptr && (most == nullptr || saves < std::atoi(most))) {
+      path != nullptr && (most == nullptr || saves < std::strtol(most, nullptr, 10))) {
     ++saves;
     std::ofstream(path, std::ios::app) << '\n';
   }
   if (const char* const signal = std::getenv("NIMBREL_SIGNAL")) {
-    std::raise(std::atoi(signal));
+    std::raise(static_cast<int>(std::strtol(signal, nullptr, 10)));
   }
   return 0;
 }

@@ -1,4 +1,6 @@
 // What `check` adds for a person at a terminal: colours, the line of the document, and carets.
+#include <gmock/gmock.h>
+
 #include <regex>
 #include <sstream>
 

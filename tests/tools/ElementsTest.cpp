@@ -1,5 +1,6 @@
 // What the descriptions of the elements say is what the tool shows and what docs/elements.md lists.
 
+#include <gmock/gmock.h>
 #include <libxml/parser.h>
 #include <libxml/relaxng.h>
 

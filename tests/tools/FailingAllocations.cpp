@@ -24,10 +24,12 @@
 
 extern "C" {
 // Those of the C library under the names that nobody replaces.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 }
 
 namespace {
@@ -157,6 +159,7 @@ int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
   return *block == nullptr ? ENOMEM : 0;
 }
 
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier)
 int __libc_start_main(Main program, int argc, char** argv, void (*init)(), void (*fini)(),
                       void (*loaderFini)(), void* stackEnd) {
   toolMain = program;

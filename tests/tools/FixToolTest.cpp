@@ -1,5 +1,6 @@
 // `check --fix` and `--diff`: what becomes of the files.
 
+#include <gmock/gmock.h>
 #include <grp.h>
 #include <sys/resource.h>
 #include <sys/wait.h>

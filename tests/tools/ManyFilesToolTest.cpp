@@ -1,5 +1,6 @@
 // What a store needs that reads all its packages: lists, directories, jobs, a line a file.
 
+#include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <algorithm>

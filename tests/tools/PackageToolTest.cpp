@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <zip.h>
 #include <zlib.h>
 

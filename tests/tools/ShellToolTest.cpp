@@ -1,5 +1,7 @@
 // What makes the tool fit a shell: several files, single fields, the user's own locales.
 
+#include <gmock/gmock.h>
+
 #include "tests/tools/Tool.h"
 #include "util/StringUtil.h"
 

@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include <array>
 
 #include "tests/support/Checks.h"
