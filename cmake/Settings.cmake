@@ -38,8 +38,8 @@ function(nimbrel_library name)
   # cache serves both.
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
-  # Compiled source by source also where CMAKE_UNITY_BUILD is on, as the benchmarks measure it.
-  if(NOT NIMBREL_SANITIZE)
+  # Where the build type optimises, source by source also with CMAKE_UNITY_BUILD, as the benchmarks measure it.
+  if(CMAKE_BUILD_TYPE MATCHES "Rel")
     set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
   endif()
   if(BUILD_SHARED_LIBS)
