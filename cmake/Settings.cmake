@@ -38,7 +38,7 @@ function(nimbrel_library name)
   # cache serves both.
   target_compile_options(${name} PRIVATE -fno-semantic-interposition)
   set_target_properties(${name} PROPERTIES DEFINE_SYMBOL "")
-  # Where the build type optimises, source by source also with CMAKE_UNITY_BUILD, as the benchmarks measure it.
+  # Where the build type optimises, each source is compiled alone, as for the benchmarks, also with CMAKE_UNITY_BUILD.
   if(CMAKE_BUILD_TYPE MATCHES "Rel")
     set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
   endif()
